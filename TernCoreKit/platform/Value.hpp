@@ -1,0 +1,229 @@
+// The one dynamic type of the library: what a decoded document is made of and what a record's field
+// holds.
+//
+// A Value is absent, JSON null, a boolean, a 64-bit integer, a double, a text, a list or a map. A map
+// keeps the order of its document. Sixteen bytes; moving one is two stores, copying one copies all
+// that lies below it. Texts of up to fifteen bytes live inside.
+//
+// Ownership: a Value owns its contents; views that it hands out (`text`, `items`, `entries`) live as
+// long as it is neither changed, moved nor destroyed.
+// Threads: as a standard container: any number of readers, or one writer.
+// Fails: reading never does: a typed reader of another kind gives 0, false or empty, an unknown key
+// gives an absent value. Growing past 2^32 - 1 elements or bytes throws std::length_error.
+//
+//   Value point = Value::map({{"id", 7}, {"coordinates", Value::list({1.5, 2.0})}});
+//   point["id"].integer();                  // 7
+//   point["coordinates"].items()[0].number();  // 1.5
+//   point["name"].isAbsent();               // true
+#pragma once
+
+#include <bit>
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <initializer_list>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "TernCoreKit/platform/Export.hpp"
+
+namespace tern {
+
+class TERN_API Value {
+ public:
+  enum class Kind : std::uint8_t { absent, null, boolean, integer, number, text, list, map };
+
+  // One key of a map with its value, in document order. The key is always a text.
+  struct Entry;
+
+  Value() noexcept = default;
+  Value(std::nullptr_t) noexcept { setWords(0, tagWord(tagNull)); }  // NOLINT(google-explicit-constructor)
+  Value(std::same_as<bool> auto flag) noexcept {            // NOLINT(google-explicit-constructor)
+    setWords(std::uint64_t{flag}, tagWord(tagBoolean));
+  }
+  template <std::integral T>
+    requires(!std::same_as<T, bool> && (sizeof(T) < 8 || std::signed_integral<T>))
+  Value(T integer) noexcept {  // NOLINT(google-explicit-constructor)
+    setWords(static_cast<std::uint64_t>(static_cast<std::int64_t>(integer)), tagWord(tagInteger));
+  }
+  Value(std::floating_point auto number) noexcept {  // NOLINT(google-explicit-constructor)
+    setWords(std::bit_cast<std::uint64_t>(static_cast<double>(number)), tagWord(tagNumber));
+  }
+  Value(std::string_view text) {  // NOLINT(google-explicit-constructor)
+    if (text.size() < tagPlace + 1) {
+      setShortText(text);
+    } else {
+      setLongText(text);
+    }
+  }
+  Value(const char* text) : Value(std::string_view(text)) {}           // NOLINT
+  Value(const std::string& text) : Value(std::string_view(text)) {}  // NOLINT
+
+  static Value list(std::initializer_list<Value> items = {});
+  static Value map(std::initializer_list<Entry> entries = {});
+
+  // Takes the given values out of their places and makes a list of them, or a map of every second one
+  // as a key (a text) and the one behind it as its value. The keys must differ.
+  static Value listOf(std::span<Value> items);
+  static Value mapOf(std::span<Value> keysAndValues);
+
+  Value(const Value& other) {
+    if (other.ownsBlock()) {
+      copyBlock(other);
+    } else {
+      setWords(other.words_[0], other.words_[1]);
+    }
+  }
+  Value(Value&& other) noexcept {
+    setWords(other.words_[0], other.words_[1]);
+    other.setWords(0, 0);
+  }
+  Value& operator=(const Value& other) {
+    if (this != &other) *this = Value(other);
+    return *this;
+  }
+  // The old contents go last: the other value may lie within them.
+  Value& operator=(Value&& other) noexcept {
+    Value taken(std::move(other));
+    std::swap(words_, taken.words_);
+    return *this;
+  }
+  ~Value() {
+    if (ownsBlock()) release();
+  }
+
+  Kind kind() const noexcept;
+  bool isAbsent() const noexcept { return tag() == tagAbsent; }
+  bool isNull() const noexcept { return tag() == tagNull; }
+  bool isBoolean() const noexcept { return tag() == tagBoolean; }
+  bool isInteger() const noexcept { return tag() == tagInteger; }
+  // An integer or a double.
+  bool isNumber() const noexcept { return tag() == tagInteger || tag() == tagNumber; }
+  bool isText() const noexcept { return tag() == tagShortText || tag() == tagLongText; }
+  bool isList() const noexcept { return tag() == tagList; }
+  bool isMap() const noexcept { return tag() == tagMap; }
+
+  // A double is cut towards zero and held within 64 bits; a boolean reads as 0 or 1.
+  std::int64_t integer() const noexcept;
+  double number() const noexcept;
+  // True for true and for any number but 0.
+  bool flag() const noexcept;
+  std::string_view text() const noexcept;
+
+  // What a text template prints for the value: a text itself, a number in decimal (a double in the
+  // shortest form that reads back as the same double), 1 or 0 for a boolean, "<null>" for null;
+  // empty for what is absent, a list or a map.
+  std::string printed() const;
+
+  // Elements of a list or entries of a map; 0 for every other kind.
+  std::size_t size() const noexcept;
+  std::span<const Value> items() const noexcept;
+  std::span<Value> items() noexcept;
+  std::span<const Entry> entries() const noexcept;
+  std::span<Entry> entries() noexcept;
+
+  // The value under the key of a map, by a scan; absent, or null, when there is none.
+  const Value& operator[](std::string_view key) const noexcept;
+  const Value* find(std::string_view key) const noexcept;
+  Value* find(std::string_view key) noexcept;
+
+  // Adds to a list; anything else becomes a list first.
+  void append(Value item);
+  // Sets a key of a map, in its place when it is there, else at the end; anything else becomes a map
+  // first.
+  void set(std::string_view key, Value value);
+
+  // Equal kind and contents; an integer and a double are equal when their numbers are. Maps are equal
+  // only in the same order.
+  friend TERN_API bool operator==(const Value& a, const Value& b) noexcept;
+
+  // Whether two texts of up to fifteen bytes, or any two other values without contents of their own,
+  // are the same, by their bytes alone: a quick test that may say no to equal longer texts.
+  bool sameBytes(const Value& other) const noexcept {
+    return words_[0] == other.words_[0] && words_[1] == other.words_[1];
+  }
+
+ private:
+  static constexpr std::size_t tagPlace = 15;
+  static constexpr unsigned char tagAbsent = 0;
+  static constexpr unsigned char tagNull = 1;
+  static constexpr unsigned char tagBoolean = 2;
+  static constexpr unsigned char tagInteger = 3;
+  static constexpr unsigned char tagNumber = 4;
+  static constexpr unsigned char tagShortText = 5;  // its length stands in the high four bits
+  static constexpr unsigned char tagLongText = 6;   // from here on a block is owned
+  static constexpr unsigned char tagList = 7;
+  static constexpr unsigned char tagMap = 8;
+
+  struct Block;
+
+  Value(unsigned char tag, Block* block) noexcept;
+
+  const unsigned char* bytes() const noexcept {
+    return reinterpret_cast<const unsigned char*>(words_);
+  }
+  unsigned char tag() const noexcept { return bytes()[tagPlace] & 15U; }
+  bool ownsBlock() const noexcept { return tag() >= tagLongText; }
+  // A word that has the given byte at the place of the tag.
+  static constexpr std::uint64_t tagWord(std::size_t byte) noexcept {
+    return std::endian::native == std::endian::little ? std::uint64_t{byte} << 56U : byte;
+  }
+  void setWords(std::uint64_t first, std::uint64_t second) noexcept {
+    words_[0] = first;
+    words_[1] = second;
+  }
+  void setShortText(std::string_view text) noexcept;
+  void setLongText(std::string_view text);
+  Block* block() const noexcept;
+  void setBlock(unsigned char tag, Block* block) noexcept;
+  void copyBlock(const Value& other);
+  void release() noexcept;
+  template <class Element>
+  void copyElements(unsigned char tag, std::span<const Element> elements);
+  template <class Element>
+  Element* roomForOneMore(unsigned char tag);
+
+  // A payload of eight bytes, or the bytes of a short text; the tag in the last byte. All zero is
+  // absent.
+  std::uint64_t words_[2] = {};
+};
+
+struct Value::Entry {
+  Value key;
+  Value value;
+};
+
+static_assert(sizeof(Value) == 16 && sizeof(Value::Entry) == 32);
+
+// Puts the words together from loads of a fixed size, which may overlap: a copy of a size that is
+// known only at run time costs more than all the rest.
+inline void Value::setShortText(std::string_view text) noexcept {
+  const std::size_t size = text.size();
+  const std::uint64_t last = tagWord(tagShortText | size << 4U);
+  if constexpr (std::endian::native != std::endian::little) {
+    setWords(0, last);
+    if (size > 0) std::memcpy(words_, text.data(), size);
+    return;
+  }
+  const auto load = [&](auto word, std::size_t place) {
+    std::memcpy(&word, text.data() + place, sizeof word);
+    return std::uint64_t{word};
+  };
+  if (size >= 8) {
+    setWords(load(std::uint64_t{}, 0), load(std::uint64_t{}, size - 8) >> 8 * (15 - size) >> 8 | last);
+  } else if (size >= 4) {
+    setWords(load(std::uint32_t{}, 0) | load(std::uint32_t{}, size - 4) << 8 * (size - 4), last);
+  } else if (size >= 1) {
+    const std::size_t middle = size / 2;
+    setWords(load(std::uint8_t{}, 0) | load(std::uint8_t{}, middle) << 8 * middle |
+                 load(std::uint8_t{}, size - 1) << 8 * (size - 1),
+             last);
+  } else {
+    setWords(0, last);
+  }
+}
+
+}  // namespace tern

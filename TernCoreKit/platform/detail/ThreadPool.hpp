@@ -1,0 +1,49 @@
+// A work queue with a fixed number of threads, started as tasks come.
+//
+// Ownership: owns its threads and the tasks that wait. `stop`, which the destructor calls, waits
+// for
+//   running tasks and drops the others; called from within a task it does not wait for that one.
+// Threads: any, but for the destructor, which no task may run.
+// Fails: where the system gives not even one thread, tasks run on the caller's.
+#pragma once
+
+#include <condition_variable>
+#include <cstddef>
+#include <deque>
+#include <functional>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+#include "TernCoreKit/platform/WorkQueue.hpp"
+
+namespace tern::detail {
+
+class ThreadPool final : public WorkQueue {
+ public:
+  explicit ThreadPool(std::size_t threadCount) : threadCount_(threadCount) {}
+  ~ThreadPool() override { stop(); }
+  ThreadPool(const ThreadPool&) = delete;
+  ThreadPool& operator=(const ThreadPool&) = delete;
+
+  void run(std::function<void()> task) override;
+  // Later tasks are dropped.
+  void stop();
+
+ private:
+  // Whether there is a thread that will take the task. REQUIRES: the lock is held.
+  bool hasThreadForTask();
+  void work();
+
+  const std::size_t threadCount_;
+
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  // Guarded by mutex_.
+  std::deque<std::function<void()>> tasks_;
+  std::vector<std::thread> threads_;
+  std::size_t idle_ = 0;
+  bool isStopped_ = false;
+};
+
+}  // namespace tern::detail
