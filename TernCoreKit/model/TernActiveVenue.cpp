@@ -1,0 +1,223 @@
+#include "TernCoreKit/model/TernActiveVenue.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <optional>
+#include <utility>
+
+#include "TernCoreKit/model/TernAmenityCollection.hpp"
+#include "TernCoreKit/model/TernBuildingCollection.hpp"
+#include "TernCoreKit/model/TernDestinationCollection.hpp"
+#include "TernCoreKit/model/TernMapCollection.hpp"
+#include "TernCoreKit/model/TernMapLabelCollection.hpp"
+#include "TernCoreKit/model/TernPathCollection.hpp"
+#include "TernCoreKit/model/TernPathTypeCollection.hpp"
+#include "TernCoreKit/model/TernPosition.hpp"
+#include "TernCoreKit/model/TernWaypointCollection.hpp"
+#include "TernCoreKit/model/detail/FieldTable.hpp"
+#include "TernCoreKit/platform/Log.hpp"
+#include "TernCoreKit/platform/WorkQueue.hpp"
+#include "TernCoreKit/wayfinding/TernASGrid.hpp"
+#include "TernCoreKit/wayfinding/TernASSearch.hpp"
+
+namespace tern {
+
+namespace {
+
+void finish(TernActiveVenue& venue, Value&) {
+  if (!venue.labelType.isNumber()) {
+    venue.labelType = 0;
+    // On purpose not a test of `clustering` itself.
+    venue.clustering = 0;
+  }
+  detail::makeNested(venue.coordinates);
+  detail::makeCollection(venue.buildings);
+  detail::makeCollection(venue.destinations);
+  detail::makeCollection(venue.amenities);
+  detail::makeCollection(venue.pathTypes);
+  detail::makeCollection(venue.mapLabels);
+  venue.maps = std::make_shared<TernMapCollection>();
+  if (venue.map.plain().isMap()) {
+    venue.maps->create(venue.map.takePlain());
+    const auto made = venue.maps->getAll();
+    if (!made.empty()) venue.map = made.front();
+  }
+  venue.status = venue.status.isAbsent() || venue.status.flag();
+}
+
+template <class Collection>
+auto allOf(const Collection* collection) -> decltype(collection->getAll()) {
+  if (collection == nullptr) return {};
+  return collection->getAll();
+}
+
+TernASGrid::Paths pathsOf(const TernMapCollection& maps) {
+  TernASGrid::Paths paths;
+  for (const TernMap& map : maps.each()) {
+    const TernASGrid::Paths own = allOf(map.paths.get());
+    paths.insert(paths.end(), own.begin(), own.end());
+  }
+  return paths;
+}
+
+// Of the lines drawn from point to point, in map units; from one segment to the next there is a
+// line too.
+float drawnLength(const TernRoute& route) {
+  float length = 0;
+  std::optional<TernCoordinate> previous;
+  for (const TernPathPerFloor& segment : route) {
+    for (const TernPoint& drawn : segment.mapPoints) {
+      const TernCoordinate point{drawn.x, drawn.y};
+      if (previous) length += TernUtils::distanceBetweenPoint1(*previous, point);
+      previous = point;
+    }
+  }
+  return length;
+}
+
+// As single precision holds it; 0 when there is none.
+double roundedCoordinate(const TernWaypoint& waypoint, std::size_t axis) {
+  const auto coordinates = waypoint.coordinates.items();
+  return axis < coordinates.size() ? static_cast<float>(coordinates[axis].number()) : 0.0F;
+}
+
+double straightDistance(const TernWaypoint& waypoint, TernCoordinate point) {
+  const double x = roundedCoordinate(waypoint, 0) - point.x;
+  const double y = roundedCoordinate(waypoint, 1) - point.y;
+  return std::sqrt(x * x + y * y);
+}
+
+// Searches know ids of 32 bits.
+std::int32_t narrowId(const TernWaypoint& waypoint) {
+  return static_cast<std::int32_t>(waypoint.id.integer());
+}
+
+}  // namespace
+
+const detail::FieldTable<TernActiveVenue>& TernActiveVenue::fields() {
+  using Table = detail::FieldTable<TernActiveVenue>;
+  static const Table& table = *new Table(
+      "TernActiveVenue",
+      {Table::copied<&TernActiveVenue::id>("id"),
+       Table::copied<&TernActiveVenue::externalId>("externalId"),
+       Table::copied<&TernActiveVenue::name>("name"),
+       Table::copied<&TernActiveVenue::coordinates>("coordinates"),
+       Table::copied<&TernActiveVenue::buildings>("buildings"),
+       Table::copied<&TernActiveVenue::destinations>("destinations"),
+       Table::copied<&TernActiveVenue::amenities>("amenities"),
+       Table::copied<&TernActiveVenue::pathTypes>("pathTypes"),
+       Table::copied<&TernActiveVenue::mapLabels>("mapLabels"),
+       Table::copied<&TernActiveVenue::map>("map"),
+       Table::copied<&TernActiveVenue::defaultMapTemplateId>("defaultMapTemplateId"),
+       Table::copied<&TernActiveVenue::mapTemplateData>("mapTemplateData"),
+       Table::uncopied<&TernActiveVenue::extensors>("extensors"),
+       Table::uncopied<&TernActiveVenue::status>("status"),
+       Table::uncopied<&TernActiveVenue::customerId>("customerId"),
+       Table::uncopied<&TernActiveVenue::generatedAt>("generatedAt"),
+       Table::uncopied<&TernActiveVenue::labelType>("labelType"),
+       Table::uncopied<&TernActiveVenue::clustering>("clustering"),
+       // Made by the venue, never of its document.
+       Table::ignored("maps"), Table::ignored("nearestElement"), Table::ignored("globalASGrid")},
+      finish);
+  return table;
+}
+
+std::shared_ptr<TernActiveVenue> TernActiveVenue::initWithDictionary(Value dictionary) {
+  return fields().make(std::move(dictionary));
+}
+
+std::shared_ptr<TernActiveVenue> TernActiveVenue::copyWithZone() const {
+  return fields().copy(*this);
+}
+
+std::shared_ptr<TernASGrid> TernActiveVenue::globalASGrid() const {
+  const std::lock_guard lock(gridMutex_);
+  return globalASGrid_;
+}
+
+void TernActiveVenue::loadGridData() {
+  const TernMapCollection none;
+  const TernMapCollection& loaded = maps != nullptr ? *maps : none;
+  auto grid =
+      TernASGrid::initASGrid(loaded.getAllWaypoints(), pathsOf(loaded), allOf(pathTypes.get()),
+                             loaded.getAll(), allOf(buildings.get()), false);
+  // The graph that is replaced goes away outside the lock.
+  const std::lock_guard lock(gridMutex_);
+  globalASGrid_.swap(grid);
+}
+
+void TernActiveVenue::updateWayfindDataWithCompletion(std::function<void(bool)> completion) {
+  auto venue = weak_from_this().lock();
+  if (venue == nullptr) return rebuild(completion);
+  backgroundQueue()->run([venue = std::move(venue), completion = std::move(completion)] {
+    venue->rebuild(completion);
+  });
+}
+
+void TernActiveVenue::rebuild(const std::function<void(bool)>& completion) {
+  const auto replaced = globalASGrid();
+  std::unique_lock<std::recursive_mutex> lock;
+  if (replaced != nullptr) lock = std::unique_lock(replaced->mutex());
+  loadGridData();
+  if (completion) completion(true);
+}
+
+TernRoute TernActiveVenue::wayfind(const std::shared_ptr<TernWaypoint>& start,
+                                   const std::shared_ptr<TernWaypoint>& to,
+                                   std::int64_t accessibility) const {
+  if (start == nullptr || to == nullptr) return {};
+  TernASSearch search;
+  search.grid = globalASGrid();
+  search.maps = maps;
+  return search.search(narrowId(*start), narrowId(*to), accessibility).value_or(TernRoute());
+}
+
+std::shared_ptr<TernWaypoint> TernActiveVenue::getClosestWaypointInArray(
+    const Waypoints& waypoints, TernCoordinate toCoordinate) {
+  std::shared_ptr<TernWaypoint> best;
+  double bestDistance = std::numeric_limits<double>::infinity();
+  for (const auto& waypoint : waypoints) {
+    if (waypoint == nullptr) continue;
+    const double distance = straightDistance(*waypoint, toCoordinate);
+    if (!(distance < bestDistance)) continue;
+    best = waypoint;
+    bestDistance = distance;
+  }
+  return best;
+}
+
+std::shared_ptr<TernWaypoint> TernActiveVenue::getClosestWaypointToCoordinateOnMap(
+    const std::shared_ptr<TernMap>& map, TernCoordinate coordinate) {
+  if (map == nullptr) return nullptr;
+  return getClosestWaypointInArray(allOf(map->waypoints.get()), coordinate);
+}
+
+std::shared_ptr<TernWaypoint> TernActiveVenue::getClosestWaypointInArray(
+    const Waypoints& waypoints, const std::shared_ptr<TernWaypoint>& toWaypoint,
+    std::int64_t accessibility) const {
+  if (std::ranges::find(waypoints, toWaypoint) != waypoints.end()) return toWaypoint;
+  std::shared_ptr<TernWaypoint> best;
+  float bestLength = std::numeric_limits<float>::max();
+  for (const auto& candidate : waypoints) {
+    const TernRoute route = wayfind(candidate, toWaypoint, accessibility);
+    if (route.empty()) continue;
+    const float length = drawnLength(route);
+    if (!(length < bestLength)) continue;
+    best = candidate;
+    bestLength = length;
+  }
+  return bestLength > 0 ? best : nullptr;
+}
+
+TernCoordinate TernActiveVenue::getCenterCoordinates() const {
+  if (maps == nullptr || maps->each().size() == 0) {
+    logLine("Invalid venue map.");
+    return {};
+  }
+  const TernMap& first = *maps->each().begin();
+  const TernCoordinate centre{first.width.number() * 0.5, first.height.number() * 0.5};
+  return TernUtils::convertPoint(centre, "tern:local", "EPSG:4326", this);
+}
+
+}  // namespace tern
