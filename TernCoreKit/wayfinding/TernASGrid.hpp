@@ -1,0 +1,130 @@
+// The navigation graph of one venue, or of several joined ones: a node for every waypoint, an edge for
+// every path that touches it, and links to its neighbours whose costs are settled when the graph is
+// built.
+//
+// Path type 1 is the only one that costs its length times its weight; any other costs its weight a link.
+// A change of height multiplies a link's cost by 1 + height / (vertical weight + 1), where a level is
+// `verticalScale` map units high. A level link is multiplied by what the neighbour's floor's preference
+// says. One-way paths are one-way only where they change height. What is missing never fails: an unknown
+// path type costs nothing, an unknown waypoint is a link that leads nowhere.
+//
+// Building takes time and memory linear in the waypoints and the ends of all paths. A path that joins so
+// many waypoints that its links alone would break that bound is logged and gets no links.
+//
+// Ownership: shares the records and does not change them. Nodes handed out keep the graph alive.
+// Threads: one at a time, as searches and blocks write to the graph: callers take turns. `mutex` is there
+//   for those who replace a grid.
+// Fails: never.
+//
+//   auto grid = TernASGrid::initASGrid(waypoints, paths, pathTypes, maps, buildings, false);
+//   grid->shouldBlockExitFromNode(*grid->getNodeById(12), true);
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <vector>
+
+#include "TernCoreKit/platform/Export.hpp"
+#include "TernCoreKit/wayfinding/TernASEdge.hpp"
+#include "TernCoreKit/wayfinding/TernASNode.hpp"
+#include "TernCoreKit/wayfinding/TernNeighbor.hpp"
+#include "TernCoreKit/wayfinding/TernPoint.hpp"
+
+namespace tern {
+
+struct TernBuilding;
+struct TernFloor;
+struct TernMap;
+struct TernPath;
+struct TernPathType;
+struct TernWaypoint;
+
+namespace detail {
+class GridGraph;
+}  // namespace detail
+
+class TERN_API TernASGrid {
+ public:
+  using Waypoints = std::vector<std::shared_ptr<TernWaypoint>>;
+  using Paths = std::vector<std::shared_ptr<TernPath>>;
+  using PathTypes = std::vector<std::shared_ptr<TernPathType>>;
+  using Maps = std::vector<std::shared_ptr<TernMap>>;
+  using Buildings = std::vector<std::shared_ptr<TernBuilding>>;
+
+  // Builds the graph. For several venues costs are measured in metres of the spherical Mercator
+  // projection and a waypoint whose external id ends in ":" and a waypoint's id is joined to that one.
+  static std::shared_ptr<TernASGrid> initASGrid(Waypoints waypointsIn, Paths pathsIn,
+                                                PathTypes pathTypesIn, Maps mapFullsIn,
+                                                Buildings buildings, bool isForMultiVenue);
+  ~TernASGrid();
+  TernASGrid(const TernASGrid&) = delete;
+  TernASGrid& operator=(const TernASGrid&) = delete;
+
+  bool isMultiVenueLoaded() const;
+  // Height of one level, map units.
+  static constexpr int verticalScale = 100;
+
+  const Waypoints& waypoints() const;
+  const Paths& paths() const;
+  const PathTypes& pathTypes() const;
+  const Maps& mapFulls() const;
+  const Buildings& buildings() const;
+  // Both are always empty: floors are found through the buildings, edges through their nodes.
+  const std::vector<std::shared_ptr<TernFloor>>& floors() const { return floors_; }
+  const std::vector<TernASEdge>& edges() const { return edges_; }
+  // A new list of all nodes, in the order of `waypoints`.
+  std::vector<TernASNode> nodes() const;
+  std::size_t nodeCount() const;
+  // All links of all nodes.
+  std::size_t linkCount() const;
+
+  // The first match in list order, or none.
+  std::shared_ptr<TernWaypoint> getWPById(std::int64_t id) const;
+  Paths getPathsWithWaypoint(std::int64_t id) const;
+  std::shared_ptr<TernPathType> getPathTypeById(std::int64_t id) const;
+  std::shared_ptr<TernFloor> getFloorByMapId(std::int64_t mapId) const;
+  std::optional<TernASNode> getNodeById(std::int64_t id) const;
+  std::optional<TernASNode> getNeighborNodeObject(std::int64_t id) const { return getNodeById(id); }
+  // The nodes of the given waypoints, in the order of `waypoints`.
+  std::vector<TernASNode> getNodesForIds(const Waypoints& items) const;
+
+  // The straight line between two points.
+  static float heuristic(const TernPoint& a, const TernPoint& b);
+  // Height of a map, map units.
+  float getMapZValue(std::int64_t mapId) const;
+  int getFloorPreferenceMultiplier(std::int64_t mapId) const;
+
+  // What the graph is built of, made anew from the records.
+  std::vector<TernASEdge> generateEdges(std::int64_t waypointId) const;
+  TernASEdge generateVirtualEdges(std::int64_t a, std::int64_t b) const;
+  std::vector<TernNeighbor> generateNeighbors(std::int64_t waypointId,
+                                              const std::vector<TernASEdge>& edges) const;
+
+  // Forgets the last search, at once; blocks stay.
+  void reset();
+  // Closes, or opens, the way from a to b, but not that from b to a.
+  void shouldBlockEdgeBetweenNode(const TernASNode& a, const TernASNode& b, bool block);
+  // The mark of the first edge of a that joins b.
+  bool isEdgeBlockedBetweenNode(const TernASNode& a, const TernASNode& b) const;
+  // Closes, or opens, the ways into n from the nodes that n itself has links to.
+  void shouldBlockEntryToNode(const TernASNode& n, bool block);
+  // Closes, or opens, every way out of n.
+  void shouldBlockExitFromNode(const TernASNode& n, bool block);
+
+  // Held while the venue replaces this grid.
+  std::recursive_mutex& mutex() { return mutex_; }
+
+ private:
+  friend class TernASSearch;
+  explicit TernASGrid(std::shared_ptr<detail::GridGraph> graph);
+  TernASNode node(std::uint32_t position) const;
+
+  std::shared_ptr<detail::GridGraph> graph_;
+  std::vector<std::shared_ptr<TernFloor>> floors_;
+  std::vector<TernASEdge> edges_;
+  std::recursive_mutex mutex_;
+};
+
+}  // namespace tern

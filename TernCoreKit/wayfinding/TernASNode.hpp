@@ -1,0 +1,87 @@
+// One waypoint in the graph, with what the last search knows of it.
+//
+// A TernASNode refers to a node; copying one refers to the same node. The nodes of a grid belong to it:
+// what a search writes is seen through every reference, and the next search overwrites it.
+// `copyWithZone` gives a node of its own that no search changes.
+//
+// Ownership: shares the graph that the node is part of, which lives as long as a reference to it.
+// Threads: as the grid: one search or reader at a time.
+// Fails: never; what a record leaves absent reads as 0.
+//
+//   for (const TernASNode& node : route.front().points) draw(node.x(), node.y());
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "TernCoreKit/platform/Export.hpp"
+#include "TernCoreKit/wayfinding/TernASEdge.hpp"
+#include "TernCoreKit/wayfinding/TernNeighbor.hpp"
+
+namespace tern {
+
+namespace detail {
+class NodeSource;
+}  // namespace detail
+
+class TERN_API TernASNode {
+ public:
+  // A node of its own, outside any grid. `x` and `y` in map units, `z` a height in map units.
+  static TernASNode initASNode(std::int64_t nodeId, double x, double y, float z, std::int64_t mapId,
+                               std::vector<TernASEdge> edges, std::vector<TernNeighbor> neighbors);
+
+  // The waypoint's id.
+  std::int64_t nodeId() const;
+  // As the waypoint has them, in map units; longitude and latitude in degrees in a grid of several
+  // venues.
+  double x() const;
+  double y() const;
+  // Height of the waypoint's floor, map units.
+  float z() const;
+  std::int64_t mapId() const;
+
+  // Pictures of the node's edges and links, in their order.
+  std::vector<TernASEdge> edges() const;
+  std::vector<TernNeighbor> neighbors() const;
+
+  // Whether the last search has given the node a score, and whether it has expanded it.
+  bool visited() const;
+  bool closed() const;
+  // Total, path and estimated score. The estimate is always 0.
+  float f() const;
+  float g() const;
+  float h() const;
+  // Length of the route from the search's start, map units; none at the start and where the search
+  // did not come.
+  std::optional<float> distance() const;
+  // The node before this one on the best route found so far.
+  std::optional<TernASNode> parent() const;
+  // The path type by which the search came here; -1 where it did not.
+  std::int64_t usedEdgeTypeId() const;
+
+  // Forgets what the last search knows of the node.
+  void reset();
+
+  // A copy with copies of all its predecessors.
+  TernASNode copyWithZone() const;
+  // Copies of the given nodes that have no predecessors.
+  static std::vector<TernASNode> copiesWithoutParents(const std::vector<TernASNode>& nodes);
+
+  // Whether both refer to the same node.
+  friend bool operator==(const TernASNode& a, const TernASNode& b) {
+    return a.source_ == b.source_ && a.position_ == b.position_;
+  }
+
+ private:
+  friend class TernASGrid;
+  friend class TernASSearch;
+  TernASNode(std::shared_ptr<detail::NodeSource> source, std::uint32_t position)
+      : source_(std::move(source)), position_(position) {}
+
+  std::shared_ptr<detail::NodeSource> source_;
+  std::uint32_t position_;
+};
+
+}  // namespace tern

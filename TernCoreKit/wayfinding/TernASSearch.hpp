@@ -1,0 +1,66 @@
+// Finds the cheapest route through a grid to a waypoint, or to whichever of several is cheapest to reach.
+//
+// Best first by accumulated cost. A link may be taken when its path type's accessibility is at most the
+// given level and it is not blocked. Of routes of equal cost the one found first stays. Closed nodes are
+// not opened again, so links of negative cost do not make a search run on.
+//
+// Ownership: shares the grid and the maps. Threads: one search at a time on one grid.
+// Fails: no route is none; an absent grid, an unknown end and a route of one node are logged too.
+//
+//   TernASSearch search;
+//   search.grid = venue.globalASGrid();
+//   search.maps = venue.maps;
+//   if (const auto route = search.search(12, 40, 100)) draw(*route);
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "TernCoreKit/platform/Export.hpp"
+#include "TernCoreKit/wayfinding/TernASNode.hpp"
+#include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
+
+namespace tern {
+
+class TernASGrid;
+class TernMapCollection;
+struct TernWaypoint;
+
+class TERN_API TernASSearch {
+ public:
+  std::shared_ptr<TernASGrid> grid;
+  // The venue's maps, for their scales.
+  std::shared_ptr<TernMapCollection> maps;
+  // A label for the host; the search does not read it.
+  std::string TAG;
+
+  // The route from one waypoint to the other.
+  std::optional<TernRoute> search(std::int64_t startId, std::int64_t endId, std::int64_t accessLevel);
+  // The route to the first of the given waypoints that the search reaches. A waypoint whose id is 0
+  // always counts as one of them.
+  std::optional<TernRoute> searchInArray(std::int64_t startId,
+                                         const std::vector<std::shared_ptr<TernWaypoint>>& endWaypoints,
+                                         std::int64_t accessLevel);
+  // The route that the last search's parent links give, cut where the map changes.
+  std::optional<TernRoute> pathTo(const std::optional<TernASNode>& end,
+                                  const std::optional<TernASNode>& start) const;
+  // Map units times the map's millimetres a unit; 0 for an unknown map.
+  float convertIntoMMDistance(float distance, std::int64_t mapId) const;
+
+  // What the last search on the grid left on its open list, in the order of the heap.
+  std::vector<TernASNode> openStartHeap() const;
+
+ private:
+  struct Step;
+
+  std::optional<TernRoute> searchForAny(std::int64_t startId, std::span<const std::int64_t> goalIds,
+                                        std::int64_t accessLevel);
+  static std::vector<Step> stepsTo(const TernASNode& end, const TernASNode& start);
+  TernPathPerFloor segmentOf(std::span<const Step> steps, const TernASNode& reachedByMover) const;
+};
+
+}  // namespace tern

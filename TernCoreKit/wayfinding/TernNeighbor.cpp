@@ -1,0 +1,26 @@
+#include "TernCoreKit/wayfinding/TernNeighbor.hpp"
+
+#include "TernCoreKit/model/TernWaypoint.hpp"
+#include "TernCoreKit/wayfinding/TernASEdge.hpp"
+#include "TernCoreKit/wayfinding/detail/Coordinates.hpp"
+
+namespace tern {
+
+TernNeighbor TernNeighbor::initNeighbor(const TernWaypoint* waypoint, const TernASEdge& currentEdge,
+                                        float totalCost, float distance, float z) {
+  TernNeighbor neighbor;
+  if (waypoint != nullptr) {
+    neighbor.neighborId = waypoint->id;
+    neighbor.x = detail::coordinate(*waypoint, 0);
+    neighbor.y = detail::coordinate(*waypoint, 1);
+  }
+  neighbor.cost = totalCost;
+  neighbor.acc = currentEdge.acc;
+  neighbor.edgeId = currentEdge.edgeId;
+  neighbor.edgeTypeId = currentEdge.type;
+  neighbor.distance = distance;
+  neighbor.z = z;
+  return neighbor;
+}
+
+}  // namespace tern

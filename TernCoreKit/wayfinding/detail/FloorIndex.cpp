@@ -1,0 +1,46 @@
+#include "TernCoreKit/wayfinding/detail/FloorIndex.hpp"
+
+#include "TernCoreKit/model/TernFloorCollection.hpp"
+#include "TernCoreKit/model/TernMap.hpp"
+
+namespace tern::detail {
+
+namespace {
+
+std::int32_t multiplierOf(const TernFloor& floor) {
+  switch (floor.preference.integer()) {
+    case 0:
+      return 1;
+    case -2:
+      return -1;
+    default:
+      return 0;
+  }
+}
+
+float heightOf(const TernFloor& floor, int verticalScale) {
+  // Exact for any level that a building has, and never out of range.
+  return static_cast<float>(static_cast<double>(floor.level.integer()) * verticalScale);
+}
+
+}  // namespace
+
+FloorIndex::FloorIndex(const std::vector<std::shared_ptr<TernBuilding>>& buildings,
+                       int verticalScale) {
+  for (const auto& building : buildings) {
+    if (!building->floors) continue;
+    for (const auto& floor : building->floors->getAll()) {
+      const std::int64_t mapId = floor->map ? floor->map->id.integer() : 0;
+      facts_.try_emplace(mapId,
+                         Facts{heightOf(*floor, verticalScale), multiplierOf(*floor), floor});
+    }
+  }
+}
+
+const FloorIndex::Facts& FloorIndex::find(std::int64_t mapId) const {
+  static const Facts unknown;
+  const auto found = facts_.find(mapId);
+  return found != facts_.end() ? found->second : unknown;
+}
+
+}  // namespace tern::detail

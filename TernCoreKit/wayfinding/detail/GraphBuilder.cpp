@@ -1,0 +1,343 @@
+#include "TernCoreKit/wayfinding/detail/GraphBuilder.hpp"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <numeric>
+#include <string>
+#include <string_view>
+
+#include "TernCoreKit/model/TernMap.hpp"
+#include "TernCoreKit/model/TernPath.hpp"
+#include "TernCoreKit/model/TernPathType.hpp"
+#include "TernCoreKit/model/TernWaypoint.hpp"
+#include "TernCoreKit/model/TernWaypointCollection.hpp"
+#include "TernCoreKit/platform/Log.hpp"
+
+namespace tern::detail {
+
+namespace {
+
+constexpr std::uint32_t none = IdIndex::none;
+
+// A path of n waypoints makes n * (n - 1) links. What all paths of a venue may make beyond a fixed
+// multiple of their ends: enough for one that joins two thousand waypoints.
+constexpr std::uint64_t spareLinks = std::uint64_t{1} << 22U;
+constexpr std::uint64_t linksAnEnd = 16;
+
+// A waypoint as the maps know it.
+struct KnownWaypoint {
+  Place place;
+  std::int64_t recordId;
+};
+
+// A path as its ends see it.
+struct PathFacts {
+  std::uint32_t firstEnd;
+  std::uint32_t kind;
+  std::int64_t direction;
+};
+
+// An id that a path names: the first node and the first known waypoint that have it.
+struct PathEnd {
+  std::uint32_t node;
+  std::uint32_t waypoint;
+};
+
+// The number behind the last colon of a venue exit's external id, which names a waypoint of another
+// venue; none without a colon.
+std::optional<std::int64_t> partnerOf(const TernWaypoint& waypoint) {
+  const std::string_view text = waypoint.externalId.text();
+  const std::size_t colon = text.rfind(':');
+  if (colon == std::string_view::npos) return std::nullopt;
+  const std::string_view digits = text.substr(colon + 1);
+  std::int64_t id = 0;
+  std::from_chars(digits.data(), digits.data() + digits.size(), id);
+  return id;
+}
+
+class Builder {
+ public:
+  explicit Builder(GridGraph& grid)
+      : grid_(grid), records_(grid.records), nodeCount_(grid.records.waypoints.size()) {}
+
+  void build() {
+    indexWaypoints();
+    readPaths();
+    if (records_.isForMultiVenue) joinVenues();
+    boundLinks();
+    listEdges();
+    orderNodes();
+    writeEdges();
+    rankKinds();
+    writeLinks();
+  }
+
+ private:
+  std::span<const PathEnd> endsOf(std::uint32_t path) const {
+    return std::span(ends_).subspan(paths_[path].firstEnd,
+                                    paths_[path + 1].firstEnd - paths_[path].firstEnd);
+  }
+  std::span<const std::uint32_t> edgesOf(std::uint32_t node) const {
+    return std::span(edges_).subspan(firstEdge_[node], firstEdge_[node + 1] - firstEdge_[node]);
+  }
+  // The node that a search finds under the node's id.
+  std::uint32_t firstNodeOf(std::uint32_t node) const {
+    return hasRepeats_ ? grid_.nodePlaces.find(nodeIds_[node]) : node;
+  }
+
+  void indexWaypoints();
+  void readPaths();
+  void addPath(std::int64_t typeId, std::int64_t direction);
+  void addEnd(std::int64_t id);
+  std::uint32_t kindOf(std::int64_t typeId);
+  void joinVenues();
+  void boundLinks();
+  template <class Visit>
+  void forEachEdge(Visit visit);
+  void listEdges();
+  void orderNodes();
+  void writeEdges();
+  void rankKinds();
+  void writeLinks();
+  void writeLinksOf(std::uint32_t node);
+
+  GridGraph& grid_;
+  const GridRecords& records_;
+  const std::size_t nodeCount_;
+
+  std::vector<std::int64_t> nodeIds_;
+  bool hasRepeats_ = false;
+  std::vector<KnownWaypoint> known_;
+  IdIndex knownPlaces_;
+  // The maps know the same ids in the same order as the nodes have them, as they do in a venue.
+  bool knownAreNodes_ = false;
+
+  std::vector<PathEnd> ends_;
+  std::vector<PathFacts> paths_;  // closed by one that only says where the last ends
+  std::vector<std::uint32_t> exits_;  // by virtual path: the one node that has it as an edge
+  std::vector<LinkKind> kinds_;
+  std::vector<Passage> passages_;  // by kind
+  std::unordered_map<std::int64_t, std::uint32_t> kindPlaces_;
+  std::vector<std::uint32_t> rankOf_;  // by kind
+
+  std::vector<std::uint32_t> firstEdge_;  // by node, one more than there are
+  std::vector<std::uint32_t> edges_;      // paths
+};
+
+void Builder::indexWaypoints() {
+  nodeIds_.reserve(nodeCount_);
+  for (const auto& waypoint : records_.waypoints) nodeIds_.push_back(waypoint->id.integer());
+  grid_.nodePlaces = IdIndex(nodeIds_);
+  hasRepeats_ = grid_.nodePlaces.distinct() < nodeCount_;
+
+  std::vector<std::int64_t> knownIds;
+  knownIds.reserve(nodeCount_);
+  known_.reserve(nodeCount_);
+  knownAreNodes_ = true;
+  for (const auto& map : records_.maps) {
+    if (!map->waypoints) continue;
+    for (const RecordMap::Entry& entry : map->waypoints->items().entries()) {
+      if (!entry.key.isInteger()) continue;
+      const auto& waypoint = static_cast<const TernWaypoint&>(*entry.record);
+      const std::int64_t id = waypoint.id.integer();
+      const std::size_t place = known_.size();
+      knownAreNodes_ = knownAreNodes_ && id == entry.key.integer() && place < nodeCount_ &&
+                       nodeIds_[place] == id;
+      knownIds.push_back(entry.key.integer());
+      known_.push_back({grid_.place(&waypoint), id});
+    }
+  }
+  knownAreNodes_ = knownAreNodes_ && known_.size() == nodeCount_;
+  if (!knownAreNodes_) knownPlaces_ = IdIndex(knownIds);
+}
+
+void Builder::addEnd(std::int64_t id) {
+  const std::uint32_t node = grid_.nodePlaces.find(id);
+  ends_.push_back({node, knownAreNodes_ ? node : knownPlaces_.find(id)});
+}
+
+void Builder::addPath(std::int64_t typeId, std::int64_t direction) {
+  paths_.push_back({static_cast<std::uint32_t>(ends_.size()), kindOf(typeId), direction});
+}
+
+std::uint32_t Builder::kindOf(std::int64_t typeId) {
+  if (!paths_.empty() && kinds_[paths_.back().kind].typeId == typeId) return paths_.back().kind;
+  const auto [found, isNew] =
+      kindPlaces_.try_emplace(typeId, static_cast<std::uint32_t>(kinds_.size()));
+  if (isNew) {
+    const auto type = grid_.pathTypeById(typeId);
+    kinds_.push_back({typeId, type ? type->accessibility.integer() : 0});
+    passages_.push_back(grid_.passage(typeId, 0));
+  }
+  return found->second;
+}
+
+void Builder::readPaths() {
+  paths_.reserve(records_.paths.size() + 1);
+  ends_.reserve(records_.paths.size() * 2);
+  for (const auto& path : records_.paths) {
+    addPath(path->pathTypeId.integer(), path->direction.integer());
+    for (const Value& id : path->waypointIds.items()) addEnd(id.integer());
+  }
+  paths_.push_back({static_cast<std::uint32_t>(ends_.size()), 0, 0});
+}
+
+void Builder::joinVenues() {
+  paths_.pop_back();
+  for (std::uint32_t node = 0; node < nodeCount_; ++node) {
+    const auto partner = partnerOf(*records_.waypoints[node]);
+    if (!partner || !grid_.waypointById(*partner)) continue;
+    addPath(walkingType, 0);
+    addEnd(nodeIds_[node]);
+    addEnd(*partner);
+    grid_.virtualPaths.push_back({nodeIds_[node], *partner});
+    exits_.push_back(node);
+  }
+  paths_.push_back({static_cast<std::uint32_t>(ends_.size()), 0, 0});
+}
+
+void Builder::boundLinks() {
+  std::uint64_t left = spareLinks + linksAnEnd * ends_.size();
+  for (std::uint32_t path = 0; path < records_.paths.size(); ++path) {
+    const std::uint64_t ends = endsOf(path).size();
+    if (ends * ends <= left) {
+      left -= ends * ends;
+      continue;
+    }
+    grid_.unlinkedPaths.push_back(path);
+    logSdk("path " + records_.paths[path]->id.printed() +
+           " joins too many waypoints to be walked on");
+  }
+}
+
+// Visits every node with every path that touches it, in the order of the paths.
+template <class Visit>
+void Builder::forEachEdge(Visit visit) {
+  std::vector<std::uint32_t> lastPath(nodeCount_, none);
+  const auto real = static_cast<std::uint32_t>(records_.paths.size());
+  for (std::uint32_t path = 0; path < real; ++path) {
+    for (const PathEnd& end : endsOf(path)) {
+      if (end.node == none || lastPath[end.node] == path) continue;
+      lastPath[end.node] = path;
+      visit(end.node, path);
+    }
+  }
+}
+
+void Builder::listEdges() {
+  firstEdge_.assign(nodeCount_ + 1, 0);
+  forEachEdge([&](std::uint32_t node, std::uint32_t) { ++firstEdge_[node + 1]; });
+  if (hasRepeats_) {
+    for (std::uint32_t node = 0; node < nodeCount_; ++node) {
+      firstEdge_[node + 1] = firstEdge_[firstNodeOf(node) + 1];
+    }
+  }
+  for (const std::uint32_t exit : exits_) ++firstEdge_[exit + 1];
+  std::partial_sum(firstEdge_.begin(), firstEdge_.end(), firstEdge_.begin());
+
+  edges_.resize(firstEdge_.back());
+  std::vector<std::uint32_t> next(firstEdge_.begin(), firstEdge_.end() - 1);
+  forEachEdge([&](std::uint32_t node, std::uint32_t path) { edges_[next[node]++] = path; });
+  if (hasRepeats_) {
+    for (std::uint32_t node = 0; node < nodeCount_; ++node) {
+      const std::uint32_t first = firstNodeOf(node);
+      if (first == node) continue;
+      for (std::uint32_t i = firstEdge_[first]; i < next[first]; ++i) {
+        edges_[next[node]++] = edges_[i];
+      }
+    }
+  }
+  for (std::size_t i = 0; i < exits_.size(); ++i) {
+    edges_[next[exits_[i]]++] = static_cast<std::uint32_t>(records_.paths.size() + i);
+  }
+}
+
+// Breadth first, so that nodes which a search meets together lie together.
+void Builder::orderNodes() {
+  grid_.positionOf.assign(nodeCount_, noPosition);
+  grid_.placeOf.reserve(nodeCount_);
+  std::vector<bool> walked(paths_.size(), false);
+  const auto take = [&](std::uint32_t node) {
+    if (node == none || grid_.positionOf[node] != noPosition) return;
+    grid_.positionOf[node] = static_cast<Position>(grid_.placeOf.size());
+    grid_.placeOf.push_back(node);
+  };
+  std::size_t expanded = 0;
+  for (std::uint32_t seed = 0; seed < nodeCount_; ++seed) {
+    take(seed);
+    for (; expanded < grid_.placeOf.size(); ++expanded) {
+      for (const std::uint32_t path : edgesOf(grid_.placeOf[expanded])) {
+        if (walked[path]) continue;
+        walked[path] = true;
+        for (const PathEnd& end : endsOf(path)) take(end.node);
+      }
+    }
+  }
+}
+
+void Builder::writeEdges() {
+  grid_.firstEdge.reserve(nodeCount_ + 1);
+  grid_.edgeRefs.reserve(edges_.size());
+  for (const std::uint32_t node : grid_.placeOf) {
+    grid_.firstEdge.push_back(static_cast<std::uint32_t>(grid_.edgeRefs.size()));
+    for (const std::uint32_t path : edgesOf(node)) grid_.edgeRefs.push_back({path});
+  }
+  grid_.firstEdge.push_back(static_cast<std::uint32_t>(grid_.edgeRefs.size()));
+}
+
+void Builder::rankKinds() {
+  std::vector<std::uint32_t> order(kinds_.size());
+  std::iota(order.begin(), order.end(), 0U);
+  std::ranges::stable_sort(order, {},
+                           [&](std::uint32_t kind) { return kinds_[kind].accessibility; });
+  rankOf_.resize(kinds_.size());
+  for (const std::uint32_t kind : order) {
+    rankOf_[kind] = static_cast<std::uint32_t>(grid_.kinds.size());
+    grid_.kinds.push_back(kinds_[kind]);
+  }
+}
+
+void Builder::writeLinks() {
+  grid_.graph.states.resize(nodeCount_);
+  grid_.graph.links.reserve(ends_.size());
+  for (std::size_t position = 0; position < nodeCount_; ++position) {
+    NodeState& state = grid_.graph.states[position];
+    state.firstLink = static_cast<std::uint32_t>(grid_.graph.links.size());
+    writeLinksOf(grid_.placeOf[position]);
+    state.endLink = static_cast<std::uint32_t>(grid_.graph.links.size());
+  }
+}
+
+void Builder::writeLinksOf(std::uint32_t node) {
+  const std::uint32_t self = firstNodeOf(node);
+  const std::uint32_t known = knownAreNodes_ ? self : knownPlaces_.find(nodeIds_[node]);
+  const Place nowhere = grid_.place(nullptr);
+  const Place from = known != none ? known_[known].place : nowhere;
+  for (const std::uint32_t path : edgesOf(node)) {
+    if (std::ranges::binary_search(grid_.unlinkedPaths, path)) continue;
+    Passage over = passages_[paths_[path].kind];
+    over.direction = paths_[path].direction;
+    for (const PathEnd& end : endsOf(path)) {
+      if (end.node == self) continue;
+      const bool isKnown = end.waypoint != none;
+      const auto cost = linkCost(from, isKnown ? known_[end.waypoint].place : nowhere, over);
+      if (!cost) continue;
+      // A waypoint that no map knows has no id, which reads as 0.
+      const std::uint32_t target =
+          knownAreNodes_ && isKnown
+              ? end.node
+              : grid_.nodePlaces.find(isKnown ? known_[end.waypoint].recordId : 0);
+      grid_.graph.costsAreFinite = grid_.graph.costsAreFinite && std::isfinite(cost->cost);
+      grid_.graph.links.push_back({target != none ? grid_.positionOf[target] : noPosition,
+                                   cost->cost, cost->distance,
+                                   target != none ? rankOf_[paths_[path].kind] : Link::shut});
+    }
+  }
+}
+
+}  // namespace
+
+void buildGraph(GridGraph& grid) { Builder(grid).build(); }
+
+}  // namespace tern::detail

@@ -1,0 +1,58 @@
+// Where a node reference reads and writes: the nodes of a grid, or copies that stand alone.
+//
+// Ownership: shared by the references to its nodes. Threads: one at a time.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "TernCoreKit/wayfinding/TernASEdge.hpp"
+#include "TernCoreKit/wayfinding/TernNeighbor.hpp"
+#include "TernCoreKit/wayfinding/detail/Graph.hpp"
+
+namespace tern::detail {
+
+// What a node is, whatever is searched.
+struct NodeFacts {
+  std::int64_t nodeId = 0;
+  double x = 0;  // map units, as the waypoint has them
+  double y = 0;
+  std::int64_t mapId = 0;
+};
+
+// What the last search knows of a node.
+struct NodeProgress {
+  bool visited = false;
+  bool closed = false;
+  float score = 0;
+  std::optional<float> distance;  // map units
+  Position parent = noPosition;
+  std::int64_t usedEdgeTypeId = -1;
+};
+
+class NodeSource {
+ public:
+  NodeSource() = default;
+  virtual ~NodeSource() = default;
+  NodeSource(const NodeSource&) = delete;
+  NodeSource& operator=(const NodeSource&) = delete;
+
+  // REQUIRES, of each: the position is one of this source.
+  virtual NodeFacts facts(Position position) const = 0;
+  // Map units.
+  virtual float height(Position position) const = 0;
+  virtual NodeProgress progress(Position position) const = 0;
+  virtual void clearProgress(Position position) = 0;
+  virtual std::vector<TernASEdge> edges(Position position) const = 0;
+  virtual std::vector<TernNeighbor> neighbors(Position position) const = 0;
+  // Ids of the nodes that the node has links to.
+  virtual std::vector<std::int64_t> neighborIds(Position position) const = 0;
+
+  // Marks the node's edges that join the given node; all of its edges without one.
+  virtual void blockEdges(Position position, std::optional<std::int64_t> joining, bool block) = 0;
+  // The mark of the first edge that joins the given node.
+  virtual bool isEdgeBlocked(Position position, std::int64_t joining) const = 0;
+};
+
+}  // namespace tern::detail

@@ -1,0 +1,122 @@
+// The open list of a search: a textbook array heap of scores with the nodes that they belong to.
+//
+// Insertion sifts up while the parent is greater; removal moves the last entry to the root and sifts
+// it down, to the left child on ties. A score that drops is rewritten where it stands and nothing is
+// moved: which of equal or nearly equal routes is found follows from that, so it is part of the
+// behaviour.
+//
+// Source of the heap: J. W. J. Williams, Algorithm 232 (Heapsort), CACM 7(6), 1964.
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "TernCoreKit/wayfinding/detail/Graph.hpp"
+
+namespace tern::detail {
+
+// How scores compare while every cost of the graph is finite, and no score can be unordered: as
+// integers in the order of the floats, which the heap compares without a branch and sooner than floats.
+struct FiniteOrder {
+  using Key = std::int32_t;
+
+  static Key keyOf(float score) {
+    const Key bits = std::bit_cast<Key>(score + 0.0F);  // no negative zero
+    return bits ^ ((bits >> 31) & 0x7fffffff);
+  }
+  static bool isGreater(Key a, Key b) { return a > b; }
+};
+
+// How any scores compare: what is unordered counts as greater, on both sides.
+struct AnyOrder {
+  using Key = float;
+
+  static Key keyOf(float score) { return score; }
+  static bool isGreater(Key a, Key b) { return !(a <= b); }
+};
+
+// Keeps each entry's place in its node's `heapPlace`. The storage is the graph's and is used again by
+// the next search.
+template <class Order>
+class OpenList {
+ public:
+  explicit OpenList(Graph& graph)
+      : storage_(graph.openStorage), states_(graph.states.data()), heap_(storage_.data()) {}
+
+  bool isEmpty() const { return count_ == 0; }
+  std::size_t size() const { return count_; }
+
+  // REQUIRES: not empty.
+  Position first() const { return heap_[1].position; }
+
+  void insert(Position position, float score) {
+    if (count_ + 1 >= storage_.size()) grow();
+    siftUp(++count_, {std::bit_cast<std::uint32_t>(Order::keyOf(score)), position});
+  }
+
+  // REQUIRES: not empty.
+  void removeFirst() {
+    const OpenEntry last = heap_[count_--];
+    if (count_ > 0) siftDown(last);
+  }
+
+  void rewriteScore(const NodeState& state, float score) {
+    heap_[state.heapPlace].key = std::bit_cast<std::uint32_t>(Order::keyOf(score));
+  }
+
+ private:
+  static bool isGreater(OpenEntry a, OpenEntry b) {
+    using Key = typename Order::Key;
+    return Order::isGreater(std::bit_cast<Key>(a.key), std::bit_cast<Key>(b.key));
+  }
+
+  void place(std::size_t at, OpenEntry entry) {
+    heap_[at] = entry;
+    states_[entry.position].heapPlace = static_cast<std::uint32_t>(at);
+  }
+
+  void siftUp(std::size_t at, OpenEntry entry) {
+    while (at > 1) {
+      const OpenEntry parent = heap_[at / 2];
+      if (!isGreater(parent, entry)) break;
+      place(at, parent);
+      at /= 2;
+    }
+    place(at, entry);
+  }
+
+  void siftDown(OpenEntry entry) {
+    std::size_t at = 1;
+    std::size_t child = 2;
+    while (child < count_) {
+      child += static_cast<std::size_t>(isGreater(heap_[child], heap_[child + 1]));
+      const OpenEntry lesser = heap_[child];
+      if (!isGreater(entry, lesser)) {
+        place(at, entry);
+        return;
+      }
+      place(at, lesser);
+      at = child;
+      child = 2 * at;
+    }
+    if (child == count_ && isGreater(entry, heap_[child])) {
+      place(at, heap_[child]);
+      at = child;
+    }
+    place(at, entry);
+  }
+
+  [[gnu::noinline]] void grow() {
+    storage_.resize(storage_.size() * 2 + 64);
+    heap_ = storage_.data();
+  }
+
+  std::vector<OpenEntry>& storage_;
+  NodeState* const states_;
+  OpenEntry* heap_;  // the root at 1
+  std::size_t count_ = 0;
+};
+
+}  // namespace tern::detail

@@ -1,0 +1,29 @@
+#include "TernCoreKit/wayfinding/detail/StandaloneNodes.hpp"
+
+#include <algorithm>
+
+namespace tern::detail {
+
+std::vector<std::int64_t> StandaloneNodes::neighborIds(Position position) const {
+  std::vector<std::int64_t> ids;
+  for (const TernNeighbor& neighbor : nodes_[position].neighbors) {
+    ids.push_back(neighbor.neighborId.integer());
+  }
+  return ids;
+}
+
+void StandaloneNodes::blockEdges(Position position, std::optional<std::int64_t> joining,
+                                 bool block) {
+  for (TernASEdge& edge : nodes_[position].edges) {
+    if (!joining || edge.joins(*joining)) edge.blocked = block;
+  }
+}
+
+bool StandaloneNodes::isEdgeBlocked(Position position, std::int64_t joining) const {
+  const auto& edges = nodes_[position].edges;
+  const auto first =
+      std::ranges::find_if(edges, [&](const TernASEdge& edge) { return edge.joins(joining); });
+  return first != edges.end() && first->blocked;
+}
+
+}  // namespace tern::detail

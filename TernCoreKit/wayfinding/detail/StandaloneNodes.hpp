@@ -1,0 +1,42 @@
+// Nodes outside any grid: made by hand, or copied from a grid so that no search changes them.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "TernCoreKit/wayfinding/detail/NodeSource.hpp"
+
+namespace tern::detail {
+
+struct StandaloneNode {
+  NodeFacts facts;
+  float height = 0;  // map units
+  NodeProgress progress;  // its parent is a place in the same list
+  std::vector<TernASEdge> edges;
+  std::vector<TernNeighbor> neighbors;
+};
+
+class StandaloneNodes final : public NodeSource {
+ public:
+  explicit StandaloneNodes(std::vector<StandaloneNode> nodes) : nodes_(std::move(nodes)) {}
+
+  NodeFacts facts(Position position) const override { return nodes_[position].facts; }
+  float height(Position position) const override { return nodes_[position].height; }
+  NodeProgress progress(Position position) const override { return nodes_[position].progress; }
+  void clearProgress(Position position) override { nodes_[position].progress = {}; }
+  std::vector<TernASEdge> edges(Position position) const override {
+    return nodes_[position].edges;
+  }
+  std::vector<TernNeighbor> neighbors(Position position) const override {
+    return nodes_[position].neighbors;
+  }
+  std::vector<std::int64_t> neighborIds(Position position) const override;
+  void blockEdges(Position position, std::optional<std::int64_t> joining, bool block) override;
+  bool isEdgeBlocked(Position position, std::int64_t joining) const override;
+
+ private:
+  std::vector<StandaloneNode> nodes_;
+};
+
+}  // namespace tern::detail
