@@ -1,0 +1,194 @@
+#include "tools/tern/Arguments.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tools/tern/CommandWords.hpp"
+
+namespace tern::command {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+using Words = std::vector<std::string>;
+
+// The arguments of a call whose words are right.
+Arguments parsed(const Words& words) {
+  const ParsedCall call = parseArguments(words);
+  const auto* arguments = std::get_if<Arguments>(&call);
+  if (arguments != nullptr) return *arguments;
+  const auto* failure = std::get_if<Failure>(&call);
+  ADD_FAILURE() << (failure != nullptr ? failure->error.message : "information");
+  return {};
+}
+
+// The message of a call whose words are wrong.
+std::string refusalOf(const Words& words) {
+  const ParsedCall call = parseArguments(words);
+  const auto* failure = std::get_if<Failure>(&call);
+  if (failure == nullptr) return "not refused";
+  EXPECT_EQ(failure->status, ExitStatus::wrongWords);
+  EXPECT_EQ(failure->error.code, "TN006");
+  return failure->error.message;
+}
+
+std::string informationOf(const Words& words) {
+  const ParsedCall call = parseArguments(words);
+  const auto* information = std::get_if<Information>(&call);
+  return information != nullptr ? information->text : "no information";
+}
+
+TEST(Arguments, routeBecomesARequest) {
+  const Arguments call = parsed({"route", "--data", "mall", "--from", "12", "--to=40", "--json"});
+  EXPECT_EQ(call.command, "route");
+  EXPECT_EQ(call.data, "mall");
+  EXPECT_TRUE(call.json);
+  EXPECT_FALSE(call.venue);
+  EXPECT_FALSE(call.building);
+  EXPECT_EQ(call.request, Value::map({{"op", "route"}, {"from", 12}, {"to", 40}}));
+}
+
+TEST(Arguments, accessibilityGoesIntoTheRequest) {
+  const Words words = {"route", "--data", "d", "--from", "1", "--to", "2", "--accessibility", "-3"};
+  EXPECT_EQ(parsed(words).request["accessibility"], Value(-3));
+}
+
+TEST(Arguments, closestTakesAPointOfNegativeNumbersInEitherForm) {
+  const Value request =
+      Value::map({{"op", "closest"}, {"map", 3}, {"at", Value::list({-12.5, 3.0})}});
+  EXPECT_EQ(parsed({"closest", "--data", "d", "--map", "3", "--at", "-12.5,3"}).request, request);
+  EXPECT_EQ(parsed({"closest", "--data", "d", "--map", "3", "--at=-12.5,3"}).request, request);
+}
+
+TEST(Arguments, convertNamesTwoProjections) {
+  const Arguments call = parsed({"convert", "--data", "d", "--point", "13.4,52.5", "--from",
+                                 "EPSG:4326", "--to", "tern:local"});
+  EXPECT_EQ(call.request, Value::map({{"op", "convert"},
+                                      {"point", Value::list({13.4, 52.5})},
+                                      {"from", "EPSG:4326"},
+                                      {"to", "tern:local"}}));
+}
+
+TEST(Arguments, optionsMayStandBeforeTheCommand) {
+  const Arguments call =
+      parsed({"--data", "info", "--json", "--venue", "2", "info", "--building=7"});
+  EXPECT_EQ(call.command, "info");
+  EXPECT_EQ(call.data, "info");
+  EXPECT_EQ(call.venue, 2);
+  EXPECT_EQ(call.building, 7);
+  EXPECT_TRUE(call.json);
+}
+
+TEST(Arguments, generateHasOptionsOfItsOwn) {
+  const Arguments call = parsed({"generate", "--out", "mall", "--seed", "7", "--buildings", "3",
+                                 "--floors", "5", "--shops", "20", "--waypoints", "900",
+                                 "--spacing", "2", "--customer", "8", "--venue", "9"});
+  EXPECT_EQ(call.out, "mall");
+  EXPECT_EQ(call.generate.seed, 7U);
+  EXPECT_EQ(call.generate.buildings, 3);
+  EXPECT_EQ(call.generate.floors, 5);
+  EXPECT_EQ(call.generate.shops, 20);
+  EXPECT_EQ(call.generate.waypoints, 900);
+  EXPECT_EQ(call.generate.spacing, 2);
+  EXPECT_EQ(call.generate.customer, 8);
+  EXPECT_EQ(call.generate.venue, 9);
+  EXPECT_EQ(refusalOf({"generate", "--out", "mall", "--floors", "0"}),
+            "--floors: 0 is out of range, 1 to 40 (see tern generate --help)");
+}
+
+TEST(Arguments, missingOptionIsNamedWithItsMeaning) {
+  EXPECT_EQ(refusalOf({"route", "--from", "1", "--to", "2"}),
+            "--data DIR is missing: the venue folder to read (see tern route --help)");
+  EXPECT_EQ(refusalOf({"route", "--data", "d", "--to", "2"}),
+            "--from W is missing: the waypoint where the route begins (see tern route --help)");
+  EXPECT_THAT(refusalOf({"route", "--data", "d", "--from"}), HasSubstr("--from"));
+  EXPECT_THAT(refusalOf({"generate"}), StartsWith("--out DIR is missing"));
+}
+
+TEST(Arguments, wrongValueIsNamedWithWhatWouldBeRight) {
+  EXPECT_EQ(refusalOf({"route", "--data", "d", "--from", "one", "--to", "2"}),
+            "--from: \"one\" must be a whole number, such as 12 (see tern route --help)");
+  EXPECT_THAT(refusalOf({"route", "--data", "d", "--from", "1.5", "--to", "2"}),
+              StartsWith("--from: \"1.5\""));
+  EXPECT_THAT(refusalOf({"route", "--data", "d", "--from=", "--to", "2"}), StartsWith("--from: "));
+  EXPECT_THAT(refusalOf({"info", "--data", ""}), StartsWith("--data: "));
+  EXPECT_THAT(refusalOf({"info", "--data", "d", "--venue", "1,2"}), StartsWith("--venue: \"1,2\""));
+  EXPECT_THAT(refusalOf({"closest", "--data", "d", "--map", "3", "--at", "10"}),
+              StartsWith("--at: \"10\" must be two numbers"));
+  EXPECT_THAT(refusalOf({"route", "--data", "d", "--from", "1", "--to", "2", "--picture", "a.pdf"}),
+              StartsWith("--picture: \"a.pdf\" must end in .svg or .html"));
+}
+
+TEST(Arguments, projectionsAreNamedWhenOneIsWrong) {
+  const auto convert = [](const char* from, const char* to) {
+    return refusalOf({"convert", "--data", "d", "--point", "1,2", "--from", from, "--to", to});
+  };
+  EXPECT_THAT(convert("EPSG:1", "EPSG:3857"),
+              StartsWith("--from: \"EPSG:1\" is no projection; there are EPSG:4326, EPSG:3857 and "
+                         "tern:local"));
+  EXPECT_THAT(convert("EPSG:3857", "epsg:4326"),
+              StartsWith("--to: \"epsg:4326\" is no projection"));
+  EXPECT_THAT(convert("EPSG:4326", "EPSG:4326"),
+              StartsWith("--from and --to must be two different ones of EPSG:4326"));
+}
+
+TEST(Arguments, unknownWordIsNamedBeforeWhatIsMissing) {
+  EXPECT_EQ(refusalOf({"route", "--form", "1"}),
+            "\"--form\" is not understood here (see tern route --help)");
+  EXPECT_THAT(refusalOf({"info", "--data", "d", "more"}), StartsWith("\"more\" is not understood"));
+  EXPECT_THAT(refusalOf({"info", "--data", "d", "--from", "1"}), StartsWith("\"--from\""));
+  EXPECT_THAT(refusalOf({"info", "--data", "d", "--json=yes"}), StartsWith("--json takes no value"));
+}
+
+TEST(Arguments, repeatedOptionIsRefused) {
+  EXPECT_THAT(refusalOf({"route", "--data", "d", "--from", "1", "--from", "2", "--to", "3"}),
+              HasSubstr("--from"));
+}
+
+TEST(Arguments, unknownCommandIsNamedWithThoseThereAre) {
+  EXPECT_EQ(
+      refusalOf({"fly"}),
+      "\"fly\" is no command; there are venues, info, route, closest, convert, batch, generate "
+      "(see tern --help)");
+}
+
+TEST(Arguments, commandIsNeeded) {
+  EXPECT_THAT(refusalOf({}), StartsWith("a command is missing; there are venues"));
+  EXPECT_THAT(refusalOf({"--data", "d"}), StartsWith("a command is missing"));
+}
+
+TEST(Arguments, helpComesBeforeComplaints) {
+  EXPECT_THAT(informationOf({"--help"}), HasSubstr("tern COMMAND"));
+  EXPECT_THAT(informationOf({"-h"}), HasSubstr("tern COMMAND"));
+  EXPECT_THAT(informationOf({"--help", "route"}), HasSubstr("tern route --data mall"));
+  for (const CommandWord& word : commandWords) {
+    const std::string help = informationOf({std::string(word.name), "--help"});
+    EXPECT_THAT(help, HasSubstr("Usage: tern " + std::string(word.name)));
+    EXPECT_THAT(help, HasSubstr("Example"));
+  }
+}
+
+TEST(Arguments, helpOfACommandListsItsOptionsOnly) {
+  EXPECT_THAT(informationOf({"route", "--help"}), HasSubstr("--accessibility N"));
+  EXPECT_THAT(informationOf({"info", "--help"}), Not(HasSubstr("--accessibility")));
+  EXPECT_THAT(informationOf({"generate", "--help"}), Not(HasSubstr("--data")));
+}
+
+TEST(Arguments, versionIsThatOfTheLibrary) {
+  EXPECT_THAT(informationOf({"--version"}),
+              testing::MatchesRegex("tern [0-9]+\\.[0-9]+\\.[0-9]+\n"));
+}
+
+TEST(Arguments, jsonIsSeenInWordsThatAreWrong) {
+  EXPECT_TRUE(asksForJson(Words{"fly", "--json"}));
+  EXPECT_FALSE(asksForJson(Words{"fly", "--jsonx"}));
+  EXPECT_FALSE(asksForJson(Words{}));
+}
+
+}  // namespace
+}  // namespace tern::command
