@@ -1,0 +1,15 @@
+#include "tests/support/ActiveVenue.hpp"
+
+#include "TernCoreKit/model/VenueAssembly.hpp"
+
+namespace tern::test {
+
+std::shared_ptr<TernActiveVenue> loadDrawnVenue(const Drawing& drawing) {
+  auto venue = TernActiveVenue::initWithDictionary(drawVenueDocument(drawing));
+  addBuilding(*venue, 1, drawBuildingDocument(drawing));
+  attachWaypoints(*venue);
+  venue->loadGridData();
+  return venue;
+}
+
+}  // namespace tern::test
