@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <optional>
 #include <utility>
@@ -55,8 +56,8 @@ auto allOf(const Collection* collection) -> decltype(collection->getAll()) {
 TernASGrid::Paths pathsOf(const TernMapCollection& maps) {
   TernASGrid::Paths paths;
   for (const TernMap& map : maps.each()) {
-    const TernASGrid::Paths own = allOf(map.paths.get());
-    paths.insert(paths.end(), own.begin(), own.end());
+    TernASGrid::Paths own = allOf(map.paths.get());
+    paths.insert(paths.end(), std::move_iterator(own.begin()), std::move_iterator(own.end()));
   }
   return paths;
 }

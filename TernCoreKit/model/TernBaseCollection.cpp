@@ -1,7 +1,6 @@
 #include "TernCoreKit/model/TernBaseCollection.hpp"
 
 #include <algorithm>
-#include <string>
 #include <utility>
 #include <vector>
 

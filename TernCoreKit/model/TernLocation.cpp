@@ -28,20 +28,4 @@ std::vector<std::shared_ptr<TernLocation>> TernLocation::parseLocationsIntoArray
   return locations;
 }
 
-bool detail::takeLocations(Value& dictionary,
-                           std::vector<std::shared_ptr<TernLocation>>& locations) {
-  Value* list = dictionary.find("locations");
-  if (list == nullptr || list->isNull()) return true;
-  if (!list->isList()) {
-    logWrongKind("\"locations\"", "a record", "a list");
-    return false;
-  }
-  locations.reserve(list->size());
-  KeyOrder order;
-  for (Value& element : list->items()) {
-    locations.push_back(TernLocation::fields().make(std::move(element), order));
-  }
-  return true;
-}
-
 }  // namespace tern

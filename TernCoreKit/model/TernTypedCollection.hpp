@@ -69,7 +69,8 @@ template <class Times>
 std::vector<std::shared_ptr<T>> TernTypedCollection<T>::collect(Times times) const {
   std::vector<std::shared_ptr<T>> result;
   for (const RecordMap::Entry& entry : items().entries()) {
-    result.insert(result.end(), times(static_cast<const T&>(*entry.record)), shared(&entry));
+    const std::size_t count = times(static_cast<const T&>(*entry.record));
+    if (count > 0) result.insert(result.end(), count, shared(&entry));
   }
   return result;
 }

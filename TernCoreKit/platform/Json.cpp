@@ -73,8 +73,8 @@ void JsonWriter::writeDouble(double number) {
     out_ += "null";
     return;
   }
-  // A whole number is as short without a point and reads back as an integer of the same value. Beyond
-  // 64 bits it could not, and needs an exponent.
+  // A whole number is as short without a point and reads back as an integer of the same value.
+  // Beyond 64 bits it could not, and needs an exponent.
   constexpr double limit = 9223372036854775808.0;
   char digits[32];
   char* const end = digits + sizeof digits;
@@ -182,7 +182,9 @@ double shortestDouble(float number) {
   const char* const end = std::to_chars(digits, digits + sizeof digits, number).ptr;
   double result = 0;
   std::from_chars(digits, end, result);
-  return result;
+  // One float there is whose shortest form lies so near to the middle between two floats that the
+  // double rounds to the other one: 7.038531e-26.
+  return static_cast<float>(result) == number ? result : number;
 }
 
 }  // namespace tern

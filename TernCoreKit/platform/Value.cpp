@@ -10,7 +10,6 @@
 #include <vector>
 
 namespace tern {
-
 namespace {
 
 // Values and entries hold no pointer into themselves, so their bytes may be carried elsewhere; the
@@ -29,17 +28,8 @@ const Value absentValue;
 
 }  // namespace
 
-// What lies on the heap for a long text, a list or a map: this header and the elements behind it.
-struct Value::Block {
-  std::uint32_t size;
-  std::uint32_t capacity;
-
-  template <class Element>
-  Element* elements() {
-    return reinterpret_cast<Element*>(this + 1);
-  }
-
-  // No block at all for no elements: empty lists are frequent.
+// What makes blocks; no block at all for no elements: empty lists are frequent.
+struct Value::Blocks {
   template <class Element>
   static Block* make(std::size_t capacity) {
     if (capacity == 0) return nullptr;
@@ -61,10 +51,6 @@ struct Value::Block {
   }
 };
 
-Value::Block* Value::block() const noexcept {
-  return reinterpret_cast<Block*>(static_cast<std::uintptr_t>(words_[0]));
-}
-
 Value::Value(unsigned char tag, Block* block) noexcept { setBlock(tag, block); }
 
 void Value::setBlock(unsigned char tag, Block* block) noexcept {
@@ -72,7 +58,7 @@ void Value::setBlock(unsigned char tag, Block* block) noexcept {
 }
 
 void Value::setLongText(std::string_view text) {
-  Block* block = Block::make<char>(text.size());
+  Block* block = Blocks::make<char>(text.size());
   std::memcpy(block->elements<char>(), text.data(), text.size());
   block->size = block->capacity;
   setBlock(tagLongText, block);
@@ -91,11 +77,11 @@ Value Value::map(std::initializer_list<Entry> entries) {
 
 // The result may be made in the place of one of the values, so it comes last.
 Value Value::listOf(std::span<Value> items) {
-  return {tagList, Block::adopt<Value>(items.data(), items.size())};
+  return {tagList, Blocks::adopt<Value>(items.data(), items.size())};
 }
 
 Value Value::mapOf(std::span<Value> keysAndValues) {
-  return {tagMap, Block::adopt<Entry>(keysAndValues.data(), keysAndValues.size() / 2)};
+  return {tagMap, Blocks::adopt<Entry>(keysAndValues.data(), keysAndValues.size() / 2)};
 }
 
 void Value::copyBlock(const Value& other) {
@@ -109,7 +95,7 @@ void Value::copyBlock(const Value& other) {
 
 template <class Element>
 void Value::copyElements(unsigned char tag, std::span<const Element> elements) {
-  Block* block = Block::make<Element>(elements.size());
+  Block* block = Blocks::make<Element>(elements.size());
   setBlock(tag, block);
   for (const Element& element : elements) {
     new (block->elements<Element>() + block->size) Element(element);
@@ -147,22 +133,14 @@ Value::Kind Value::kind() const noexcept {
   }
 }
 
-std::int64_t Value::integer() const noexcept {
-  if (tag() == tagInteger || tag() == tagBoolean) return static_cast<std::int64_t>(words_[0]);
+std::int64_t Value::cutToInteger() const noexcept {
+  if (tag() == tagBoolean) return static_cast<std::int64_t>(words_[0]);
   if (tag() != tagNumber) return 0;
   const double wide = number();
   constexpr double limit = 9223372036854775808.0;
   if (wide >= limit) return std::numeric_limits<std::int64_t>::max();
   if (wide < -limit) return std::numeric_limits<std::int64_t>::min();
   return wide != wide ? 0 : static_cast<std::int64_t>(wide);
-}
-
-double Value::number() const noexcept {
-  if (tag() == tagInteger || tag() == tagBoolean) {
-    return static_cast<double>(static_cast<std::int64_t>(words_[0]));
-  }
-  if (tag() != tagNumber) return 0;
-  return std::bit_cast<double>(words_[0]);
 }
 
 bool Value::flag() const noexcept { return number() != 0; }
@@ -191,28 +169,6 @@ std::string Value::printed() const {
   }
 }
 
-std::size_t Value::size() const noexcept {
-  return (isList() || isMap()) && block() != nullptr ? block()->size : 0;
-}
-
-std::span<const Value> Value::items() const noexcept {
-  return const_cast<Value*>(this)->items();
-}
-
-std::span<Value> Value::items() noexcept {
-  if (!isList() || block() == nullptr) return {};
-  return {block()->elements<Value>(), block()->size};
-}
-
-std::span<const Value::Entry> Value::entries() const noexcept {
-  return const_cast<Value*>(this)->entries();
-}
-
-std::span<Value::Entry> Value::entries() noexcept {
-  if (!isMap() || block() == nullptr) return {};
-  return {block()->elements<Entry>(), block()->size};
-}
-
 const Value* Value::find(std::string_view key) const noexcept {
   for (const Entry& entry : entries()) {
     if (entry.key.text() == key) return &entry.value;
@@ -239,7 +195,7 @@ Element* Value::roomForOneMore(unsigned char tag) {
   Block* old = block();
   const std::size_t size = this->size();
   if (old == nullptr || size == old->capacity) {
-    Block* grown = Block::make<Element>(std::max<std::size_t>(4, size * 2));
+    Block* grown = Blocks::make<Element>(std::max<std::size_t>(4, size * 2));
     if (old != nullptr) relocate(grown->elements<Element>(), old->elements<Element>(), size);
     grown->size = static_cast<std::uint32_t>(size);
     std::free(old);
@@ -263,8 +219,21 @@ void Value::set(std::string_view key, Value value) {
   ++block()->size;
 }
 
+namespace {
+
+// Exact, where the nearest double of the integer may be another number.
+bool sameNumber(std::int64_t integer, double number) {
+  constexpr double limit = 9223372036854775808.0;
+  return number >= -limit && number < limit && static_cast<double>(integer) == number &&
+         static_cast<std::int64_t>(number) == integer;
+}
+
+}  // namespace
+
 bool operator==(const Value& a, const Value& b) noexcept {
   if (a.isInteger() && b.isInteger()) return a.integer() == b.integer();
+  if (a.isInteger() && b.isNumber()) return sameNumber(a.integer(), b.number());
+  if (a.isNumber() && b.isInteger()) return sameNumber(b.integer(), a.number());
   if (a.isNumber() && b.isNumber()) return a.number() == b.number();
   if (a.kind() != b.kind()) return false;
   switch (a.kind()) {

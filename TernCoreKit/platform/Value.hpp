@@ -107,7 +107,9 @@ class TERN_API Value {
   bool isMap() const noexcept { return tag() == tagMap; }
 
   // A double is cut towards zero and held within 64 bits; a boolean reads as 0 or 1.
-  std::int64_t integer() const noexcept;
+  std::int64_t integer() const noexcept {
+    return isInteger() ? static_cast<std::int64_t>(words_[0]) : cutToInteger();
+  }
   double number() const noexcept;
   // True for true and for any number but 0.
   bool flag() const noexcept;
@@ -159,6 +161,7 @@ class TERN_API Value {
   static constexpr unsigned char tagMap = 8;
 
   struct Block;
+  struct Blocks;
 
   Value(unsigned char tag, Block* block) noexcept;
 
@@ -175,6 +178,7 @@ class TERN_API Value {
     words_[0] = first;
     words_[1] = second;
   }
+  std::int64_t cutToInteger() const noexcept;
   void setShortText(std::string_view text) noexcept;
   void setLongText(std::string_view text);
   Block* block() const noexcept;
@@ -197,6 +201,49 @@ struct Value::Entry {
 };
 
 static_assert(sizeof(Value) == 16 && sizeof(Value::Entry) == 32);
+
+// What lies on the heap for a long text, a list or a map: this header and the elements behind it.
+struct Value::Block {
+  std::uint32_t size;
+  std::uint32_t capacity;
+
+  template <class Element>
+  Element* elements() {
+    return reinterpret_cast<Element*>(this + 1);
+  }
+};
+
+inline Value::Block* Value::block() const noexcept {
+  return reinterpret_cast<Block*>(static_cast<std::uintptr_t>(words_[0]));
+}
+
+inline double Value::number() const noexcept {
+  if (tag() == tagNumber) return std::bit_cast<double>(words_[0]);
+  if (tag() != tagInteger && tag() != tagBoolean) return 0;
+  return static_cast<double>(static_cast<std::int64_t>(words_[0]));
+}
+
+inline std::size_t Value::size() const noexcept {
+  return (isList() || isMap()) && block() != nullptr ? block()->size : 0;
+}
+
+inline std::span<Value> Value::items() noexcept {
+  if (!isList() || block() == nullptr) return {};
+  return {block()->elements<Value>(), block()->size};
+}
+
+inline std::span<const Value> Value::items() const noexcept {
+  return const_cast<Value*>(this)->items();
+}
+
+inline std::span<Value::Entry> Value::entries() noexcept {
+  if (!isMap() || block() == nullptr) return {};
+  return {block()->elements<Entry>(), block()->size};
+}
+
+inline std::span<const Value::Entry> Value::entries() const noexcept {
+  return const_cast<Value*>(this)->entries();
+}
 
 // Puts the words together from loads of a fixed size, which may overlap: a copy of a size that is
 // known only at run time costs more than all the rest.

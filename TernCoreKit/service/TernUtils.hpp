@@ -4,12 +4,12 @@
 //   "EPSG:3857"   metres of the spherical Mercator projection: x easting, y northing
 //   "tern:local"  pixels of the venue's first map: origin top left, y downward
 //
-// The local system hangs on the venue's corners, given as [latitude, longitude], and on the size of its
-// first map.
+// The local system hangs on the venue's corners, given as [latitude, longitude], and on the size of
+// its first map.
 //
 // Ownership: keeps nothing. Threads: any.
-// Fails: never loudly: what cannot be converted is logged and gives (0, 0). The poles give infinities,
-// a venue without extent infinities or not-a-number values.
+// Fails: never loudly: what cannot be converted is logged and gives (0, 0). The poles give
+// infinities, a venue without extent infinities or not-a-number values.
 //
 //   TernUtils::convertPoint({13.4, 52.5}, "EPSG:4326", "tern:local", &venue);
 #pragma once

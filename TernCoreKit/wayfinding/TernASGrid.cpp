@@ -130,7 +130,12 @@ bool TernASGrid::isEdgeBlockedBetweenNode(const TernASNode& a, const TernASNode&
 
 void TernASGrid::shouldBlockEntryToNode(const TernASNode& n, bool block) {
   const std::int64_t id = n.nodeId();
-  for (const std::int64_t neighborId : n.source_->neighborIds(n.position_)) {
+  // Once for each neighbour, however many links lead there.
+  std::vector<std::int64_t> neighborIds = n.source_->neighborIds(n.position_);
+  std::ranges::sort(neighborIds);
+  const auto repeated = std::ranges::unique(neighborIds);
+  neighborIds.erase(repeated.begin(), repeated.end());
+  for (const std::int64_t neighborId : neighborIds) {
     const detail::Position neighbor = graph_->find(neighborId);
     if (neighbor != detail::noPosition) graph_->blockEdges(neighbor, id, block);
   }

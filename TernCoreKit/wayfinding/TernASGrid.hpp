@@ -9,7 +9,8 @@
 // path type costs nothing, an unknown waypoint is a link that leads nowhere.
 //
 // Building takes time and memory linear in the waypoints and the ends of all paths. A path that joins so
-// many waypoints that its links alone would break that bound is logged and gets no links.
+// many waypoints that its links alone would break that bound is logged and gets no links; waypoints
+// that repeat an id so often that their copies of its edges would are logged and get no edges.
 //
 // Ownership: shares the records and does not change them. Nodes handed out keep the graph alive.
 // Threads: one at a time, as searches and blocks write to the graph: callers take turns. `mutex` is there

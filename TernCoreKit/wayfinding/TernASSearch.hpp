@@ -5,7 +5,7 @@
 // not opened again, so links of negative cost do not make a search run on.
 //
 // Ownership: shares the grid and the maps. Threads: one search at a time on one grid.
-// Fails: no route is none; an absent grid, an unknown end and a route of one node are logged too.
+// Fails: no route is none; an absent grid and a route of one node are logged too.
 //
 //   TernASSearch search;
 //   search.grid = venue.globalASGrid();

@@ -103,6 +103,12 @@ TEST(RecordMap, idsThatFallTogetherAreFoundInTime) {
   }
 }
 
+TEST(RecordMap, manyTextsAreFoundInTime) {
+  std::vector<Value> keys;
+  for (int i = 0; i < 200000; ++i) keys.emplace_back("waypoint number " + std::to_string(i));
+  expectFindsAll(keys);
+}
+
 TEST(RecordMap, neighbouringAndNegativeIdsAreFound) {
   std::vector<Value> keys;
   for (std::int64_t i = -50000; i < 50000; ++i) keys.emplace_back(i);

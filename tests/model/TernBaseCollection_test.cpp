@@ -160,6 +160,15 @@ TEST(TernBaseCollection, plainItemsGoWhenRecordsCome) {
   EXPECT_THAT(ids(collection->getAll()), ElementsAre(4));
 }
 
+TEST(TernBaseCollection, plainItemsGoWhenABatchCanBeRead) {
+  CapturedLog log;
+  const auto collection = filled<TernWaypointCollection>(R"({"a": 1, "b": 2})");
+  EXPECT_EQ(log.take().size(), 1U);
+  collection->createBatch(parsed(R"({"items": [{"id": 4}]})"));
+  EXPECT_TRUE(collection->plainItems().isAbsent());
+  EXPECT_EQ(collection->getCount(), 1U);
+}
+
 TEST(TernBaseCollection, keysInAnotherOrderFromElementToElementAreAllRead) {
   CapturedLog log;
   const auto collection = filled<TernWaypointCollection>(

@@ -1,5 +1,5 @@
-// Says whether a text is a JSON document, by the grammar read aloud: slow, plain, and with nothing in
-// common with the library's reader.
+// Says whether a text is a JSON document, by the grammar read aloud: slow, plain, and with nothing
+// in common with the library's reader.
 #pragma once
 
 #include <string_view>

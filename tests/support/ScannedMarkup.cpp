@@ -17,9 +17,8 @@ bool areReferencesWritten(std::string_view text) {
     if (stop == npos) return false;
     const std::string_view name = text.substr(at + 1, stop - at - 1);
     const bool isNumber = name.size() > 1 && name[0] == '#' &&
-                          std::all_of(name.begin() + 1, name.end(), [](unsigned char c) {
-                            return std::isdigit(c) != 0;
-                          });
+                          std::all_of(name.begin() + 1, name.end(),
+                                      [](unsigned char c) { return std::isdigit(c) != 0; });
     const std::set<std::string_view> known{"lt", "gt", "amp", "quot", "apos"};
     if (!isNumber && known.count(name) == 0) return false;
   }
@@ -166,12 +165,42 @@ bool ScannedMarkup::has(std::string_view element) const {
 ScannedMarkup scanMarkup(std::string_view markup) { return Scanner(markup).scan(); }
 
 std::string reachOf(const ScannedMarkup& scanned) {
-  const std::set<std::string> allowed{
-      "body",   "circle",   "clipPath", "defs",    "desc",           "div",      "ellipse", "g",
-      "h1",     "h2",       "h3",       "head",    "header",         "html",     "li",      "line",
-      "main",   "meta",     "ol",       "p",       "path",           "polygon",  "polyline", "rect",
-      "section", "span",    "stop",     "style",   "svg",            "symbol",   "text",    "title",
-      "tspan",  "use",      "linearGradient", "radialGradient"};
+  const std::set<std::string> allowed{"body",
+                                      "circle",
+                                      "clipPath",
+                                      "defs",
+                                      "desc",
+                                      "div",
+                                      "ellipse",
+                                      "g",
+                                      "h1",
+                                      "h2",
+                                      "h3",
+                                      "head",
+                                      "header",
+                                      "html",
+                                      "li",
+                                      "line",
+                                      "main",
+                                      "meta",
+                                      "ol",
+                                      "p",
+                                      "path",
+                                      "polygon",
+                                      "polyline",
+                                      "rect",
+                                      "section",
+                                      "span",
+                                      "stop",
+                                      "style",
+                                      "svg",
+                                      "symbol",
+                                      "text",
+                                      "title",
+                                      "tspan",
+                                      "use",
+                                      "linearGradient",
+                                      "radialGradient"};
   for (const std::string& element : scanned.elements) {
     if (allowed.count(element) == 0) return "element " + element;
   }

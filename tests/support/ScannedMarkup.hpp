@@ -1,5 +1,5 @@
-// Reads XML as a checker would, apart from any reader of the repository: whether it is well-formed, and
-// which elements and attributes it has.
+// Reads XML as a checker would, apart from any reader of the repository: whether it is well-formed,
+// and which elements and attributes it has.
 //
 //   const ScannedMarkup scanned = scanMarkup(svg);
 //   EXPECT_EQ(scanned.problem, "");
@@ -30,8 +30,8 @@ struct ScannedMarkup {
 // An XML declaration or a <!DOCTYPE html> may stand in front.
 ScannedMarkup scanMarkup(std::string_view markup);
 
-// The first thing in a picture that could load, run or reach anything outside of it, or that refers to
-// an id that is not there or is there twice; empty when there is none.
+// The first thing in a picture that could load, run or reach anything outside of it, or that refers
+// to an id that is not there or is there twice; empty when there is none.
 std::string reachOf(const ScannedMarkup& scanned);
 
 }  // namespace tern::test

@@ -12,11 +12,11 @@
 namespace tern::test {
 
 struct VenueLists {
-  TernASGrid::Waypoints waypoints;
-  TernASGrid::Paths paths;
-  TernASGrid::PathTypes pathTypes;
-  TernASGrid::Maps maps;
-  TernASGrid::Buildings buildings;
+  TernASGrid::Waypoints waypoints = {};
+  TernASGrid::Paths paths = {};
+  TernASGrid::PathTypes pathTypes = {};
+  TernASGrid::Maps maps = {};
+  TernASGrid::Buildings buildings = {};
   bool isForMultiVenue = false;
 
   std::shared_ptr<TernASGrid> makeGrid() const;

@@ -142,7 +142,8 @@ TEST(Arguments, unknownWordIsNamedBeforeWhatIsMissing) {
             "\"--form\" is not understood here (see tern route --help)");
   EXPECT_THAT(refusalOf({"info", "--data", "d", "more"}), StartsWith("\"more\" is not understood"));
   EXPECT_THAT(refusalOf({"info", "--data", "d", "--from", "1"}), StartsWith("\"--from\""));
-  EXPECT_THAT(refusalOf({"info", "--data", "d", "--json=yes"}), StartsWith("--json takes no value"));
+  EXPECT_THAT(refusalOf({"info", "--data", "d", "--json=yes"}),
+              StartsWith("--json takes no value"));
 }
 
 TEST(Arguments, repeatedOptionIsRefused) {

@@ -6,8 +6,9 @@ namespace tern::picture {
 namespace {
 
 TEST(DrawingRules, shapesTextsAndGroupsAreShown) {
-  for (const char* element : {"g", "path", "rect", "circle", "ellipse", "line", "polyline", "polygon",
-                              "text", "tspan", "defs", "linearGradient", "stop", "use", "symbol"}) {
+  for (const char* element :
+       {"g", "path", "rect", "circle", "ellipse", "line", "polyline", "polygon", "text", "tspan",
+        "defs", "linearGradient", "stop", "use", "symbol"}) {
     EXPECT_EQ(allowedElement(element), element);
   }
 }
@@ -18,16 +19,17 @@ TEST(DrawingRules, whatOnlyWrapsBecomesAGroup) {
 }
 
 TEST(DrawingRules, whatRunsLoadsOrAnimatesIsDropped) {
-  for (const char* element :
-       {"script", "style", "foreignObject", "image", "iframe", "animate", "set", "handler", "filter",
-        "feImage", "mask", "pattern", "marker", "title", "metadata", "svg:rect", "SCRIPT", "G", ""}) {
+  for (const char* element : {"script", "style", "foreignObject", "image", "iframe", "animate",
+                              "set", "handler", "filter", "feImage", "mask", "pattern", "marker",
+                              "title", "metadata", "svg:rect", "SCRIPT", "G", ""}) {
     EXPECT_EQ(allowedElement(element), "") << element;
   }
 }
 
 TEST(DrawingRules, handlersAndUnknownAttributesHaveNoRule) {
-  for (const char* attribute : {"onload", "onclick", "src", "style", "class", "id", "xml:base", "xmlns",
-                                "filter", "mask", "begin", "from", "values", "cursor", ""}) {
+  for (const char* attribute :
+       {"onload", "onclick", "src", "style", "class", "id", "xml:base", "xmlns", "filter", "mask",
+        "begin", "from", "values", "cursor", ""}) {
     EXPECT_EQ(ruleFor(attribute), nullptr) << attribute;
   }
   ASSERT_NE(ruleFor("xlink:href"), nullptr);

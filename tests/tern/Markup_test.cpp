@@ -12,7 +12,10 @@ namespace {
 
 TEST(Markup, elementsCloseInTheOrderTheyOpened) {
   Markup markup;
-  markup.open("g", {{"id", "a"}}).leaf("circle", {{"r", 2.5}}).leaf("text", {{"x", 1}}, "b").open("g");
+  markup.open("g", {{"id", "a"}})
+      .leaf("circle", {{"r", 2.5}})
+      .leaf("text", {{"x", 1}}, "b")
+      .open("g");
   EXPECT_EQ(markup.take(), "<g id=\"a\"><circle r=\"2.5\"/><text x=\"1\">b</text><g></g></g>");
   EXPECT_EQ(markup.take(), "");
 }
@@ -28,12 +31,13 @@ TEST(Markup, whatIsNotUtf8OrForbiddenBecomesAReplacement) {
   EXPECT_EQ(escaped("a\x01z"), "a" + mark + "z");
   EXPECT_EQ(escaped(std::string_view("\0", 1)), mark);
   EXPECT_EQ(escaped("\xFF"), mark);
-  EXPECT_EQ(escaped("\xC0\xAF"), mark + mark);          // an overlong slash
+  EXPECT_EQ(escaped("\xC0\xAF"), mark + mark);             // an overlong slash
   EXPECT_EQ(escaped("\xED\xA0\x80"), mark + mark + mark);  // half a surrogate pair
   EXPECT_EQ(escaped("\xEF\xBF\xBF"), mark + mark + mark);  // no character
   EXPECT_EQ(escaped("\xF5\x80\x80\x80"), mark + mark + mark + mark);
   EXPECT_EQ(escaped("\xE2\x82"), mark + mark);  // cut short
-  EXPECT_EQ(escaped("\xC3\xA9\xE2\x82\xAC\xF0\x9F\x9A\xAA\t\n"), "\xC3\xA9\xE2\x82\xAC\xF0\x9F\x9A\xAA\t\n");
+  EXPECT_EQ(escaped("\xC3\xA9\xE2\x82\xAC\xF0\x9F\x9A\xAA\t\n"),
+            "\xC3\xA9\xE2\x82\xAC\xF0\x9F\x9A\xAA\t\n");
 }
 
 TEST(Markup, escapedBytesOfAnyKindAreWellFormed) {

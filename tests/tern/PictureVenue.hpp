@@ -1,9 +1,9 @@
 // A small venue with drawings and routes over it, written out by hand.
 //
-//   const PictureVenue venue({{.id = 1, .name = "Ground floor"}, {.id = 2, .level = 1}});
+//   const TernVenueData venue = pictureVenue({{.id = 1}, {.id = 2, .level = 1}});
 //   const TernRoute route = {segment(1, {{10, 10}, {60, 10}}, 50), segment(2, {{60, 10}}, 51)};
 //
-// Ownership: the venue is shared by whoever asks. Threads: any.
+// Ownership: plain values. Threads: any.
 #pragma once
 
 #include <cstdint>
@@ -25,7 +25,8 @@ struct PictureFloor {
   std::int64_t id = 1;
   std::string name = "Ground floor";
   Value level = 0;
-  Value svg = "<svg viewBox=\"0 0 400 300\"><rect width=\"400\" height=\"300\" fill=\"#eee\"/></svg>";
+  Value svg =
+      "<svg viewBox=\"0 0 400 300\"><rect width=\"400\" height=\"300\" fill=\"#eee\"/></svg>";
   Value mmPerPixel = 1000;
   std::int64_t building = 1;
 };

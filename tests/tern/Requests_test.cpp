@@ -12,6 +12,7 @@
 namespace tern::command {
 namespace {
 
+using testing::ElementsAre;
 using testing::HasSubstr;
 
 // Two floors with a lift (level 0) and stairs (level 2) between them; E stands alone.
@@ -49,9 +50,9 @@ class RequestsTest : public testing::Test {
 
 TEST_F(RequestsTest, routeIsAListOfSegments) {
   EXPECT_EQ(answer(R"({"op":"route","from":1,"to":3})"),
-            R"({"route":[{"mapId":1,"mover":1,"cost":60.0,"pixelDistance":60.0,)"
-            R"("mmDistance":6000.0,"points":[1,2,3],)"
-            R"("mapPoints":[[0.0,0.0],[30.0,0.0],[60.0,0.0]]}]})");
+            R"({"route":[{"mapId":1,"mover":1,"cost":60,"pixelDistance":60,)"
+            R"("mmDistance":6000,"points":[1,2,3],)"
+            R"("mapPoints":[[0,0],[30,0],[60,0]]}]})");
 }
 
 TEST_F(RequestsTest, routeHonoursTheLevelWhichIsEveryonesWhenLeftOut) {
@@ -68,6 +69,7 @@ TEST_F(RequestsTest, routeIsEmptyWhereThereIsNone) {
         R"({"op":"route","from":4294967297,"to":2})"}) {
     EXPECT_EQ(answer(request), R"({"route":[]})") << request;
   }
+  EXPECT_THAT(log_.take(), ElementsAre("Tern SDK: NO PATH"));  // from a waypoint to itself
 }
 
 TEST_F(RequestsTest, routeToAnyTakesTheCheapestAndPassesOverUnknownIds) {
@@ -96,9 +98,11 @@ TEST_F(RequestsTest, convertGivesWhatTheLibraryGives) {
   EXPECT_EQ(answer(R"({"op":"convert","point":[180,0],"from":"EPSG:4326","to":"EPSG:3857"})"),
             R"({"point":[20037508.342789244,-7.081154551613622e-10]})");
   EXPECT_EQ(answer(R"({"op":"convert","point":[1,2],"from":"EPSG:4326","to":"EPSG:4326"})"),
-            R"({"point":[0.0,0.0]})");
+            R"({"point":[0,0]})");
   EXPECT_EQ(answer(R"({"op":"convert","point":[1,2],"from":"moon","to":"EPSG:4326"})"),
-            R"({"point":[0.0,0.0]})");
+            R"({"point":[0,0]})");
+  EXPECT_THAT(log_.take(),
+              ElementsAre("Invalid input projections.", "Invalid fromProjection entered."));
 }
 
 TEST_F(RequestsTest, numberThatIsNotFiniteIsNull) {
@@ -107,15 +111,16 @@ TEST_F(RequestsTest, numberThatIsNotFiniteIsNull) {
 }
 
 TEST_F(RequestsTest, centerIsAPoint) {
-  EXPECT_EQ(answer(R"({"op":"center"})"), R"({"point":[0.0,0.0]})");  // the drawing has no corners
+  EXPECT_EQ(answer(R"({"op":"center"})"), R"({"point":[0,0]})");  // the drawing has no corners
+  EXPECT_THAT(log_.take(), ElementsAre("Invalid top left reference coordinate."));
 }
 
 TEST_F(RequestsTest, neighborsStandInTheNodesOrder) {
   EXPECT_EQ(answer(R"({"op":"neighbors","node":2})"),
             R"({"neighbors":[)"
-            R"({"id":1,"cost":30.0,"distance":30.0,"accessibility":0,"edge":1,"pathType":1},)"
-            R"({"id":3,"cost":30.0,"distance":30.0,"accessibility":0,"edge":2,"pathType":1},)"
-            R"({"id":4,"cost":50500.0,"distance":1.0,"accessibility":0,"edge":3,"pathType":2}]})");
+            R"({"id":1,"cost":30,"distance":30,"accessibility":0,"edge":1,"pathType":1},)"
+            R"({"id":3,"cost":30,"distance":30,"accessibility":0,"edge":2,"pathType":1},)"
+            R"({"id":4,"cost":50500,"distance":1,"accessibility":0,"edge":3,"pathType":2}]})");
   EXPECT_EQ(answer(R"({"op":"neighbors","node":5})"), R"({"neighbors":[]})");
   EXPECT_EQ(answer(R"({"op":"neighbors","node":99})"), R"({"neighbors":[]})");
 }

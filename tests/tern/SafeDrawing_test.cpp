@@ -27,14 +27,17 @@ std::string insideOf(const std::string& contents) {
 }
 
 TEST(SafeDrawing, plainDrawingStaysAsItIs) {
-  EXPECT_EQ(insideOf("<g fill=\"#fff\"><path d=\"M0 0h3\"/></g><text x=\"1\">Hall &amp; <tspan>B</tspan></text>"),
-            "<g fill=\"#fff\"><path d=\"M0 0h3\"/></g><text x=\"1\">Hall &amp; <tspan>B</tspan></text>");
+  EXPECT_EQ(
+      insideOf("<g fill=\"#fff\"><path d=\"M0 0h3\"/></g><text x=\"1\">Hall &amp; "
+               "<tspan>B</tspan></text>"),
+      "<g fill=\"#fff\"><path d=\"M0 0h3\"/></g><text x=\"1\">Hall &amp; <tspan>B</tspan></text>");
 }
 
 TEST(SafeDrawing, outermostElementKeepsItsStyleOnly) {
-  EXPECT_EQ(markupOf("<svg xmlns='http://www.w3.org/2000/svg' width='9' viewBox='0 0 9 9' fill='none' "
-                     "onload='x()' transform='scale(2)'><path d='M0'/></svg>"),
-            "<g fill=\"none\"><path d=\"M0\"/></g>");
+  EXPECT_EQ(
+      markupOf("<svg xmlns='http://www.w3.org/2000/svg' width='9' viewBox='0 0 9 9' fill='none' "
+               "onload='x()' transform='scale(2)'><path d='M0'/></svg>"),
+      "<g fill=\"none\"><path d=\"M0\"/></g>");
 }
 
 TEST(SafeDrawing, frameIsTheViewBoxElseTheSize) {
@@ -56,11 +59,12 @@ TEST(SafeDrawing, frameIsTheViewBoxElseTheSize) {
 }
 
 TEST(SafeDrawing, scriptsHandlersAndForeignContentGo) {
-  EXPECT_EQ(insideOf("<script>alert(1)</script><g onclick='x()'/><foreignObject><p>a</p></foreignObject>"
-                     "<image href='http://example.com/a.png'/><style>*{fill:red}</style>"
-                     "<animate attributeName='href' to='javascript:x()'/>"
-                     "<iframe src='x'/><set/><title>t</title><rect width='1'/>"),
-            "<g/><rect width=\"1\"/>");
+  EXPECT_EQ(
+      insideOf("<script>alert(1)</script><g onclick='x()'/><foreignObject><p>a</p></foreignObject>"
+               "<image href='http://example.com/a.png'/><style>*{fill:red}</style>"
+               "<animate attributeName='href' to='javascript:x()'/>"
+               "<iframe src='x'/><set/><title>t</title><rect width='1'/>"),
+      "<g/><rect width=\"1\"/>");
 }
 
 TEST(SafeDrawing, whatADroppedElementHoldsGoesWithIt) {
@@ -90,9 +94,10 @@ TEST(SafeDrawing, drawingsWithDifferentPrefixesShareNoIds) {
 }
 
 TEST(SafeDrawing, referencesOutOfTheDrawingGo) {
-  EXPECT_EQ(insideOf("<use href='http://example.com/a.svg#b'/><use xlink:href='#none'/>"
-                     "<rect fill='url(#none)' clip-path='url(#none)' stroke='url(//example.com#a)'/>"),
-            "<rect fill=\"none\"/>");
+  EXPECT_EQ(
+      insideOf("<use href='http://example.com/a.svg#b'/><use xlink:href='#none'/>"
+               "<rect fill='url(#none)' clip-path='url(#none)' stroke='url(//example.com#a)'/>"),
+      "<rect fill=\"none\"/>");
 }
 
 TEST(SafeDrawing, useShowsWhatItNames) {
@@ -101,9 +106,11 @@ TEST(SafeDrawing, useShowsWhatItNames) {
 }
 
 TEST(SafeDrawing, useOfAUseIsLeftOut) {
-  EXPECT_EQ(insideOf("<g id='a'><rect/></g><g id='b'><use href='#a'/><use href='#a'/></g>"
-                     "<g id='c'><use href='#b'/></g><use href='#d' id='d'/><g id='e'><use href='#e'/></g>"),
-            "<g id=\"p-1\"><rect/></g><g><use href=\"#p-1\"/><use href=\"#p-1\"/></g><g></g><g></g>");
+  EXPECT_EQ(
+      insideOf(
+          "<g id='a'><rect/></g><g id='b'><use href='#a'/><use href='#a'/></g>"
+          "<g id='c'><use href='#b'/></g><use href='#d' id='d'/><g id='e'><use href='#e'/></g>"),
+      "<g id=\"p-1\"><rect/></g><g><use href=\"#p-1\"/><use href=\"#p-1\"/></g><g></g><g></g>");
 }
 
 TEST(SafeDrawing, allUsesTogetherAreBounded) {
@@ -135,10 +142,10 @@ TEST(SafeDrawing, styleSheetBehindItsUseCounts) {
 }
 
 TEST(SafeDrawing, textsTooSmallToReadAreLeftOut) {
-  const auto drawing =
-      SafeDrawing::read("<svg><g transform='scale(2)'><text font-size='10'>a</text></g>"
-                        "<text font-size='10px'>b<tspan font-size='50'>c</tspan></text></svg>")
-          .drawing;
+  const auto drawing = SafeDrawing::read(
+                           "<svg><g transform='scale(2)'><text font-size='10'>a</text></g>"
+                           "<text font-size='10px'>b<tspan font-size='50'>c</tspan></text></svg>")
+                           .drawing;
   EXPECT_EQ(test::scanMarkup(drawing.markup("p", 1)).text, "abc");
   EXPECT_EQ(test::scanMarkup(drawing.markup("p", 0.5)).text, "ac");
   EXPECT_EQ(test::scanMarkup(drawing.markup("p", 0.2)).text, "c");
@@ -151,7 +158,8 @@ TEST(SafeDrawing, whatIsNoDrawingIsReported) {
   EXPECT_EQ(SafeDrawing::read("<svg><g></svg>").problem, "an end without a start on line 1");
   EXPECT_EQ(SafeDrawing::read("<!DOCTYPE svg [<!ENTITY a 'b'>]><svg>&a;</svg>").problem,
             "a declaration that is not read here on line 1");
-  EXPECT_EQ(SafeDrawing::read(std::string(SafeDrawing::mostBytes + 1, ' ')).problem, "it is too large");
+  EXPECT_EQ(SafeDrawing::read(std::string(SafeDrawing::mostBytes + 1, ' ')).problem,
+            "it is too large");
   EXPECT_EQ(SafeDrawing().markup("p", 1), "");
 }
 
@@ -161,10 +169,18 @@ TEST(SafeDrawing, elementsAreBounded) {
   EXPECT_EQ(SafeDrawing::read(svg + "</svg>").problem, "it has too many elements");
 }
 
+TEST(SafeDrawing, longValuesFromAStyleSheetAreBounded) {
+  std::string svg = "<svg><style>.a{stroke-dasharray:" + std::string(100'000, '1') + "}</style>";
+  for (int i = 0; i < 5000; ++i) svg += "<g class='a'/>";
+  EXPECT_EQ(SafeDrawing::read(svg + "</svg>").problem, "it has too many styles");
+}
+
 constexpr std::string_view rich =
-    "<?xml version=\"1.0\"?><!DOCTYPE svg><svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 90 60\">"
+    "<?xml version=\"1.0\"?><!DOCTYPE svg><svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 "
+    "90 60\">"
     "<style>.a{fill:url(#g)} rect.b,#c{stroke:#123;font-family:'A B'}</style><!-- c -->"
-    "<defs><linearGradient id=\"g\"><stop offset=\"50%\" stop-color=\"rgb(1,2,3)\"/></linearGradient>"
+    "<defs><linearGradient id=\"g\"><stop offset=\"50%\" "
+    "stop-color=\"rgb(1,2,3)\"/></linearGradient>"
     "<radialGradient id=\"h\" xlink:href=\"#g\"/><clipPath id=\"k\"><circle r=\"3\"/></clipPath>"
     "<symbol id=\"s\" viewBox=\"0 0 1 1\"><path d=\"M0 0L9,9z\"/></symbol></defs>"
     "<a xlink:href=\"http://example.com\"><rect class=\"a b\" id=\"c\" onclick=\"x()\"/></a>"
@@ -175,16 +191,23 @@ constexpr std::string_view rich =
 std::string mutated(std::string text, std::mt19937& random) {
   const auto below = [&](std::size_t bound) { return random() % bound; };
   for (std::size_t times = 1 + below(6); times > 0; --times) {
-    constexpr std::string_view pieces[] = {"<",    ">",     "\"",      "&",        "'",  "/",
-                                           "<g>",  "</g>",  "<script>", "]]>",     "#",  "url(",
-                                           "href", "&#0;",  "\xFF",    "\xED\xA0", "{",  "}",
-                                           "id=",  "<use ", "<!--",    "<![CDATA[", ";", "onload="};
+    constexpr std::string_view pieces[] = {
+        "<",        ">",   "\"",  "&",     "'",    "/",         "<g>",  "</g>",
+        "<script>", "]]>", "#",   "url(",  "href", "&#0;",      "\xFF", "\xED\xA0",
+        "{",        "}",   "id=", "<use ", "<!--", "<![CDATA[", ";",    "onload="};
     const std::size_t at = below(text.size() + 1);
     switch (below(4)) {
-      case 0: text.insert(at, pieces[below(std::size(pieces))]); break;
-      case 1: text.erase(at, below(12)); break;
-      case 2: text.insert(at, text.substr(below(text.size() + 1), below(60))); break;
-      default: text.insert(at, 1, static_cast<char>(below(256)));
+      case 0:
+        text.insert(at, pieces[below(std::size(pieces))]);
+        break;
+      case 1:
+        text.erase(at, below(12));
+        break;
+      case 2:
+        text.insert(at, text.substr(below(text.size() + 1), below(60)));
+        break;
+      default:
+        text.insert(at, 1, static_cast<char>(below(256)));
     }
   }
   return text;

@@ -34,7 +34,8 @@ TEST(StyleSheet, rulesApplyByElementClassAndId) {
 
 TEST(StyleSheet, orderOfTheSheetDecidesBetweenClasses) {
   EXPECT_EQ(appliedTo(".a{fill:red}.b{fill:blue}", "g", "", "b a"), "fill:blue;");
-  EXPECT_EQ(appliedTo(".a{fill:red}.b{fill:blue}.a{x:1;fill:green}", "g", "", "b a"), "fill:green;");
+  EXPECT_EQ(appliedTo(".a{fill:red}.b{fill:blue}.a{x:1;fill:green}", "g", "", "b a"),
+            "fill:green;");
 }
 
 TEST(StyleSheet, classOfAnElementApplies) {
@@ -42,22 +43,29 @@ TEST(StyleSheet, classOfAnElementApplies) {
   EXPECT_EQ(appliedTo("rect.a{fill:red}", "path", "", "a"), "");
 }
 
+TEST(StyleSheet, classesOfOneElementAreBounded) {
+  std::string classes;
+  for (int i = 0; i < 16; ++i) classes += "b ";
+  EXPECT_EQ(appliedTo(".a{fill:red}", "g", "", classes + "a"), "");
+}
+
 TEST(StyleSheet, commentsAtRulesAndOtherSelectorsMeanNothing) {
   constexpr std::string_view css =
       "/* .a{fill:red} */ @import url(http://example.com/a.css); @media print{.a{fill:red}}"
-      "@font-face{src:url(//b)} g .a{fill:red} .a:hover{fill:red} *{fill:red} .a{fill:blue !important}";
+      "@font-face{src:url(//b)} g .a{fill:red} .a:hover{fill:red} *{fill:red} .a{fill:blue "
+      "!important}";
   EXPECT_EQ(appliedTo(css, "g", "", "a"), "fill:blue;");
 }
 
 TEST(StyleSheet, onlyListedPropertiesAndSafeValuesAreTaken) {
-  EXPECT_EQ(appliedTo(".a{behavior:url(x);background:red;fill:url(http://x#y);x:3;opacity:.5}", "g", "",
-                      "a"),
+  EXPECT_EQ(appliedTo(".a{behavior:url(x);background:red;fill:url(http://x#y);x:3;opacity:.5}", "g",
+                      "", "a"),
             "opacity:.5;");
 }
 
 TEST(StyleSheet, brokenSheetsEnd) {
-  for (const char* css : {"{", "}", ".a{", ".a{fill", ".a{fill:", "/*", "@media{", "{{{}", ";", ".a",
-                          ",{fill:red}", ".a{;;:;fill:}"}) {
+  for (const char* css : {"{", "}", ".a{", ".a{fill", ".a{fill:", "/*", "@media{", "{{{}", ";",
+                          ".a", ",{fill:red}", ".a{;;:;fill:}"}) {
     EXPECT_EQ(appliedTo(css, "g", "", "a"), "") << css;
   }
   EXPECT_EQ(appliedTo("}.a{fill:red}", "g", "", "a"), "");

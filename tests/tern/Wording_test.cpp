@@ -21,6 +21,14 @@ TEST(Wording, controlCharactersBecomeSpaces) {
   EXPECT_EQ(onOneLine("caf\xC3\xA9"), "caf\xC3\xA9");
 }
 
+TEST(Wording, lateControlCharactersBecomeSpacesToo) {
+  EXPECT_EQ(onItsLines("a\xC2\x9B"
+                       "2J\nb"),
+            "a  2J\nb");
+  EXPECT_EQ(onItsLines("\xC2\xA0\xC3\x89"), "\xC2\xA0\xC3\x89");
+  EXPECT_EQ(onItsLines("x\xC2"), "x\xC2");
+}
+
 TEST(Wording, wholeNumberIsNothingElse) {
   EXPECT_EQ(parseWhole("12"), 12);
   EXPECT_EQ(parseWhole("-3"), -3);
@@ -49,6 +57,8 @@ TEST(Wording, roundedTextHasHundredthsAtMost) {
   EXPECT_EQ(roundedText(-0.001), "0");
   EXPECT_EQ(roundedText(-3.25), "-3.25");
 }
+
+TEST(Wording, zeroHasNoSign) { EXPECT_EQ(numberText(-0.0), "0"); }
 
 RC_GTEST_PROP(Wording, numberTextReadsBackAsTheSame, (double x, double y)) {
   RC_ASSERT(parsePoint(numberText(x) + "," + numberText(y)) == (TernCoordinate{x, y}));

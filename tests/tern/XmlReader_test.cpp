@@ -19,10 +19,16 @@ std::string tokensOf(std::string_view text) {
           tokens += " " + std::string(attribute.name) + "=" + attribute.value;
         }
         break;
-      case XmlReader::Token::endElement: tokens += ">" + std::string(reader.name()); break;
-      case XmlReader::Token::text: tokens += "'" + reader.text() + "'"; break;
-      case XmlReader::Token::end: return tokens + ".";
-      case XmlReader::Token::error: return tokens + "!";
+      case XmlReader::Token::endElement:
+        tokens += ">" + std::string(reader.name());
+        break;
+      case XmlReader::Token::text:
+        tokens += "'" + reader.text() + "'";
+        break;
+      case XmlReader::Token::end:
+        return tokens + ".";
+      case XmlReader::Token::error:
+        return tokens + "!";
     }
   }
 }
@@ -32,9 +38,10 @@ TEST(XmlReader, elementsAttributesAndTextsComeInOrder) {
 }
 
 TEST(XmlReader, prologueCommentsAndInstructionsArePassedOver) {
-  EXPECT_EQ(tokensOf("\xEF\xBB\xBF<?xml version='1.0'?>\n<!DOCTYPE svg PUBLIC \"x\" \"y\">\n<!-- < & -->"
-                     "<a><?p?><!---->t</a>\n<!-- end -->"),
-            "<a't'>a.");
+  EXPECT_EQ(
+      tokensOf("\xEF\xBB\xBF<?xml version='1.0'?>\n<!DOCTYPE svg PUBLIC \"x\" \"y\">\n<!-- < & -->"
+               "<a><?p?><!---->t</a>\n<!-- end -->"),
+      "<a't'>a.");
 }
 
 TEST(XmlReader, referencesAndCDataBecomeText) {
@@ -47,12 +54,37 @@ TEST(XmlReader, documentTypeWithOwnEntitiesIsRefused) {
 }
 
 TEST(XmlReader, whatIsNotWellFormedIsAnError) {
-  for (const char* text :
-       {"", "  ", "<", "<a", "<a>", "<a></b>", "</a>", "<a/><b/>", "<a/>t", "t<a/>", "<a b></a>",
-        "<a b=c/>", "<a b='c/>", "<a b='<'/>", "<a b='1' b='2'/>", "<a>&</a>", "<a>&b;</a>",
-        "<a>&#0;</a>", "<a>&#xD800;</a>", "<a>&#x110000;</a>", "<a>&#;</a>", "<a>&#x;</a>",
-        "<a>&#99999999999;</a>", "<a><!--", "<a><![CDATA[", "<a><?", "<![CDATA[]]><a/>", "<!b><a/>",
-        "<a/><!DOCTYPE a>", "<1/>", "<a/ >"}) {
+  for (const char* text : {"",
+                           "  ",
+                           "<",
+                           "<a",
+                           "<a>",
+                           "<a></b>",
+                           "</a>",
+                           "<a/><b/>",
+                           "<a/>t",
+                           "t<a/>",
+                           "<a b></a>",
+                           "<a b=c/>",
+                           "<a b='c/>",
+                           "<a b='<'/>",
+                           "<a b='1' b='2'/>",
+                           "<a>&</a>",
+                           "<a>&b;</a>",
+                           "<a>&#0;</a>",
+                           "<a>&#xD800;</a>",
+                           "<a>&#x110000;</a>",
+                           "<a>&#;</a>",
+                           "<a>&#x;</a>",
+                           "<a>&#99999999999;</a>",
+                           "<a><!--",
+                           "<a><![CDATA[",
+                           "<a><?",
+                           "<![CDATA[]]><a/>",
+                           "<!b><a/>",
+                           "<a/><!DOCTYPE a>",
+                           "<1/>",
+                           "<a/ >"}) {
     EXPECT_EQ(tokensOf(text).back(), '!') << text;
   }
 }
@@ -85,7 +117,8 @@ TEST(XmlReader, depthIsBounded) {
 
 TEST(XmlReader, attributesOfAnElementAreBounded) {
   std::string text = "<a";
-  for (std::size_t i = 0; i < XmlReader::mostAttributes; ++i) text += " b" + std::to_string(i) + "=''";
+  for (std::size_t i = 0; i < XmlReader::mostAttributes; ++i)
+    text += " b" + std::to_string(i) + "=''";
   EXPECT_EQ(tokensOf(text + "/>").back(), '.');
   EXPECT_EQ(tokensOf(text + " c=''/>").back(), '!');
 }

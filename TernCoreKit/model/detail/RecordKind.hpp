@@ -22,12 +22,12 @@ struct RecordKind {
 
 template <class Record>
 const RecordKind& kindOf() {
-  static const RecordKind& kind =
-      *new RecordKind{Record::fields().kind(), std::make_shared<const Record>(),
-                      [](Value&& dictionary, KeyOrder& order) -> std::shared_ptr<TernBaseModel> {
-                        return Record::fields().make(std::move(dictionary), order);
-                      }};
-  return kind;
+  static const Immortal kind{
+      RecordKind{Record::fields().kind(), std::make_shared<const Record>(),
+                 [](Value&& dictionary, KeyOrder& order) -> std::shared_ptr<TernBaseModel> {
+                   return Record::fields().make(std::move(dictionary), order);
+                 }}};
+  return kind.value;
 }
 
 }  // namespace tern::detail

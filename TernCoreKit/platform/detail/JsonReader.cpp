@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <bit>
+#include <cfloat>
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <system_error>
@@ -12,6 +14,9 @@
 #include "TernCoreKit/platform/detail/JsonText.hpp"
 #include "TernCoreKit/platform/detail/RepeatedKeys.hpp"
 
+// The steps of a value become one function: compilers find some too large, at a cost of a tenth.
+#define TERN_IN_ONE_PIECE [[gnu::always_inline]] inline
+
 namespace tern {
 namespace {
 
@@ -19,13 +24,18 @@ constexpr std::uint64_t everyByte(unsigned char byte) { return 0x010101010101010
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
-char* skipLongSpace(char* at) {
-  while (*at == ' ' || *at == '\n' || *at == '\r' || *at == '\t') ++at;
-  return at;
-}
+bool isSpace(char c) { return c == ' ' || c == '\n' || c == '\r' || c == '\t'; }
 
-char* skipSpace(char* at) {
-  return static_cast<unsigned char>(*at) > ' ' ? at : skipLongSpace(at);
+// Most of a document laid out for people is line breaks and their indents.
+char* skipLongSpace(char* at, const char* end) {
+  while (isSpace(*at)) {
+    ++at;
+    for (std::uint64_t word = 0; end - at >= 8; at += 8) {
+      std::memcpy(&word, at, sizeof word);
+      if (word != everyByte(' ')) break;
+    }
+  }
+  return at;
 }
 
 char* readDigits(char* at, std::uint64_t& digits) {
@@ -33,8 +43,8 @@ char* readDigits(char* at, std::uint64_t& digits) {
   return at;
 }
 
-// Digits before the decimal point when the number is written without an exponent; 0 or less for one
-// below 1. The power is that of its last digit.
+// How many digits a number would have before its decimal point without an exponent; 0 or less for
+// one below 1. The power of ten is that of its last digit.
 std::int64_t integerDigits(const char* number, std::int64_t power) {
   while (*number == '-' || *number == '0' || *number == '.') ++number;
   for (; isDigit(*number) || *number == '.'; ++number) power += *number == '.' ? 0 : 1;
@@ -64,7 +74,7 @@ char* JsonReader::fail(const char* message, const char* at) {
 bool JsonReader::read() {
   constexpr std::string_view mark = "\xEF\xBB\xBF";
   char* at = begin_ + (std::string_view(begin_, end_).starts_with(mark) ? mark.size() : 0);
-  at = skipSpace(at);
+  at = space(at);
   if (at == end_) return fail("The document is empty.", at) != nullptr;
   do {
     at = value(at);
@@ -74,8 +84,12 @@ bool JsonReader::read() {
   return at == end_ || fail("More text behind the end of the document.", at) != nullptr;
 }
 
+inline char* JsonReader::space(char* at) const {
+  return static_cast<unsigned char>(*at) > ' ' ? at : skipLongSpace(at, end_);
+}
+
 // A value, or the beginning of one up to its first element.
-inline char* JsonReader::value(char* at) {
+TERN_IN_ONE_PIECE char* JsonReader::value(char* at) {
   while (*at == '{' || *at == '[') {
     at = open(at);
     if (at == nullptr || *at == innermost_->closer) return at;
@@ -88,9 +102,9 @@ inline char* JsonReader::value(char* at) {
 }
 
 // What lies between the end of a value and the beginning of the next one.
-inline char* JsonReader::next(char* at) {
-  at = skipSpace(at);
-  while (innermost_ != open_ && *at == innermost_->closer) at = skipSpace(close(at));
+TERN_IN_ONE_PIECE char* JsonReader::next(char* at) {
+  at = space(at);
+  while (innermost_ != open_ && *at == innermost_->closer) at = space(close(at));
   if (innermost_ == open_) return at;
   const bool inMap = innermost_->closer == '}';
   if (*at != ',') {
@@ -98,11 +112,11 @@ inline char* JsonReader::next(char* at) {
                       : "Missing a comma or ] after an array element.",
                 at);
   }
-  at = skipSpace(at + 1);
+  at = space(at + 1);
   return inMap ? key(at) : at;
 }
 
-inline char* JsonReader::open(char* at) {
+TERN_IN_ONE_PIECE char* JsonReader::open(char* at) {
   static_assert(maximumJsonDepth == 512);
   const auto depth = static_cast<std::size_t>(innermost_ - open_);
   if (depth == maximumJsonDepth) return fail("Lists and maps nest deeper than 512.", at);
@@ -110,10 +124,10 @@ inline char* JsonReader::open(char* at) {
   const auto keys = memories_[depth].keys();
   const char closer = *at == '{' ? '}' : ']';
   *++innermost_ = {stack_.size(), keys.data(), keys.data() + keys.size(), 0, closer};
-  return skipSpace(at + 1);
+  return space(at + 1);
 }
 
-inline char* JsonReader::close(char* at) {
+TERN_IN_ONE_PIECE char* JsonReader::close(char* at) {
   const Open& closed = *innermost_--;
   if (closed.closer == ']') {
     stack_.makeList(closed.start);
@@ -132,18 +146,18 @@ std::size_t JsonReader::distinct(std::span<Value> keysAndValues) {
   return count;
 }
 
-inline char* JsonReader::key(char* at) {
+TERN_IN_ONE_PIECE char* JsonReader::key(char* at) {
   if (*at != '"') return fail("Missing a key in double quotes.", at);
   char* end = expectedKey(at);
   if (end == nullptr) end = string(at);
   if (end == nullptr) return nullptr;
-  end = skipSpace(end);
+  end = space(end);
   if (*end != ':') return fail("Missing a colon after a key.", end);
-  return skipSpace(end + 1);
+  return space(end + 1);
 }
 
 // Null without an error when no key that is expected comes.
-inline char* JsonReader::expectedKey(char* at) {
+TERN_IN_ONE_PIECE char* JsonReader::expectedKey(char* at) {
   constexpr int mostLeftOut = 3;
   if (static_cast<std::size_t>(end_ - at) < KeyMemory::window) return nullptr;
   Open& map = *innermost_;
@@ -158,7 +172,7 @@ inline char* JsonReader::expectedKey(char* at) {
   return nullptr;
 }
 
-inline char* JsonReader::scalar(char* at) {
+TERN_IN_ONE_PIECE char* JsonReader::scalar(char* at) {
   switch (*at) {
     case '"':
       return string(at);
@@ -180,7 +194,7 @@ char* JsonReader::word(char* at, std::string_view word, Value value) {
 }
 
 // The first byte that is no ASCII character or that a string cannot hold as it is.
-inline char* JsonReader::plainEnd(char* at) const {
+TERN_IN_ONE_PIECE char* JsonReader::plainEnd(char* at) const {
   if constexpr (std::endian::native == std::endian::little) {
     for (; end_ - at >= 8; at += 8) {
       std::uint64_t word = 0;
@@ -188,10 +202,10 @@ inline char* JsonReader::plainEnd(char* at) const {
       const std::uint64_t quotes = word ^ everyByte('"');
       const std::uint64_t backslashes = word ^ everyByte('\\');
       // The high bit of each byte that is found; above the first one there may be wrong ones.
-      const std::uint64_t found = (((quotes - everyByte(1)) & ~quotes) |
-                                   ((backslashes - everyByte(1)) & ~backslashes) |
-                                   (word - everyByte(' ')) | word) &
-                                  everyByte(0x80);
+      const std::uint64_t found =
+          (((quotes - everyByte(1)) & ~quotes) | ((backslashes - everyByte(1)) & ~backslashes) |
+           (word - everyByte(' ')) | word) &
+          everyByte(0x80);
       if (found != 0) return at + std::countr_zero(found) / 8;
     }
   }
@@ -199,7 +213,7 @@ inline char* JsonReader::plainEnd(char* at) const {
   return at;
 }
 
-inline char* JsonReader::string(char* at) {
+TERN_IN_ONE_PIECE char* JsonReader::string(char* at) {
   char* begin = at + 1;
   char* end = plainEnd(begin);
   if (*end != '"') return mixedString(begin);
@@ -258,7 +272,7 @@ char* JsonReader::unicodeEscape(char* at, char*& out) {
   return end;
 }
 
-inline char* JsonReader::number(char* at) {
+TERN_IN_ONE_PIECE char* JsonReader::number(char* at) {
   char* const begin = at;
   if (*at == '-') ++at;
   std::uint64_t digits = 0;
@@ -268,7 +282,7 @@ inline char* JsonReader::number(char* at) {
   return integer(begin, at, digits);
 }
 
-inline char* JsonReader::integer(char* begin, char* end, std::uint64_t digits) {
+TERN_IN_ONE_PIECE char* JsonReader::integer(char* begin, char* end, std::uint64_t digits) {
   const bool minus = *begin == '-';
   const std::ptrdiff_t count = end - begin - (minus ? 1 : 0);
   constexpr std::uint64_t most = std::numeric_limits<std::int64_t>::max();
@@ -300,8 +314,8 @@ char* JsonReader::fraction(char* begin, char* at, std::uint64_t digits) {
   static constexpr double powers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                       1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                       1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-  // Both numbers are exact, so that the result is rounded once.
-  if (fewDigits && digits <= 1ULL << 53 && std::abs(power) <= 22) {
+  // Both numbers are exact, and the result is rounded once.
+  if (FLT_EVAL_METHOD == 0 && fewDigits && digits <= 1ULL << 53 && std::abs(power) <= 22) {
     const double exact = static_cast<double>(digits);
     const double number = power < 0 ? exact / powers[-power] : exact * powers[power];
     stack_.push(*begin == '-' ? -number : number);

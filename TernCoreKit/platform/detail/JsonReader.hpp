@@ -22,8 +22,7 @@ namespace tern {
 
 class JsonReader {
  public:
-  explicit JsonReader(std::string& text)
-      : begin_(text.data()), end_(text.data() + text.size()) {}
+  explicit JsonReader(std::string& text) : begin_(text.data()), end_(text.data() + text.size()) {}
 
   bool read();
   // The document, once. REQUIRES: `read` gave true.
@@ -59,11 +58,13 @@ class JsonReader {
   char* number(char* at);
   char* integer(char* begin, char* end, std::uint64_t digits);
   char* fraction(char* begin, char* at, std::uint64_t digits);
-  char* exponent(char* at, std::int64_t& exponent);
-  char* nearestDouble(char* begin, char* end, std::int64_t exponent);
-  char* fail(const char* message, const char* at);
-
+  char* exponent(char* at, std::int64_t& power);
+  char* nearestDouble(char* begin, char* end, std::int64_t power);
+  char* space(char* at) const;
   char* plainEnd(char* at) const;
+
+  // Notes an error; always null.
+  char* fail(const char* message, const char* at);
   std::size_t distinct(std::span<Value> keysAndValues);
 
   char* const begin_;

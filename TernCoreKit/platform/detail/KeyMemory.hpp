@@ -1,8 +1,8 @@
 // Guesses the keys of a map from those of the map before it.
 //
-// The records of a list have the same keys in the same order, some left out. Comparing the text with
-// the key that is expected next is quicker than reading it, and keys that were met in the order of
-// a map without repetitions do not repeat either.
+// The records of a list have the same keys in the same order, some left out. Comparing the text
+// with the key that is expected next is quicker than reading it, and keys that were met in the
+// order of a map without repetitions do not repeat either.
 //
 // Ownership: owns copies of the keys; pointers to them hold until the next `learn`.
 // Threads: one at a time.

@@ -54,6 +54,7 @@ void ThreadPool::stop() {
     threads.swap(threads_);
   }
   changed_.notify_all();
+  dropped.clear();
   for (std::thread& thread : threads) {
     if (thread.get_id() != std::this_thread::get_id()) {
       thread.join();

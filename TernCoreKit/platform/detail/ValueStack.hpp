@@ -40,12 +40,14 @@ class ValueStack {
   // Puts a list of all values from the given place on in their stead.
   void makeList(std::size_t start) {
     if (top_ == end_) grow();
-    replace(start, [](std::span<Value> items) { return Value::listOf(items); }, size() - start);
+    replace(
+        start, [](std::span<Value> items) { return Value::listOf(items); }, size() - start);
   }
   // The same with a map of so many keys and values; those behind them must be absent.
   void makeMap(std::size_t start, std::size_t count) {
     if (top_ == end_) grow();
-    replace(start, [](std::span<Value> pairs) { return Value::mapOf(pairs); }, count);
+    replace(
+        start, [](std::span<Value> pairs) { return Value::mapOf(pairs); }, count);
   }
 
  private:

@@ -27,20 +27,21 @@ float heightOf(const TernFloor& floor, int verticalScale) {
 
 FloorIndex::FloorIndex(const std::vector<std::shared_ptr<TernBuilding>>& buildings,
                        int verticalScale) {
+  std::vector<std::int64_t> mapIds;
   for (const auto& building : buildings) {
     if (!building->floors) continue;
     for (const auto& floor : building->floors->getAll()) {
-      const std::int64_t mapId = floor->map ? floor->map->id.integer() : 0;
-      facts_.try_emplace(mapId,
-                         Facts{heightOf(*floor, verticalScale), multiplierOf(*floor), floor});
+      mapIds.push_back(floor->map ? floor->map->id.integer() : 0);
+      facts_.push_back({heightOf(*floor, verticalScale), multiplierOf(*floor), floor});
     }
   }
+  places_ = IdIndex(mapIds);
 }
 
 const FloorIndex::Facts& FloorIndex::find(std::int64_t mapId) const {
   static const Facts unknown;
-  const auto found = facts_.find(mapId);
-  return found != facts_.end() ? found->second : unknown;
+  const std::uint32_t place = places_.find(mapId);
+  return place != IdIndex::none ? facts_[place] : unknown;
 }
 
 }  // namespace tern::detail

@@ -5,11 +5,11 @@
 
 #include <cstdint>
 #include <memory>
-#include <unordered_map>
 #include <vector>
 
 #include "TernCoreKit/model/TernBuilding.hpp"
 #include "TernCoreKit/model/TernFloor.hpp"
+#include "TernCoreKit/wayfinding/detail/IdIndex.hpp"
 
 namespace tern::detail {
 
@@ -29,7 +29,8 @@ class FloorIndex {
   const Facts& find(std::int64_t mapId) const;
 
  private:
-  std::unordered_map<std::int64_t, Facts> facts_;
+  std::vector<Facts> facts_;  // of every floor
+  IdIndex places_;            // by the map's id: a place in `facts_`
 };
 
 }  // namespace tern::detail

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <map>
 #include <numeric>
 #include <string>
 #include <string_view>
@@ -20,8 +21,9 @@ namespace {
 
 constexpr std::uint32_t none = IdIndex::none;
 
-// A path of n waypoints makes n * (n - 1) links. What all paths of a venue may make beyond a fixed
-// multiple of their ends: enough for one that joins two thousand waypoints.
+// A path of n waypoints makes n * (n - 1) links, and every further waypoint of the same id makes its
+// own. What all of them may make beyond a fixed multiple of the paths' ends: enough for one path that
+// joins two thousand waypoints.
 constexpr std::uint64_t spareLinks = std::uint64_t{1} << 22U;
 constexpr std::uint64_t linksAnEnd = 16;
 
@@ -81,18 +83,25 @@ class Builder {
   std::span<const std::uint32_t> edgesOf(std::uint32_t node) const {
     return std::span(edges_).subspan(firstEdge_[node], firstEdge_[node + 1] - firstEdge_[node]);
   }
+  // Whether any map has the waypoint.
+  bool isKnown(std::int64_t id) const {
+    return (knownAreNodes_ ? grid_.nodePlaces : knownPlaces_).find(id) != none;
+  }
   // The node that a search finds under the node's id.
   std::uint32_t firstNodeOf(std::uint32_t node) const {
     return hasRepeats_ ? grid_.nodePlaces.find(nodeIds_[node]) : node;
   }
 
   void indexWaypoints();
+  Place placeOf(const TernWaypoint& waypoint);
   void readPaths();
   void addPath(std::int64_t typeId, std::int64_t direction);
   void addEnd(std::int64_t id);
   std::uint32_t kindOf(std::int64_t typeId);
   void joinVenues();
+  std::uint64_t linksOver(std::uint32_t path) const;
   void boundLinks();
+  void boundRepeats();
   template <class Visit>
   void forEachEdge(Visit visit);
   void listEdges();
@@ -109,6 +118,8 @@ class Builder {
   std::vector<std::int64_t> nodeIds_;
   bool hasRepeats_ = false;
   std::vector<KnownWaypoint> known_;
+  std::int64_t lastMapId_ = 0;
+  const FloorIndex::Facts* lastFloor_ = nullptr;
   IdIndex knownPlaces_;
   // The maps know the same ids in the same order as the nodes have them, as they do in a venue.
   bool knownAreNodes_ = false;
@@ -118,22 +129,22 @@ class Builder {
   std::vector<std::uint32_t> exits_;  // by virtual path: the one node that has it as an edge
   std::vector<LinkKind> kinds_;
   std::vector<Passage> passages_;  // by kind
-  std::unordered_map<std::int64_t, std::uint32_t> kindPlaces_;
+  std::map<std::int64_t, std::uint32_t> kindPlaces_;
   std::vector<std::uint32_t> rankOf_;  // by kind
+
+  std::uint64_t linksLeft_ = 0;
+  std::vector<std::uint32_t> repeats_;  // nodes that have the edges of an earlier one of their id
 
   std::vector<std::uint32_t> firstEdge_;  // by node, one more than there are
   std::vector<std::uint32_t> edges_;      // paths
 };
 
 void Builder::indexWaypoints() {
-  nodeIds_.reserve(nodeCount_);
-  for (const auto& waypoint : records_.waypoints) nodeIds_.push_back(waypoint->id.integer());
-  grid_.nodePlaces = IdIndex(nodeIds_);
-  hasRepeats_ = grid_.nodePlaces.distinct() < nodeCount_;
-
   std::vector<std::int64_t> knownIds;
   knownIds.reserve(nodeCount_);
   known_.reserve(nodeCount_);
+  // In a venue the maps hold the very waypoints that the nodes are made of, in their order: then one
+  // walk over the records serves both.
   knownAreNodes_ = true;
   for (const auto& map : records_.maps) {
     if (!map->waypoints) continue;
@@ -143,13 +154,31 @@ void Builder::indexWaypoints() {
       const std::int64_t id = waypoint.id.integer();
       const std::size_t place = known_.size();
       knownAreNodes_ = knownAreNodes_ && id == entry.key.integer() && place < nodeCount_ &&
-                       nodeIds_[place] == id;
+                       records_.waypoints[place].get() == &waypoint;
       knownIds.push_back(entry.key.integer());
-      known_.push_back({grid_.place(&waypoint), id});
+      known_.push_back({placeOf(waypoint), id});
     }
   }
   knownAreNodes_ = knownAreNodes_ && known_.size() == nodeCount_;
-  if (!knownAreNodes_) knownPlaces_ = IdIndex(knownIds);
+  if (knownAreNodes_) {
+    nodeIds_ = std::move(knownIds);
+  } else {
+    knownPlaces_ = IdIndex(knownIds);
+    nodeIds_.reserve(nodeCount_);
+    for (const auto& waypoint : records_.waypoints) nodeIds_.push_back(waypoint->id.integer());
+  }
+  grid_.nodePlaces = IdIndex(nodeIds_);
+  hasRepeats_ = grid_.nodePlaces.distinct() < nodeCount_;
+}
+
+// Neighbouring waypoints mostly lie on one map: its floor is looked up once.
+Place Builder::placeOf(const TernWaypoint& waypoint) {
+  const std::int64_t mapId = waypoint.mapId.integer();
+  if (lastFloor_ == nullptr || mapId != lastMapId_) {
+    lastMapId_ = mapId;
+    lastFloor_ = &grid_.floors.find(mapId);
+  }
+  return grid_.place(waypoint, *lastFloor_);
 }
 
 void Builder::addEnd(std::int64_t id) {
@@ -187,7 +216,7 @@ void Builder::joinVenues() {
   paths_.pop_back();
   for (std::uint32_t node = 0; node < nodeCount_; ++node) {
     const auto partner = partnerOf(*records_.waypoints[node]);
-    if (!partner || !grid_.waypointById(*partner)) continue;
+    if (!partner || !isKnown(*partner)) continue;
     addPath(walkingType, 0);
     addEnd(nodeIds_[node]);
     addEnd(*partner);
@@ -197,12 +226,25 @@ void Builder::joinVenues() {
   paths_.push_back({static_cast<std::uint32_t>(ends_.size()), 0, 0});
 }
 
+// Every node that the path touches is linked to every one of its ends.
+std::uint64_t Builder::linksOver(std::uint32_t path) const {
+  const auto ends = endsOf(path);
+  if (ends.size() <= linksAnEnd) return ends.size() * ends.size();
+  std::vector<std::uint32_t> nodes;
+  for (const PathEnd& end : ends) {
+    if (end.node != none) nodes.push_back(end.node);
+  }
+  std::ranges::sort(nodes);
+  const auto repeated = std::ranges::unique(nodes);
+  return (nodes.size() - repeated.size()) * ends.size();
+}
+
 void Builder::boundLinks() {
-  std::uint64_t left = spareLinks + linksAnEnd * ends_.size();
+  linksLeft_ = spareLinks + linksAnEnd * ends_.size();
   for (std::uint32_t path = 0; path < records_.paths.size(); ++path) {
-    const std::uint64_t ends = endsOf(path).size();
-    if (ends * ends <= left) {
-      left -= ends * ends;
+    const std::uint64_t links = linksOver(path);
+    if (links <= linksLeft_) {
+      linksLeft_ -= links;
       continue;
     }
     grid_.unlinkedPaths.push_back(path);
@@ -225,28 +267,40 @@ void Builder::forEachEdge(Visit visit) {
   }
 }
 
+// Chooses the waypoints of repeated ids that get the edges of the first one of their id, and counts
+// their edges.
+void Builder::boundRepeats() {
+  std::vector<std::uint64_t> links(nodeCount_, 0);
+  forEachEdge([&](std::uint32_t node, std::uint32_t path) { links[node] += endsOf(path).size(); });
+  std::size_t without = 0;
+  for (std::uint32_t node = 0; node < nodeCount_; ++node) {
+    const std::uint32_t first = firstNodeOf(node);
+    if (first == node) continue;
+    if (links[first] > linksLeft_) {
+      ++without;
+      continue;
+    }
+    linksLeft_ -= links[first];
+    firstEdge_[node + 1] = firstEdge_[first + 1];
+    repeats_.push_back(node);
+  }
+  if (without == 0) return;
+  logSdk(std::to_string(without) + " waypoints have ids of others too often to be walked on");
+}
+
 void Builder::listEdges() {
   firstEdge_.assign(nodeCount_ + 1, 0);
   forEachEdge([&](std::uint32_t node, std::uint32_t) { ++firstEdge_[node + 1]; });
-  if (hasRepeats_) {
-    for (std::uint32_t node = 0; node < nodeCount_; ++node) {
-      firstEdge_[node + 1] = firstEdge_[firstNodeOf(node) + 1];
-    }
-  }
+  if (hasRepeats_) boundRepeats();
   for (const std::uint32_t exit : exits_) ++firstEdge_[exit + 1];
   std::partial_sum(firstEdge_.begin(), firstEdge_.end(), firstEdge_.begin());
 
   edges_.resize(firstEdge_.back());
   std::vector<std::uint32_t> next(firstEdge_.begin(), firstEdge_.end() - 1);
   forEachEdge([&](std::uint32_t node, std::uint32_t path) { edges_[next[node]++] = path; });
-  if (hasRepeats_) {
-    for (std::uint32_t node = 0; node < nodeCount_; ++node) {
-      const std::uint32_t first = firstNodeOf(node);
-      if (first == node) continue;
-      for (std::uint32_t i = firstEdge_[first]; i < next[first]; ++i) {
-        edges_[next[node]++] = edges_[i];
-      }
-    }
+  for (const std::uint32_t node : repeats_) {
+    const std::uint32_t first = firstNodeOf(node);
+    for (std::uint32_t i = firstEdge_[first]; i < next[first]; ++i) edges_[next[node]++] = edges_[i];
   }
   for (std::size_t i = 0; i < exits_.size(); ++i) {
     edges_[next[exits_[i]]++] = static_cast<std::uint32_t>(records_.paths.size() + i);

@@ -90,8 +90,13 @@ std::shared_ptr<TernPathType> GridGraph::pathTypeById(std::int64_t id) const {
 Place GridGraph::place(const TernWaypoint* waypoint) const {
   const FloorIndex::Facts& floor =
       floors.find(waypoint != nullptr ? waypoint->mapId.integer() : 0);
-  double x = waypoint != nullptr ? coordinate(*waypoint, 0).number() : 0;
-  double y = waypoint != nullptr ? coordinate(*waypoint, 1).number() : 0;
+  // What nobody knows lies where an empty record does, which is not quite (0, 0) in metres.
+  return waypoint != nullptr ? place(*waypoint, floor) : place(TernWaypoint(), floor);
+}
+
+Place GridGraph::place(const TernWaypoint& waypoint, const FloorIndex::Facts& floor) const {
+  double x = coordinate(waypoint, 0).number();
+  double y = coordinate(waypoint, 1).number();
   if (records.isForMultiVenue) {
     x = TernUtils::convertLongitudeEPSG4326ToEPSG3857(x);
     y = TernUtils::convertLatitudeEPSG4326ToEPSG3857(y);
@@ -240,8 +245,8 @@ void GridGraph::blockEdges(Position position, std::optional<std::int64_t> joinin
   refreshGates(position);
 }
 
-std::unordered_map<std::int64_t, bool> GridGraph::firstMarks(Position position) const {
-  std::unordered_map<std::int64_t, bool> marks;
+std::map<std::int64_t, bool> GridGraph::firstMarks(Position position) const {
+  std::map<std::int64_t, bool> marks;
   for (const EdgeRef edge : edgeRefsOf(position)) {
     for (const std::int64_t id : materialize(edge).nodes) marks.try_emplace(id, edge.isBlocked());
   }
@@ -253,7 +258,7 @@ void GridGraph::refreshGates(Position position) {
   constexpr std::uint32_t fewLinks = 16;
   const NodeState& state = graph.states[position];
   const bool isFew = state.endLink - state.firstLink <= fewLinks;
-  const auto marks = isFew ? std::unordered_map<std::int64_t, bool>() : firstMarks(position);
+  const auto marks = isFew ? std::map<std::int64_t, bool>() : firstMarks(position);
   for (std::uint32_t i = state.firstLink; i < state.endLink; ++i) {
     Link& link = graph.links[i];
     if (link.target == noPosition) continue;

@@ -8,11 +8,11 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <span>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
@@ -86,6 +86,7 @@ class GridGraph final : public NodeSource {
   std::shared_ptr<TernWaypoint> waypointById(std::int64_t id) const;
   std::shared_ptr<TernPathType> pathTypeById(std::int64_t id) const;
   Place place(const TernWaypoint* waypoint) const;
+  Place place(const TernWaypoint& waypoint, const FloorIndex::Facts& floor) const;
   Passage passage(std::int64_t typeId, std::int64_t direction) const;
 
   TernASEdge edgeOf(const TernPath& path) const;
@@ -112,7 +113,7 @@ class GridGraph final : public NodeSource {
                       Value direction) const;
   // Brings the gates of a node's links in line with its edges' marks.
   void refreshGates(Position position);
-  std::unordered_map<std::int64_t, bool> firstMarks(Position position) const;
+  std::map<std::int64_t, bool> firstMarks(Position position) const;
 };
 
 }  // namespace tern::detail

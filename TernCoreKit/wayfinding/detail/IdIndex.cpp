@@ -5,6 +5,13 @@
 
 namespace tern::detail {
 
+namespace {
+
+// Ids that lie farther from their home than this in a table at most half full are no accident.
+constexpr std::size_t farthest = 128;
+
+}  // namespace
+
 IdIndex::IdIndex(std::span<const std::int64_t> ids) {
   if (ids.empty()) return;
   const auto [least, greatest] = std::ranges::minmax(ids);
@@ -13,8 +20,8 @@ IdIndex::IdIndex(std::span<const std::int64_t> ids) {
       static_cast<std::uint64_t>(greatest) - static_cast<std::uint64_t>(least);
   if (extent < ids.size() * 4) {
     fillTable(ids, static_cast<std::size_t>(extent) + 1);
-  } else {
-    fillSlots(ids);
+  } else if (!fillSlots(ids)) {
+    sortSlots(ids);
   }
 }
 
@@ -29,25 +36,48 @@ void IdIndex::fillTable(std::span<const std::int64_t> ids, std::size_t extent) {
   }
 }
 
-void IdIndex::fillSlots(std::span<const std::int64_t> ids) {
+bool IdIndex::fillSlots(std::span<const std::int64_t> ids) {
   slots_.resize(std::bit_ceil(ids.size() * 2));
   for (std::size_t i = 0; i < ids.size(); ++i) {
-    Slot& slot = slots_[slotOf(ids[i])];
-    if (slot.place != none) continue;
-    slot = {ids[i], static_cast<std::uint32_t>(i)};
+    const std::size_t at = slotOf(ids[i]);
+    if (((at - homeOf(ids[i])) & (slots_.size() - 1)) > farthest) return false;
+    if (slots_[at].place != none) continue;
+    slots_[at] = {ids[i], static_cast<std::uint32_t>(i)};
     ++distinct_;
   }
+  return true;
 }
 
-std::size_t IdIndex::slotOf(std::int64_t id) const {
+void IdIndex::sortSlots(std::span<const std::int64_t> ids) {
+  isSorted_ = true;
+  slots_.clear();
+  for (std::size_t i = 0; i < ids.size(); ++i) {
+    slots_.push_back({ids[i], static_cast<std::uint32_t>(i)});
+  }
+  std::ranges::stable_sort(slots_, {}, &Slot::id);
+  const auto repeated = std::ranges::unique(slots_, {}, &Slot::id);
+  slots_.erase(repeated.begin(), repeated.end());
+  distinct_ = slots_.size();
+}
+
+std::size_t IdIndex::homeOf(std::int64_t id) const {
   // The finishing steps of splitmix64 (S. Vigna, 2015, public domain).
   auto mixed = static_cast<std::uint64_t>(id);
   mixed = (mixed ^ (mixed >> 30U)) * 0xbf58476d1ce4e5b9U;
   mixed = (mixed ^ (mixed >> 27U)) * 0x94d049bb133111ebU;
   mixed ^= mixed >> 31U;
-  std::size_t slot = mixed & (slots_.size() - 1);
+  return mixed & (slots_.size() - 1);
+}
+
+std::size_t IdIndex::slotOf(std::int64_t id) const {
+  std::size_t slot = homeOf(id);
   while (slots_[slot].place != none && slots_[slot].id != id) slot = (slot + 1) & (slots_.size() - 1);
   return slot;
+}
+
+std::uint32_t IdIndex::findSorted(std::int64_t id) const {
+  const auto found = std::ranges::lower_bound(slots_, id, {}, &Slot::id);
+  return found != slots_.end() && found->id == id ? found->place : none;
 }
 
 }  // namespace tern::detail

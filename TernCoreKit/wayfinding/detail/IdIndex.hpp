@@ -23,7 +23,7 @@ class IdIndex {
           static_cast<std::uint64_t>(id) - static_cast<std::uint64_t>(least_);
       return offset < table_.size() ? table_[offset] : none;
     }
-    return slots_.empty() ? none : slots_[slotOf(id)].place;
+    return slots_.empty() ? none : isSorted_ ? findSorted(id) : slots_[slotOf(id)].place;
   }
 
   // How many different ids there are.
@@ -36,14 +36,20 @@ class IdIndex {
   };
 
   void fillTable(std::span<const std::int64_t> ids, std::size_t extent);
-  void fillSlots(std::span<const std::int64_t> ids);
+  // False when the ids have been made to crowd together.
+  bool fillSlots(std::span<const std::int64_t> ids);
+  void sortSlots(std::span<const std::int64_t> ids);
+  // The first slot to look for the id in.
+  std::size_t homeOf(std::int64_t id) const;
   // The slot that holds the id, or the empty one where it would go.
   std::size_t slotOf(std::int64_t id) const;
+  std::uint32_t findSorted(std::int64_t id) const;
 
   std::int64_t least_ = 0;
   std::size_t distinct_ = 0;
   std::vector<std::uint32_t> table_;
   std::vector<Slot> slots_;  // open addressing, a power of two, at most half full
+  bool isSorted_ = false;    // then the slots stand in the order of their ids, and all are full
 };
 
 }  // namespace tern::detail

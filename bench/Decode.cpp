@@ -1,0 +1,2 @@
+#include "bench/Bench.hpp"
+namespace tern::bench { void benchDecode() {} }

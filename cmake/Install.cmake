@@ -1,0 +1,28 @@
+# Headers, library, CMake package and pkg-config file. Headers in a detail/ folder stay out, and no
+# header outside one may include them (scripts/checks/public-headers).
+
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+set(tern_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/TernCoreKit)
+
+install(TARGETS TernCoreKit EXPORT TernCoreKitTargets
+  INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+if(TARGET tern)
+  install(TARGETS tern)
+endif()
+install(DIRECTORY TernCoreKit DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+  FILES_MATCHING PATTERN "*.hpp" PATTERN "detail" EXCLUDE)
+install(EXPORT TernCoreKitTargets NAMESPACE TernCoreKit:: DESTINATION ${tern_package_dir})
+
+configure_package_config_file(cmake/TernCoreKitConfig.cmake.in TernCoreKitConfig.cmake
+  INSTALL_DESTINATION ${tern_package_dir} NO_SET_AND_CHECK_MACRO)
+write_basic_package_version_file(TernCoreKitConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(FILES
+    ${PROJECT_BINARY_DIR}/TernCoreKitConfig.cmake
+    ${PROJECT_BINARY_DIR}/TernCoreKitConfigVersion.cmake
+  DESTINATION ${tern_package_dir})
+
+# Relative to the file itself, so that a moved or staged prefix still works.
+file(RELATIVE_PATH tern_pc_prefix /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
+configure_file(cmake/TernCoreKit.pc.in TernCoreKit.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/TernCoreKit.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -1,0 +1,102 @@
+# Test programs, and the checks that are compilations.
+
+file(GLOB_RECURSE tern_test_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/*.cpp)
+list(FILTER tern_test_sources EXCLUDE REGEX "/tests/install/")
+set(tern_test_support ${tern_test_sources})
+list(FILTER tern_test_support EXCLUDE REGEX "_test\\.cpp$")
+list(FILTER tern_test_sources INCLUDE REGEX "_test\\.cpp$")
+
+# Compiles sources without linking them, when there are any.
+function(tern_add_check target)
+  if(ARGN)
+    add_library(${target} OBJECT EXCLUDE_FROM_ALL ${ARGN})
+    tern_own_target(${target})
+    target_link_libraries(${target} PRIVATE TernCoreKit::TernCoreKit)
+  endif()
+endfunction()
+
+# Each public header is the only include of a source of its own.
+set(tern_header_checks)
+foreach(header IN LISTS tern_public_headers)
+  set(source ${PROJECT_BINARY_DIR}/header_checks/${header}.cpp)
+  file(CONFIGURE OUTPUT ${source} CONTENT "#include \"@header@\"\n" @ONLY)
+  list(APPEND tern_header_checks ${source})
+endforeach()
+tern_add_check(tern_header_checks ${tern_header_checks})
+
+# The heart of the library neither throws nor catches: it compiles with exceptions off.
+set(tern_no_exceptions ${tern_library_sources})
+list(FILTER tern_no_exceptions INCLUDE
+  REGEX "/TernCoreKit/(model|wayfinding|spatial|optimisation)/")
+tern_add_check(tern_no_exceptions ${tern_no_exceptions})
+if(TARGET tern_no_exceptions)
+  target_compile_options(tern_no_exceptions PRIVATE -fno-exceptions)
+endif()
+
+find_package(GTest)
+find_package(rapidcheck)
+if(NOT GTest_FOUND OR NOT rapidcheck_FOUND)
+  message(STATUS "No tests: GoogleTest or RapidCheck is missing")
+  return()
+endif()
+if(BUILD_SHARED_LIBS)
+  message(STATUS "No tests: they reach inside the library, so it has to be static")
+  return()
+endif()
+
+enable_testing()
+
+# What the test programs share: main(), fakes and helpers, and the paths the tests may rely on.
+add_library(tern_test_support OBJECT ${tern_test_support})
+tern_own_target(tern_test_support)
+target_link_libraries(tern_test_support PUBLIC
+  TernCoreKit::TernCoreKit GTest::gmock rapidcheck rapidcheck_gtest rapidcheck_gmock)
+target_compile_definitions(tern_test_support PUBLIC TERN_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+if(TARGET tern)
+  target_compile_definitions(tern_test_support PUBLIC TERN_BINARY_PATH="$<TARGET_FILE:tern>")
+endif()
+
+# A program of the given test sources. ctest runs it in as many parts at once as `shards` says; a
+# part that hangs fails.
+function(tern_add_tests target shards)
+  if(NOT ARGN)
+    return()
+  endif()
+  add_executable(${target} ${ARGN})
+  tern_own_target(${target})
+  target_link_libraries(${target} PRIVATE tern_test_support)
+  foreach(part tern tern_tool)
+    if(TARGET ${part})
+      add_dependencies(${target} ${part})
+    endif()
+  endforeach()
+  if(TARGET tern_tool)
+    target_link_libraries(${target} PRIVATE tern_tool)
+  endif()
+  math(EXPR last "${shards} - 1")
+  foreach(shard RANGE ${last})
+    add_test(NAME ${target}.${shard} COMMAND ${target} --gtest_brief=1)
+    set_tests_properties(${target}.${shard} PROPERTIES
+      LABELS ${target}
+      TIMEOUT 600
+      ENVIRONMENT "GTEST_TOTAL_SHARDS=${shards};GTEST_SHARD_INDEX=${shard}")
+  endforeach()
+endfunction()
+
+tern_add_tests(tern_tests 4 ${tern_test_sources})
+
+# Under the thread sanitizer only tests that use several threads tell anything new, and in a release
+# build those that run the command as its users do; building just these keeps the test run short.
+set(tern_concurrent_sources)
+foreach(source IN LISTS tern_test_sources)
+  file(STRINGS ${source} suites REGEX "^[A-Z_]+\\([A-Za-z0-9_]*Concurrent" LIMIT_COUNT 1)
+  if(suites)
+    list(APPEND tern_concurrent_sources ${source})
+  endif()
+endforeach()
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${tern_test_sources})
+tern_add_tests(tern_concurrent_tests 4 ${tern_concurrent_sources})
+
+set(tern_command_sources ${tern_test_sources})
+list(FILTER tern_command_sources INCLUDE REGEX "/tests/command/")
+tern_add_tests(tern_command_tests 4 ${tern_command_sources})

@@ -1,0 +1,23 @@
+# The command `tern`. Everything but its main() is a library of objects, which the tests link too.
+
+find_package(CLI11 REQUIRED)
+
+file(GLOB_RECURSE tern_tool_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tools/*.cpp)
+set(tern_main ${PROJECT_SOURCE_DIR}/tools/tern/main.cpp)
+list(REMOVE_ITEM tern_tool_sources ${tern_main})
+
+set(tern_tool_libraries TernCoreKit::TernCoreKit CLI11::CLI11)
+if(tern_tool_sources)
+  add_library(tern_tool OBJECT ${tern_tool_sources})
+  tern_own_target(tern_tool)
+  target_include_directories(tern_tool PUBLIC ${PROJECT_SOURCE_DIR})
+  target_compile_definitions(tern_tool PRIVATE TERN_VERSION="${PROJECT_VERSION}")
+  target_link_libraries(tern_tool PUBLIC ${tern_tool_libraries})
+  list(APPEND tern_tool_libraries tern_tool)
+endif()
+
+if(EXISTS ${tern_main})
+  add_executable(tern ${tern_main})
+  tern_own_target(tern)
+  target_link_libraries(tern PRIVATE ${tern_tool_libraries})
+endif()

@@ -1,0 +1,391 @@
+// Runs the command as its users do.
+#include "tools/tern/Command.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "TernCoreKit/platform/Json.hpp"
+#include "tests/support/Process.hpp"
+#include "tests/support/TemporaryFolder.hpp"
+#include "tests/support/VenueFolders.hpp"
+
+namespace tern::command {
+namespace {
+
+using test::Conversation;
+using test::ProcessResult;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::MatchesRegex;
+using testing::Not;
+using testing::StartsWith;
+
+using Words = std::vector<std::string>;
+
+Words commandLine(Words words) {
+  words.insert(words.begin(), TERN_BINARY_PATH);
+  return words;
+}
+
+ProcessResult tern(const Words& words, std::string_view input = {}) {
+  return test::runProcess(commandLine(words), input);
+}
+
+Value parsed(const std::string& json) {
+  JsonResult result = decodeJson(json);
+  EXPECT_FALSE(result.error) << json;
+  return std::move(result.value);
+}
+
+// Whether a call that could not be answered says so as it should: one line for a person and, with
+// --json, the same message for a program and nothing else.
+void expectFailure(Words words, int status, const testing::Matcher<std::string>& message) {
+  const ProcessResult inWords = tern(words);
+  EXPECT_EQ(inWords.status, status);
+  EXPECT_EQ(inWords.output, "");
+  EXPECT_THAT(inWords.diagnostics, MatchesRegex("tern: [^\n]*\n"));
+  words.emplace_back("--json");
+  const ProcessResult inJson = tern(words);
+  EXPECT_EQ(inJson.status, status);
+  const Value error = parsed(inJson.output)["error"];
+  EXPECT_THAT(std::string(error["code"].text()), MatchesRegex("TN00[1-8]"));
+  EXPECT_THAT(std::string(error["message"].text()), message);
+  EXPECT_THAT(std::string(error["description"].text()), Not(IsEmpty()));
+  EXPECT_EQ(parsed(inJson.output).size(), 1U);
+}
+
+// A venue of five waypoints; see twoFloorsVenueDocument.
+class CommandTest : public testing::Test {
+ protected:
+  CommandTest() { writeTwoFloors(folder_); }
+
+  Words withData(Words words) const {
+    words.insert(words.begin() + 1, {"--data", folder_.at("")});
+    return words;
+  }
+  ProcessResult ask(const Words& words, std::string_view input = {}) const {
+    return tern(withData(words), input);
+  }
+
+  test::TemporaryFolder folder_;
+};
+
+TEST_F(CommandTest, venuesAreListed) {
+  EXPECT_EQ(ask({"venues", "--json"}).output,
+            "{\"venues\":[{\"id\":1,\"externalId\":\"v1\",\"name\":\"drawn\"}]}\n");
+  const ProcessResult inWords = ask({"venues"});
+  EXPECT_EQ(inWords.status, 0);
+  EXPECT_EQ(inWords.output, "1       drawn (v1)\n");
+  EXPECT_EQ(inWords.diagnostics, "");
+}
+
+TEST_F(CommandTest, infoCounts) {
+  const ProcessResult inJson = ask({"info", "--json"});
+  EXPECT_EQ(inJson.status, 0);
+  EXPECT_EQ(inJson.output,
+            R"({"venue":{"id":1,"name":"drawn"},"buildings":1,"floors":2,"maps":2,"waypoints":5,)"
+            R"("paths":4,"destinations":1,"amenities":1,"pathTypes":3,"links":8})"
+            "\n");
+  EXPECT_THAT(ask({"info"}).output, HasSubstr("  waypoints     5\n"));
+}
+
+TEST_F(CommandTest, routeIsToldAndExitsWithZero) {
+  const ProcessResult result = ask({"route", "--from", "1", "--to", "4"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.output,
+            "From Bakery (waypoint 1)\n"
+            "  Ground Floor: walk 6 m\n"
+            "  Stairs up to First Floor\n"
+            "  First Floor: walk 1 map units\n"
+            "To Exit (waypoint 4)\n"
+            "61 map units in all\n");
+  EXPECT_EQ(result.diagnostics, "");
+}
+
+TEST_F(CommandTest, jsonIsTheAnswerThatABatchGives) {
+  const auto expectSame = [&](const Words& words, const std::string& request) {
+    const ProcessResult single = ask(words);
+    EXPECT_EQ(single.output, ask({"batch"}, request + "\n").output) << request;
+    EXPECT_EQ(single.status, 0);
+  };
+  expectSame({"route", "--from", "1", "--to", "4", "--json"}, R"({"op":"route","from":1,"to":4})");
+  expectSame({"route", "--from", "1", "--to", "4", "--accessibility", "1", "--json"},
+             R"({"op":"route","from":1,"to":4,"accessibility":1})");
+  expectSame({"closest", "--map", "1", "--at", "-12.5,3", "--json"},
+             R"({"op":"closest","map":1,"at":[-12.5,3]})");
+  expectSame({"convert", "--point=-3,4.25", "--from", "tern:local", "--to", "EPSG:4326", "--json"},
+             R"({"op":"convert","point":[-3,4.25],"from":"tern:local","to":"EPSG:4326"})");
+}
+
+TEST_F(CommandTest, nothingFoundExitsWithOne) {
+  const ProcessResult inWords = ask({"route", "--from", "1", "--to", "5"});
+  EXPECT_EQ(inWords.status, 1);
+  EXPECT_EQ(inWords.output, "No route from Bakery (waypoint 1) to waypoint 5\n");
+  const ProcessResult inJson = ask({"route", "--from", "1", "--to", "5", "--json"});
+  EXPECT_EQ(inJson.status, 1);
+  EXPECT_EQ(inJson.output, "{\"route\":[]}\n");
+  EXPECT_EQ(inJson.diagnostics, "");
+  const ProcessResult noMap = ask({"closest", "--map", "9", "--at", "0,0", "--json"});
+  EXPECT_EQ(noMap.status, 1);
+  EXPECT_EQ(noMap.output, "{\"waypoint\":null}\n");
+}
+
+TEST_F(CommandTest, unknownWaypointIsNamedOnStandardError) {
+  const ProcessResult inWords = ask({"route", "--from", "1", "--to", "99"});
+  EXPECT_EQ(inWords.status, 1);
+  EXPECT_EQ(inWords.output, "");
+  EXPECT_EQ(inWords.diagnostics, "tern: there is no waypoint 99 in venue 1\n");
+  const ProcessResult inJson = ask({"route", "--from", "1", "--to", "99", "--json"});
+  EXPECT_EQ(inJson.status, 1);
+  EXPECT_EQ(inJson.output, "{\"route\":[]}\n");
+  EXPECT_EQ(inJson.diagnostics, inWords.diagnostics);
+}
+
+TEST_F(CommandTest, closestAndConvertAnswerInWords) {
+  EXPECT_EQ(ask({"closest", "--map", "1", "--at", "-3,-4"}).output,
+            "Bakery (waypoint 1) on Ground Floor, 0.5 m away\n");
+  EXPECT_EQ(ask({"convert", "--point", "10,0", "--from", "EPSG:4326", "--to", "EPSG:3857"}).status,
+            0);
+}
+
+TEST_F(CommandTest, optionsMayStandBeforeTheCommand) {
+  const ProcessResult result = tern({"--data", folder_.at(""), "--json", "--venue", "1", "info"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_THAT(result.output, StartsWith("{\"venue\":{\"id\":1,"));
+}
+
+TEST_F(CommandTest, pictureIsWrittenBesideTheAnswer) {
+  const auto draw = [&](const std::string& file) {
+    return ask({"route", "--from", "1", "--to", "4", "--picture", folder_.at(file)});
+  };
+  EXPECT_EQ(draw("r.svg").status, 0);
+  EXPECT_THAT(draw("r.html").output, StartsWith("From Bakery"));
+  EXPECT_THAT(folder_.read("r.svg"), HasSubstr("<svg"));
+  EXPECT_THAT(folder_.read("r.html"), HasSubstr("</html>"));
+  expectFailure(withData({"route", "--from", "1", "--to", "4", "--picture", "/no/such/r.svg"}), 2,
+                HasSubstr("/no/such/r.svg"));
+}
+
+TEST_F(CommandTest, batchAnswersEveryLineAndExitsWithZero) {
+  const ProcessResult result = ask({"batch"},
+                                   "{\"op\":\"closest\",\"map\":2,\"at\":[0,0],\"id\":\"a\"}\r\n"
+                                   "\n"
+                                   "{\"op\":\"fly\",\"id\":[1,null]}\n"
+                                   "no json\n"
+                                   "\xFF\xFE\n"
+                                   "{\"op\":\"center\"}");
+  EXPECT_EQ(result.status, 0);
+  std::istringstream lines(result.output);
+  std::string line;
+  std::getline(lines, line);
+  EXPECT_EQ(line, "{\"id\":\"a\",\"waypoint\":4}");
+  std::getline(lines, line);
+  EXPECT_THAT(line,
+              StartsWith(R"({"id":[1,null],"error":{"code":"TN006","message":"\"op\" is \"fly\")"));
+  std::getline(lines, line);
+  EXPECT_THAT(line, StartsWith("{\"error\":{\"code\":\"TN006\""));
+  std::getline(lines, line);
+  EXPECT_THAT(line, StartsWith("{\"error\":{\"code\":\"TN006\""));
+  std::getline(lines, line);
+  EXPECT_EQ(parsed(line)["point"].size(), 2U);
+  EXPECT_FALSE(std::getline(lines, line));
+  EXPECT_EQ(result.diagnostics, "");
+}
+
+TEST_F(CommandTest, batchOfNothingIsAnswered) {
+  const ProcessResult result = ask({"batch", "--json"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.output, "");
+}
+
+TEST_F(CommandTest, batchIsSilentAboutWhatItsAnswersSay) {
+  std::string requests;
+  for (int i = 0; i < 100; ++i) requests += "{\"op\":\"route\",\"from\":1,\"to\":1}\n";
+  EXPECT_EQ(ask({"batch"}, requests).diagnostics, "");
+}
+
+TEST_F(CommandTest, partnerMayWaitForEachAnswer) {
+  Conversation batch(commandLine(withData({"batch"})));
+  batch.say(R"({"op":"blockExit","node":4,"blocked":true})");
+  EXPECT_EQ(batch.hear(), "{\"ok\":true}");
+  batch.say(R"({"op":"route","from":4,"to":3})");
+  EXPECT_EQ(batch.hear(), "{\"route\":[]}");
+  EXPECT_EQ(batch.end(), 0);
+}
+
+TEST_F(CommandTest, readerWhoGoesAwayEndsABatch) {
+  Conversation batch(commandLine(withData({"batch"})));
+  batch.stopListening();
+  batch.say(R"({"op":"center"})");
+  EXPECT_EQ(batch.end(), 4);
+}
+
+TEST_F(CommandTest, wordsThatAreWrongExitWithTwo) {
+  expectFailure({"fly"}, 2, HasSubstr("\"fly\" is no command; there are venues"));
+  expectFailure({"--data", folder_.at("")}, 2, HasSubstr("a command is missing"));
+  expectFailure({"info"}, 2, StartsWith("--data DIR is missing"));
+  expectFailure(withData({"route", "--from", "1"}), 2, StartsWith("--to W is missing"));
+  expectFailure(withData({"route", "--from", "x", "--to", "2"}), 2, StartsWith("--from: \"x\""));
+  expectFailure(withData({"route", "--from", "1", "--to", "2", "--fast"}), 2,
+                StartsWith("\"--fast\" is not understood"));
+  expectFailure(withData({"info", "--venue", "1,2"}), 2, StartsWith("--venue: \"1,2\""));
+  expectFailure(withData({"closest", "--map", "1", "--at", "1;2"}), 2, StartsWith("--at: \"1;2\""));
+  expectFailure(withData({"convert", "--point", "1,2", "--from", "EPSG:1", "--to", "EPSG:4326"}), 2,
+                HasSubstr("there are EPSG:4326, EPSG:3857 and tern:local"));
+  expectFailure({"generate", "--out", folder_.at("new"), "--floors", "-1"}, 2,
+                StartsWith("--floors: -1 is out of range"));
+}
+
+TEST_F(CommandTest, wordsOfAnyBytesGiveJsonThatCanBeRead) {
+  expectFailure({"fl\xFFy\n"}, 2, HasSubstr("is no command"));
+}
+
+TEST_F(CommandTest, withoutWordsHelpIsShownAsAnError) {
+  const ProcessResult result = tern({});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.output, "");
+  EXPECT_THAT(result.diagnostics, HasSubstr("Usage: tern COMMAND"));
+}
+
+TEST_F(CommandTest, helpAndVersionAreAnswers) {
+  const ProcessResult help = tern({"route", "--help"});
+  EXPECT_EQ(help.status, 0);
+  EXPECT_THAT(help.output, HasSubstr("tern route --data mall --from 12 --to 40"));
+  EXPECT_EQ(tern({"--help"}).status, 0);
+  EXPECT_THAT(tern({"--version"}).output, MatchesRegex("tern [0-9.]+\n"));
+}
+
+TEST_F(CommandTest, dataThatIsMissingExitsWithThree) {
+  expectFailure({"info", "--data", folder_.at("nowhere")}, 3, HasSubstr("nowhere"));
+  expectFailure({"venues", "--data", folder_.at("nowhere")}, 3, HasSubstr("nowhere"));
+  expectFailure(withData({"info", "--venue", "9"}), 3, HasSubstr("no venue 9"));
+  expectFailure(withData({"info", "--building", "9"}), 3, HasSubstr("no building 9"));
+  std::filesystem::remove(folder_.at("venue/1/building/1/full.json"));
+  expectFailure(withData({"route", "--from", "1", "--to", "2"}), 3,
+                EndsWith("venue/1/building/1/full.json: no such file"));
+  expectFailure(withData({"batch"}), 3, HasSubstr("building/1/full.json"));
+}
+
+TEST_F(CommandTest, dataThatIsBrokenExitsWithThree) {
+  folder_.write("venue/1/full.json", "{\"id\":1,");
+  expectFailure(withData({"info"}), 3, HasSubstr("venue/1/full.json: "));
+  folder_.write("venue/1/full.json", "[]");
+  expectFailure(withData({"info"}), 3, HasSubstr("venue/1/full.json: "));
+  folder_.write("full.json", "\xFF");
+  expectFailure(withData({"venues"}), 3, HasSubstr("full.json: "));
+}
+
+TEST_F(CommandTest, severalVenuesAreListedWhenNoneIsNamed) {
+  folder_.write("full.json", R"({"id":1,"venues":{"items":[{"id":1,"name":"one"},{"id":2}]}})");
+  expectFailure(withData({"info"}), 2, HasSubstr("1 (one), 2"));
+  EXPECT_EQ(ask({"info", "--venue", "1"}).status, 0);
+}
+
+TEST_F(CommandTest, libraryLinesAreShownWhileLoadingAndCounted) {
+  std::string waypoints;
+  for (int i = 0; i < 15; ++i) waypoints += R"({"id":)" + std::to_string(i + 1) + R"(,"odd":1},)";
+  waypoints.pop_back();
+  folder_.write("venue/1/building/1/full.json",
+                R"({"id":1,"floors":{"items":[{"id":1,"map":{"id":1,"waypoints":{"items":[)" +
+                    waypoints + "]}}}]}}");
+  const ProcessResult result = ask({"info", "--json"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_THAT(result.diagnostics, EndsWith("\nand 5 more such lines\n"));
+  EXPECT_EQ(std::ranges::count(result.diagnostics, '\n'), 11);
+}
+
+TEST_F(CommandTest, namesCannotCommandTheTerminal) {
+  folder_.write("full.json",
+                R"({"id":1,"venues":{"items":[{"id":1,"name":"a\u001b[2Jb\u009bc"}]}})");
+  EXPECT_EQ(ask({"venues"}).output, "1       a [2Jb  c\n");
+}
+
+TEST_F(CommandTest, generateWritesTheSameBytesForTheSameWords) {
+  const auto generate = [&](const std::string& name, const std::string& seed) {
+    return tern({"generate", "--out", folder_.at(name), "--seed", seed, "--shops", "12"}).status;
+  };
+  EXPECT_EQ(generate("a", "5"), 0);
+  EXPECT_EQ(generate("b", "5"), 0);
+  EXPECT_EQ(generate("c", "6"), 0);
+  const auto venueOf = [&](const std::string& name) {
+    return folder_.read(name + "/venue/1/full.json");
+  };
+  EXPECT_EQ(venueOf("a"), venueOf("b"));
+  EXPECT_NE(venueOf("a"), venueOf("c"));
+  EXPECT_EQ(tern({"info", "--data", folder_.at("a")}).status, 0);
+  folder_.write("other/notes.txt", "mine");
+  expectFailure({"generate", "--out", folder_.at("other")}, 2, HasSubstr("other"));
+}
+
+// The sample venue, as somebody would use it.
+class CommandSampleTest : public testing::Test {
+ protected:
+  static ProcessResult ask(Words words, std::string_view input = {}) {
+    words.insert(words.begin() + 1, {"--data", TERN_SOURCE_DIR "/data/plaza"});
+    return tern(words, input);
+  }
+  // The first waypoint of each destination.
+  static std::vector<std::int64_t> doors() {
+    std::ifstream file(TERN_SOURCE_DIR "/data/plaza/venue/1/full.json", std::ios::binary);
+    const Value venue = parsed({std::istreambuf_iterator<char>(file), {}});
+    std::vector<std::int64_t> ids;
+    for (const Value& shop : venue["destinations"]["items"].items()) {
+      ids.push_back(shop["locations"].items()[0]["waypointIds"].items()[0].integer());
+    }
+    return ids;
+  }
+};
+
+TEST_F(CommandSampleTest, isCounted) {
+  const ProcessResult result = ask({"info", "--json"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.diagnostics, "");
+  const Value info = parsed(result.output);
+  EXPECT_EQ(info["destinations"].integer(), static_cast<std::int64_t>(doors().size()));
+  EXPECT_GE(info["links"].integer(), info["paths"].integer());
+  EXPECT_EQ(info["floors"], info["maps"]);
+}
+
+TEST_F(CommandSampleTest, everyShopIsReachedFromTheFirst) {
+  const std::vector<std::int64_t> ids = doors();
+  ASSERT_GT(ids.size(), 2U);
+  std::string requests;
+  for (const std::int64_t id : ids) {
+    requests += R"({"op":"route","from":)" + std::to_string(ids.front()) + R"(,"to":)" +
+                std::to_string(id) + R"(,"accessibility":100,"id":)" + std::to_string(id) + "}\n";
+  }
+  std::istringstream answers(ask({"batch"}, requests).output);
+  std::string line;
+  for (const std::int64_t id : ids) {
+    ASSERT_TRUE(std::getline(answers, line));
+    const Value answer = parsed(line);
+    EXPECT_EQ(answer["id"], Value(id));
+    if (id == ids.front()) continue;
+    const auto segments = answer["route"].items();
+    ASSERT_FALSE(segments.empty()) << id;
+    EXPECT_EQ(segments.front()["points"].items().front(), Value(ids.front()));
+    EXPECT_EQ(segments.back()["points"].items().back(), Value(id));
+  }
+}
+
+TEST_F(CommandSampleTest, longRouteIsToldInMetresAndFloors) {
+  const std::vector<std::int64_t> ids = doors();
+  const ProcessResult result =
+      ask({"route", "--from", std::to_string(ids.front()), "--to", std::to_string(ids.back())});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_THAT(result.output, testing::ContainsRegex("From .+ \\(waypoint [0-9]+\\)\n"));
+  EXPECT_THAT(result.output, testing::ContainsRegex(": walk [0-9]+ m\n"));
+  EXPECT_THAT(result.output, EndsWith(" m in all\n"));
+}
+
+}  // namespace
+}  // namespace tern::command

@@ -1,0 +1,227 @@
+#include "TernCoreKit/platform/WorkQueue.hpp"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+#include <future>
+#include <numeric>
+#include <thread>
+#include <vector>
+
+#include "TernCoreKit/platform/detail/ThreadPool.hpp"
+#include "tests/support/WorkQueues.hpp"
+
+namespace tern {
+namespace {
+
+using test::OnDemandQueue;
+using test::RunNowQueue;
+using test::ScopedBackgroundQueue;
+
+// What every queue that runs one task at a time must keep to: `finish` waits until all have run.
+void expectEachTaskRunsOnceInOrder(WorkQueue& queue, const std::function<void()>& finish) {
+  std::vector<int> begun;
+  for (int task = 0; task < 100; ++task) queue.run([&, task] { begun.push_back(task); });
+  finish();
+  std::vector<int> expected(100);
+  std::iota(expected.begin(), expected.end(), 0);
+  EXPECT_EQ(begun, expected);
+}
+
+void expectATaskMayRunAnother(WorkQueue& queue, const std::function<void()>& finish) {
+  std::atomic<int> ran = 0;
+  std::promise<void> isRun;
+  queue.run([&] {
+    ++ran;
+    queue.run([&] {
+      ++ran;
+      isRun.set_value();
+    });
+  });
+  finish();
+  isRun.get_future().wait();
+  EXPECT_EQ(ran, 2);
+}
+
+// Runs a task of its own after the others and waits for it. REQUIRES: a pool of one thread.
+void drain(WorkQueue& queue) {
+  std::promise<void> isDrained;
+  queue.run([&] { isDrained.set_value(); });
+  isDrained.get_future().wait();
+}
+
+TEST(WorkQueueConcurrent, aPoolOfOneThreadKeepsTheContract) {
+  detail::ThreadPool pool(1);
+  expectEachTaskRunsOnceInOrder(pool, [&] { drain(pool); });
+  expectATaskMayRunAnother(pool, [] {});
+}
+
+TEST(WorkQueue, fakesKeepTheContract) {
+  RunNowQueue now;
+  expectEachTaskRunsOnceInOrder(now, [] {});
+  expectATaskMayRunAnother(now, [] {});
+  OnDemandQueue onDemand;
+  expectEachTaskRunsOnceInOrder(onDemand, [&] { onDemand.runAll(); });
+  expectATaskMayRunAnother(onDemand, [&] { onDemand.runAll(); });
+}
+
+TEST(WorkQueue, onDemandQueueRunsOneTaskAtATime) {
+  OnDemandQueue queue;
+  int ran = 0;
+  queue.run([&] { ++ran; });
+  queue.run([&] { ++ran; });
+  EXPECT_EQ(queue.waiting(), 2U);
+  EXPECT_TRUE(queue.runNext());
+  EXPECT_EQ(ran, 1);
+  EXPECT_TRUE(queue.runNext());
+  EXPECT_FALSE(queue.runNext());
+}
+
+TEST(WorkQueueConcurrent, twoTasksOfTheDefaultQueueOverlap) {
+  std::promise<void> first;
+  std::promise<void> second;
+  std::promise<void> firstEnds;
+  std::promise<void> secondEnds;
+  // Each ends only when the other has begun.
+  backgroundQueue()->run([&] {
+    first.set_value();
+    second.get_future().wait();
+    firstEnds.set_value();
+  });
+  backgroundQueue()->run([&] {
+    second.set_value();
+    first.get_future().wait();
+    secondEnds.set_value();
+  });
+  firstEnds.get_future().wait();
+  secondEnds.get_future().wait();
+}
+
+TEST(WorkQueueConcurrent, manyCallersEachHaveTheirTasksRun) {
+  std::atomic<int> ran = 0;
+  std::promise<void> isComplete;
+  {
+    detail::ThreadPool pool(3);
+    std::vector<std::thread> callers;
+    for (int caller = 0; caller < 4; ++caller) {
+      callers.emplace_back([&] {
+        for (int task = 0; task < 250; ++task) {
+          pool.run([&] {
+            if (++ran == 1000) isComplete.set_value();
+          });
+        }
+      });
+    }
+    for (std::thread& caller : callers) caller.join();
+    isComplete.get_future().wait();
+  }
+  EXPECT_EQ(ran, 1000);
+}
+
+TEST(WorkQueueConcurrent, stoppingWaitsForRunningTasksAndDropsTheOthers) {
+  detail::ThreadPool pool(1);
+  std::promise<void> isBegun;
+  std::promise<void> mayEnd;
+  const auto token = std::make_shared<int>();
+  bool isEnded = false;
+  bool isOtherRun = false;
+  pool.run([&] {
+    isBegun.set_value();
+    mayEnd.get_future().wait();
+    isEnded = true;
+  });
+  pool.run([&, token] { isOtherRun = true; });
+  isBegun.get_future().wait();
+  EXPECT_EQ(token.use_count(), 2);
+  std::thread stopper([&] { pool.stop(); });
+  // The waiting task is given up before the running one is waited for.
+  while (token.use_count() > 1) std::this_thread::yield();
+  mayEnd.set_value();
+  stopper.join();
+  EXPECT_TRUE(isEnded);
+  EXPECT_FALSE(isOtherRun);
+  pool.run([&] { isOtherRun = true; });
+  EXPECT_FALSE(isOtherRun);
+}
+
+TEST(WorkQueueConcurrent, aTaskMayStopItsPool) {
+  bool isEnded = false;
+  {
+    detail::ThreadPool pool(2);
+    std::promise<void> isStopped;
+    pool.run([&] {
+      pool.stop();
+      isStopped.set_value();
+      isEnded = true;
+    });
+    isStopped.get_future().wait();
+  }
+  EXPECT_TRUE(isEnded);
+}
+
+TEST(WorkQueueConcurrent, aTaskIsDestroyedAsSoonAsItHasRun) {
+  detail::ThreadPool pool(1);
+  const auto token = std::make_shared<int>();
+  pool.run([token] {});
+  drain(pool);
+  EXPECT_EQ(token.use_count(), 1);
+}
+
+TEST(WorkQueueConcurrent, hostsMayReplaceTheBackgroundQueueAtAnyTime) {
+  std::thread replacer([] {
+    for (int i = 0; i < 200; ++i) {
+      setBackgroundQueue(i % 2 == 0 ? std::make_shared<RunNowQueue>() : nullptr);
+    }
+  });
+  for (int i = 0; i < 200; ++i) {
+    std::promise<void> isRun;
+    backgroundQueue()->run([&] { isRun.set_value(); });
+    isRun.get_future().wait();
+  }
+  replacer.join();
+  setBackgroundQueue(nullptr);
+}
+
+TEST(WorkQueue, aHostsQueueTakesTheTasksUntilTheDefaultIsBroughtBack) {
+  const auto defaultQueue = backgroundQueue();
+  const auto mine = std::make_shared<OnDemandQueue>();
+  {
+    const ScopedBackgroundQueue scope(mine);
+    EXPECT_EQ(backgroundQueue(), mine);
+    backgroundQueue()->run([] {});
+    EXPECT_EQ(mine->waiting(), 1U);
+  }
+  EXPECT_EQ(backgroundQueue(), defaultQueue);
+  EXPECT_NE(defaultQueue, nullptr);
+}
+
+TEST(WorkQueueDeathTest, theEndOfTheProcessWaitsForARunningTask) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_EXIT(
+      {
+        std::promise<void> isBegun;
+        backgroundQueue()->run([&] {
+          isBegun.set_value();
+          for (int i = 0; i < 1000; ++i) std::this_thread::yield();
+          std::fputs("task ended\n", stderr);
+        });
+        isBegun.get_future().wait();
+        std::exit(0);
+      },
+      testing::ExitedWithCode(0), "task ended");
+}
+
+TEST(WorkQueueDeathTest, aTaskMayEndTheProcess) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_EXIT(
+      {
+        backgroundQueue()->run([] { std::exit(7); });
+        std::promise<void>().get_future().wait();
+      },
+      testing::ExitedWithCode(7), "");
+}
+
+}  // namespace
+}  // namespace tern

@@ -1,0 +1,183 @@
+#include "TernCoreKit/wayfinding/detail/OpenList.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <utility>
+
+namespace tern::detail {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr float infinity = std::numeric_limits<float>::infinity();
+constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
+constexpr float smallest = std::numeric_limits<float>::denorm_min();
+
+// The heap as a textbook has it: positions by scores that are looked up when they are compared.
+class TextbookHeap {
+ public:
+  explicit TextbookHeap(std::vector<float>& scores) : scores_(scores) {}
+
+  void insert(Position position) {
+    heap_.push_back(position);
+    for (std::size_t at = heap_.size() - 1; at > 0; at = (at - 1) / 2) {
+      if (!isGreater((at - 1) / 2, at)) return;
+      std::swap(heap_[(at - 1) / 2], heap_[at]);
+    }
+  }
+  Position removeFirst() {
+    const Position first = heap_.front();
+    heap_.front() = heap_.back();
+    heap_.pop_back();
+    for (std::size_t at = 0, child = 1; child < heap_.size(); child = 2 * at + 1) {
+      if (child + 1 < heap_.size() && isGreater(child, child + 1)) ++child;
+      if (!isGreater(at, child)) break;
+      std::swap(heap_[at], heap_[child]);
+      at = child;
+    }
+    return first;
+  }
+  const std::vector<Position>& positions() const { return heap_; }
+
+ private:
+  bool isGreater(std::size_t a, std::size_t b) const {
+    const float first = scores_[heap_[a]];
+    const float second = scores_[heap_[b]];
+    return first != second && !(first < second);
+  }
+
+  std::vector<float>& scores_;
+  std::vector<Position> heap_;
+};
+
+template <class Order>
+std::vector<Position> inOrder(const std::vector<float>& scores) {
+  Graph graph;
+  graph.states.resize(scores.size());
+  OpenList<Order> list(graph);
+  for (Position i = 0; i < scores.size(); ++i) list.insert(i, scores[i]);
+  std::vector<Position> order;
+  for (; !list.isEmpty(); list.removeFirst()) order.push_back(list.first());
+  return order;
+}
+
+// Inserts, removes and rewrites at random, and compares the whole heap after each step.
+template <class Order>
+void expectTextbook(const rc::Gen<float>& anyScore) {
+  constexpr std::size_t count = 24;
+  Graph graph;
+  graph.states.resize(count);
+  std::vector<float> scores(count, 0.0F);
+  std::vector<bool> isOpen(count, false);
+  TextbookHeap textbook(scores);
+  OpenList<Order> list(graph);
+  const auto steps = *rc::gen::container<std::vector<std::pair<Position, float>>>(
+      rc::gen::pair(rc::gen::inRange<Position>(0, count + 12), anyScore));
+  for (const auto& [position, score] : steps) {
+    if (position >= count) {
+      if (list.isEmpty()) continue;
+      const Position first = list.first();
+      list.removeFirst();
+      RC_ASSERT(textbook.removeFirst() == first);
+      isOpen[first] = false;
+    } else {
+      scores[position] = score;
+      if (isOpen[position]) {
+        list.rewriteScore(graph.states[position], score);
+      } else {
+        list.insert(position, score);
+        textbook.insert(position);
+      }
+      isOpen[position] = true;
+    }
+    graph.openCount = list.size();
+    std::vector<Position> ours;
+    for (const OpenEntry& entry : graph.openEntries()) ours.push_back(entry.position);
+    RC_ASSERT(ours == textbook.positions());
+  }
+}
+
+rc::Gen<float> finiteScores() {
+  return rc::gen::oneOf(rc::gen::element(0.0F, -0.0F, 1.0F, 2.0F, smallest, -smallest, infinity,
+                                         -infinity, 1e38F, -3.0F),
+                        rc::gen::map(rc::gen::inRange(-9, 9), [](int n) { return static_cast<float>(n) * 0.5F; }));
+}
+
+TEST(OpenList, givesTheLeastScoreFirst) {
+  EXPECT_THAT(inOrder<FiniteOrder>({3, 1, 2, -5, 0}), ElementsAre(3, 4, 1, 2, 0));
+  EXPECT_THAT(inOrder<AnyOrder>({3, 1, 2, -5, 0}), ElementsAre(3, 4, 1, 2, 0));
+}
+
+TEST(OpenList, leftChildMovesUpOnATie) {
+  EXPECT_THAT(inOrder<FiniteOrder>({0, 1, 1, 2}), ElementsAre(0, 1, 2, 3));
+  EXPECT_THAT(inOrder<AnyOrder>({0, 1, 1, 2}), ElementsAre(0, 1, 2, 3));
+}
+
+TEST(OpenList, lastEntryStaysAtTheRootOnATie) {
+  EXPECT_THAT(inOrder<FiniteOrder>({0, 1, 1, 1}), ElementsAre(0, 3, 2, 1));
+  EXPECT_THAT(inOrder<AnyOrder>({0, 1, 1, 1}), ElementsAre(0, 3, 2, 1));
+}
+
+TEST(OpenList, scoreThatDropsStaysWhereItIs) {
+  Graph graph;
+  graph.states.resize(3);
+  OpenList<FiniteOrder> list(graph);
+  list.insert(0, 1);
+  list.insert(1, 5);
+  list.insert(2, 6);
+  list.rewriteScore(graph.states[2], 0);
+  EXPECT_EQ(list.first(), 0U) << "the lower score lies below the root and is not moved up";
+  list.removeFirst();
+  EXPECT_EQ(list.first(), 2U);
+}
+
+TEST(OpenList, storageIsKeptForTheNextSearch) {
+  Graph graph;
+  graph.states.resize(1000);
+  OpenList<FiniteOrder> list(graph);
+  for (Position i = 0; i < 1000; ++i) list.insert(i, static_cast<float>(i % 7));
+  const std::size_t room = graph.openStorage.size();
+  OpenList<FiniteOrder> next(graph);
+  EXPECT_TRUE(next.isEmpty());
+  for (Position i = 0; i < 1000; ++i) next.insert(i, static_cast<float>(i % 5));
+  EXPECT_EQ(graph.openStorage.size(), room);
+}
+
+TEST(OpenList, finiteOrderIsTheOrderOfTheFloats) {
+  const std::vector<float> ascending = {-infinity, -1e38F,    -1, -smallest, 0,
+                                        smallest,  1.000001F, 2,  1e38F,     infinity};
+  for (std::size_t a = 0; a < ascending.size(); ++a) {
+    for (std::size_t b = 0; b < ascending.size(); ++b) {
+      EXPECT_EQ(FiniteOrder::isGreater(FiniteOrder::keyOf(ascending[a]),
+                                       FiniteOrder::keyOf(ascending[b])),
+                a > b);
+    }
+  }
+}
+
+TEST(OpenList, zeroesOfBothSignsAreEqual) {
+  EXPECT_EQ(FiniteOrder::keyOf(-0.0F), FiniteOrder::keyOf(0.0F));
+  EXPECT_FALSE(AnyOrder::isGreater(0.0F, -0.0F));
+  EXPECT_FALSE(AnyOrder::isGreater(-0.0F, 0.0F));
+}
+
+TEST(OpenList, whatIsNotANumberIsGreaterOnBothSides) {
+  EXPECT_TRUE(AnyOrder::isGreater(notANumber, 1));
+  EXPECT_TRUE(AnyOrder::isGreater(1, notANumber));
+  EXPECT_TRUE(AnyOrder::isGreater(notANumber, notANumber));
+}
+
+RC_GTEST_PROP(OpenList, finiteOrderIsATextbookHeap, ()) {
+  expectTextbook<FiniteOrder>(finiteScores());
+}
+
+RC_GTEST_PROP(OpenList, anyOrderIsATextbookHeap, ()) {
+  expectTextbook<AnyOrder>(rc::gen::oneOf(finiteScores(), rc::gen::just(notANumber)));
+}
+
+}  // namespace
+}  // namespace tern::detail

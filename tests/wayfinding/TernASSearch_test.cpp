@@ -1,0 +1,379 @@
+#include "TernCoreKit/wayfinding/TernASSearch.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <algorithm>
+
+#include "TernCoreKit/model/TernPathType.hpp"
+#include "TernCoreKit/model/TernWaypoint.hpp"
+#include "TernCoreKit/wayfinding/TernASGrid.hpp"
+#include "tests/support/CapturedLog.hpp"
+#include "tests/support/DrawnVenue.hpp"
+#include "tests/support/RandomVenue.hpp"
+#include "tests/support/Twins.hpp"
+#include "tests/support/VenueLists.hpp"
+
+namespace tern::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr const char* noPath = "Tern SDK: NO PATH";
+constexpr const char* noEnds = "Tern SDK: no start and/or end";
+constexpr const char* noGrid =
+    "Tern SDK: Grid has not been initialized, please wait for wayfindDataLoaded callback before "
+    "wayfinding.";
+
+// A search through a drawing. Lines that no test takes from the log fail it.
+struct Drawn {
+  explicit Drawn(const Drawing& drawing) : venue(drawVenue(drawing)) {
+    search.grid = listsOf(venue).makeGrid();
+    search.maps = venue.maps;
+  }
+
+  std::optional<TernRoute> route(char from, char to, std::int64_t level = 0) {
+    return search.search(idOf(from), idOf(to), level);
+  }
+  // As letters; "none" without a route.
+  std::string letters(char from, char to, std::int64_t level = 0) {
+    const auto found = route(from, to, level);
+    return found ? lettersOf(*found) : "none";
+  }
+  std::optional<TernRoute> routeToAny(char from, std::string_view to, std::int64_t level = 0) {
+    TernASGrid::Waypoints ends;
+    for (const char letter : to) ends.push_back(venue.waypoint(letter));
+    return search.searchInArray(idOf(from), ends, level);
+  }
+  std::string lettersToAny(char from, std::string_view to, std::int64_t level = 0) {
+    const auto found = routeToAny(from, to, level);
+    return found ? lettersOf(*found) : "none";
+  }
+  TernASNode node(char letter) const { return search.grid->getNodeById(idOf(letter)).value(); }
+
+  CapturedLog log;
+  DrawnVenue venue;
+  TernASSearch search;
+};
+
+const Drawing corridorDrawing{.floors = {{.lines = {"A--B--C"}}}, .paths = {"A-B", "B-C"}};
+
+// A and B lie on one map, C and D on the next one, E on the first again.
+const Drawing upAndDown{.floors = {{.lines = {"A  B     E"}, .mmPerPixel = 100},
+                                   {.lines = {"   C  D   "}, .mmPerPixel = 50}},
+                        .paths = {"A-B", "B-C lift", "C-D", "D-E stairs"},
+                        .pathTypes = {{.name = "lift", .weight = 5, .verticalWeight = -1},
+                                      {.name = "stairs", .weight = 9, .verticalWeight = -1}}};
+
+TEST(TernASSearch, startThatIsTheEndIsNoPath) {
+  Drawn drawn(corridorDrawing);
+  EXPECT_EQ(drawn.letters('B', 'B'), "none");
+  EXPECT_THAT(drawn.log.take(), ElementsAre(noPath));
+  EXPECT_EQ(drawn.lettersToAny('B', "AB"), "none");
+  EXPECT_THAT(drawn.log.take(), ElementsAre(noPath));
+}
+
+TEST(TernASSearch, routeOfTwoNodesOnOneMapIsOneSegment) {
+  Drawn drawn(corridorDrawing);
+  const TernRoute route = drawn.route('A', 'B').value();
+  ASSERT_EQ(route.size(), 1U);
+  EXPECT_EQ(lettersOf(route), "AB");
+  EXPECT_EQ(route[0].mapId, 1);
+  EXPECT_EQ(route[0].cost, 30);
+  EXPECT_EQ(route[0].pixelDistance, 30);
+  EXPECT_EQ(route[0].mover, drawn.venue.pathTypes[0]);
+}
+
+TEST(TernASSearch, fieldsThatTheSearchDoesNotSetStayEmpty) {
+  Drawn drawn(corridorDrawing);
+  const TernRoute route = drawn.route('A', 'B').value();
+  EXPECT_EQ(route[0].accessibility, 0);
+  EXPECT_TRUE(route[0].obstacles.isAbsent());
+  EXPECT_THAT(route[0].waypoints, IsEmpty());
+}
+
+TEST(TernASSearch, mapChangeAtTheLastNodeEndsWithASegmentOfOneNode) {
+  Drawn drawn(upAndDown);
+  const TernRoute route = drawn.route('A', 'C').value();
+  EXPECT_EQ(lettersOf(route), "AB C");
+  EXPECT_EQ(route[0].mover->name, Value("lift")) << "the link into C";
+  EXPECT_EQ(route[1].mover->name, Value("lift")) << "the route's last link";
+  EXPECT_EQ(route[1].mapId, 2);
+}
+
+TEST(TernASSearch, routeThatLeavesAMapAndReturnsHasThreeSegments) {
+  Drawn drawn(upAndDown);
+  const TernRoute route = drawn.route('A', 'E').value();
+  ASSERT_EQ(lettersOf(route), "AB CD E");
+  EXPECT_EQ(route[0].mapId, 1);
+  EXPECT_EQ(route[1].mapId, 2);
+  EXPECT_EQ(route[2].mapId, 1);
+  EXPECT_EQ(route[0].cost, 30);
+  EXPECT_EQ(route[1].cost, 30 + 5 + 30);
+  EXPECT_EQ(route[2].cost, 30 + 5 + 30 + 9);
+  EXPECT_EQ(route[0].pixelDistance, 30);
+  EXPECT_EQ(route[1].pixelDistance, 30 + 1 + 30);
+  EXPECT_EQ(route[2].pixelDistance, 30 + 1 + 30 + 1);
+  EXPECT_EQ(route[0].mover->name, Value("lift"));
+  EXPECT_EQ(route[1].mover->name, Value("stairs"));
+  EXPECT_EQ(route[2].mover->name, Value("stairs"));
+}
+
+TEST(TernASSearch, millimetresAreTheDistanceByTheScaleOfTheSegmentsMap) {
+  Drawn drawn(upAndDown);
+  const TernRoute route = drawn.route('A', 'E').value();
+  EXPECT_EQ(route[0].mmDistance, 30 * 100);
+  EXPECT_EQ(route[1].mmDistance, 61 * 50);
+  EXPECT_EQ(route[2].mmDistance, 62 * 100);
+}
+
+TEST(TernASSearch, distanceOnAnUnknownMapIsNoMillimetres) {
+  Drawn drawn(upAndDown);
+  EXPECT_EQ(drawn.search.convertIntoMMDistance(3, 2), 150);
+  EXPECT_EQ(drawn.search.convertIntoMMDistance(3, 9), 0);
+  drawn.search.maps = nullptr;
+  EXPECT_EQ(drawn.search.convertIntoMMDistance(3, 2), 0);
+  EXPECT_EQ(drawn.route('A', 'B').value()[0].mmDistance, 0);
+}
+
+TEST(TernASSearch, mapPointsCarryTheMapInTheirThirdNumber) {
+  Drawn drawn(upAndDown);
+  const TernRoute route = drawn.route('A', 'C').value();
+  EXPECT_THAT(route[0].mapPoints, ElementsAre(TernPoint{0, 0, 1}, TernPoint{30, 0, 1}));
+  EXPECT_THAT(route[1].mapPoints, ElementsAre(TernPoint{30, 0, 2}));
+}
+
+TEST(TernASSearch, moverOfAnUnknownPathTypeIsAbsent) {
+  VenueLists lists = rowOfWaypoints(2);
+  lists.paths = {pathOver({1, 2}, 99)};
+  TernASSearch search;
+  search.grid = lists.makeGrid();
+  EXPECT_EQ(search.search(1, 2, 0).value().at(0).mover, nullptr);
+}
+
+TEST(TernASSearch, linkIsUsedFromItsAccessibilityLevelOn) {
+  Drawn drawn({.floors = {{.lines = {"A  B"}}},
+               .paths = {"A-B staff"},
+               .pathTypes = {{.name = "staff", .accessibility = 100}}});
+  EXPECT_EQ(drawn.letters('A', 'B', 0), "none");
+  EXPECT_EQ(drawn.letters('A', 'B', 99), "none");
+  EXPECT_EQ(drawn.letters('A', 'B', 100), "AB");
+}
+
+TEST(TernASSearch, pathOfAnUnknownTypeIsOpenFromLevelZeroOn) {
+  VenueLists lists = rowOfWaypoints(2);
+  lists.paths = {pathOver({1, 2}, 99)};
+  TernASSearch search;
+  search.grid = lists.makeGrid();
+  EXPECT_TRUE(search.search(1, 2, 0));
+  EXPECT_FALSE(search.search(1, 2, -1));
+}
+
+TEST(TernASSearch, blockedEntryKeepsRoutesOutAndLetsThemLeave) {
+  Drawn drawn({.floors = {{.lines = {"A--B--C", "|     |", "D-----E"}}},
+               .paths = {"A-B", "B-C", "A-D", "D-E", "E-C"}});
+  drawn.search.grid->shouldBlockEntryToNode(drawn.node('B'), true);
+  EXPECT_EQ(drawn.letters('A', 'C'), "ADEC");
+  EXPECT_EQ(drawn.letters('A', 'B'), "none");
+  EXPECT_EQ(drawn.letters('B', 'C'), "BC");
+  drawn.search.grid->shouldBlockEntryToNode(drawn.node('B'), false);
+  EXPECT_EQ(drawn.letters('A', 'C'), "ABC");
+}
+
+TEST(TernASSearch, blockedExitKeepsRoutesIn) {
+  Drawn drawn(corridorDrawing);
+  drawn.search.grid->shouldBlockExitFromNode(drawn.node('B'), true);
+  EXPECT_EQ(drawn.letters('A', 'B'), "AB");
+  EXPECT_EQ(drawn.letters('A', 'C'), "none");
+  EXPECT_EQ(drawn.letters('B', 'A'), "none");
+}
+
+TEST(TernASSearch, blocksOutlastSearches) {
+  Drawn drawn(corridorDrawing);
+  drawn.search.grid->shouldBlockEdgeBetweenNode(drawn.node('A'), drawn.node('B'), true);
+  EXPECT_EQ(drawn.letters('C', 'A'), "CBA");
+  EXPECT_EQ(drawn.letters('A', 'C'), "none");
+  EXPECT_EQ(drawn.letters('A', 'C'), "none");
+}
+
+TEST(TernASSearch, ofRoutesOfEqualCostTheOneReachedFirstStays) {
+  const std::vector<std::string_view> lines = {"   B   ", "A     D", "   C   "};
+  Drawn overB({.floors = {{.lines = lines}}, .paths = {"A-B", "A-C", "B-D", "C-D"}});
+  EXPECT_EQ(overB.letters('A', 'D'), "ABD");
+  Drawn overC({.floors = {{.lines = lines}}, .paths = {"A-C", "A-B", "B-D", "C-D"}});
+  EXPECT_EQ(overC.letters('A', 'D'), "ACD");
+}
+
+TEST(TernASSearch, cheaperOfTwoPathsBetweenTheSameWaypointsIsTaken) {
+  Drawn drawn({.floors = {{.lines = {"A  B"}}},
+               .paths = {"A-B", "A-B belt"},
+               .pathTypes = {{.name = "belt", .weight = 7}}});
+  const TernRoute route = drawn.route('A', 'B').value();
+  EXPECT_EQ(route[0].cost, 7);
+  EXPECT_EQ(route[0].mover->name, Value("belt"));
+}
+
+TEST(TernASSearch, severalGoalsGiveTheRouteToTheCheapest) {
+  Drawn drawn({.floors = {{.lines = {"C------A--B", "", "D"}}}, .paths = {"A-B", "A-C", "C-D"}});
+  EXPECT_EQ(drawn.lettersToAny('A', "CBD"), "AB");
+  EXPECT_EQ(drawn.lettersToAny('A', "DC"), "AC");
+  EXPECT_EQ(drawn.lettersToAny('A', "D"), "ACD");
+  EXPECT_EQ(drawn.routeToAny('A', "CBD").value()[0].cost, 30);
+}
+
+TEST(TernASSearch, noGoalsGiveNoRoute) {
+  Drawn drawn(corridorDrawing);
+  EXPECT_EQ(drawn.lettersToAny('A', ""), "none");
+  EXPECT_TRUE(drawn.node('C').closed()) << "the search has looked everywhere";
+}
+
+TEST(TernASSearch, unknownGoalsArePassedOver) {
+  Drawn drawn(corridorDrawing);
+  auto stranger = std::make_shared<TernWaypoint>();
+  stranger->id = 99;
+  EXPECT_FALSE(drawn.search.searchInArray(1, {stranger}, 0));
+  EXPECT_EQ(lettersOf(drawn.search.searchInArray(1, {stranger, nullptr, drawn.venue.waypoint('C')}, 0)
+                          .value()),
+            "ABC");
+}
+
+TEST(TernASSearch, waypointOfIdZeroAlwaysCountsAsAGoal) {
+  VenueLists lists = corridor(4);
+  lists.waypoints[1]->id = 0;
+  lists.paths = {pathOver({1, 2}), pathOver({2, 3})};
+  // The map knows the second waypoint as 2; its record says 0.
+  TernASSearch search;
+  search.grid = lists.makeGrid();
+  const TernRoute route = search.searchInArray(1, {lists.waypoints[2]}, 0).value();
+  EXPECT_EQ(route.back().points.back().nodeId(), 0);
+  EXPECT_EQ(search.search(1, 99, 0).value().back().points.back().nodeId(), 0)
+      << "an end that is not there reads as 0";
+}
+
+TEST(TernASSearch, unknownStartGivesNoRoute) {
+  Drawn drawn(corridorDrawing);
+  EXPECT_FALSE(drawn.search.search(99, 1, 0));
+  EXPECT_FALSE(drawn.search.searchInArray(99, {drawn.venue.waypoint('A')}, 0));
+}
+
+TEST(TernASSearch, unknownEndExhaustsTheSearch) {
+  Drawn drawn(corridorDrawing);
+  EXPECT_FALSE(drawn.search.search(1, 99, 0));
+  EXPECT_TRUE(drawn.node('C').closed());
+  EXPECT_THAT(drawn.search.openStartHeap(), IsEmpty());
+}
+
+TEST(TernASSearch, absentGridIsLogged) {
+  CapturedLog log;
+  TernASSearch search;
+  EXPECT_FALSE(search.search(1, 2, 0));
+  EXPECT_THAT(log.take(), ElementsAre(noGrid));
+  EXPECT_FALSE(search.searchInArray(1, {}, 0));
+  EXPECT_THAT(log.take(), ElementsAre(noGrid));
+  EXPECT_THAT(search.openStartHeap(), IsEmpty());
+}
+
+TEST(TernASSearch, routeWithoutAnEndOrAStartIsLogged) {
+  Drawn drawn(corridorDrawing);
+  EXPECT_FALSE(drawn.search.pathTo(std::nullopt, drawn.node('A')));
+  EXPECT_FALSE(drawn.search.pathTo(drawn.node('A'), std::nullopt));
+  EXPECT_FALSE(drawn.search.pathTo(std::nullopt, std::nullopt));
+  EXPECT_THAT(drawn.log.take(), ElementsAre(noEnds, noEnds, noEnds));
+}
+
+TEST(TernASSearch, routeCanBeAssembledAgainFromTheMarksOfTheSearch) {
+  Drawn drawn(upAndDown);
+  ASSERT_EQ(drawn.letters('A', 'E'), "AB CD E");
+  EXPECT_EQ(lettersOf(drawn.search.pathTo(drawn.node('E'), drawn.node('A')).value()), "AB CD E");
+  EXPECT_EQ(lettersOf(drawn.search.pathTo(drawn.node('C'), drawn.node('A')).value()), "AB C");
+}
+
+TEST(TernASSearch, nodeThatTheSearchDidNotReachIsNoRoute) {
+  Drawn drawn(upAndDown);
+  ASSERT_EQ(drawn.letters('A', 'B'), "AB");
+  EXPECT_FALSE(drawn.search.pathTo(drawn.node('E'), drawn.node('A')));
+  EXPECT_THAT(drawn.log.take(), ElementsAre(noPath));
+}
+
+// The nodes of a route are the grid's: the second search finds nothing of the first one's goal.
+TEST(TernASSearch, laterSearchOverwritesTheNodesOfARoute) {
+  Drawn drawn(corridorDrawing);
+  const TernRoute first = drawn.route('A', 'C').value();
+  EXPECT_EQ(first[0].points[2], drawn.node('C'));
+  EXPECT_EQ(first[0].points[2].f(), 60);
+  ASSERT_EQ(drawn.letters('C', 'B'), "CB");
+  EXPECT_EQ(first[0].points[2].f(), 0);
+  EXPECT_EQ(first[0].points[2].parent(), std::nullopt);
+  EXPECT_EQ(first[0].cost, 60) << "the segment's own numbers stay";
+}
+
+TEST(TernASSearch, searchAfterOneThatFoundNothingAnswersAsAFreshOne) {
+  Drawn drawn({.floors = {{.lines = {"A--B--C", "", "D"}}}, .paths = {"A-B", "B-C"}});
+  EXPECT_EQ(drawn.letters('A', 'D'), "none");
+  EXPECT_EQ(drawn.letters('A', 'C'), "ABC");
+  EXPECT_EQ(drawn.letters('D', 'A'), "none");
+  EXPECT_EQ(drawn.letters('C', 'A'), "CBA");
+}
+
+TEST(TernASSearch, routeThroughAHundredThousandWaypointsIsFound) {
+  TernASSearch search;
+  search.grid = corridor(100'000).makeGrid();
+  const TernRoute route = search.search(1, 100'000, 0).value();
+  EXPECT_EQ(route.at(0).points.size(), 100'000U);
+  EXPECT_EQ(route.at(0).cost, 99'999);
+}
+
+TEST(TernASSearch, negativeLinksDoNotMakeTheSearchRunOn) {
+  Drawn drawn({.floors = {{.lines = {"A--B--C", "   |", "   D"}, .preference = -2}},
+               .paths = {"A-B", "B-C", "C-A", "B-D"}});
+  EXPECT_EQ(drawn.letters('A', 'D'), "ACBD") << "round the circle once";
+  EXPECT_EQ(drawn.route('A', 'D').value()[0].cost, -110);
+}
+
+// Something that a caller does between or with searches.
+std::string doSomething(Tape& tape, Twins& twins, const VenueLists& lists) {
+  const std::size_t nodes = std::min<std::size_t>(twins.nodeCount(), 256);
+  if (nodes == 0) return {};
+  const bool block = !tape.oneIn(3);
+  switch (tape.below(6)) {
+    case 0:
+    case 1:
+      return twins.search(randomWaypointId(tape, lists), randomWaypointId(tape, lists),
+                          randomAccessLevel(tape));
+    case 2: {
+      TernASGrid::Waypoints ends;
+      for (std::size_t i = tape.below(4); i > 0 && !lists.waypoints.empty(); --i) {
+        ends.push_back(lists.waypoints[tape.below(std::min<std::size_t>(lists.waypoints.size(), 256))]);
+      }
+      return twins.searchInArray(randomWaypointId(tape, lists), ends, randomAccessLevel(tape));
+    }
+    case 3:
+      twins.blockEdge(tape.below(nodes), tape.below(nodes), block);
+      break;
+    case 4:
+      twins.blockEntry(tape.below(nodes), block);
+      break;
+    default:
+      twins.blockExit(tape.below(nodes), block);
+  }
+  return twins.differenceOfBlocks(tape.below(nodes), tape.below(nodes));
+}
+
+RC_GTEST_PROP(TernASSearch, findsWhatTheLiteralSearchFinds, ()) {
+  Tape tape(*tapes());
+  const VenueLists lists = randomVenue(tape);
+  Twins twins(lists);
+  for (int i = 0; i < 24; ++i) RC_ASSERT(doSomething(tape, twins, lists) == "");
+  RC_ASSERT(twins.differenceOfGrids() == "");
+  if (twins.nodeCount() > 12) return;
+  for (const LiteralNode& start : twins.literal().nodes) {
+    for (const LiteralNode& end : twins.literal().nodes) {
+      RC_ASSERT(twins.search(start.nodeId, end.nodeId, 1) == "");
+    }
+  }
+}
+
+}  // namespace
+}  // namespace tern::test

@@ -1,0 +1,25 @@
+#include "tools/tern/AnswerLog.hpp"
+
+#include <string_view>
+
+#include "TernCoreKit/platform/Log.hpp"
+
+namespace tern::command {
+
+AnswerLog::AnswerLog() {
+  setLogSink([lines = lines_](std::string_view line) {
+    const std::lock_guard lock(lines->mutex);
+    lines->text.append(lines->text.empty() ? "" : " ").append(line);
+  });
+}
+
+AnswerLog::~AnswerLog() {
+  setLogSink([](std::string_view) {});
+}
+
+std::string AnswerLog::text() const {
+  const std::lock_guard lock(lines_->mutex);
+  return lines_->text;
+}
+
+}  // namespace tern::command

@@ -1,0 +1,50 @@
+// What a call of the command asks for, from its words.
+//
+// Threads: plain values. Fails: by value.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "TernCoreKit/platform/Value.hpp"
+#include "tools/tern/Failure.hpp"
+#include "tools/tern/generate/GenerateOptions.hpp"
+
+namespace tern::command {
+
+struct Arguments {
+  // "route", "info", ...
+  std::string command;
+  bool json = false;
+  // The venue folder, and what of it to load; everything there is when left out.
+  std::string data;
+  std::optional<std::int64_t> venue;
+  std::optional<std::int64_t> building;
+  // What a single request asks, as a line of a batch would; absent for the other commands.
+  Value request;
+  // File of the picture; empty without one.
+  std::string picture;
+  // Of `generate`.
+  std::string out;
+  generate::GenerateOptions generate;
+};
+
+// What is printed instead of an answer: help or the version.
+struct Information {
+  std::string text;
+};
+
+using ParsedCall = std::variant<Arguments, Information, Failure>;
+
+// The words are those behind the program's name. Options that stand before the command count as if
+// they stood behind it.
+ParsedCall parseArguments(std::vector<std::string> words);
+
+// Whether the words ask for JSON, even if nothing else in them is right.
+bool asksForJson(std::span<const std::string> words);
+
+}  // namespace tern::command

@@ -1,0 +1,123 @@
+#include "tools/tern/Command.hpp"
+
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <memory>
+#include <utility>
+#include <variant>
+
+#include "tools/tern/Arguments.hpp"
+#include "tools/tern/Batch.hpp"
+#include "tools/tern/GenerateCommand.hpp"
+#include "tools/tern/HelpText.hpp"
+#include "tools/tern/LoadingLog.hpp"
+#include "tools/tern/LoadingProgress.hpp"
+#include "tools/tern/Outcome.hpp"
+#include "tools/tern/Output.hpp"
+#include "tools/tern/RequestCommands.hpp"
+#include "tools/tern/VenueCommands.hpp"
+#include "tools/tern/VenueFolder.hpp"
+#include "tools/tern/Wording.hpp"
+
+namespace tern::command {
+
+namespace {
+
+class Run {
+ public:
+  Run(const Streams& streams, bool json)
+      : streams_(streams), answers_(streams.answers), json_(json) {}
+
+  ExitStatus run(const std::vector<std::string>& words) {
+    const ExitStatus status = words.empty() ? showUsage() : runWords(words);
+    answers_.flush();
+    return answers_.error() == 0 ? status : complainOfOutput();
+  }
+
+ private:
+  template <class Load>
+  auto load(Load loadData) const {
+    const LoadingLog log(streams_.diagnostics);
+    const LoadingProgress progress(streams_.diagnostics);
+    return loadData();
+  }
+
+  // Without a word there is nothing to answer, so this is no answer but advice.
+  ExitStatus showUsage() const {
+    Output(streams_.diagnostics).write(generalHelp());
+    return ExitStatus::wrongWords;
+  }
+
+  ExitStatus runWords(const std::vector<std::string>& words) {
+    const ParsedCall parsed = parseArguments(words);
+    if (const auto* failure = std::get_if<Failure>(&parsed)) return show(*failure);
+    if (const auto* information = std::get_if<Information>(&parsed)) {
+      answers_.write(information->text);
+      return ExitStatus::answered;
+    }
+    const Arguments& call = std::get<Arguments>(parsed);
+    if (call.command == "generate") return show(generateFolder(call));
+    if (call.command == "venues") return listVenuesOf(call);
+    const auto loaded = load([&] { return loadVenue(call.data, call.venue, call.building); });
+    if (const auto* failure = std::get_if<Failure>(&loaded)) return show(*failure);
+    const auto& venue = std::get<std::shared_ptr<TernActiveVenue>>(loaded);
+    if (call.command == "batch") return answerBatch(venue);
+    if (call.command == "info") return show(describeVenue(*venue, call.json));
+    return show(answerCall(call, venue));
+  }
+
+  ExitStatus listVenuesOf(const Arguments& call) {
+    const auto loaded = load([&] { return readVenues(call.data); });
+    if (const auto* failure = std::get_if<Failure>(&loaded)) return show(*failure);
+    return show(listVenues(*std::get<std::shared_ptr<TernVenueCollection>>(loaded), call.json));
+  }
+
+  ExitStatus answerBatch(const std::shared_ptr<TernActiveVenue>& venue) {
+    LineReader lines(streams_.requests);
+    Requests requests(venue);
+    answerLines(lines, requests, answers_);
+    if (lines.error() == 0) return ExitStatus::answered;
+    complain(std::string("cannot read the requests: ") + std::strerror(lines.error()));
+    return ExitStatus::notLoaded;
+  }
+
+  ExitStatus show(const Outcome& outcome) {
+    if (const auto* failure = std::get_if<Failure>(&outcome)) return show(*failure);
+    const auto& answer = std::get<Answer>(outcome);
+    if (!answer.remark.empty()) complain(answer.remark);
+    answers_.write(json_ ? answer.text : onItsLines(answer.text));
+    return answer.status;
+  }
+
+  ExitStatus show(const Failure& failure) {
+    complain(failure.error.message);
+    if (json_) answers_.write(jsonLine(errorAnswer(failure.error)));
+    return failure.status;
+  }
+
+  // A reader who has had enough is told nothing.
+  ExitStatus complainOfOutput() const {
+    if (answers_.error() != EPIPE) {
+      complain(std::string("cannot write the answer: ") + std::strerror(answers_.error()));
+    }
+    return ExitStatus::notWritten;
+  }
+
+  void complain(const std::string& message) const {
+    Output(streams_.diagnostics).write("tern: " + onOneLine(message) + "\n");
+  }
+
+  Streams streams_;
+  Output answers_;
+  bool json_;
+};
+
+}  // namespace
+
+int runCommand(const std::vector<std::string>& words, const Streams& streams) {
+  std::signal(SIGPIPE, SIG_IGN);
+  return static_cast<int>(Run(streams, asksForJson(words)).run(words));
+}
+
+}  // namespace tern::command

@@ -1,0 +1,36 @@
+// How a call of the command ends.
+//
+// Threads: plain values. Fails: never.
+#pragma once
+
+#include <string>
+
+#include "TernCoreKit/model/TernError.hpp"
+#include "TernCoreKit/platform/Value.hpp"
+
+namespace tern::command {
+
+enum class ExitStatus : int {
+  answered = 0,
+  nothingFound = 1,
+  wrongWords = 2,
+  notLoaded = 3,
+  // The answer could not be written, or the reader of it went away.
+  notWritten = 4,
+};
+
+// Why a call ends without an answer.
+struct [[nodiscard]] Failure {
+  ExitStatus status = ExitStatus::wrongWords;
+  // Its message is one line that names the option or file and says what would be right.
+  TernError error;
+};
+
+Failure wrongWords(std::string message);
+
+// {"error": {"code", "message", "description"}}
+Value errorAnswer(const TernError& error);
+// The same for a request that is not understood.
+Value notUnderstoodAnswer(std::string message);
+
+}  // namespace tern::command

@@ -1,0 +1,139 @@
+#include "tools/tern/RequestCommands.hpp"
+
+#include <cmath>
+#include <cstdint>
+#include <fstream>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "TernCoreKit/model/TernBuildingCollection.hpp"
+#include "TernCoreKit/model/TernFloor.hpp"
+#include "TernCoreKit/model/TernMapCollection.hpp"
+#include "TernCoreKit/model/TernWaypointCollection.hpp"
+#include "TernCoreKit/wayfinding/TernASGrid.hpp"
+#include "tools/tern/AnswerLog.hpp"
+#include "tools/tern/Requests.hpp"
+#include "tools/tern/RouteText.hpp"
+#include "tools/tern/Routing.hpp"
+#include "tools/tern/Wording.hpp"
+#include "tools/tern/picture/RoutePicture.hpp"
+
+namespace tern::command {
+
+namespace {
+
+std::string venueName(const TernActiveVenue& venue) {
+  return "venue " + std::to_string(venue.id.integer());
+}
+
+// Names the waypoints that the venue does not have; empty when it has them.
+std::string unknownWaypoints(const TernActiveVenue& venue, std::int64_t from, std::int64_t to) {
+  const auto grid = venue.globalASGrid();
+  std::string names;
+  for (const std::int64_t id : {from, to}) {
+    const std::string name = "waypoint " + std::to_string(id);
+    if (grid->getWPById(id) != nullptr || name == names) continue;
+    names += names.empty() ? name : " and no " + name;
+  }
+  return names.empty() ? names : "there is no " + names + " in " + venueName(venue);
+}
+
+std::optional<Failure> drawPicture(const std::string& file, const TernActiveVenue& venue,
+                                   TernRoute route) {
+  const std::int64_t from = route.front().points.front().nodeId();
+  const std::int64_t to = route.back().points.back().nodeId();
+  picture::RoutePicture drawn{venue, std::string(venue.name.text()), {}, {}};
+  drawn.routes.push_back({"", placeName(venue, from), placeName(venue, to), std::move(route)});
+  std::ofstream stream(file, std::ios::binary | std::ios::trunc);
+  stream << (file.ends_with(".html") ? routePictureHtml(drawn) : routePictureSvg(drawn));
+  stream.close();
+  if (stream) return std::nullopt;
+  return wrongWords("--picture: cannot write " + file);
+}
+
+Outcome answerRoute(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
+  const std::int64_t from = call.request["from"].integer();
+  const std::int64_t to = call.request["to"].integer();
+  const Value& level = call.request["accessibility"];
+  const TernRoute route =
+      findRoute(*venue, from, to, level.isAbsent() ? everyonesLevel : level.integer());
+  if (!route.empty() && !call.picture.empty()) {
+    if (auto failure = drawPicture(call.picture, *venue, route)) return *std::move(failure);
+  }
+  Answer answer{.text = {}, .remark = unknownWaypoints(*venue, from, to)};
+  if (route.empty()) answer.status = ExitStatus::nothingFound;
+  if (call.json) {
+    answer.text = jsonLine(Requests(venue).answer(call.request));
+  } else if (!route.empty()) {
+    answer.text = routeText(*venue, route);
+  } else if (answer.remark.empty()) {
+    answer.text = "No route from " + placeNameWithId(*venue, from) + " to " +
+                  placeNameWithId(*venue, to) + "\n";
+  }
+  return answer;
+}
+
+std::string floorName(const TernActiveVenue& venue, const std::shared_ptr<TernMap>& map) {
+  const auto floor = venue.buildings ? venue.buildings->getFloorByMap(map) : nullptr;
+  if (floor != nullptr && !floor->name.text().empty()) return std::string(floor->name.text());
+  return "map " + std::to_string(map->id.integer());
+}
+
+double straightDistance(const TernWaypoint& waypoint, TernCoordinate point) {
+  const auto at = waypoint.coordinates.items();
+  return at.size() < 2 ? 0 : std::hypot(at[0].number() - point.x, at[1].number() - point.y);
+}
+
+// In metres where the map's scale is known.
+std::string lengthText(const TernMap& map, double mapUnits) {
+  const double mmPerPixel = map.mmPerPixel.number();
+  if (!std::isfinite(mmPerPixel) || mmPerPixel <= 0) return roundedText(mapUnits) + " map units";
+  return roundedText(mapUnits * mmPerPixel / 1000) + " m";
+}
+
+Outcome answerClosest(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
+  const Value found = Requests(venue).answer(call.request);
+  const std::int64_t id = found["waypoint"].integer();
+  const auto map = venue->maps->getById(call.request["map"].integer());
+  Answer answer;
+  if (call.json) answer.text = jsonLine(found);
+  if (found["waypoint"].isNull()) answer.status = ExitStatus::nothingFound;
+  if (map == nullptr) {
+    answer.remark = "there is no map " + call.request["map"].printed() + " in " + venueName(*venue);
+  } else if (!call.json && found["waypoint"].isNull()) {
+    answer.text = "No waypoint lies on " + floorName(*venue, map) + "\n";
+  } else if (!call.json) {
+    const auto at = call.request["at"].items();
+    const double distance =
+        straightDistance(*map->waypoints->findById(id), {at[0].number(), at[1].number()});
+    answer.text = placeNameWithId(*venue, id) + " on " + floorName(*venue, map) + ", " +
+                  lengthText(*map, distance) + " away\n";
+  }
+  return answer;
+}
+
+Outcome answerConvert(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
+  const AnswerLog log;
+  const Value converted = Requests(venue).answer(call.request);
+  const auto point = converted["point"].items();
+  Answer answer{.text = {}, .remark = log.text()};
+  // What cannot be converted is (0, 0) and a line in the log.
+  if (!answer.remark.empty()) answer.status = ExitStatus::nothingFound;
+  if (call.json) {
+    answer.text = jsonLine(converted);
+  } else if (answer.remark.empty()) {
+    answer.text = numberText(point[0].number()) + "," + numberText(point[1].number()) + "\n";
+  }
+  return answer;
+}
+
+}  // namespace
+
+Outcome answerCall(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
+  if (call.command == "route") return answerRoute(call, venue);
+  if (call.command == "closest") return answerClosest(call, venue);
+  return answerConvert(call, venue);
+}
+
+}  // namespace tern::command

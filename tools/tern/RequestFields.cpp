@@ -1,0 +1,84 @@
+#include "tools/tern/RequestFields.hpp"
+
+#include <cmath>
+
+namespace tern::command {
+
+namespace {
+
+constexpr std::string_view wantsInteger = " must be a whole number";
+
+std::optional<std::int64_t> wholeNumber(const Value& value) {
+  if (value.isInteger()) return value.integer();
+  const double number = value.number();
+  constexpr double limit = 9223372036854775808.0;  // 2^63
+  const bool fits = std::trunc(number) == number && number >= -limit && number < limit;
+  if (!value.isNumber() || !fits) return std::nullopt;
+  return value.integer();
+}
+
+bool isPoint(const Value& value) {
+  return value.size() == 2 && value.isList() && value.items()[0].isNumber() &&
+         value.items()[1].isNumber();
+}
+
+}  // namespace
+
+const Value* RequestFields::required(std::string_view name) {
+  const Value* field = request_.find(name);
+  if (field == nullptr) complain(name, " is missing");
+  return field;
+}
+
+void RequestFields::complain(std::string_view name, std::string_view what) {
+  if (!error_) error_.emplace("\"").append(name).append("\"").append(what);
+}
+
+std::int64_t RequestFields::integer(std::string_view name) {
+  const Value* field = required(name);
+  if (field == nullptr) return 0;
+  const auto whole = wholeNumber(*field);
+  if (!whole) complain(name, wantsInteger);
+  return whole.value_or(0);
+}
+
+std::int64_t RequestFields::integerOr(std::string_view name, std::int64_t missing) {
+  return request_.find(name) != nullptr ? integer(name) : missing;
+}
+
+std::vector<std::int64_t> RequestFields::integers(std::string_view name) {
+  std::vector<std::int64_t> numbers;
+  const Value* field = required(name);
+  if (field == nullptr) return numbers;
+  if (!field->isList()) complain(name, " must be a list of whole numbers");
+  for (const Value& item : field->items()) {
+    const auto whole = wholeNumber(item);
+    if (!whole) complain(name, " must be a list of whole numbers");
+    numbers.push_back(whole.value_or(0));
+  }
+  return numbers;
+}
+
+TernCoordinate RequestFields::point(std::string_view name) {
+  const Value* field = required(name);
+  if (field == nullptr) return {};
+  if (!isPoint(*field)) {
+    complain(name, " must be a list of two numbers");
+    return {};
+  }
+  return {field->items()[0].number(), field->items()[1].number()};
+}
+
+bool RequestFields::flag(std::string_view name) {
+  const Value* field = required(name);
+  if (field != nullptr && !field->isBoolean()) complain(name, " must be true or false");
+  return field != nullptr && field->flag();
+}
+
+std::string_view RequestFields::text(std::string_view name) {
+  const Value* field = required(name);
+  if (field != nullptr && !field->isText()) complain(name, " must be a text");
+  return field != nullptr ? field->text() : std::string_view();
+}
+
+}  // namespace tern::command

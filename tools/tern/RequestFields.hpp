@@ -1,0 +1,52 @@
+// Reads the fields of one request and remembers the first that is missing or of the wrong kind.
+//
+// A field is asked for by name and kind. One that cannot be read gives 0, false or empty, so that a
+// handler reads all it needs and then asks once whether the request was understood.
+//
+// Ownership: the request must outlive it. Threads: one. Fails: by `error`, which names the field.
+//
+//   RequestFields fields(request);
+//   const std::int64_t from = fields.integer("from");
+//   const TernCoordinate at = fields.point("at");
+//   if (fields.error()) return refuse(*fields.error());
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "TernCoreKit/platform/Value.hpp"
+#include "TernCoreKit/service/TernUtils.hpp"
+
+namespace tern::command {
+
+class RequestFields {
+ public:
+  // REQUIRES: the request is a map.
+  explicit RequestFields(const Value& request) : request_(request) {}
+
+  // A number without a fraction, such as 12 or 12.0, that fits 64 bits.
+  std::int64_t integer(std::string_view name);
+  // The same, or what stands in for a missing one.
+  std::int64_t integerOr(std::string_view name, std::int64_t missing);
+  std::vector<std::int64_t> integers(std::string_view name);
+  // A list of two numbers.
+  TernCoordinate point(std::string_view name);
+  bool flag(std::string_view name);
+  std::string_view text(std::string_view name);
+
+  // E.g. "from" is missing, or "at" must be a list of two numbers; with the field's name in quotes.
+  const std::optional<std::string>& error() const { return error_; }
+
+ private:
+  // The field, or null after a complaint when it is missing.
+  const Value* required(std::string_view name);
+  void complain(std::string_view name, std::string_view what);
+
+  const Value& request_;
+  std::optional<std::string> error_;
+};
+
+}  // namespace tern::command

@@ -1,0 +1,41 @@
+// Reads a venue folder, which holds the documents that a mapping service would answer with:
+//
+//   full.json                                    the customer and the list of venues
+//   venue/<id>/full.json                         a venue
+//   venue/<id>/building/<id>/full.json           one of its buildings, with floors and maps
+//
+// Only what is asked for is read. What a broken document has that the library cannot use is logged
+// and left out, as it is when a service sends it.
+//
+// Ownership: hands out what it reads and keeps nothing. Threads: any.
+// Fails: by value, with one line that names the file and what is wrong with it.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <variant>
+
+#include "TernCoreKit/model/TernActiveVenue.hpp"
+#include "TernCoreKit/model/TernVenueCollection.hpp"
+#include "tools/tern/Failure.hpp"
+
+namespace tern::command {
+
+// A document of more bytes is refused.
+inline constexpr std::uintmax_t maximumDocumentBytes = std::uintmax_t{1} << 30U;
+
+template <class T>
+using Loaded = std::variant<std::shared_ptr<T>, Failure>;
+
+// The venues of the customer.
+Loaded<TernVenueCollection> readVenues(const std::filesystem::path& folder);
+
+// A venue with its graph. Without a venue's id it is the only one that the customer has; without a
+// building's id it gets all buildings of its document, in ascending order of their ids.
+Loaded<TernActiveVenue> loadVenue(const std::filesystem::path& folder,
+                                  std::optional<std::int64_t> venueId,
+                                  std::optional<std::int64_t> buildingId);
+
+}  // namespace tern::command

@@ -1,0 +1,92 @@
+#include "tools/tern/Wording.hpp"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+
+namespace tern::command {
+
+namespace {
+
+constexpr std::size_t shownBytes = 40;
+
+bool continuesCharacter(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; }
+
+bool isAsciiControl(char byte) { return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7F; }
+
+// Whether a byte behind C2 makes a control character of it.
+bool isLateControl(char byte) {
+  return static_cast<unsigned char>(byte) >= 0x80 && static_cast<unsigned char>(byte) < 0xA0;
+}
+
+template <class Number>
+std::optional<Number> parseAll(std::string_view text) {
+  Number number{};
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return number;
+}
+
+template <class... Format>
+std::string printed(double number, Format... format) {
+  std::array<char, 400> digits;  // room for the largest double without an exponent
+  const auto [end, error] =
+      std::to_chars(digits.data(), digits.data() + digits.size(), number, format...);
+  return error == std::errc() ? std::string(digits.data(), end) : std::string();
+}
+
+}  // namespace
+
+std::string shortened(std::string_view text) {
+  if (text.size() <= shownBytes) return std::string(text);
+  std::size_t end = shownBytes;
+  while (end > 0 && continuesCharacter(text[end])) --end;
+  return std::string(text.substr(0, end)) + "...";
+}
+
+std::string onOneLine(std::string_view text) {
+  std::string line = onItsLines(text);
+  std::ranges::replace(line, '\n', ' ');
+  return line;
+}
+
+std::string onItsLines(std::string_view text) {
+  std::string lines(text);
+  char before = '\0';
+  for (char& byte : lines) {
+    const bool isControl = isAsciiControl(byte) || (before == '\xC2' && isLateControl(byte));
+    before = byte;
+    if (isControl && byte != '\n') byte = ' ';
+  }
+  // The first byte of a control character of two stands alone now.
+  for (std::size_t i = lines.find('\xC2'); i != std::string::npos; i = lines.find('\xC2', i + 1)) {
+    if (i + 1 < lines.size() && lines[i + 1] == ' ') lines[i] = ' ';
+  }
+  return lines;
+}
+
+std::optional<std::int64_t> parseWhole(std::string_view text) {
+  return parseAll<std::int64_t>(text);
+}
+
+std::optional<TernCoordinate> parsePoint(std::string_view text) {
+  const std::size_t comma = text.find(',');
+  if (comma == std::string_view::npos) return std::nullopt;
+  const auto x = parseAll<double>(text.substr(0, comma));
+  const auto y = parseAll<double>(text.substr(comma + 1));
+  if (!x || !y || !std::isfinite(*x) || !std::isfinite(*y)) return std::nullopt;
+  return TernCoordinate{*x, *y};
+}
+
+std::string numberText(double number) { return printed(number == 0 ? 0 : number); }
+
+std::string roundedText(double number) {
+  std::string text = printed(number, std::chars_format::fixed, 2);
+  if (text.find('.') == std::string::npos) return text;
+  text.erase(text.find_last_not_of('0') + 1);
+  if (text.back() == '.') text.pop_back();
+  return text == "-0" ? "0" : text;
+}
+
+}  // namespace tern::command

@@ -1,0 +1,34 @@
+// Small pieces of text that several messages are made of.
+//
+// Threads: any. Fails: never.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "TernCoreKit/service/TernUtils.hpp"
+
+namespace tern::command {
+
+// At most the first forty bytes, cut between two characters, with "..." behind what was cut.
+std::string shortened(std::string_view text);
+
+// The text with a space for every control character, so that what the data calls itself cannot
+// command a terminal; on one line, or with its line breaks.
+std::string onOneLine(std::string_view text);
+std::string onItsLines(std::string_view text);
+
+// A whole decimal number that fits 64 bits and nothing else.
+std::optional<std::int64_t> parseWhole(std::string_view text);
+// Two finite decimal numbers with a comma between them.
+std::optional<TernCoordinate> parsePoint(std::string_view text);
+
+// In the shortest form that reads back as the same number, without an exponent where that is
+// readable.
+std::string numberText(double number);
+// Hundredths at most, without zeros at the end.
+std::string roundedText(double number);
+
+}  // namespace tern::command

@@ -1,0 +1,42 @@
+// The map of one stop of a route: the floor's drawing, the route over it, its ends and what they
+// are called.
+//
+// Ownership: borrows the visits, which must outlive the call.
+// Threads: free functions.
+// Fails: never; a drawing that cannot be shown is left out, and the note says so.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tools/tern/picture/Geometry.hpp"
+#include "tools/tern/picture/Itinerary.hpp"
+
+namespace tern::picture {
+
+struct FloorPanel {
+  const FloorVisit* visit = nullptr;
+  // Other stretches on the same map, drawn faintly.
+  std::vector<const FloorVisit*> others;
+  // What the ends are called; empty where the route neither begins nor ends.
+  std::string start;
+  std::string goal;
+  // Of every id in the panel: letters, digits and -.
+  std::string idPrefix;
+  bool withDrawing = true;
+};
+
+struct PanelDrawing {
+  // SVG elements between (0, 0) and the size, in pixels of the picture.
+  std::string markup;
+  Size size;
+  // What the reader of the picture should know; empty when there is nothing.
+  std::string note;
+};
+
+PanelDrawing drawFloor(const FloorPanel& panel);
+
+// The panel in words: "Start at Juniper Bakery. Walk 120 m. Lift up to First floor."
+std::string inWords(const FloorPanel& panel);
+
+}  // namespace tern::picture

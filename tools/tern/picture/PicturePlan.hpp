@@ -1,0 +1,51 @@
+// What a picture of routes shows from top to bottom, before it becomes an SVG or a page.
+//
+// Ownership: a plain value; the venue is borrowed while it is made.
+// Threads: free functions.
+// Fails: never; what would make the picture too large to look at is left out, and the plan says so.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tools/tern/picture/FloorPanel.hpp"
+#include "tools/tern/picture/Itinerary.hpp"
+#include "tools/tern/picture/RoutePicture.hpp"
+
+namespace tern::picture {
+
+struct PlannedPanel {
+  FloorName name;
+  std::string length;
+  PanelDrawing drawing;
+  std::string words;
+  std::optional<FloorChange> departure;
+};
+
+struct PlannedRoute {
+  std::string title;
+  std::string start;
+  std::string goal;
+  // "268 m, 3 floors", or that there is no route.
+  std::string summary;
+  std::vector<PlannedPanel> panels;
+};
+
+struct PicturePlan {
+  std::string venueName;
+  // The ends of the whole.
+  std::string start;
+  std::string goal;
+  std::string summary;
+  std::vector<PlannedRoute> routes;
+
+  // "Route from Juniper Bakery to North exit"
+  std::string title() const;
+  // Everything that the picture shows, in words.
+  std::string words() const;
+};
+
+PicturePlan planOf(const RoutePicture& picture);
+
+}  // namespace tern::picture

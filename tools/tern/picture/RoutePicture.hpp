@@ -1,0 +1,54 @@
+// Draws routes on the floors of a venue: for each floor that a route visits, in its order, the
+// floor's drawing with the route on it, where it goes on and how far it is; one column, made for a
+// phone.
+//
+// Several routes stand one below the other, each with its own floors; what the others do on the
+// same floor is drawn faintly. The picture is a file of its own: it loads nothing and runs nothing,
+// and a floor's drawing is cleaned of whatever might (see SafeDrawing.hpp).
+//
+// Positions are map units, so routes of a graph that joins several venues, whose positions are
+// degrees, have no picture.
+//
+// Ownership: the venue is borrowed until the call returns.
+// Threads: as readers of the venue.
+// Fails: never. What is unknown or unreadable is left out, and the picture says so; a route without
+//   segments is shown as not found.
+//
+//   RoutePicture picture{venue, "Harbour Plaza"};
+//   picture.routes.push_back({"", "Juniper Bakery", "North exit", route});
+//   write(routePictureHtml(picture));
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "TernCoreKit/model/TernVenueData.hpp"
+#include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
+
+namespace tern::picture {
+
+struct PictureRoute {
+  // Stands above the route, such as "Alternative"; may be empty when there is only one.
+  std::string title;
+  // What its ends are called.
+  std::string start;
+  std::string goal;
+  TernRoute route;
+};
+
+enum class RouteSet {
+  choices,  // one of them will be walked; the picture's length is that of the first
+  legs,     // they will be walked one after another; the lengths are added
+};
+
+struct RoutePicture {
+  const TernVenueData& venue;
+  std::string venueName;
+  RouteSet set = RouteSet::choices;
+  std::vector<PictureRoute> routes = {};
+};
+
+std::string routePictureSvg(const RoutePicture& picture);
+std::string routePictureHtml(const RoutePicture& picture);
+
+}  // namespace tern::picture

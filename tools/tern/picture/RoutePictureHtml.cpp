@@ -1,0 +1,139 @@
+#include <string_view>
+
+#include "tools/tern/picture/Markup.hpp"
+#include "tools/tern/picture/Palette.hpp"
+#include "tools/tern/picture/PicturePlan.hpp"
+#include "tools/tern/picture/RoutePicture.hpp"
+#include "tools/tern/picture/Symbols.hpp"
+
+namespace tern::picture {
+
+namespace {
+
+// Colours of the page around the maps; the maps themselves stay light.
+constexpr std::string_view style = R"(
+:root { color-scheme: light dark; --page: #f5f6f8; --ink: #1c2430; --quiet: #5a6472; }
+@media (prefers-color-scheme: dark) {
+  :root { --page: #14181f; --ink: #e8ebf0; --quiet: #a3adba; }
+}
+* { box-sizing: border-box; }
+body { margin: 0; background: var(--page); color: var(--ink); -webkit-text-size-adjust: 100%;
+  font: 16px/1.4 system-ui, -apple-system, 'Segoe UI', Roboto, 'Helvetica Neue', Arial, sans-serif; }
+main { max-width: 480px; margin: 0 auto; padding: 20px 16px 32px; overflow-wrap: anywhere; }
+header { margin-bottom: 20px; }
+h1 { margin: 6px 0; font-size: 20px; line-height: 1.3; }
+h1 > span { display: flex; gap: 10px; align-items: center; min-height: 34px; }
+h1 > span + span { margin-top: 4px; }
+.unseen { position: absolute; clip-path: inset(50%); }
+h2 { margin: 32px 0 0; font-size: 20px; line-height: 1.3; }
+h3 { margin: 0; font-size: 17px; line-height: 1.3; }
+p { margin: 0; }
+.quiet { color: var(--quiet); font-size: 14px; }
+ol { list-style: none; margin: 0; padding: 0; }
+li { margin-top: 20px; }
+.floor { display: flex; justify-content: space-between; align-items: baseline; gap: 12px; }
+.floor .quiet { flex: none; }
+.map { display: block; width: 100%; height: auto; margin: 8px 0 6px; }
+.change { display: flex; gap: 10px; align-items: center; margin-top: 10px; }
+.sign { flex: none; width: 26px; height: 34px; }
+)";
+
+class Page {
+ public:
+  explicit Page(const PicturePlan& plan) : plan_(plan) {}
+
+  std::string write() {
+    page_.raw("<!DOCTYPE html>\n");
+    page_.open("html", {{"lang", "en"}}).line();
+    writeHead();
+    page_.open("body").open("main").line();
+    writeHeader();
+    for (std::size_t i = 0; i < plan_.routes.size(); ++i) writeRoute(plan_.routes[i], i + 1);
+    page_.close().close().close().line();
+    return page_.take();
+  }
+
+ private:
+  void writeHead() {
+    page_.open("head").line();
+    page_.leaf("meta", {{"charset", "utf-8"}}).line();
+    page_.leaf("meta", {{"http-equiv", "Content-Security-Policy"},
+                        {"content", "default-src 'none'; style-src 'unsafe-inline'"}});
+    page_.line();
+    page_.leaf("meta", {{"name", "viewport"}, {"content", "width=device-width, initial-scale=1"}});
+    page_.line().leaf("title", {}, plan_.title()).line();
+    page_.open("style").raw(style).close().line().close().line();
+  }
+
+  template <class Draw>
+  void writeSign(std::string_view box, Draw draw) {
+    page_.open("svg", {{"class", "sign"}, {"viewBox", box}, {"aria-hidden", "true"}});
+    draw(page_);
+    page_.close();
+  }
+
+  template <class Draw>
+  void writeEnd(std::string_view word, std::string_view name, std::string_view box, Draw draw) {
+    if (name.empty()) return;
+    page_.open("span");
+    writeSign(box, draw);
+    page_.leaf("span", {{"class", "unseen"}}, word).leaf("span", {}, name).close();
+  }
+
+  void writeHeader() {
+    page_.open("header");
+    if (!plan_.venueName.empty()) page_.leaf("p", {{"class", "quiet"}}, plan_.venueName);
+    page_.open("h1");
+    writeEnd("From ", plan_.start, "-13 -17 26 34", [](Markup& out) { drawStart(out, {}); });
+    writeEnd(" to ", plan_.goal, "-13 -31 26 36", [](Markup& out) { drawGoal(out, {}); });
+    page_.close();
+    page_.leaf("p", {}, plan_.summary).close().line();
+  }
+
+  void writeRoute(const PlannedRoute& route, std::size_t number) {
+    page_.open("section");
+    if (!route.title.empty()) {
+      page_.leaf("h2", {}, route.title).leaf("p", {{"class", "quiet"}}, route.summary).line();
+    }
+    page_.open("ol");
+    for (std::size_t i = 0; i < route.panels.size(); ++i) {
+      writePanel(route.panels[i], "r" + std::to_string(number) + "f" + std::to_string(i + 1));
+    }
+    page_.close().close().line();
+  }
+
+  void writePanel(const PlannedPanel& panel, const std::string& id) {
+    page_.open("li").open("div", {{"class", "floor"}}).leaf("h3", {}, panel.name.floor);
+    page_.leaf("p", {{"class", "quiet"}}, panel.length).close();
+    if (!panel.name.building.empty()) page_.leaf("p", {{"class", "quiet"}}, panel.name.building);
+    writeMap(panel, id);
+    if (!panel.drawing.note.empty()) page_.leaf("p", {{"class", "quiet"}}, panel.drawing.note);
+    if (panel.departure) {
+      page_.open("div", {{"class", "change"}});
+      writeSign("-13 -17 26 34",
+                [&](Markup& out) { drawChange(out, {}, panel.departure->heading); });
+      page_.leaf("p", {}, panel.departure->text()).close();
+    }
+    page_.close().line();
+  }
+
+  void writeMap(const PlannedPanel& panel, const std::string& id) {
+    const auto [width, height] = panel.drawing.size;
+    page_.line().open("svg", {{"class", "map"},
+                              {"viewBox", "0 0 " + decimal(width) + " " + decimal(height)},
+                              {"role", "img"},
+                              {"aria-labelledby", id + "-title " + id + "-words"}});
+    page_.leaf("title", {{"id", id + "-title"}}, panel.name.text());
+    page_.leaf("desc", {{"id", id + "-words"}}, panel.words);
+    page_.raw(panel.drawing.markup).close().line();
+  }
+
+  const PicturePlan& plan_;
+  Markup page_;
+};
+
+}  // namespace
+
+std::string routePictureHtml(const RoutePicture& picture) { return Page(planOf(picture)).write(); }
+
+}  // namespace tern::picture

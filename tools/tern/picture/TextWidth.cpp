@@ -1,0 +1,75 @@
+#include "tools/tern/picture/TextWidth.hpp"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "tools/tern/picture/Markup.hpp"
+
+namespace tern::picture {
+
+namespace {
+
+constexpr std::string_view ellipsis = "\xE2\x80\xA6";
+constexpr std::string_view space = " \t\r\n";
+
+// In parts of the font size.
+double widthOf(std::uint32_t code) {
+  constexpr std::string_view narrow = "fijlrtI.,:;'|!()[]/- ";
+  constexpr std::string_view wide = "mwMW%@";
+  if (code < 0x80) {
+    const char c = static_cast<char>(code);
+    if (narrow.find(c) != std::string_view::npos) return 0.36;
+    if (wide.find(c) != std::string_view::npos) return 0.95;
+    return c >= 'A' && c <= 'Z' ? 0.7 : 0.6;
+  }
+  if (code >= 0x300 && code < 0x370) return 0;  // marks above and below letters
+  const bool isPunctuation = code >= 0x2000 && code < 0x2070;
+  return code < 0x1100 || isPunctuation ? 0.7 : 1.05;
+}
+
+// The longest beginning that is no wider than that.
+std::string_view beginning(std::string_view text, double fontSize, double width) {
+  std::size_t size = 0;
+  bool fits = true;
+  eachCodePoint(text, [&](std::uint32_t code, std::string_view bytes) {
+    width -= widthOf(code) * fontSize;
+    fits = fits && width >= 0;
+    if (fits) size += bytes.size();
+  });
+  return text.substr(0, size);
+}
+
+std::string_view withoutBlanksBehind(std::string_view text) {
+  return text.substr(0, text.find_last_not_of(space) + 1);
+}
+
+}  // namespace
+
+double textWidth(std::string_view text, double fontSize) {
+  double width = 0;
+  eachCodePoint(text,
+                [&](std::uint32_t code, std::string_view) { width += widthOf(code) * fontSize; });
+  return width;
+}
+
+std::string fittedText(std::string_view text, double fontSize, double width) {
+  if (textWidth(text, fontSize) <= width) return std::string(text);
+  const double room = width - textWidth(ellipsis, fontSize);
+  return std::string(withoutBlanksBehind(beginning(text, fontSize, room))).append(ellipsis);
+}
+
+std::vector<std::string> wrappedText(std::string_view text, double fontSize, double width,
+                                     std::size_t mostLines) {
+  std::vector<std::string> lines;
+  while (lines.size() + 1 < mostLines && textWidth(text, fontSize) > width) {
+    const std::string_view head = beginning(text, fontSize, width);
+    std::size_t cut = head.find_last_of(space);
+    if (cut == std::string_view::npos || cut == 0) cut = std::max<std::size_t>(head.size(), 1);
+    lines.emplace_back(withoutBlanksBehind(text.substr(0, cut)));
+    text.remove_prefix(std::min(text.find_first_not_of(space, cut), text.size()));
+  }
+  if (!text.empty() || lines.empty()) lines.push_back(fittedText(text, fontSize, width));
+  return lines;
+}
+
+}  // namespace tern::picture
