@@ -10,7 +10,6 @@
 #pragma once
 
 #include <memory>
-#include <type_traits>
 #include <utility>
 #include <variant>
 

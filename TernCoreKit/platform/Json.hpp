@@ -26,10 +26,11 @@ inline constexpr int maximumJsonDepth = 512;
 
 // Decodes one JSON document. Key order is kept; a key that is repeated keeps its first place and
 // its last value. Integers of 64 bits stay integers; a number with a fraction or an exponent, and
-// -0, is a double. A byte order mark in front is passed over. Errors: text that is no JSON or goes
-// on behind the document, nesting deeper than `maximumJsonDepth`, a number that neither 64 bits nor
-// a double can hold, text that is not UTF-8 (half a surrogate pair included), and text of 4 GiB or
-// more. Takes the text over, since strings are unescaped in place.
+// -0, is a double. A byte order mark in front is passed over. Takes the text over, since strings
+// are unescaped in place.
+// Errors: text that is no JSON or goes on behind the document, nesting deeper than
+// `maximumJsonDepth`, a number that neither 64 bits nor a double can hold, text that is not UTF-8
+// (half a surrogate pair included), and text of 4 GiB or more.
 [[nodiscard]] TERN_API JsonResult decodeJson(std::string text);
 
 // How a Value is laid out as text: on one line, or indented by four spaces a level.

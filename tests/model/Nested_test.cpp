@@ -38,9 +38,11 @@ TEST(Nested, aPlainValueTakesThePlaceOfARecordAndBack) {
 
 TEST(Nested, aCopySharesTheRecord) {
   const Nested<Part> field = std::make_shared<Part>();
-  const Nested<Part> copy = field;
+  Nested<Part> copy = field;
   EXPECT_EQ(copy.record(), field.record());
   EXPECT_EQ(field.record().use_count(), 2);
+  copy = Value(1);
+  EXPECT_EQ(field.record().use_count(), 1);
 }
 
 TEST(Nested, aNullRecordReadsAsNothing) {

@@ -60,6 +60,7 @@ std::shared_ptr<Collection> filled(const std::string& items) {
 template <class Record>
 std::vector<std::int64_t> ids(const std::vector<std::shared_ptr<Record>>& records) {
   std::vector<std::int64_t> result;
+  result.reserve(records.size());
   for (const auto& record : records) result.push_back(record->id.integer());
   return result;
 }

@@ -123,6 +123,12 @@ TEST(XmlReader, attributesOfAnElementAreBounded) {
   EXPECT_EQ(tokensOf(text + " c=''/>").back(), '!');
 }
 
+TEST(XmlReader, longPrologueTakesNoStack) {
+  std::string text;
+  for (int i = 0; i < 500'000; ++i) text += " <!---->";
+  EXPECT_EQ(tokensOf(text + "<a/>"), "<a>a.");
+}
+
 TEST(XmlReader, everyBeginningOfADocumentIsAnErrorAndEnds) {
   const std::string text =
       "<?xml version='1.0'?><!DOCTYPE a><a b='&#65;'><!-- c --><d/>t&amp;<![CDATA[x]]></a>";

@@ -2,8 +2,8 @@
 
 #include <cerrno>
 #include <csignal>
-#include <cstring>
 #include <memory>
+#include <system_error>
 #include <utility>
 #include <variant>
 
@@ -78,7 +78,8 @@ class Run {
     Requests requests(venue);
     answerLines(lines, requests, answers_);
     if (lines.error() == 0) return ExitStatus::answered;
-    complain(std::string("cannot read the requests: ") + std::strerror(lines.error()));
+    complain(std::string("cannot read the requests: ") +
+             std::generic_category().message(lines.error()));
     return ExitStatus::notLoaded;
   }
 
@@ -99,7 +100,8 @@ class Run {
   // A reader who has had enough is told nothing.
   ExitStatus complainOfOutput() const {
     if (answers_.error() != EPIPE) {
-      complain(std::string("cannot write the answer: ") + std::strerror(answers_.error()));
+      complain(std::string("cannot write the answer: ") +
+               std::generic_category().message(answers_.error()));
     }
     return ExitStatus::notWritten;
   }

@@ -11,7 +11,7 @@ namespace tern::command {
 
 namespace {
 
-constexpr std::size_t chunkBytes = 64 * 1024;
+constexpr std::size_t chunkBytes = std::size_t{64} * 1024;
 
 // As read(2), but waits through interruptions and for a non-blocking descriptor.
 ssize_t readPatiently(int descriptor, char* to, std::size_t size) {

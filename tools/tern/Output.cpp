@@ -9,7 +9,7 @@ namespace tern::command {
 
 namespace {
 
-constexpr std::size_t gatheredBytes = 64 * 1024;
+constexpr std::size_t gatheredBytes = std::size_t{64} * 1024;
 
 void waitUntilWritable(int descriptor) {
   pollfd writable{descriptor, POLLOUT, 0};

@@ -51,10 +51,12 @@ std::int64_t integerDigits(const char* number, std::int64_t power) {
   return power;
 }
 
-// The number that four hexadecimal digits stand for; more than any when there are fewer.
-std::uint32_t fourHexDigits(const char* at) {
+constexpr std::uint32_t noNumber = ~0U;
+
+std::uint32_t fourHexDigits(const char* at, const char* end) {
   std::uint32_t number = 0;
-  return std::from_chars(at, at + 4, number, 16).ptr == at + 4 ? number : ~0U;
+  if (end - at < 4 || std::from_chars(at, at + 4, number, 16).ptr != at + 4) return noNumber;
+  return number;
 }
 
 }  // namespace
@@ -257,16 +259,16 @@ char* JsonReader::unicodeEscape(char* at, char*& out) {
   const auto isHalf = [](std::uint32_t code, std::uint32_t first) {
     return code >= first && code < first + 0x400;
   };
-  std::uint32_t code = fourHexDigits(at + 2);
+  std::uint32_t code = fourHexDigits(at + 2, end_);
+  if (code == noNumber) return fail("Missing four hexadecimal digits after \\u.", at);
   char* end = at + 6;
   if (isHalf(code, 0xD800) && end[0] == '\\' && end[1] == 'u') {
-    const std::uint32_t low = fourHexDigits(end + 2);
+    const std::uint32_t low = fourHexDigits(end + 2, end_);
     if (isHalf(low, 0xDC00)) {
       code = 0x10000 + ((code - 0xD800) << 10 | (low - 0xDC00));
       end += 6;
     }
   }
-  if (code == ~0U) return fail("Missing four hexadecimal digits after \\u.", at);
   if (isHalf(code, 0xD800) || isHalf(code, 0xDC00)) return fail("Half a surrogate pair.", at);
   out = putUtf8(out, code);
   return end;

@@ -56,7 +56,9 @@ std::string_view XmlReader::takeName() {
 XmlReader::Token XmlReader::next() {
   if (!problem_.empty()) return Token::error;
   if (std::exchange(endPending_, false)) return readEnd();
-  while (!atEnd()) {
+  while (true) {
+    if (open_.empty()) skipSpace();
+    if (atEnd()) break;
     if (text_[at_] != '<') return readText();
     if (looksAt("<!--")) {
       at_ += 4;
@@ -90,20 +92,15 @@ XmlReader::Token XmlReader::readEnd() {
 }
 
 XmlReader::Token XmlReader::readText() {
+  if (open_.empty()) return fail("text outside the outermost element");
   content_.clear();
-  bool blank = true;
   while (!atEnd() && text_[at_] != '<') {
     const std::size_t stop = std::min(text_.find_first_of("<&", at_), text_.size());
-    const std::string_view run = text_.substr(at_, stop - at_);
-    blank = blank && run.find_first_not_of(space) == std::string_view::npos;
-    content_ += run;
+    content_ += text_.substr(at_, stop - at_);
     at_ = stop;
-    if (atEnd() || text_[at_] != '&') continue;
-    blank = false;
-    if (!appendReference(content_)) return fail("an unknown reference");
+    if (looksAt("&") && !appendReference(content_)) return fail("an unknown reference");
   }
-  if (!open_.empty()) return Token::text;
-  return blank ? next() : fail("text outside the outermost element");
+  return Token::text;
 }
 
 XmlReader::Token XmlReader::readCData() {
