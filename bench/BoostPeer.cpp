@@ -10,29 +10,29 @@ namespace {
 
 using BoostGraph =
     boost::compressed_sparse_row_graph<boost::directedS, boost::no_property,
-                                       boost::property<boost::edge_weight_t, float>,
-                                       boost::no_property, std::uint32_t, std::uint32_t>;
+                                       boost::property<boost::edge_weight_t, float>>;
+using Vertex = boost::graph_traits<BoostGraph>::vertex_descriptor;
 
 struct GoalReached {};
 
 struct StopAtGoal : boost::default_dijkstra_visitor {
-  explicit StopAtGoal(std::uint32_t goal) : goal_(goal) {}
-  void examine_vertex(std::uint32_t vertex, const BoostGraph&) const {
+  explicit StopAtGoal(Vertex goal) : goal_(goal) {}
+  void examine_vertex(Vertex vertex, const BoostGraph&) const {
     if (vertex == goal_) throw GoalReached();
   }
-  std::uint32_t goal_;
+  Vertex goal_;
 };
 
 BoostGraph graphOf(const Adjacency& adjacency) {
-  std::vector<std::pair<std::uint32_t, std::uint32_t>> edges;
+  std::vector<std::pair<Vertex, Vertex>> edges;
   edges.reserve(adjacency.target.size());
-  for (std::uint32_t node = 0; node < adjacency.nodeCount(); ++node) {
+  for (Vertex node = 0; node < adjacency.nodeCount(); ++node) {
     for (auto i = adjacency.first[node]; i < adjacency.first[node + 1]; ++i) {
       edges.emplace_back(node, adjacency.target[i]);
     }
   }
   return {boost::edges_are_sorted, edges.begin(), edges.end(), adjacency.cost.begin(),
-          static_cast<std::uint32_t>(adjacency.nodeCount())};
+          adjacency.nodeCount()};
 }
 
 }  // namespace
@@ -40,20 +40,20 @@ BoostGraph graphOf(const Adjacency& adjacency) {
 struct BoostPeer::Impl {
   BoostGraph graph;
   std::vector<float> distances;
-  std::vector<std::uint32_t> parents;
+  std::vector<Vertex> parents;
 };
 
 BoostPeer::BoostPeer(const Adjacency& adjacency)
     : impl_(std::make_unique<Impl>(Impl{graphOf(adjacency),
                                         std::vector<float>(adjacency.nodeCount()),
-                                        std::vector<std::uint32_t>(adjacency.nodeCount())})) {}
+                                        std::vector<Vertex>(adjacency.nodeCount())})) {}
 BoostPeer::~BoostPeer() = default;
 
 float BoostPeer::search(Query query) {
   const auto index = get(boost::vertex_index, impl_->graph);
   try {
     boost::dijkstra_shortest_paths(
-        impl_->graph, query.from,
+        impl_->graph, Vertex{query.from},
         boost::predecessor_map(make_iterator_property_map(impl_->parents.begin(), index))
             .distance_map(make_iterator_property_map(impl_->distances.begin(), index))
             .weight_map(get(boost::edge_weight, impl_->graph))

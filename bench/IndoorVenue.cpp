@@ -15,17 +15,22 @@ constexpr std::int64_t walking = 1;
 constexpr std::int64_t lift = 2;
 constexpr std::int64_t stairs = 3;
 
+// A block of shops between corridors: so many points along two of its sides and the two others.
+constexpr std::size_t pointsAlong = 40;
+constexpr std::size_t pointsAcross = 10;
+constexpr double waypointsABlock = 1.5 * (pointsAlong + pointsAcross - 1);
+constexpr double spacing = 100;  // map units: five metres
+
 class Builder {
  public:
-  Builder(std::size_t waypoints, IdOrder order) : random_(20260101) {
+  Builder(std::size_t waypoints, IdOrder order) : order_(order), random_(20260101) {
     floors_ = std::clamp<std::size_t>(waypoints / 2500, 2, 40);
-    const double points = static_cast<double>(waypoints / floors_) / 1.6;
-    columns_ = std::max<std::size_t>(4, static_cast<std::size_t>(std::sqrt(points * 2)));
-    rows_ = std::max<std::size_t>(2, static_cast<std::size_t>(points) / columns_);
-    venue_.waypointIds.resize(waypoints * 2);
+    const double blocks = static_cast<double>(waypoints / floors_) / waypointsABlock;
+    blocks_ = std::max<std::size_t>(1, static_cast<std::size_t>(std::sqrt(blocks)));
+    venue_.waypointIds.resize(waypoints * 3 + 1000);
     std::iota(venue_.waypointIds.begin(), venue_.waypointIds.end(), 1);
     if (order == IdOrder::random) {
-      std::shuffle(venue_.waypointIds.begin(), venue_.waypointIds.end(), random_);
+      std::shuffle(venue_.waypointIds.begin(), venue_.waypointIds.end(), shuffling_);
     }
   }
 
@@ -53,8 +58,8 @@ class Builder {
                          {"accessibility", accessibility},
                          {"verticalWeight", 99}});
     };
-    return Value::list({type(walking, "Walkway", 1, 0), type(lift, "Lift", 60, 0),
-                        type(stairs, "Stairs", 90, 100)});
+    return Value::list({type(walking, "Walkway", 1, 0), type(lift, "Lift", 450, 0),
+                        type(stairs, "Stairs", 300, 100)});
   }
 
   double jitter() { return std::round(static_cast<double>(random_() % 500)) / 100; }
@@ -78,22 +83,44 @@ class Builder {
                               {"status", 1}}));
   }
 
-  // Corridors along the rows, crossings at every second column, a room beside three of five points.
+  // A point of a corridor, five metres from the last, and beside most of them a room with one door there
+  // or with two, the other one at the last point.
+  std::int64_t addPoint(std::size_t floor, double x, double y, std::int64_t last) {
+    const std::int64_t point = addWaypoint(floor, x + jitter(), y + jitter());
+    if (last == 0) return point;
+    addPath(last, point, walking);
+    const std::uint64_t kind = random_() % 10;
+    if (kind >= 5) return point;
+    const std::int64_t room = addWaypoint(floor, x - 40, y + 40);
+    addPath(point, room, walking);
+    if (kind >= 1) addPath(last, room, walking);
+    return point;
+  }
+
+  // Corridors along and across, round blocks of shops; a lift or stairs at every third crossing.
   void drawCorridors(std::size_t floor, std::vector<std::int64_t>& shafts) {
-    std::vector<std::int64_t> above;
-    for (std::size_t row = 0; row < rows_; ++row) {
-      std::vector<std::int64_t> points;
-      for (std::size_t column = 0; column < columns_; ++column) {
-        const double x = static_cast<double>(column) * 20 + jitter();
-        const double y = static_cast<double>(row) * 60 + jitter();
-        points.push_back(addWaypoint(floor, x, y));
-        if (column > 0) addPath(points[column - 1], points[column], walking);
-        if (row > 0 && column % 2 == 0) addPath(above[column], points[column], walking);
-        if (random_() % 5 < 3) addPath(points[column], addWaypoint(floor, x, y + 15), walking);
-        if (column % 20 == 3 && row % 8 == 1) shafts.push_back(points[column]);
+    std::vector<std::int64_t> above(blocks_ + 1, 0);
+    for (std::size_t row = 0; row <= blocks_; ++row) {
+      const double y = static_cast<double>(row * pointsAcross) * spacing;
+      std::int64_t last = 0;
+      for (std::size_t column = 0; column <= blocks_ * pointsAlong; ++column) {
+        const double x = static_cast<double>(column) * spacing;
+        last = addPoint(floor, x, y, last);
+        if (column % pointsAlong != 0) continue;
+        const std::size_t crossing = column / pointsAlong;
+        if (row > 0) drawAcross(floor, x, y, above[crossing], last);
+        if ((row + crossing) % 3 == 0) shafts.push_back(last);
+        above[crossing] = last;
       }
-      above = std::move(points);
     }
+  }
+
+  void drawAcross(std::size_t floor, double x, double y, std::int64_t above, std::int64_t below) {
+    std::int64_t last = above;
+    for (std::size_t point = pointsAcross - 1; point > 0; --point) {
+      last = addPoint(floor, x, y - static_cast<double>(point) * spacing, last);
+    }
+    addPath(last, below, walking);
   }
 
   Value makeFloor(std::size_t floor) {
@@ -105,6 +132,10 @@ class Builder {
       addPath(below_[i], shafts[i], i % 2 == 0 ? lift : stairs);
     }
     below_ = std::move(shafts);
+    if (order_ == IdOrder::random) {
+      std::ranges::shuffle(waypoints_.items(), shuffling_);
+      std::ranges::shuffle(paths_.items(), shuffling_);
+    }
     const auto id = static_cast<std::int64_t>(floor + 1);
     return Value::map({{"id", id},
                        {"name", "Level " + std::to_string(floor)},
@@ -116,10 +147,12 @@ class Builder {
                                            {"paths", batch(std::move(paths_))}})}});
   }
 
+  const IdOrder order_;
   std::mt19937_64 random_;
+  // Numbers of its own, so that the venue is the same in any order.
+  std::mt19937_64 shuffling_{20260102};
   std::size_t floors_ = 0;
-  std::size_t columns_ = 0;
-  std::size_t rows_ = 0;
+  std::size_t blocks_ = 0;  // along each side
   IndoorVenue venue_;
   std::size_t used_ = 0;
   std::int64_t pathId_ = 0;

@@ -1,4 +1,5 @@
-// Venues to measure on: floors of corridors with rooms as leaves, joined by lifts and stairs.
+// Venues to measure on: floors of corridors round blocks of shops, with rooms of one or two doors,
+// joined by lifts and stairs.
 //
 // About 1.3 paths a waypoint. The same options give the same documents.
 #pragma once
@@ -11,6 +12,8 @@
 
 namespace tern::bench {
 
+// Whether ids, and the waypoints and paths of each floor's document, stand in the order in which one would
+// walk or in none.
 enum class IdOrder { walking, random };
 
 struct IndoorVenue {

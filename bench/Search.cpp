@@ -45,7 +45,7 @@ std::vector<Query> randomQueries(std::size_t nodes, std::size_t count) {
   return queries;
 }
 
-// Goals that lie twenty links away: the last of a breadth-first walk's twentieth ring.
+// Goals that lie twenty links away on the same floor: any of a breadth-first walk's twentieth ring.
 std::vector<Query> nearQueries(const Adjacency& adjacency, std::size_t count) {
   std::mt19937_64 random(8);
   std::vector<Query> queries;
@@ -59,7 +59,8 @@ std::vector<Query> nearQueries(const Adjacency& adjacency, std::size_t count) {
       for (const std::uint32_t node : ring) {
         for (auto i = adjacency.first[node]; i < adjacency.first[node + 1]; ++i) {
           const std::uint32_t target = adjacency.target[i];
-          if (seenBy[target] == walk) continue;
+          const bool leavesFloor = adjacency.distance[i] == 1.0F;
+          if (seenBy[target] == walk || leavesFloor) continue;
           seenBy[target] = walk;
           next.push_back(target);
         }

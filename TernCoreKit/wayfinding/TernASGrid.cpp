@@ -24,10 +24,10 @@ std::vector<std::shared_ptr<Record>> withoutNulls(std::vector<std::shared_ptr<Re
 std::shared_ptr<TernASGrid> TernASGrid::initASGrid(Waypoints waypointsIn, Paths pathsIn,
                                                    PathTypes pathTypesIn, Maps mapFullsIn,
                                                    Buildings buildings, bool isForMultiVenue) {
-  auto graph = std::make_shared<detail::GridGraph>(detail::GridRecords{
-      withoutNulls(std::move(waypointsIn)), withoutNulls(std::move(pathsIn)),
-      withoutNulls(std::move(pathTypesIn)), withoutNulls(std::move(mapFullsIn)),
-      withoutNulls(std::move(buildings)), isForMultiVenue});
+  auto graph = std::make_shared<detail::GridGraph>(
+      detail::GridRecords{withoutNulls(std::move(waypointsIn)), withoutNulls(std::move(pathsIn)),
+                          withoutNulls(std::move(pathTypesIn)), withoutNulls(std::move(mapFullsIn)),
+                          withoutNulls(std::move(buildings)), isForMultiVenue});
   detail::buildGraph(*graph);
   return std::shared_ptr<TernASGrid>(new TernASGrid(std::move(graph)));
 }
@@ -45,7 +45,7 @@ const TernASGrid::Buildings& TernASGrid::buildings() const { return graph_->reco
 TernASNode TernASGrid::node(std::uint32_t position) const { return {graph_, position}; }
 
 std::size_t TernASGrid::nodeCount() const { return graph_->records.waypoints.size(); }
-std::size_t TernASGrid::linkCount() const { return graph_->graph.links.size(); }
+std::size_t TernASGrid::linkCount() const { return graph_->linkCount; }
 
 std::vector<TernASNode> TernASGrid::nodes() const {
   std::vector<TernASNode> nodes;
@@ -133,8 +133,7 @@ void TernASGrid::shouldBlockEntryToNode(const TernASNode& n, bool block) {
   // Once for each neighbour, however many links lead there.
   std::vector<std::int64_t> neighborIds = n.source_->neighborIds(n.position_);
   std::ranges::sort(neighborIds);
-  const auto repeated = std::ranges::unique(neighborIds);
-  neighborIds.erase(repeated.begin(), repeated.end());
+  neighborIds.erase(std::unique(neighborIds.begin(), neighborIds.end()), neighborIds.end());
   for (const std::int64_t neighborId : neighborIds) {
     const detail::Position neighbor = graph_->find(neighborId);
     if (neighbor != detail::noPosition) graph_->blockEdges(neighbor, id, block);

@@ -1,19 +1,22 @@
-// The navigation graph of one venue, or of several joined ones: a node for every waypoint, an edge for
-// every path that touches it, and links to its neighbours whose costs are settled when the graph is
-// built.
+// The navigation graph of one venue, or of several joined ones: a node for every waypoint, an edge
+// for every path that touches it, and links to its neighbours whose costs are settled when the
+// graph is built.
 //
-// Path type 1 is the only one that costs its length times its weight; any other costs its weight a link.
-// A change of height multiplies a link's cost by 1 + height / (vertical weight + 1), where a level is
-// `verticalScale` map units high. A level link is multiplied by what the neighbour's floor's preference
-// says. One-way paths are one-way only where they change height. What is missing never fails: an unknown
-// path type costs nothing, an unknown waypoint is a link that leads nowhere.
+// Path type 1 is the only one that costs its length times its weight; any other costs its weight a
+// link. A change of height multiplies a link's cost by 1 + height / (vertical weight + 1), where a
+// level is `verticalScale` map units high. A level link is multiplied by what the neighbour's
+// floor's preference says. One-way paths are one-way only where they change height. What is missing
+// never fails: an unknown path type costs nothing, an unknown waypoint is a link that leads
+// nowhere.
 //
-// Building takes time and memory linear in the waypoints and the ends of all paths. A path that joins so
-// many waypoints that its links alone would break that bound is logged and gets no links; waypoints
-// that repeat an id so often that their copies of its edges would are logged and get no edges.
+// Building takes time and memory linear in the waypoints and the ends of all paths. A path that
+// joins so many waypoints that its links alone would break that bound is logged and gets no links;
+// waypoints that repeat an id so often that their copies of its edges would are logged and get no
+// edges.
 //
 // Ownership: shares the records and does not change them. Nodes handed out keep the graph alive.
-// Threads: one at a time, as searches and blocks write to the graph: callers take turns. `mutex` is there
+// Threads: one at a time, as searches and blocks write to the graph: callers take turns. `mutex` is
+// there
 //   for those who replace a grid.
 // Fails: never.
 //
@@ -55,7 +58,8 @@ class TERN_API TernASGrid {
   using Buildings = std::vector<std::shared_ptr<TernBuilding>>;
 
   // Builds the graph. For several venues costs are measured in metres of the spherical Mercator
-  // projection and a waypoint whose external id ends in ":" and a waypoint's id is joined to that one.
+  // projection and a waypoint whose external id ends in ":" and a waypoint's id is joined to that
+  // one.
   static std::shared_ptr<TernASGrid> initASGrid(Waypoints waypointsIn, Paths pathsIn,
                                                 PathTypes pathTypesIn, Maps mapFullsIn,
                                                 Buildings buildings, bool isForMultiVenue);

@@ -229,6 +229,19 @@ TEST_F(CommandTest, readerWhoGoesAwayEndsABatch) {
   EXPECT_EQ(batch.end(), 4);
 }
 
+TEST_F(CommandTest, answerThatCannotBeWrittenIsTold) {
+  const auto inShell = [&](const std::string& words) {
+    return test::runProcess(
+        {"/bin/sh", "-c", TERN_BINARY_PATH " " + words + " --data " + folder_.at("")});
+  };
+  const ProcessResult full = inShell("info >/dev/full");
+  EXPECT_EQ(full.status, 4);
+  EXPECT_EQ(full.diagnostics, "tern: cannot write the answer: No space left on device\n");
+  const ProcessResult folder = inShell("batch </");
+  EXPECT_EQ(folder.status, 3);
+  EXPECT_EQ(folder.diagnostics, "tern: cannot read the requests: Is a directory\n");
+}
+
 TEST_F(CommandTest, wordsThatAreWrongExitWithTwo) {
   expectFailure({"fly"}, 2, HasSubstr("\"fly\" is no command; there are venues"));
   expectFailure({"--data", folder_.at("")}, 2, HasSubstr("a command is missing"));

@@ -1,9 +1,9 @@
-// The navigation graph in its plainest form, to hold the library's against: every lookup scans a list
-// from its front, every node carries its own edges, neighbours and scores.
+// The navigation graph in its plainest form, to hold the library's against: every lookup scans a
+// list from its front, every node carries its own edges, neighbours and scores.
 //
-// Slow on purpose: building is quadratic. It shares no code with the library's graph but the records
-// and the two plain structs that the library hands out as edges and neighbours.
-// Ownership: shares the records; nodes belong to the grid, which is not copied. Threads: one.
+// Slow on purpose: building is quadratic. It shares no code with the library's graph but the
+// records and the two plain structs that the library hands out as edges and neighbours. Ownership:
+// shares the records; nodes belong to the grid, which is not copied. Threads: one.
 #pragma once
 
 #include <cstdint>

@@ -53,8 +53,9 @@ std::optional<LiteralRoute> LiteralSearch::search(std::int64_t startId, std::int
              [goalId](const LiteralNode& node) { return node.nodeId == goalId; });
 }
 
-std::optional<LiteralRoute> LiteralSearch::searchInArray(
-    std::int64_t startId, const TernASGrid::Waypoints& endWaypoints, std::int64_t accessLevel) {
+std::optional<LiteralRoute> LiteralSearch::searchInArray(std::int64_t startId,
+                                                         const TernASGrid::Waypoints& endWaypoints,
+                                                         std::int64_t accessLevel) {
   const std::vector<LiteralNode*> goals = grid_.getNodesForIds(endWaypoints);
   return run(startId, accessLevel, [&](const LiteralNode& node) {
     for (const LiteralNode* goal : goals) {

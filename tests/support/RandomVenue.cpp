@@ -78,7 +78,8 @@ Value Maker::anId(std::int64_t id) {
 
 Value Maker::ratio(const std::vector<Value>& likely) {
   if (hasOddNumbers_ && tape_.oneIn(6)) {
-    return tape_.pick<Value>({-1, -2.5, 1e308, -1e308, 3e38, 1e-45, {}, nullptr, "much", 0.1, -0.0});
+    return tape_.pick<Value>(
+        {-1, -2.5, 1e308, -1e308, 3e38, 1e-45, {}, nullptr, "much", 0.1, -0.0});
   }
   return tape_.pick(likely);
 }
@@ -138,7 +139,8 @@ void Maker::addBuildings() {
   for (std::size_t building = 0; building < buildings; ++building) {
     Value floors = Value::list();
     const std::size_t count = 1 + tape_.below(3);
-    for (std::size_t i = 0; i < count && nextWaypointId_ <= static_cast<std::int64_t>(waypointCount_); ++i) {
+    for (std::size_t i = 0;
+         i < count && nextWaypointId_ <= static_cast<std::int64_t>(waypointCount_); ++i) {
       floors.append(floor(static_cast<std::int64_t>(i)));
     }
     lists_.buildings.push_back(TernBuilding::initWithDictionary(
@@ -245,7 +247,8 @@ VenueLists randomVenue(Tape& tape) { return Maker(tape).make(); }
 
 std::int64_t randomWaypointId(Tape& tape, const VenueLists& lists) {
   if (lists.waypoints.empty() || tape.oneIn(32)) return tape.pick<std::int64_t>({0, 999, -3});
-  const auto& chosen = lists.waypoints[tape.below(std::min<std::size_t>(lists.waypoints.size(), 256))];
+  const auto& chosen =
+      lists.waypoints[tape.below(std::min<std::size_t>(lists.waypoints.size(), 256))];
   return chosen != nullptr ? chosen->id.integer() : 0;
 }
 

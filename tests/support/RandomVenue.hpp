@@ -1,19 +1,19 @@
 // Makes small venues of every kind, well-made and absurd, out of a tape of random bytes.
 //
-// A tape that has run out reads as zeros, and zero is always the plainest choice, so that a property
-// that fails on a tape shrinks to a small venue.
+// A tape that has run out reads as zeros, and zero is always the plainest choice, so that a
+// property that fails on a tape shrinks to a small venue.
 //
 //   RC_GTEST_PROP(TernASGrid, isLinear, ()) {
 //     Tape tape(*tapes());
 //     const VenueLists lists = randomVenue(tape);
 #pragma once
 
+#include <rapidcheck.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <vector>
-
-#include <rapidcheck.h>
 
 #include "TernCoreKit/model/TernMapCollection.hpp"
 #include "tests/support/LiteralGrid.hpp"

@@ -34,8 +34,7 @@ bool same(const T& a, const T& b) {
 }
 
 template <class T>
-  requires std::is_arithmetic_v<T>
-std::string shown(T value) {
+requires std::is_arithmetic_v<T> std::string shown(T value) {
   std::ostringstream text;
   text.precision(17);
   text << value;
@@ -170,26 +169,24 @@ std::string Twins::differenceOfStates() const {
   for (std::size_t i = 0; i < nodes_.size() && all.found().empty(); ++i) {
     const TernASNode& ours = nodes_[i];
     const LiteralNode& theirs = literal_.nodes[i];
-    all.and_(Comparison(named("node", i))
-                 .of("visited", ours.visited(), theirs.visited)
-                 .of("closed", ours.closed(), theirs.closed)
-                 .of("f", ours.f(), theirs.f)
-                 .of("g", ours.g(), theirs.g)
-                 .of("h", ours.h(), 0.0F)
-                 .of("distance", ours.distance(), theirs.distance)
-                 .of("parent", placeOf(nodes_, ours.parent()),
-                     placeOf(literal_.nodes, theirs.parent))
-                 .of("usedEdgeTypeId", ours.usedEdgeTypeId(), theirs.usedEdgeTypeId)
-                 .found());
+    all.and_(
+        Comparison(named("node", i))
+            .of("visited", ours.visited(), theirs.visited)
+            .of("closed", ours.closed(), theirs.closed)
+            .of("f", ours.f(), theirs.f)
+            .of("g", ours.g(), theirs.g)
+            .of("h", ours.h(), 0.0F)
+            .of("distance", ours.distance(), theirs.distance)
+            .of("parent", placeOf(nodes_, ours.parent()), placeOf(literal_.nodes, theirs.parent))
+            .of("usedEdgeTypeId", ours.usedEdgeTypeId(), theirs.usedEdgeTypeId)
+            .found());
   }
   return all
-      .and_(differenceOfLists("heap", search_.openStartHeap(),
-                              literalSearch_.openStartHeap().nodes(),
-                              [&](Comparison& entry, const TernASNode& ours,
-                                  const LiteralNode* theirs) {
-                                entry.of("node", placeOf(nodes_, ours),
-                                         placeOf(literal_.nodes, theirs));
-                              }))
+      .and_(differenceOfLists(
+          "heap", search_.openStartHeap(), literalSearch_.openStartHeap().nodes(),
+          [&](Comparison& entry, const TernASNode& ours, const LiteralNode* theirs) {
+            entry.of("node", placeOf(nodes_, ours), placeOf(literal_.nodes, theirs));
+          }))
       .found();
 }
 
@@ -198,10 +195,10 @@ std::string Twins::differenceOfRoutes(const std::optional<TernRoute>& ours,
   Comparison all("route");
   all.of("found", ours.has_value(), theirs.has_value());
   const auto& expectedLines = literalSearch_.log();
-  all.of("log", log_.take(),
-         std::vector<std::string>(
-             expectedLines.begin() + static_cast<std::ptrdiff_t>(comparedLines_),
-             expectedLines.end()));
+  all.of(
+      "log", log_.take(),
+      std::vector<std::string>(expectedLines.begin() + static_cast<std::ptrdiff_t>(comparedLines_),
+                               expectedLines.end()));
   comparedLines_ = expectedLines.size();
   if (!ours || !theirs) return all.found();
   const auto compareSegments = [&](Comparison& one, const TernPathPerFloor& our,

@@ -24,8 +24,8 @@ struct VenueLists {
 
 VenueLists listsOf(const DrawnVenue& venue);
 
-// That many waypoints with the ids 1, 2, ... on map 1, one map unit apart along the x axis, and path
-// type 1 of weight 1; no paths and no floors.
+// That many waypoints with the ids 1, 2, ... on map 1, one map unit apart along the x axis, and
+// path type 1 of weight 1; no paths and no floors.
 VenueLists rowOfWaypoints(std::size_t count);
 // The same with a path between each waypoint and the next one.
 VenueLists corridor(std::size_t count);

@@ -29,7 +29,8 @@ std::int32_t multiplierOf(Value preference) {
 }
 
 TEST(FloorIndex, unknownMapLiesAtHeightZeroWithMultiplierOne) {
-  for (const FloorIndex& index : {FloorIndex(), FloorIndex({building({floorOf(1, 5, 3, -2)})}, 100)}) {
+  for (const FloorIndex& index :
+       {FloorIndex(), FloorIndex({building({floorOf(1, 5, 3, -2)})}, 100)}) {
     EXPECT_EQ(index.find(6).z, 0);
     EXPECT_EQ(index.find(6).multiplier, 1);
     EXPECT_EQ(index.find(6).floor, nullptr);
@@ -80,9 +81,9 @@ TEST(FloorIndex, floorWithoutAMapShowsTheMapOfIdZero) {
 }
 
 TEST(FloorIndex, buildingWithoutFloorsHasNone) {
-  const FloorIndex index({TernBuilding::initWithDictionary(Value::map({{"id", 1}})),
-                          building({floorOf(1, 5, 1)})},
-                         100);
+  const FloorIndex index(
+      {TernBuilding::initWithDictionary(Value::map({{"id", 1}})), building({floorOf(1, 5, 1)})},
+      100);
   EXPECT_EQ(index.find(5).z, 100);
 }
 

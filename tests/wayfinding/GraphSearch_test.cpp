@@ -104,8 +104,8 @@ TEST(GraphSearch, closedNodesAreNotOpenedAgainByNegativeCosts) {
   EXPECT_EQ(graph.states[3].score, 5);
 }
 
-// When the score of 5 drops from 8 to 2, it lies two levels below the root of the open list. Moved up
-// it would be closed before the goal is found; it stays where it is and is not.
+// When the score of 5 drops from 8 to 2, it lies two levels below the root of the open list. Moved
+// up it would be closed before the goal is found; it stays where it is and is not.
 TEST(GraphSearch, openListIsNotReorderedWhenAScoreDrops) {
   Graph graph = graphOf(9, {{0, 1, 1},
                             {0, 2, 4},
@@ -140,15 +140,17 @@ void expectSameStates(const Graph& a, const Graph& b, std::size_t count) {
 constexpr Position nodeCount = 24;
 
 Graph randomGraph() {
-  const auto arcs = *rc::gen::container<std::vector<Arc>>(
-      rc::gen::apply(
-          [](Position from, Position to, int cost, std::uint32_t gate) {
-            const bool isShut = to == nodeCount;
-            return Arc{from, isShut ? noPosition : to, static_cast<float>(cost) * 0.25F,
-                       isShut ? Link::shut : gate};
-          },
-          rc::gen::inRange<Position>(0, nodeCount), rc::gen::inRange<Position>(0, nodeCount + 1),
-          rc::gen::inRange(-2, 12), rc::gen::inRange<std::uint32_t>(0, 3)));
+  const auto arcs =
+      *rc::gen::container<std::vector<Arc>>(
+          rc::gen::apply(
+              [](Position from, Position to, int cost, std::uint32_t gate) {
+                const bool isShut = to == nodeCount;
+                return Arc{from, isShut ? noPosition : to, static_cast<float>(cost) * 0.25F,
+                           isShut ? Link::shut : gate};
+              },
+              rc::gen::inRange<Position>(0, nodeCount),
+              rc::gen::inRange<Position>(0, nodeCount + 1), rc::gen::inRange(-2, 12),
+              rc::gen::inRange<std::uint32_t>(0, 3)));
   return graphOf(nodeCount, arcs);
 }
 

@@ -74,7 +74,8 @@ TEST(Graph, keepsWhatTheSearchLeftOnTheOpenList) {
   EXPECT_EQ(graph.openEntries()[0].position, 2U);
 }
 
-// The numbers of searches run out after 2^30 of them; a mark of the first ones must not come alive again.
+// The numbers of searches run out after 2^30 of them; a mark of the first ones must not come alive
+// again.
 TEST(Graph, numbersOfSearchesRunOutWithoutATrace) {
   Graph graph = threeInARow();
   searchAnew(graph, 0, 2);

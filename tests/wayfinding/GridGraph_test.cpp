@@ -20,9 +20,9 @@ using test::VenueLists;
 using testing::ElementsAre;
 
 std::unique_ptr<GridGraph> built(const VenueLists& lists) {
-  auto grid = std::make_unique<GridGraph>(GridRecords{lists.waypoints, lists.paths,
-                                                      lists.pathTypes, lists.maps,
-                                                      lists.buildings, lists.isForMultiVenue});
+  auto grid =
+      std::make_unique<GridGraph>(GridRecords{lists.waypoints, lists.paths, lists.pathTypes,
+                                              lists.maps, lists.buildings, lists.isForMultiVenue});
   buildGraph(*grid);
   return grid;
 }

@@ -93,7 +93,8 @@ TEST(IdIndex, idsMadeToCollideAreFoundAllTheSame) {
 
 RC_GTEST_PROP(IdIndex, findsWhatAScanFindsAmongIdsThatLieTogether, ()) {
   const auto origin = *rc::gen::arbitrary<std::int32_t>();
-  const auto near = rc::gen::map(rc::gen::inRange(0, 40), [&](int id) { return id + std::int64_t{origin}; });
+  const auto near =
+      rc::gen::map(rc::gen::inRange(0, 40), [&](int id) { return id + std::int64_t{origin}; });
   expectScans(*rc::gen::container<std::vector<std::int64_t>>(near),
               *rc::gen::container<std::vector<std::int64_t>>(near));
 }

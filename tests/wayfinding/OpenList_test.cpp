@@ -102,9 +102,10 @@ void expectTextbook(const rc::Gen<float>& anyScore) {
 }
 
 rc::Gen<float> finiteScores() {
-  return rc::gen::oneOf(rc::gen::element(0.0F, -0.0F, 1.0F, 2.0F, smallest, -smallest, infinity,
-                                         -infinity, 1e38F, -3.0F),
-                        rc::gen::map(rc::gen::inRange(-9, 9), [](int n) { return static_cast<float>(n) * 0.5F; }));
+  return rc::gen::oneOf(
+      rc::gen::element(0.0F, -0.0F, 1.0F, 2.0F, smallest, -smallest, infinity, -infinity, 1e38F,
+                       -3.0F),
+      rc::gen::map(rc::gen::inRange(-9, 9), [](int n) { return static_cast<float>(n) * 0.5F; }));
 }
 
 TEST(OpenList, givesTheLeastScoreFirst) {

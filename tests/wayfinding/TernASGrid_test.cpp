@@ -172,9 +172,9 @@ TEST(TernASGrid, findsTheFirstNodeOfAnId) {
 
 TEST(TernASGrid, nodesForIdsComeInTheOrderOfTheGrid) {
   const DrawnGrid drawn({.floors = {{.lines = {"D B A C"}}}});
-  const auto nodes = drawn.grid->getNodesForIds(
-      {drawn.venue.waypoint('C'), drawn.venue.waypoint('D'), drawn.venue.waypoint('C'),
-       drawn.venue.waypoint('B')});
+  const auto nodes =
+      drawn.grid->getNodesForIds({drawn.venue.waypoint('C'), drawn.venue.waypoint('D'),
+                                  drawn.venue.waypoint('C'), drawn.venue.waypoint('B')});
   EXPECT_THAT(idsOf(nodes), ElementsAre(4, 2, 3));
 }
 
@@ -195,10 +195,10 @@ TEST(TernASGrid, multiplierFollowsThePreferenceOfTheFloor) {
 // Edges and links.
 
 TEST(TernASGrid, everyPathGivesEachOfItsEndsAnEdgeOfItsOwn) {
-  const DrawnGrid drawn({.floors = {{.lines = {"A  B"}}},
-                         .paths = {"A-B lift"},
-                         .pathTypes = {{.name = "lift", .weight = 5, .accessibility = 3,
-                                        .verticalWeight = 2}}});
+  const DrawnGrid drawn(
+      {.floors = {{.lines = {"A  B"}}},
+       .paths = {"A-B lift"},
+       .pathTypes = {{.name = "lift", .weight = 5, .accessibility = 3, .verticalWeight = 2}}});
   for (const char letter : {'A', 'B'}) {
     ASSERT_EQ(drawn.node(letter).edges().size(), 1U);
     const TernASEdge edge = drawn.node(letter).edges()[0];
@@ -336,7 +336,8 @@ TEST(TernASGrid, waypointThatNoMapKnowsIsALinkWithoutIdOrPlace) {
 }
 
 TEST(TernASGrid, stepsOfTheConstructionCanBeMadeAgain) {
-  const DrawnGrid drawn({.floors = {{.lines = {"A  B  C"}}}, .paths = {"A-B", "B-C lift"},
+  const DrawnGrid drawn({.floors = {{.lines = {"A  B  C"}}},
+                         .paths = {"A-B", "B-C lift"},
                          .pathTypes = {{.name = "lift", .weight = 5}}});
   const auto edges = drawn.grid->generateEdges(2);
   ASSERT_EQ(edges.size(), 2U);
@@ -506,8 +507,8 @@ TEST(TernASGrid, entryThatAMillionPathsLeadToIsBlockedOnce) {
   lists.paths.resize(1'000'000, pathOver({1, 2}));
   const auto grid = lists.makeGrid();
   grid->shouldBlockEntryToNode(grid->getNodeById(2).value(), true);
-  EXPECT_TRUE(grid->isEdgeBlockedBetweenNode(grid->getNodeById(1).value(),
-                                             grid->getNodeById(2).value()));
+  EXPECT_TRUE(
+      grid->isEdgeBlockedBetweenNode(grid->getNodeById(1).value(), grid->getNodeById(2).value()));
 }
 
 // Exits are looked up without a walk over all the maps.

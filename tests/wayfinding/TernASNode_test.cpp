@@ -17,8 +17,7 @@ TernASNode handMade() {
   TernNeighbor neighbor;
   neighbor.neighborId = 8;
   return TernASNode::initASNode(7, 1.25, 2.5, 100, 3,
-                                {TernASEdge::initASEdge(17, {7, 8}, 1, 1, 0, 0, 0)},
-                                {neighbor});
+                                {TernASEdge::initASEdge(17, {7, 8}, 1, 1, 0, 0, 0)}, {neighbor});
 }
 
 TernRoute routeThrough(const std::shared_ptr<TernASGrid>& grid, std::int64_t start,

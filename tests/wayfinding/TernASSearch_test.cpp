@@ -234,9 +234,10 @@ TEST(TernASSearch, unknownGoalsArePassedOver) {
   auto stranger = std::make_shared<TernWaypoint>();
   stranger->id = 99;
   EXPECT_FALSE(drawn.search.searchInArray(1, {stranger}, 0));
-  EXPECT_EQ(lettersOf(drawn.search.searchInArray(1, {stranger, nullptr, drawn.venue.waypoint('C')}, 0)
-                          .value()),
-            "ABC");
+  EXPECT_EQ(
+      lettersOf(
+          drawn.search.searchInArray(1, {stranger, nullptr, drawn.venue.waypoint('C')}, 0).value()),
+      "ABC");
 }
 
 TEST(TernASSearch, waypointOfIdZeroAlwaysCountsAsAGoal) {
@@ -345,7 +346,8 @@ std::string doSomething(Tape& tape, Twins& twins, const VenueLists& lists) {
     case 2: {
       TernASGrid::Waypoints ends;
       for (std::size_t i = tape.below(4); i > 0 && !lists.waypoints.empty(); --i) {
-        ends.push_back(lists.waypoints[tape.below(std::min<std::size_t>(lists.waypoints.size(), 256))]);
+        ends.push_back(
+            lists.waypoints[tape.below(std::min<std::size_t>(lists.waypoints.size(), 256))]);
       }
       return twins.searchInArray(randomWaypointId(tape, lists), ends, randomAccessLevel(tape));
     }
@@ -373,6 +375,33 @@ RC_GTEST_PROP(TernASSearch, findsWhatTheLiteralSearchFinds, ()) {
       RC_ASSERT(twins.search(start.nodeId, end.nodeId, 1) == "");
     }
   }
+}
+
+// Moves every second waypoint to the far end of a long list, so that the grid lays the nodes out in
+// an order of its own.
+void scatter(VenueLists& lists) {
+  constexpr std::int64_t distance = 1100;
+  constexpr std::int64_t firstStranger = 1'000'000;
+  TernASGrid::Waypoints near;
+  TernASGrid::Waypoints far;
+  for (std::size_t i = 0; i < lists.waypoints.size(); ++i) {
+    (i % 2 == 0 ? near : far).push_back(lists.waypoints[i]);
+  }
+  for (std::int64_t i = 0; i < distance; ++i) {
+    near.push_back(std::make_shared<TernWaypoint>());
+    near.back()->id = firstStranger + i;
+  }
+  near.insert(near.end(), far.begin(), far.end());
+  lists.waypoints = std::move(near);
+}
+
+RC_GTEST_PROP(TernASSearch, findsTheSameWhenTheNodesAreLaidOutAnew, ()) {
+  Tape tape(*tapes());
+  VenueLists lists = randomVenue(tape);
+  const VenueLists compact = lists;
+  scatter(lists);
+  Twins twins(lists);
+  for (int i = 0; i < 4; ++i) RC_ASSERT(doSomething(tape, twins, compact) == "");
 }
 
 }  // namespace

@@ -26,13 +26,25 @@ bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 bool isSpace(char c) { return c == ' ' || c == '\n' || c == '\r' || c == '\t'; }
 
+std::uint64_t eightBytes(const char* at) {
+  std::uint64_t word = 0;
+  std::memcpy(&word, at, sizeof word);
+  return word;
+}
+
+constexpr bool lowByteFirst = std::endian::native == std::endian::little;
+
 // Most of a document laid out for people is line breaks and their indents.
 char* skipLongSpace(char* at, const char* end) {
   while (isSpace(*at)) {
     ++at;
-    for (std::uint64_t word = 0; end - at >= 8; at += 8) {
-      std::memcpy(&word, at, sizeof word);
-      if (word != everyByte(' ')) break;
+    while (lowByteFirst && end - at >= 8) {
+      const std::uint64_t others = eightBytes(at) ^ everyByte(' ');
+      if (others != 0) {
+        at += std::countr_zero(others) / 8;
+        break;
+      }
+      at += 8;
     }
   }
   return at;
@@ -105,9 +117,11 @@ TERN_IN_ONE_PIECE char* JsonReader::value(char* at) {
 
 // What lies between the end of a value and the beginning of the next one.
 TERN_IN_ONE_PIECE char* JsonReader::next(char* at) {
-  at = space(at);
-  while (innermost_ != open_ && *at == innermost_->closer) at = space(close(at));
-  if (innermost_ == open_) return at;
+  if (*at != ',' || innermost_ == open_) {
+    at = space(at);
+    while (innermost_ != open_ && *at == innermost_->closer) at = space(close(at));
+    if (innermost_ == open_) return at;
+  }
   const bool inMap = innermost_->closer == '}';
   if (*at != ',') {
     return fail(inMap ? "Missing a comma or } after a map entry."
@@ -153,7 +167,7 @@ TERN_IN_ONE_PIECE char* JsonReader::key(char* at) {
   char* end = expectedKey(at);
   if (end == nullptr) end = string(at);
   if (end == nullptr) return nullptr;
-  end = space(end);
+  if (*end != ':') end = space(end);
   if (*end != ':') return fail("Missing a colon after a key.", end);
   return space(end + 1);
 }
@@ -197,19 +211,16 @@ char* JsonReader::word(char* at, std::string_view word, Value value) {
 
 // The first byte that is no ASCII character or that a string cannot hold as it is.
 TERN_IN_ONE_PIECE char* JsonReader::plainEnd(char* at) const {
-  if constexpr (std::endian::native == std::endian::little) {
-    for (; end_ - at >= 8; at += 8) {
-      std::uint64_t word = 0;
-      std::memcpy(&word, at, sizeof word);
-      const std::uint64_t quotes = word ^ everyByte('"');
-      const std::uint64_t backslashes = word ^ everyByte('\\');
-      // The high bit of each byte that is found; above the first one there may be wrong ones.
-      const std::uint64_t found =
-          (((quotes - everyByte(1)) & ~quotes) | ((backslashes - everyByte(1)) & ~backslashes) |
-           (word - everyByte(' ')) | word) &
-          everyByte(0x80);
-      if (found != 0) return at + std::countr_zero(found) / 8;
-    }
+  for (; lowByteFirst && end_ - at >= 8; at += 8) {
+    const std::uint64_t word = eightBytes(at);
+    const std::uint64_t quotes = word ^ everyByte('"');
+    const std::uint64_t backslashes = word ^ everyByte('\\');
+    // The high bit of each byte that is found; above the first one there may be wrong ones.
+    const std::uint64_t found =
+        (((quotes - everyByte(1)) & ~quotes) | ((backslashes - everyByte(1)) & ~backslashes) |
+         (word - everyByte(' ')) | word) &
+        everyByte(0x80);
+    if (found != 0) return at + std::countr_zero(found) / 8;
   }
   while (isPlainInString(*at)) ++at;
   return at;

@@ -30,8 +30,9 @@ class ValueStack {
   std::size_t size() const { return static_cast<std::size_t>(top_ - first_); }
   std::span<Value> from(std::size_t start) { return {first_ + start, size() - start}; }
 
+  // Inlined even where a compiler would rather not: a document's values all pass here.
   template <class... Arguments>
-  void push(Arguments&&... arguments) {
+  [[gnu::always_inline]] void push(Arguments&&... arguments) {
     if (top_ == end_) grow();
     new (top_) Value(std::forward<Arguments>(arguments)...);
     ++top_;
@@ -40,14 +41,15 @@ class ValueStack {
   // Puts a list of all values from the given place on in their stead.
   void makeList(std::size_t start) {
     if (top_ == end_) grow();
-    replace(
-        start, [](std::span<Value> items) { return Value::listOf(items); }, size() - start);
+    const auto list = [](std::span<Value> items) { return Value::listOf(items); };
+    replace(start, list, size() - start);
   }
+
   // The same with a map of so many keys and values; those behind them must be absent.
   void makeMap(std::size_t start, std::size_t count) {
     if (top_ == end_) grow();
-    replace(
-        start, [](std::span<Value> pairs) { return Value::mapOf(pairs); }, count);
+    const auto map = [](std::span<Value> pairs) { return Value::mapOf(pairs); };
+    replace(start, map, count);
   }
 
  private:

@@ -21,9 +21,9 @@ namespace {
 
 constexpr std::uint32_t none = IdIndex::none;
 
-// A path of n waypoints makes n * (n - 1) links, and every further waypoint of the same id makes its
-// own. What all of them may make beyond a fixed multiple of the paths' ends: enough for one path that
-// joins two thousand waypoints.
+// A path of n waypoints makes n * (n - 1) links, and every further waypoint of the same id makes
+// its own. What all of them may make beyond a fixed multiple of the paths' ends: enough for one
+// path that joins two thousand waypoints.
 constexpr std::uint64_t spareLinks = std::uint64_t{1} << 22U;
 constexpr std::uint64_t linksAnEnd = 16;
 
@@ -37,7 +37,7 @@ struct KnownWaypoint {
 struct PathFacts {
   std::uint32_t firstEnd;
   std::uint32_t kind;
-  std::int64_t direction;
+  std::uint8_t direction;  // 1 and 2 say one way, anything else is 0
 };
 
 // An id that a path names: the first node and the first known waypoint that have it.
@@ -45,6 +45,16 @@ struct PathEnd {
   std::uint32_t node;
   std::uint32_t waypoint;
 };
+
+// Records lie all over the heap: each is asked for some while before it is read.
+constexpr std::size_t fetchDistance = 12;
+
+template <class Record>
+void fetchRecord(const Record& record) {
+  constexpr std::size_t line = 64;
+  const auto* bytes = reinterpret_cast<const char*>(&record);
+  for (std::size_t at = 0; at < sizeof(Record); at += line) __builtin_prefetch(bytes + at);
+}
 
 // The number behind the last colon of a venue exit's external id, which names a waypoint of another
 // venue; none without a colon.
@@ -61,7 +71,10 @@ std::optional<std::int64_t> partnerOf(const TernWaypoint& waypoint) {
 class Builder {
  public:
   explicit Builder(GridGraph& grid)
-      : grid_(grid), records_(grid.records), nodeCount_(grid.records.waypoints.size()) {}
+      : grid_(grid),
+        records_(grid.records),
+        nodeCount_(grid.records.waypoints.size()),
+        nowhere_(grid.place(nullptr)) {}
 
   void build() {
     indexWaypoints();
@@ -87,6 +100,11 @@ class Builder {
   bool isKnown(std::int64_t id) const {
     return (knownAreNodes_ ? grid_.nodePlaces : knownPlaces_).find(id) != none;
   }
+  // How many links a path gives to each of its waypoints at the most.
+  std::uint32_t roomOver(std::uint32_t path) const {
+    const bool isLinked = !std::ranges::binary_search(grid_.unlinkedPaths, path);
+    return isLinked ? static_cast<std::uint32_t>(endsOf(path).size()) - 1 : 0;
+  }
   // The node that a search finds under the node's id.
   std::uint32_t firstNodeOf(std::uint32_t node) const {
     return hasRepeats_ ? grid_.nodePlaces.find(nodeIds_[node]) : node;
@@ -105,15 +123,19 @@ class Builder {
   template <class Visit>
   void forEachEdge(Visit visit);
   void listEdges();
+  bool isListedAlongPaths() const;
   void orderNodes();
+  void orderBreadthFirst();
   void writeEdges();
   void rankKinds();
   void writeLinks();
   void writeLinksOf(std::uint32_t node);
+  Link makeLink(const PathEnd& end, const LinkCost& cost, std::uint32_t rank) const;
 
   GridGraph& grid_;
   const GridRecords& records_;
   const std::size_t nodeCount_;
+  const Place nowhere_;  // where a waypoint lies that no map knows
 
   std::vector<std::int64_t> nodeIds_;
   bool hasRepeats_ = false;
@@ -125,7 +147,7 @@ class Builder {
   bool knownAreNodes_ = false;
 
   std::vector<PathEnd> ends_;
-  std::vector<PathFacts> paths_;  // closed by one that only says where the last ends
+  std::vector<PathFacts> paths_;      // closed by one that only says where the last ends
   std::vector<std::uint32_t> exits_;  // by virtual path: the one node that has it as an edge
   std::vector<LinkKind> kinds_;
   std::vector<Passage> passages_;  // by kind
@@ -137,18 +159,24 @@ class Builder {
 
   std::vector<std::uint32_t> firstEdge_;  // by node, one more than there are
   std::vector<std::uint32_t> edges_;      // paths
+  std::vector<std::uint32_t> linkRoom_;   // by node
 };
 
 void Builder::indexWaypoints() {
   std::vector<std::int64_t> knownIds;
   knownIds.reserve(nodeCount_);
   known_.reserve(nodeCount_);
-  // In a venue the maps hold the very waypoints that the nodes are made of, in their order: then one
-  // walk over the records serves both.
+  // In a venue the maps hold the very waypoints that the nodes are made of, in their order: then
+  // one walk over the records serves both.
   knownAreNodes_ = true;
   for (const auto& map : records_.maps) {
     if (!map->waypoints) continue;
-    for (const RecordMap::Entry& entry : map->waypoints->items().entries()) {
+    const std::span<const RecordMap::Entry> entries = map->waypoints->items().entries();
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+      const RecordMap::Entry& entry = entries[i];
+      if (i + fetchDistance < entries.size()) {
+        fetchRecord(static_cast<const TernWaypoint&>(*entries[i + fetchDistance].record));
+      }
       if (!entry.key.isInteger()) continue;
       const auto& waypoint = static_cast<const TernWaypoint&>(*entry.record);
       const std::int64_t id = waypoint.id.integer();
@@ -160,6 +188,7 @@ void Builder::indexWaypoints() {
     }
   }
   knownAreNodes_ = knownAreNodes_ && known_.size() == nodeCount_;
+  grid_.mapsHoldTheNodes = knownAreNodes_;
   if (knownAreNodes_) {
     nodeIds_ = std::move(knownIds);
   } else {
@@ -187,7 +216,9 @@ void Builder::addEnd(std::int64_t id) {
 }
 
 void Builder::addPath(std::int64_t typeId, std::int64_t direction) {
-  paths_.push_back({static_cast<std::uint32_t>(ends_.size()), kindOf(typeId), direction});
+  const bool isOneWay = direction == 1 || direction == 2;
+  paths_.push_back({static_cast<std::uint32_t>(ends_.size()), kindOf(typeId),
+                    static_cast<std::uint8_t>(isOneWay ? direction : 0)});
 }
 
 std::uint32_t Builder::kindOf(std::int64_t typeId) {
@@ -205,9 +236,12 @@ std::uint32_t Builder::kindOf(std::int64_t typeId) {
 void Builder::readPaths() {
   paths_.reserve(records_.paths.size() + 1);
   ends_.reserve(records_.paths.size() * 2);
-  for (const auto& path : records_.paths) {
-    addPath(path->pathTypeId.integer(), path->direction.integer());
-    for (const Value& id : path->waypointIds.items()) addEnd(id.integer());
+  const TernASGrid::Paths& paths = records_.paths;
+  for (std::size_t i = 0; i < paths.size(); ++i) {
+    if (i + fetchDistance < paths.size()) fetchRecord(*paths[i + fetchDistance]);
+    const TernPath& path = *paths[i];
+    addPath(path.pathTypeId.integer(), path.direction.integer());
+    for (const Value& id : path.waypointIds.items()) addEnd(id.integer());
   }
   paths_.push_back({static_cast<std::uint32_t>(ends_.size()), 0, 0});
 }
@@ -235,8 +269,8 @@ std::uint64_t Builder::linksOver(std::uint32_t path) const {
     if (end.node != none) nodes.push_back(end.node);
   }
   std::ranges::sort(nodes);
-  const auto repeated = std::ranges::unique(nodes);
-  return (nodes.size() - repeated.size()) * ends.size();
+  nodes.erase(std::unique(nodes.begin(), nodes.end()), nodes.end());
+  return nodes.size() * ends.size();
 }
 
 void Builder::boundLinks() {
@@ -290,9 +324,17 @@ void Builder::boundRepeats() {
 
 void Builder::listEdges() {
   firstEdge_.assign(nodeCount_ + 1, 0);
-  forEachEdge([&](std::uint32_t node, std::uint32_t) { ++firstEdge_[node + 1]; });
+  linkRoom_.assign(nodeCount_, 0);
+  forEachEdge([&](std::uint32_t node, std::uint32_t path) {
+    ++firstEdge_[node + 1];
+    linkRoom_[node] += roomOver(path);
+  });
   if (hasRepeats_) boundRepeats();
-  for (const std::uint32_t exit : exits_) ++firstEdge_[exit + 1];
+  for (const std::uint32_t node : repeats_) linkRoom_[node] = linkRoom_[firstNodeOf(node)];
+  for (const std::uint32_t exit : exits_) {
+    ++firstEdge_[exit + 1];
+    ++linkRoom_[exit];
+  }
   std::partial_sum(firstEdge_.begin(), firstEdge_.end(), firstEdge_.begin());
 
   edges_.resize(firstEdge_.back());
@@ -300,15 +342,41 @@ void Builder::listEdges() {
   forEachEdge([&](std::uint32_t node, std::uint32_t path) { edges_[next[node]++] = path; });
   for (const std::uint32_t node : repeats_) {
     const std::uint32_t first = firstNodeOf(node);
-    for (std::uint32_t i = firstEdge_[first]; i < next[first]; ++i) edges_[next[node]++] = edges_[i];
+    for (std::uint32_t i = firstEdge_[first]; i < next[first]; ++i)
+      edges_[next[node]++] = edges_[i];
   }
   for (std::size_t i = 0; i < exits_.size(); ++i) {
     edges_[next[exits_[i]]++] = static_cast<std::uint32_t>(records_.paths.size() + i);
   }
 }
 
-// Breadth first, so that nodes which a search meets together lie together.
+// Whether most paths join waypoints that stand near each other in the list: near enough for their
+// states to share the nearest cache.
+bool Builder::isListedAlongPaths() const {
+  constexpr std::uint32_t nearby = 1024;
+  std::size_t far = 0;
+  for (std::size_t i = 1; i < ends_.size(); ++i) {
+    const std::uint32_t a = ends_[i - 1].node;
+    const std::uint32_t b = ends_[i].node;
+    // Where one path ends and the next begins says much the same.
+    far += static_cast<std::size_t>(a != none && b != none && (a > b ? a - b : b - a) > nearby);
+  }
+  return far * 8 <= ends_.size();
+}
+
+// In the order of the list where that follows the walkways, else breadth first: nodes which a
+// search meets together are to lie together.
 void Builder::orderNodes() {
+  if (isListedAlongPaths()) {
+    grid_.positionOf.resize(nodeCount_);
+    std::iota(grid_.positionOf.begin(), grid_.positionOf.end(), 0U);
+    grid_.placeOf = grid_.positionOf;
+  } else {
+    orderBreadthFirst();
+  }
+}
+
+void Builder::orderBreadthFirst() {
   grid_.positionOf.assign(nodeCount_, noPosition);
   grid_.placeOf.reserve(nodeCount_);
   std::vector<bool> walked(paths_.size(), false);
@@ -352,42 +420,49 @@ void Builder::rankKinds() {
   }
 }
 
+// Walks over the nodes in the order of their records, so that what it reads lies together; only
+// what it writes lies in the order of the positions.
 void Builder::writeLinks() {
+  std::uint32_t room = 0;
   grid_.graph.states.resize(nodeCount_);
-  grid_.graph.links.reserve(ends_.size());
   for (std::size_t position = 0; position < nodeCount_; ++position) {
-    NodeState& state = grid_.graph.states[position];
-    state.firstLink = static_cast<std::uint32_t>(grid_.graph.links.size());
-    writeLinksOf(grid_.placeOf[position]);
-    state.endLink = static_cast<std::uint32_t>(grid_.graph.links.size());
+    grid_.graph.states[position].firstLink = room;
+    room += linkRoom_[grid_.placeOf[position]];
   }
+  grid_.graph.links.resize(room);
+  for (std::uint32_t node = 0; node < nodeCount_; ++node) writeLinksOf(node);
 }
 
 void Builder::writeLinksOf(std::uint32_t node) {
   const std::uint32_t self = firstNodeOf(node);
   const std::uint32_t known = knownAreNodes_ ? self : knownPlaces_.find(nodeIds_[node]);
-  const Place nowhere = grid_.place(nullptr);
-  const Place from = known != none ? known_[known].place : nowhere;
+  const Place from = known != none ? known_[known].place : nowhere_;
+  NodeState& state = grid_.graph.states[grid_.positionOf[node]];
+  state.endLink = state.firstLink;
   for (const std::uint32_t path : edgesOf(node)) {
     if (std::ranges::binary_search(grid_.unlinkedPaths, path)) continue;
     Passage over = passages_[paths_[path].kind];
     over.direction = paths_[path].direction;
     for (const PathEnd& end : endsOf(path)) {
       if (end.node == self) continue;
-      const bool isKnown = end.waypoint != none;
-      const auto cost = linkCost(from, isKnown ? known_[end.waypoint].place : nowhere, over);
-      if (!cost) continue;
-      // A waypoint that no map knows has no id, which reads as 0.
-      const std::uint32_t target =
-          knownAreNodes_ && isKnown
-              ? end.node
-              : grid_.nodePlaces.find(isKnown ? known_[end.waypoint].recordId : 0);
-      grid_.graph.costsAreFinite = grid_.graph.costsAreFinite && std::isfinite(cost->cost);
-      grid_.graph.links.push_back({target != none ? grid_.positionOf[target] : noPosition,
-                                   cost->cost, cost->distance,
-                                   target != none ? rankOf_[paths_[path].kind] : Link::shut});
+      const Place& to = end.waypoint != none ? known_[end.waypoint].place : nowhere_;
+      if (const auto cost = linkCost(from, to, over)) {
+        grid_.graph.costsAreFinite = grid_.graph.costsAreFinite && std::isfinite(cost->cost);
+        grid_.graph.links[state.endLink++] = makeLink(end, *cost, rankOf_[paths_[path].kind]);
+      }
     }
   }
+  grid_.linkCount += state.endLink - state.firstLink;
+}
+
+Link Builder::makeLink(const PathEnd& end, const LinkCost& cost, std::uint32_t rank) const {
+  std::uint32_t target = end.node;
+  if (!knownAreNodes_ || end.waypoint == none) {
+    // A waypoint that no map knows has no id, which reads as 0.
+    target = grid_.nodePlaces.find(end.waypoint != none ? known_[end.waypoint].recordId : 0);
+  }
+  if (target == none) return {noPosition, cost.cost, cost.distance, Link::shut};
+  return {grid_.positionOf[target], cost.cost, cost.distance, rank};
 }
 
 }  // namespace

@@ -75,6 +75,10 @@ std::uint32_t GridGraph::gateLimit(std::int64_t accessLevel) const {
 }
 
 std::shared_ptr<TernWaypoint> GridGraph::waypointById(std::int64_t id) const {
+  if (mapsHoldTheNodes) {
+    const std::uint32_t place = nodePlaces.find(id);
+    return place != IdIndex::none ? records.waypoints[place] : nullptr;
+  }
   for (const auto& map : records.maps) {
     if (!map->waypoints) continue;
     if (auto waypoint = map->waypoints->getById(id)) return waypoint;
@@ -88,8 +92,7 @@ std::shared_ptr<TernPathType> GridGraph::pathTypeById(std::int64_t id) const {
 }
 
 Place GridGraph::place(const TernWaypoint* waypoint) const {
-  const FloorIndex::Facts& floor =
-      floors.find(waypoint != nullptr ? waypoint->mapId.integer() : 0);
+  const FloorIndex::Facts& floor = floors.find(waypoint != nullptr ? waypoint->mapId.integer() : 0);
   // What nobody knows lies where an empty record does, which is not quite (0, 0) in metres.
   return waypoint != nullptr ? place(*waypoint, floor) : place(TernWaypoint(), floor);
 }
@@ -206,7 +209,8 @@ std::vector<TernASEdge> GridGraph::edges(Position position) const {
 std::vector<TernNeighbor> GridGraph::neighbors(Position position) const {
   std::vector<TernASEdge> linked;
   for (const EdgeRef edge : edgeRefsOf(position)) {
-    if (!std::ranges::binary_search(unlinkedPaths, edge.path())) linked.push_back(materialize(edge));
+    const bool isLinked = !std::ranges::binary_search(unlinkedPaths, edge.path());
+    if (isLinked) linked.push_back(materialize(edge));
   }
   return neighborsOver(nodeId(position), linked);
 }
@@ -264,8 +268,7 @@ void GridGraph::refreshGates(Position position) {
     if (link.target == noPosition) continue;
     const std::int64_t id = nodeId(link.target);
     const auto mark = marks.find(id);
-    const bool block =
-        isFew ? isEdgeBlocked(position, id) : mark != marks.end() && mark->second;
+    const bool block = isFew ? isEdgeBlocked(position, id) : mark != marks.end() && mark->second;
     link.gate = link.kindRank() | (block ? Link::blockedBit : 0);
   }
 }

@@ -1,8 +1,8 @@
 // A grid's records with the graph that was built of them.
 //
 // Edges are not stored: the graph keeps, for each node, which paths touch it and which of these are
-// blocked, and makes edges and neighbours anew from the records when somebody asks for them. Searches
-// read only `graph`.
+// blocked, and makes edges and neighbours anew from the records when somebody asks for them.
+// Searches read only `graph`.
 //
 // Ownership: shares the records. Threads: one at a time.
 #pragma once
@@ -40,8 +40,8 @@ struct VirtualPath {
   std::int64_t b = 0;
 };
 
-// One of a node's edges: a path by its place in the list, virtual ones behind the real ones; the top
-// bit while the edge is blocked.
+// One of a node's edges: a path by its place in the list, virtual ones behind the real ones; the
+// top bit while the edge is blocked.
 struct EdgeRef {
   static constexpr std::uint32_t blockedBit = 1U << 31U;
   std::uint32_t bits = 0;
@@ -67,14 +67,17 @@ class GridGraph final : public NodeSource {
 
   // Filled by the builder. `kinds` stands in the order of accessibility.
   Graph graph;
-  IdIndex nodePlaces;                  // by waypoint id: a place in the list of waypoints
-  std::vector<Position> positionOf;    // by place in the list of waypoints
-  std::vector<std::uint32_t> placeOf;  // by position
+  IdIndex nodePlaces;                    // by waypoint id: a place in the list of waypoints
+  std::vector<Position> positionOf;      // by place in the list of waypoints
+  std::vector<std::uint32_t> placeOf;    // by position
   std::vector<std::uint32_t> firstEdge;  // by position, one more than there are nodes
   std::vector<EdgeRef> edgeRefs;
   std::vector<VirtualPath> virtualPaths;
   std::vector<LinkKind> kinds;
   std::vector<std::uint32_t> unlinkedPaths;  // ascending
+  std::size_t linkCount = 0;
+  // Whether the maps hold the very waypoints that the nodes are made of, in their order.
+  bool mapsHoldTheNodes = false;
 
   // Of the first waypoint with that id.
   Position find(std::int64_t nodeId) const;

@@ -55,8 +55,8 @@ void IdIndex::sortSlots(std::span<const std::int64_t> ids) {
     slots_.push_back({ids[i], static_cast<std::uint32_t>(i)});
   }
   std::ranges::stable_sort(slots_, {}, &Slot::id);
-  const auto repeated = std::ranges::unique(slots_, {}, &Slot::id);
-  slots_.erase(repeated.begin(), repeated.end());
+  const auto isSameId = [](const Slot& a, const Slot& b) { return a.id == b.id; };
+  slots_.erase(std::unique(slots_.begin(), slots_.end(), isSameId), slots_.end());
   distinct_ = slots_.size();
 }
 
@@ -71,7 +71,8 @@ std::size_t IdIndex::homeOf(std::int64_t id) const {
 
 std::size_t IdIndex::slotOf(std::int64_t id) const {
   std::size_t slot = homeOf(id);
-  while (slots_[slot].place != none && slots_[slot].id != id) slot = (slot + 1) & (slots_.size() - 1);
+  while (slots_[slot].place != none && slots_[slot].id != id)
+    slot = (slot + 1) & (slots_.size() - 1);
   return slot;
 }
 
