@@ -20,8 +20,8 @@ struct Contender {
   std::function<void()> work;
 };
 
-// Runs all contenders in turn, round after round, after one round that does not count. Gives each one's
-// seconds by round; the ratios of one round were taken under the same conditions.
+// Runs all contenders in turn, round after round, after one round that does not count. Gives each
+// one's seconds by round; the ratios of one round were taken under the same conditions.
 std::vector<std::vector<double>> race(const std::vector<Contender>& contenders, int rounds);
 
 // The median over the rounds of the one's time by the other's.

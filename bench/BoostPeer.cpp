@@ -8,9 +8,8 @@ namespace tern::bench {
 
 namespace {
 
-using BoostGraph =
-    boost::compressed_sparse_row_graph<boost::directedS, boost::no_property,
-                                       boost::property<boost::edge_weight_t, float>>;
+using BoostGraph = boost::compressed_sparse_row_graph<boost::directedS, boost::no_property,
+                                                      boost::property<boost::edge_weight_t, float>>;
 using Vertex = boost::graph_traits<BoostGraph>::vertex_descriptor;
 
 struct GoalReached {};
@@ -44,9 +43,9 @@ struct BoostPeer::Impl {
 };
 
 BoostPeer::BoostPeer(const Adjacency& adjacency)
-    : impl_(std::make_unique<Impl>(Impl{graphOf(adjacency),
-                                        std::vector<float>(adjacency.nodeCount()),
-                                        std::vector<Vertex>(adjacency.nodeCount())})) {}
+    : impl_(
+          std::make_unique<Impl>(Impl{graphOf(adjacency), std::vector<float>(adjacency.nodeCount()),
+                                      std::vector<Vertex>(adjacency.nodeCount())})) {}
 BoostPeer::~BoostPeer() = default;
 
 float BoostPeer::search(Query query) {

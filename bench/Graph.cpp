@@ -12,8 +12,8 @@ namespace tern::bench {
 
 namespace {
 
-// Nanoseconds a waypoint, the median of several builds. The lists are made, and the last graph is given
-// up, outside of what is timed.
+// Nanoseconds a waypoint, the median of several builds. The lists are made, and the last graph is
+// given up, outside of what is timed.
 double buildTime(std::size_t waypoints) {
   const auto venue = assemble(makeIndoorVenue(waypoints, IdOrder::walking));
   venue->loadGridData();
@@ -63,7 +63,8 @@ void benchGraph() {
   const double large = buildTime(1'000'000);
   std::printf("building the graph: %.0f ns a waypoint at 10 000, %.0f at 1 000 000: %.2f times\n",
               small, large, large / small);
-  for (const std::size_t waypoints : {std::size_t{10'000}, std::size_t{100'000}}) measureLoad(waypoints);
+  for (const std::size_t waypoints : {std::size_t{10'000}, std::size_t{100'000}})
+    measureLoad(waypoints);
 }
 
 }  // namespace tern::bench

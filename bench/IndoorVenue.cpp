@@ -83,8 +83,8 @@ class Builder {
                               {"status", 1}}));
   }
 
-  // A point of a corridor, five metres from the last, and beside most of them a room with one door there
-  // or with two, the other one at the last point.
+  // A point of a corridor, five metres from the last, and beside most of them a room with one door
+  // there or with two, the other one at the last point.
   std::int64_t addPoint(std::size_t floor, double x, double y, std::int64_t last) {
     const std::int64_t point = addWaypoint(floor, x + jitter(), y + jitter());
     if (last == 0) return point;

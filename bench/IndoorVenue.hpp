@@ -12,8 +12,8 @@
 
 namespace tern::bench {
 
-// Whether ids, and the waypoints and paths of each floor's document, stand in the order in which one would
-// walk or in none.
+// Whether ids, and the waypoints and paths of each floor's document, stand in the order in which
+// one would walk or in none.
 enum class IdOrder { walking, random };
 
 struct IndoorVenue {

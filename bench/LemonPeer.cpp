@@ -33,7 +33,8 @@ LemonPeer::~LemonPeer() = default;
 
 float LemonPeer::search(Query query) {
   const auto goal = lemon::StaticDigraph::node(static_cast<int>(query.to));
-  if (!impl_->dijkstra.run(lemon::StaticDigraph::node(static_cast<int>(query.from)), goal)) return -1;
+  if (!impl_->dijkstra.run(lemon::StaticDigraph::node(static_cast<int>(query.from)), goal))
+    return -1;
   return impl_->dijkstra.dist(goal);
 }
 

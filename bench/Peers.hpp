@@ -7,8 +7,8 @@
 
 namespace tern::bench {
 
-// Boost.Graph: dijkstra_shortest_paths on a compressed_sparse_row_graph, left by an exception as soon
-// as the goal is examined, which is how its documentation says to end early.
+// Boost.Graph: dijkstra_shortest_paths on a compressed_sparse_row_graph, left by an exception as
+// soon as the goal is examined, which is how its documentation says to end early.
 class BoostPeer {
  public:
   explicit BoostPeer(const Adjacency& adjacency);

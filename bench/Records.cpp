@@ -75,8 +75,11 @@ void measureMemory(std::size_t waypoints) {
 }  // namespace
 
 void benchRecords() {
-  for (const std::size_t waypoints : {std::size_t{10'000}, std::size_t{100'000}}) raceRecords(waypoints);
-  for (const std::size_t waypoints : {std::size_t{10'000}, std::size_t{100'000}, std::size_t{1'000'000}}) measureMemory(waypoints);
+  for (const std::size_t waypoints : {std::size_t{10'000}, std::size_t{100'000}})
+    raceRecords(waypoints);
+  for (const std::size_t waypoints :
+       {std::size_t{10'000}, std::size_t{100'000}, std::size_t{1'000'000}})
+    measureMemory(waypoints);
 }
 
 }  // namespace tern::bench

@@ -147,7 +147,8 @@ void raceOrders(std::size_t waypoints, std::size_t count) {
 void benchSearch() {
   std::printf("%-14s %9s  %13s  %9s  %9s  %9s\n", "search", "waypoints", "ours/route", "ours/bare",
               "Boost/ours", "LEMON/ours");
-  for (const std::size_t waypoints : {std::size_t{1'000}, std::size_t{10'000}, std::size_t{100'000}, std::size_t{1'000'000}}) {
+  for (const std::size_t waypoints :
+       {std::size_t{1'000}, std::size_t{10'000}, std::size_t{100'000}, std::size_t{1'000'000}}) {
     Scene scene = makeScene(waypoints, IdOrder::walking);
     scene.adjacency = adjacencyOf(*scene.venue->globalASGrid());
     const std::size_t count = std::max<std::size_t>(5, 3'000'000 / waypoints);

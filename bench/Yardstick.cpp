@@ -12,7 +12,8 @@ constexpr std::size_t largeGraph = 150'000;
 std::int32_t keyOf(float score) { return std::bit_cast<std::int32_t>(score); }
 
 // Breadth first from the first node.
-std::vector<std::uint32_t> numberAlong(const Adjacency& adjacency, std::vector<std::uint32_t>& order) {
+std::vector<std::uint32_t> numberAlong(const Adjacency& adjacency,
+                                       std::vector<std::uint32_t>& order) {
   constexpr std::uint32_t none = ~0U;
   std::vector<std::uint32_t> numbers(adjacency.nodeCount(), none);
   const auto take = [&](std::uint32_t node) {
@@ -25,7 +26,8 @@ std::vector<std::uint32_t> numberAlong(const Adjacency& adjacency, std::vector<s
     take(seed);
     for (; expanded < order.size(); ++expanded) {
       const std::uint32_t node = order[expanded];
-      for (auto i = adjacency.first[node]; i < adjacency.first[node + 1]; ++i) take(adjacency.target[i]);
+      for (auto i = adjacency.first[node]; i < adjacency.first[node + 1]; ++i)
+        take(adjacency.target[i]);
     }
   }
   return numbers;

@@ -1,7 +1,7 @@
-// The search with nothing around it: one loop over flat arrays, tuned by hand, that keeps every rule of
-// the library's own (accessibility and blocks tested before a link is taken, closed nodes stay closed,
-// a score that drops is rewritten in the open list without moving anything). What the library may be
-// slower than this by is the price of its interface.
+// The search with nothing around it: one loop over flat arrays, tuned by hand, that keeps every
+// rule of the library's own (accessibility and blocks tested before a link is taken, closed nodes
+// stay closed, a score that drops is rewritten in the open list without moving anything). What the
+// library may be slower than this by is the price of its interface.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,5 @@
-// Measures the library beside named peers: `tern_bench` runs everything, `tern_bench NAME...` those.
+// Measures the library beside named peers: `tern_bench` runs everything, `tern_bench NAME...`
+// those.
 #include <cstdio>
 #include <string_view>
 

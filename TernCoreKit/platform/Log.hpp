@@ -2,9 +2,9 @@
 //
 // A host application may put its own sink in place of the default one, which writes each line to
 // standard error. A line never holds a secret or a token.
-// Threads: `logLine` may be called from any thread; the sink is called on that thread, outside every
-// lock of the library, and must itself be safe to call from several at once. `setLogSink` may be called
-// at any time: a line that is being written goes to the old sink or to the new one.
+// Threads: `logLine` may be called from any thread; the sink is called on that thread, outside
+// every lock of the library, and must itself be safe to call from several at once. `setLogSink` may
+// be called at any time: a line that is being written goes to the old sink or to the new one.
 #pragma once
 
 #include <functional>

@@ -33,7 +33,8 @@ struct Value::Blocks {
   template <class Element>
   static Block* make(std::size_t capacity) {
     if (capacity == 0) return nullptr;
-    if (capacity > std::numeric_limits<std::uint32_t>::max()) throw std::length_error("tern::Value");
+    if (capacity > std::numeric_limits<std::uint32_t>::max())
+      throw std::length_error("tern::Value");
     auto* block = static_cast<Block*>(std::malloc(sizeof(Block) + capacity * sizeof(Element)));
     if (block == nullptr) throw std::bad_alloc();
     block->size = 0;
@@ -147,7 +148,8 @@ bool Value::flag() const noexcept { return number() != 0; }
 
 std::string_view Value::text() const noexcept {
   if (tag() == tagShortText) {
-    return {reinterpret_cast<const char*>(words_), static_cast<std::size_t>(bytes()[tagPlace] >> 4U)};
+    return {reinterpret_cast<const char*>(words_),
+            static_cast<std::size_t>(bytes()[tagPlace] >> 4U)};
   }
   if (tag() == tagLongText) return {block()->elements<char>(), block()->size};
   return {};

@@ -1,15 +1,15 @@
 // The one dynamic type of the library: what a decoded document is made of and what a record's field
 // holds.
 //
-// A Value is absent, JSON null, a boolean, a 64-bit integer, a double, a text, a list or a map. A map
-// keeps the order of its document. Sixteen bytes; moving one is two stores, copying one copies all
-// that lies below it. Texts of up to fifteen bytes live inside.
+// A Value is absent, JSON null, a boolean, a 64-bit integer, a double, a text, a list or a map. A
+// map keeps the order of its document. Sixteen bytes; moving one is two stores, copying one copies
+// all that lies below it. Texts of up to fifteen bytes live inside.
 //
-// Ownership: a Value owns its contents; views that it hands out (`text`, `items`, `entries`) live as
-// long as it is neither changed, moved nor destroyed.
-// Threads: as a standard container: any number of readers, or one writer.
-// Fails: reading never does: a typed reader of another kind gives 0, false or empty, an unknown key
-// gives an absent value. Growing past 2^32 - 1 elements or bytes throws std::length_error.
+// Ownership: a Value owns its contents; views that it hands out (`text`, `items`, `entries`) live
+// as long as it is neither changed, moved nor destroyed. Threads: as a standard container: any
+// number of readers, or one writer. Fails: reading never does: a typed reader of another kind gives
+// 0, false or empty, an unknown key gives an absent value. Growing past 2^32 - 1 elements or bytes
+// throws std::length_error.
 //
 //   Value point = Value::map({{"id", 7}, {"coordinates", Value::list({1.5, 2.0})}});
 //   point["id"].integer();                  // 7
@@ -40,13 +40,15 @@ class TERN_API Value {
   struct Entry;
 
   Value() noexcept = default;
-  Value(std::nullptr_t) noexcept { setWords(0, tagWord(tagNull)); }  // NOLINT(google-explicit-constructor)
-  Value(std::same_as<bool> auto flag) noexcept {            // NOLINT(google-explicit-constructor)
+  Value(std::nullptr_t) noexcept {
+    setWords(0, tagWord(tagNull));
+  }                                               // NOLINT(google-explicit-constructor)
+  Value(std::same_as<bool> auto flag) noexcept {  // NOLINT(google-explicit-constructor)
     setWords(std::uint64_t{flag}, tagWord(tagBoolean));
   }
   template <std::integral T>
-    requires(!std::same_as<T, bool> && (sizeof(T) < 8 || std::signed_integral<T>))
-  Value(T integer) noexcept {  // NOLINT(google-explicit-constructor)
+  requires(!std::same_as<T, bool> && (sizeof(T) < 8 || std::signed_integral<T>)) Value(T integer)
+  noexcept {  // NOLINT(google-explicit-constructor)
     setWords(static_cast<std::uint64_t>(static_cast<std::int64_t>(integer)), tagWord(tagInteger));
   }
   Value(std::floating_point auto number) noexcept {  // NOLINT(google-explicit-constructor)
@@ -59,14 +61,14 @@ class TERN_API Value {
       setLongText(text);
     }
   }
-  Value(const char* text) : Value(std::string_view(text)) {}           // NOLINT
+  Value(const char* text) : Value(std::string_view(text)) {}         // NOLINT
   Value(const std::string& text) : Value(std::string_view(text)) {}  // NOLINT
 
   static Value list(std::initializer_list<Value> items = {});
   static Value map(std::initializer_list<Entry> entries = {});
 
-  // Takes the given values out of their places and makes a list of them, or a map of every second one
-  // as a key (a text) and the one behind it as its value. The keys must differ.
+  // Takes the given values out of their places and makes a list of them, or a map of every second
+  // one as a key (a text) and the one behind it as its value. The keys must differ.
   static Value listOf(std::span<Value> items);
   static Value mapOf(std::span<Value> keysAndValues);
 
@@ -134,16 +136,16 @@ class TERN_API Value {
 
   // Adds to a list; anything else becomes a list first.
   void append(Value item);
-  // Sets a key of a map, in its place when it is there, else at the end; anything else becomes a map
-  // first.
+  // Sets a key of a map, in its place when it is there, else at the end; anything else becomes a
+  // map first.
   void set(std::string_view key, Value value);
 
-  // Equal kind and contents; an integer and a double are equal when their numbers are. Maps are equal
-  // only in the same order.
+  // Equal kind and contents; an integer and a double are equal when their numbers are. Maps are
+  // equal only in the same order.
   friend TERN_API bool operator==(const Value& a, const Value& b) noexcept;
 
-  // Whether two texts of up to fifteen bytes, or any two other values without contents of their own,
-  // are the same, by their bytes alone: a quick test that may say no to equal longer texts.
+  // Whether two texts of up to fifteen bytes, or any two other values without contents of their
+  // own, are the same, by their bytes alone: a quick test that may say no to equal longer texts.
   bool sameBytes(const Value& other) const noexcept {
     return words_[0] == other.words_[0] && words_[1] == other.words_[1];
   }
@@ -260,7 +262,8 @@ inline void Value::setShortText(std::string_view text) noexcept {
     return std::uint64_t{word};
   };
   if (size >= 8) {
-    setWords(load(std::uint64_t{}, 0), load(std::uint64_t{}, size - 8) >> 8 * (15 - size) >> 8 | last);
+    setWords(load(std::uint64_t{}, 0),
+             load(std::uint64_t{}, size - 8) >> 8 * (15 - size) >> 8 | last);
   } else if (size >= 4) {
     setWords(load(std::uint32_t{}, 0) | load(std::uint32_t{}, size - 4) << 8 * (size - 4), last);
   } else if (size >= 1) {

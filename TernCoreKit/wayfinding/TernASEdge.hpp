@@ -1,8 +1,9 @@
 // One path as seen from one of the waypoints that it joins.
 //
 // Every path gives each of its waypoints an edge of its own: blocking one leaves the others open.
-// Ownership and threads: a plain value. What a grid hands out is a picture of the edge at that time; the
-// grid's own mark is set with its `shouldBlock...` operations. An absent number reads as 0.
+// Ownership and threads: a plain value. What a grid hands out is a picture of the edge at that
+// time; the grid's own mark is set with its `shouldBlock...` operations. An absent number reads as
+// 0.
 #pragma once
 
 #include <cstdint>
@@ -30,8 +31,8 @@ struct TERN_API TernASEdge {
   Value direction;
   bool blocked = false;
 
-  static TernASEdge initASEdge(Value edgeId, std::vector<std::int64_t> nodes, Value type, Value cost,
-                               Value acc, Value speed, Value direction);
+  static TernASEdge initASEdge(Value edgeId, std::vector<std::int64_t> nodes, Value type,
+                               Value cost, Value acc, Value speed, Value direction);
 
   bool joins(std::int64_t nodeId) const;
 };

@@ -1,7 +1,7 @@
 // One waypoint in the graph, with what the last search knows of it.
 //
-// A TernASNode refers to a node; copying one refers to the same node. The nodes of a grid belong to it:
-// what a search writes is seen through every reference, and the next search overwrites it.
+// A TernASNode refers to a node; copying one refers to the same node. The nodes of a grid belong to
+// it: what a search writes is seen through every reference, and the next search overwrites it.
 // `copyWithZone` gives a node of its own that no search changes.
 //
 // Ownership: shares the graph that the node is part of, which lives as long as a reference to it.

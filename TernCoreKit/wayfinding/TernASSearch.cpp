@@ -112,9 +112,8 @@ TernPathPerFloor TernASSearch::segmentOf(std::span<const Step> steps,
   segment.mapPoints.reserve(steps.size());
   for (const auto& [node, facts] : steps) {
     segment.points.push_back(node);
-    segment.mapPoints.push_back(TernPoint::initWithX(static_cast<float>(facts.x),
-                                                     static_cast<float>(facts.y),
-                                                     static_cast<float>(facts.mapId)));
+    segment.mapPoints.push_back(TernPoint::initWithX(
+        static_cast<float>(facts.x), static_cast<float>(facts.y), static_cast<float>(facts.mapId)));
   }
   return segment;
 }

@@ -1,8 +1,9 @@
-// Finds the cheapest route through a grid to a waypoint, or to whichever of several is cheapest to reach.
+// Finds the cheapest route through a grid to a waypoint, or to whichever of several is cheapest to
+// reach.
 //
-// Best first by accumulated cost. A link may be taken when its path type's accessibility is at most the
-// given level and it is not blocked. Of routes of equal cost the one found first stays. Closed nodes are
-// not opened again, so links of negative cost do not make a search run on.
+// Best first by accumulated cost. A link may be taken when its path type's accessibility is at most
+// the given level and it is not blocked. Of routes of equal cost the one found first stays. Closed
+// nodes are not opened again, so links of negative cost do not make a search run on.
 //
 // Ownership: shares the grid and the maps. Threads: one search at a time on one grid.
 // Fails: no route is none; an absent grid and a route of one node are logged too.
@@ -39,12 +40,13 @@ class TERN_API TernASSearch {
   std::string TAG;
 
   // The route from one waypoint to the other.
-  std::optional<TernRoute> search(std::int64_t startId, std::int64_t endId, std::int64_t accessLevel);
+  std::optional<TernRoute> search(std::int64_t startId, std::int64_t endId,
+                                  std::int64_t accessLevel);
   // The route to the first of the given waypoints that the search reaches. A waypoint whose id is 0
   // always counts as one of them.
-  std::optional<TernRoute> searchInArray(std::int64_t startId,
-                                         const std::vector<std::shared_ptr<TernWaypoint>>& endWaypoints,
-                                         std::int64_t accessLevel);
+  std::optional<TernRoute> searchInArray(
+      std::int64_t startId, const std::vector<std::shared_ptr<TernWaypoint>>& endWaypoints,
+      std::int64_t accessLevel);
   // The route that the last search's parent links give, cut where the map changes.
   std::optional<TernRoute> pathTo(const std::optional<TernASNode>& end,
                                   const std::optional<TernASNode>& start) const;

@@ -21,8 +21,8 @@ struct TERN_API TernNeighbor {
   Value edgeId;
   // Id of the path type.
   Value edgeTypeId;
-  // What the link adds to a route's distance: its length in map units where walking is concerned (path
-  // type 1), else 1.
+  // What the link adds to a route's distance: its length in map units where walking is concerned
+  // (path type 1), else 1.
   float distance = 0;
   // Where the adjacent waypoint lies, as its record says, and its height; map units.
   Value x;

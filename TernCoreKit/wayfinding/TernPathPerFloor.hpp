@@ -1,10 +1,9 @@
 // One segment of a route: the consecutive nodes that lie on one map.
 //
-// Costs and distances run from the start of the whole route: a segment's own length is its value less
-// that of the segment before it.
-// Ownership: `points` are the grid's own nodes, so the next search on that grid overwrites their scores
-// and parents; `copyWithZone` gives a segment that stays as it is.
-// Threads: as the grid.
+// Costs and distances run from the start of the whole route: a segment's own length is its value
+// less that of the segment before it. Ownership: `points` are the grid's own nodes, so the next
+// search on that grid overwrites their scores and parents; `copyWithZone` gives a segment that
+// stays as it is. Threads: as the grid.
 #pragma once
 
 #include <cstdint>

@@ -82,11 +82,27 @@ void Mutations::damageList(Value& list) {
 
 Value Mutations::absurd() {
   constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
-  const std::vector<Value> values = {
-      Value(),  nullptr, true,    false,   0,     -1,        -largest - 1, largest,
-      4294967296, 0.5,   1e308,   -1e308,  5e-324, "",       "not a number",
-      std::string(5000, 'x'),     Value::list(),  Value::map(), Value::list({nullptr, "a", -1}),
-      Value::map({{"id", -1}, {"items", 7}}),     Value::list({1e308, -1e308})};
+  const std::vector<Value> values = {Value(),
+                                     nullptr,
+                                     true,
+                                     false,
+                                     0,
+                                     -1,
+                                     -largest - 1,
+                                     largest,
+                                     4294967296,
+                                     0.5,
+                                     1e308,
+                                     -1e308,
+                                     5e-324,
+                                     "",
+                                     "not a number",
+                                     std::string(5000, 'x'),
+                                     Value::list(),
+                                     Value::map(),
+                                     Value::list({nullptr, "a", -1}),
+                                     Value::map({{"id", -1}, {"items", 7}}),
+                                     Value::list({1e308, -1e308})};
   return values[below(values.size())];
 }
 

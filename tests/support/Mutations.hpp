@@ -1,5 +1,5 @@
-// Damages documents at random: values of the wrong kind, nulls, missing keys, absurd numbers, repeated
-// and missing elements, lists that are far too long.
+// Damages documents at random: values of the wrong kind, nulls, missing keys, absurd numbers,
+// repeated and missing elements, lists that are far too long.
 //
 // The same seed gives the same damage.
 #pragma once

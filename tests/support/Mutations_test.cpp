@@ -43,9 +43,9 @@ Value readDocument(const std::string& path) {
 }
 
 const Documents& sample() {
-  static const Documents documents{readDocument("venue/1/full.json"),
-                                   {readDocument("venue/1/building/1/full.json"),
-                                    readDocument("venue/1/building/2/full.json")}};
+  static const Documents documents{
+      readDocument("venue/1/full.json"),
+      {readDocument("venue/1/building/1/full.json"), readDocument("venue/1/building/2/full.json")}};
   return documents;
 }
 

@@ -1,7 +1,8 @@
 // The navigation graph as the search reads it: flat arrays, addressed by position.
 //
-// A position is a node's place in these arrays. Positions follow the walkways, not the order in which
-// waypoints were given, so that a search moves through neighbouring memory whatever the ids are.
+// A position is a node's place in these arrays. Positions follow the walkways, not the order in
+// which waypoints were given, so that a search moves through neighbouring memory whatever the ids
+// are.
 //
 // Ownership: plain data, owned by the grid. Threads: one at a time.
 #pragma once
@@ -20,9 +21,9 @@ inline constexpr Position noPosition = std::numeric_limits<Position>::max();
 
 // One directed link to a neighbour.
 //
-// `gate` folds the two tests of a link into one comparison: the rank of the link's kind, ranks being
-// sorted by accessibility, with the top bit set while the link is blocked. A link may be used when its
-// gate lies below the number of kinds that the level admits.
+// `gate` folds the two tests of a link into one comparison: the rank of the link's kind, ranks
+// being sorted by accessibility, with the top bit set while the link is blocked. A link may be used
+// when its gate lies below the number of kinds that the level admits.
 struct Link {
   static constexpr std::uint32_t blockedBit = 1U << 31U;
   // The gate of a link that leads to no node: it never opens.
@@ -40,8 +41,8 @@ static_assert(sizeof(Link) == 16);
 // What a search knows of a node, and where the node's links lie: all that is read when a node is
 // settled, in half a cache line.
 //
-// `mark` is the number of the search that wrote the state plus how far the node has come. A state whose
-// mark is none of the current search's counts as cleared.
+// `mark` is the number of the search that wrote the state plus how far the node has come. A state
+// whose mark is none of the current search's counts as cleared.
 struct NodeState {
   static constexpr std::uint32_t wanted = 0;   // a goal that has not been reached
   static constexpr std::uint32_t visited = 1;  // has a score
@@ -75,7 +76,8 @@ struct Graph {
   std::size_t openCount = 0;
   // Whether every link's cost is a finite number.
   bool costsAreFinite = true;
-  // The number of the current search, a multiple of the stages; never 0, the mark of untouched states.
+  // The number of the current search, a multiple of the stages; never 0, the mark of untouched
+  // states.
   std::uint32_t round = NodeState::stageCount;
 
   // How far the current search has come with a node: a stage, or anything else when it has not.
@@ -86,7 +88,8 @@ struct Graph {
   }
 
   std::span<const OpenEntry> openEntries() const {
-    return openCount > 0 ? std::span(openStorage).subspan(1, openCount) : std::span<const OpenEntry>();
+    return openCount > 0 ? std::span(openStorage).subspan(1, openCount)
+                         : std::span<const OpenEntry>();
   }
 
   // Clears the last search in constant time.

@@ -105,7 +105,8 @@ class Loop {
 
 Position searchGraph(Graph& graph, Position start, std::uint32_t gateLimit) {
   if (!graph.costsAreFinite) return Loop<AnyOrder, false>(graph).run(start, gateLimit);
-  if (graph.states.size() < largeGraph) return Loop<FiniteOrder, false>(graph).run(start, gateLimit);
+  if (graph.states.size() < largeGraph)
+    return Loop<FiniteOrder, false>(graph).run(start, gateLimit);
   return Loop<FiniteOrder, true>(graph).run(start, gateLimit);
 }
 

@@ -15,7 +15,7 @@ inline constexpr std::int64_t walkingType = 1;
 struct Place {
   float x = 0;  // map units, or metres between venues
   float y = 0;
-  float z = 0;                   // map units
+  float z = 0;                  // map units
   std::int32_t multiplier = 1;  // what the floor's preference makes of level links that lead here
 };
 

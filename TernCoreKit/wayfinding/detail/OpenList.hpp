@@ -1,9 +1,9 @@
 // The open list of a search: a textbook array heap of scores with the nodes that they belong to.
 //
-// Insertion sifts up while the parent is greater; removal moves the last entry to the root and sifts
-// it down, to the left child on ties. A score that drops is rewritten where it stands and nothing is
-// moved: which of equal or nearly equal routes is found follows from that, so it is part of the
-// behaviour.
+// Insertion sifts up while the parent is greater; removal moves the last entry to the root and
+// sifts it down, to the left child on ties. A score that drops is rewritten where it stands and
+// nothing is moved: which of equal or nearly equal routes is found follows from that, so it is part
+// of the behaviour.
 //
 // Source of the heap: J. W. J. Williams, Algorithm 232 (Heapsort), CACM 7(6), 1964.
 #pragma once
@@ -18,7 +18,8 @@
 namespace tern::detail {
 
 // How scores compare while every cost of the graph is finite, and no score can be unordered: as
-// integers in the order of the floats, which the heap compares without a branch and sooner than floats.
+// integers in the order of the floats, which the heap compares without a branch and sooner than
+// floats.
 struct FiniteOrder {
   using Key = std::int32_t;
 
@@ -37,8 +38,8 @@ struct AnyOrder {
   static bool isGreater(Key a, Key b) { return !(a <= b); }
 };
 
-// Keeps each entry's place in its node's `heapPlace`. The storage is the graph's and is used again by
-// the next search.
+// Keeps each entry's place in its node's `heapPlace`. The storage is the graph's and is used again
+// by the next search.
 template <class Order>
 class OpenList {
  public:

@@ -11,7 +11,7 @@ namespace tern::detail {
 
 struct StandaloneNode {
   NodeFacts facts;
-  float height = 0;  // map units
+  float height = 0;       // map units
   NodeProgress progress;  // its parent is a place in the same list
   std::vector<TernASEdge> edges;
   std::vector<TernNeighbor> neighbors;
@@ -25,9 +25,7 @@ class StandaloneNodes final : public NodeSource {
   float height(Position position) const override { return nodes_[position].height; }
   NodeProgress progress(Position position) const override { return nodes_[position].progress; }
   void clearProgress(Position position) override { nodes_[position].progress = {}; }
-  std::vector<TernASEdge> edges(Position position) const override {
-    return nodes_[position].edges;
-  }
+  std::vector<TernASEdge> edges(Position position) const override { return nodes_[position].edges; }
   std::vector<TernNeighbor> neighbors(Position position) const override {
     return nodes_[position].neighbors;
   }
