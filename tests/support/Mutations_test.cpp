@@ -112,7 +112,9 @@ void expectSoundCollection(const Nested<Collection>& collection) {
     ASSERT_NE(record, nullptr);
     EXPECT_NE(record->copyWithZone(), nullptr);
   }
-  if (collection->plainItems().isAbsent()) EXPECT_EQ(all.size(), collection->getCount());
+  if (collection->plainItems().isAbsent()) {
+    EXPECT_EQ(all.size(), collection->getCount());
+  }
 }
 
 void askMap(TernActiveVenue& venue, const std::shared_ptr<TernMap>& map) {

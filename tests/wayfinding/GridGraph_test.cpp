@@ -114,6 +114,18 @@ TEST(GridGraph, marksOfANodeWithManyLinksFollowTheSameRule) {
   EXPECT_EQ(openNeighbours(*grid, 1).size(), static_cast<std::size_t>(count));
 }
 
+// The path names it 5, its record says 0: no edge joins 0, so none can be blocked towards it.
+TEST(GridGraph, linkToAnIdThatNoEdgeJoinsStaysOpen) {
+  for (const std::int64_t count : {8, 40}) {
+    VenueLists lists = rowOfWaypoints(static_cast<std::size_t>(count));
+    lists.waypoints[4]->id = 0;
+    for (std::int64_t id = 2; id <= count; ++id) lists.paths.push_back(pathOver({1, id}));
+    const auto grid = built(lists);
+    grid->blockEdges(grid->find(1), std::nullopt, true);
+    EXPECT_THAT(openNeighbours(*grid, 1), ElementsAre(0));
+  }
+}
+
 TEST(GridGraph, waypointsOfOneIdHaveMarksOfTheirOwn) {
   VenueLists lists = rowOfWaypoints(2);
   lists.waypoints.push_back(lists.waypoints[0]);

@@ -41,20 +41,18 @@ class ValueStack {
   // Puts a list of all values from the given place on in their stead.
   void makeList(std::size_t start) {
     if (top_ == end_) grow();
-    const auto list = [](std::span<Value> items) { return Value::listOf(items); };
-    replace(start, list, size() - start);
+    replace(start, Value::listOf, size() - start);
   }
 
   // The same with a map of so many keys and values; those behind them must be absent.
   void makeMap(std::size_t start, std::size_t count) {
     if (top_ == end_) grow();
-    const auto map = [](std::span<Value> pairs) { return Value::mapOf(pairs); };
-    replace(start, map, count);
+    replace(start, Value::mapOf, count);
   }
 
  private:
   // The container is made in its place at once: a move would wait for the two stores that it is.
-  void replace(std::size_t start, auto container, std::size_t count) {
+  void replace(std::size_t start, Value (*container)(std::span<Value>), std::size_t count) {
     Value* const place = first_ + start;
     new (place) Value(container(std::span(place, count)));
     top_ = place + 1;
