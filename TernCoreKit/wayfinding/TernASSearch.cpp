@@ -68,12 +68,13 @@ std::optional<TernRoute> TernASSearch::pathTo(const std::optional<TernASNode>& e
     return std::nullopt;
   }
   TernRoute route;
-  const std::vector<Step> steps = stepsTo(*end, *start);
+  std::vector<Step> steps = stepsTo(*end, *start);
   for (std::size_t first = 0; first < steps.size() && steps.size() > 1;) {
     std::size_t next = first + 1;
     while (next < steps.size() && steps[next].facts.mapId == steps[first].facts.mapId) ++next;
-    const Step& reachedByMover = steps[std::min(next, steps.size() - 1)];
-    route.push_back(segmentOf(std::span(steps).subspan(first, next - first), reachedByMover.node));
+    const TernASNode& reachedByMover = steps[std::min(next, steps.size() - 1)].node;
+    route.push_back(
+        segmentOf(std::span(steps).subspan(first, next - first), reachedByMover.usedEdgeTypeId()));
     first = next;
   }
   if (route.empty()) {
@@ -86,32 +87,36 @@ std::optional<TernRoute> TernASSearch::pathTo(const std::optional<TernASNode>& e
 // The route's nodes from start to end.
 std::vector<TernASSearch::Step> TernASSearch::stepsTo(const TernASNode& end,
                                                       const TernASNode& start) {
-  std::vector<Step> steps;
   const detail::NodeSource& source = *end.source_;
+  std::vector<detail::Position> backwards;
   detail::Position at = end.position_;
   for (auto parent = source.progress(at).parent; parent != detail::noPosition;
        parent = source.progress(at).parent) {
-    steps.push_back({TernASNode(end.source_, at), source.facts(at)});
+    backwards.push_back(at);
     at = parent;
   }
+  std::vector<Step> steps;
+  steps.reserve(backwards.size() + 1);
   steps.push_back({start, start.source_->facts(start.position_)});
-  std::ranges::reverse(steps);
+  for (auto step = backwards.rbegin(); step != backwards.rend(); ++step) {
+    steps.push_back({TernASNode(end.source_, *step), source.facts(*step)});
+  }
   return steps;
 }
 
-TernPathPerFloor TernASSearch::segmentOf(std::span<const Step> steps,
-                                         const TernASNode& reachedByMover) const {
+// Takes the nodes out of the steps.
+TernPathPerFloor TernASSearch::segmentOf(std::span<Step> steps, std::int64_t moverTypeId) const {
   const TernASNode& last = steps.back().node;
   TernPathPerFloor segment;
   segment.mapId = steps.back().facts.mapId;
-  if (grid != nullptr) segment.mover = grid->getPathTypeById(reachedByMover.usedEdgeTypeId());
+  if (grid != nullptr) segment.mover = grid->getPathTypeById(moverTypeId);
   segment.cost = last.f();
   segment.pixelDistance = last.distance().value_or(0);
   segment.mmDistance = convertIntoMMDistance(segment.pixelDistance, segment.mapId);
   segment.points.reserve(steps.size());
   segment.mapPoints.reserve(steps.size());
-  for (const auto& [node, facts] : steps) {
-    segment.points.push_back(node);
+  for (auto& [node, facts] : steps) {
+    segment.points.push_back(std::move(node));
     segment.mapPoints.push_back(TernPoint::initWithX(
         static_cast<float>(facts.x), static_cast<float>(facts.y), static_cast<float>(facts.mapId)));
   }
