@@ -18,15 +18,20 @@ constexpr std::int64_t stairs = 3;
 // A block of shops between corridors: so many points along two of its sides and the two others.
 constexpr std::size_t pointsAlong = 40;
 constexpr std::size_t pointsAcross = 10;
-constexpr double waypointsABlock = 1.5 * (pointsAlong + pointsAcross - 1);
+// Beside every second point lies a room.
+constexpr double waypointsAPoint = 1.5;
 constexpr double spacing = 100;  // map units: five metres
 
 class Builder {
  public:
   Builder(std::size_t waypoints, IdOrder order) : order_(order), random_(20260101) {
     floors_ = std::clamp<std::size_t>(waypoints / 2500, 2, 40);
-    const double blocks = static_cast<double>(waypoints / floors_) / waypointsABlock;
-    blocks_ = std::max<std::size_t>(1, static_cast<std::size_t>(std::sqrt(blocks)));
+    const double points = static_cast<double>(waypoints / floors_) / waypointsAPoint;
+    const double rows = std::max(1.0, std::floor(std::sqrt(points / (pointsAlong + pointsAcross))));
+    const double inAColumn = pointsAlong * (rows + 1) + (pointsAcross - 1) * rows;
+    const double columns = std::round((points - (pointsAcross - 1) * rows) / inAColumn);
+    rows_ = static_cast<std::size_t>(rows);
+    columns_ = static_cast<std::size_t>(std::max(1.0, columns));
     venue_.waypointIds.resize(waypoints * 3 + 1000);
     std::iota(venue_.waypointIds.begin(), venue_.waypointIds.end(), 1);
     if (order == IdOrder::random) {
@@ -99,11 +104,11 @@ class Builder {
 
   // Corridors along and across, round blocks of shops; a lift or stairs at every third crossing.
   void drawCorridors(std::size_t floor, std::vector<std::int64_t>& shafts) {
-    std::vector<std::int64_t> above(blocks_ + 1, 0);
-    for (std::size_t row = 0; row <= blocks_; ++row) {
+    std::vector<std::int64_t> above(columns_ + 1, 0);
+    for (std::size_t row = 0; row <= rows_; ++row) {
       const double y = static_cast<double>(row * pointsAcross) * spacing;
       std::int64_t last = 0;
-      for (std::size_t column = 0; column <= blocks_ * pointsAlong; ++column) {
+      for (std::size_t column = 0; column <= columns_ * pointsAlong; ++column) {
         const double x = static_cast<double>(column) * spacing;
         last = addPoint(floor, x, y, last);
         if (column % pointsAlong != 0) continue;
@@ -152,7 +157,8 @@ class Builder {
   // Numbers of its own, so that the venue is the same in any order.
   std::mt19937_64 shuffling_{20260102};
   std::size_t floors_ = 0;
-  std::size_t blocks_ = 0;  // along each side
+  std::size_t rows_ = 0;  // of blocks, on each floor
+  std::size_t columns_ = 0;
   IndoorVenue venue_;
   std::size_t used_ = 0;
   std::int64_t pathId_ = 0;

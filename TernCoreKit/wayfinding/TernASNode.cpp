@@ -57,12 +57,9 @@ void TernASNode::reset() { source_->clearProgress(position_); }
 
 TernASNode TernASNode::copyWithZone() const {
   std::vector<detail::StandaloneNode> chain;
-  for (detail::Position at = position_; at != detail::noPosition;) {
+  for (const detail::Position at : source_->chainTo(position_)) {
+    if (!chain.empty()) chain.back().progress.parent = static_cast<detail::Position>(chain.size());
     chain.push_back(pictureOf(*source_, at));
-    at = source_->progress(at).parent;
-    if (at != detail::noPosition) {
-      chain.back().progress.parent = static_cast<detail::Position>(chain.size());
-    }
   }
   return {std::make_shared<detail::StandaloneNodes>(std::move(chain)), 0};
 }

@@ -16,7 +16,7 @@ namespace tern {
 
 // A node of a route, with what was read of it once.
 struct TernASSearch::Step {
-  TernASNode node;
+  detail::Position position;
   detail::NodeFacts facts;
 };
 
@@ -68,19 +68,21 @@ std::optional<TernRoute> TernASSearch::pathTo(const std::optional<TernASNode>& e
     return std::nullopt;
   }
   TernRoute route;
-  std::vector<Step> steps = stepsTo(*end, *start);
+  const std::vector<Step> steps = stepsTo(*end, *start);
   for (std::size_t first = 0; first < steps.size() && steps.size() > 1;) {
     std::size_t next = first + 1;
     while (next < steps.size() && steps[next].facts.mapId == steps[first].facts.mapId) ++next;
-    const TernASNode& reachedByMover = steps[std::min(next, steps.size() - 1)].node;
-    route.push_back(
-        segmentOf(std::span(steps).subspan(first, next - first), reachedByMover.usedEdgeTypeId()));
+    const detail::Position reachedByMover = steps[std::min(next, steps.size() - 1)].position;
+    route.push_back(segmentOf(end->source_, std::span(steps).subspan(first, next - first),
+                              end->source_->progress(reachedByMover).usedEdgeTypeId));
     first = next;
   }
   if (route.empty()) {
     logSdk("NO PATH");
     return std::nullopt;
   }
+  // The caller's own, which may stand outside the grid.
+  route.front().points.front() = *start;
   return route;
 }
 
@@ -88,35 +90,30 @@ std::optional<TernRoute> TernASSearch::pathTo(const std::optional<TernASNode>& e
 std::vector<TernASSearch::Step> TernASSearch::stepsTo(const TernASNode& end,
                                                       const TernASNode& start) {
   const detail::NodeSource& source = *end.source_;
-  std::vector<detail::Position> backwards;
-  detail::Position at = end.position_;
-  for (auto parent = source.progress(at).parent; parent != detail::noPosition;
-       parent = source.progress(at).parent) {
-    backwards.push_back(at);
-    at = parent;
-  }
+  const std::vector<detail::Position> backwards = source.chainTo(end.position_);
   std::vector<Step> steps;
-  steps.reserve(backwards.size() + 1);
-  steps.push_back({start, start.source_->facts(start.position_)});
-  for (auto step = backwards.rbegin(); step != backwards.rend(); ++step) {
-    steps.push_back({TernASNode(end.source_, *step), source.facts(*step)});
+  steps.reserve(backwards.size());
+  steps.push_back({backwards.back(), start.source_->facts(start.position_)});
+  for (auto at = backwards.rbegin() + 1; at != backwards.rend(); ++at) {
+    steps.push_back({*at, source.facts(*at)});
   }
   return steps;
 }
 
-// Takes the nodes out of the steps.
-TernPathPerFloor TernASSearch::segmentOf(std::span<Step> steps, std::int64_t moverTypeId) const {
-  const TernASNode& last = steps.back().node;
+TernPathPerFloor TernASSearch::segmentOf(const std::shared_ptr<detail::NodeSource>& source,
+                                         std::span<const Step> steps,
+                                         std::int64_t moverTypeId) const {
+  const detail::NodeProgress last = source->progress(steps.back().position);
   TernPathPerFloor segment;
   segment.mapId = steps.back().facts.mapId;
   if (grid != nullptr) segment.mover = grid->getPathTypeById(moverTypeId);
-  segment.cost = last.f();
-  segment.pixelDistance = last.distance().value_or(0);
+  segment.cost = last.score;
+  segment.pixelDistance = last.distance.value_or(0);
   segment.mmDistance = convertIntoMMDistance(segment.pixelDistance, segment.mapId);
   segment.points.reserve(steps.size());
   segment.mapPoints.reserve(steps.size());
-  for (auto& [node, facts] : steps) {
-    segment.points.push_back(std::move(node));
+  for (const auto& [position, facts] : steps) {
+    segment.points.push_back(TernASNode(source, position));
     segment.mapPoints.push_back(TernPoint::initWithX(
         static_cast<float>(facts.x), static_cast<float>(facts.y), static_cast<float>(facts.mapId)));
   }
@@ -132,7 +129,7 @@ std::vector<TernASNode> TernASSearch::openStartHeap() const {
   std::vector<TernASNode> open;
   if (grid == nullptr) return open;
   for (const detail::OpenEntry& entry : grid->graph_->graph.openEntries()) {
-    open.push_back(grid->node(entry.position));
+    open.push_back(grid->node(entry.position()));
   }
   return open;
 }

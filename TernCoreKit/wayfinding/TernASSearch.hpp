@@ -62,7 +62,8 @@ class TERN_API TernASSearch {
   std::optional<TernRoute> searchForAny(std::int64_t startId, std::span<const std::int64_t> goalIds,
                                         std::int64_t accessLevel);
   static std::vector<Step> stepsTo(const TernASNode& end, const TernASNode& start);
-  TernPathPerFloor segmentOf(std::span<Step> steps, std::int64_t moverTypeId) const;
+  TernPathPerFloor segmentOf(const std::shared_ptr<detail::NodeSource>& source,
+                             std::span<const Step> steps, std::int64_t moverTypeId) const;
 };
 
 }  // namespace tern

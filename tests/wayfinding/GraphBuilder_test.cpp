@@ -84,11 +84,13 @@ TEST(GraphBuilder, linksOfANodeStandOneBehindTheOtherInTheOrderOfThePaths) {
   EXPECT_THAT(targets, ElementsAre(4, 2, 3));
 }
 
-TEST(GraphBuilder, knowsWhetherAllCostsAreFinite) {
+TEST(GraphBuilder, knowsWhetherAllCostsAreFiniteAndNoneNegative) {
   VenueLists lists = corridor(3);
-  EXPECT_TRUE(built(lists)->graph.costsAreFinite);
+  EXPECT_TRUE(built(lists)->graph.costsArePlain);
   lists.pathTypes[0]->weight = 1e308;
-  EXPECT_FALSE(built(lists)->graph.costsAreFinite);
+  EXPECT_FALSE(built(lists)->graph.costsArePlain);
+  lists.pathTypes[0]->weight = -1;
+  EXPECT_FALSE(built(lists)->graph.costsArePlain);
 }
 
 TEST(GraphBuilder, pathThatNamesAWaypointTwiceLinksToItTwice) {

@@ -71,7 +71,7 @@ TEST(Graph, keepsWhatTheSearchLeftOnTheOpenList) {
   Graph graph = threeInARow();
   searchAnew(graph, 1, 0);
   ASSERT_EQ(graph.openEntries().size(), 1U);
-  EXPECT_EQ(graph.openEntries()[0].position, 2U);
+  EXPECT_EQ(graph.openEntries()[0].position(), 2U);
 }
 
 // The numbers of searches run out after 2^30 of them; a mark of the first ones must not come alive

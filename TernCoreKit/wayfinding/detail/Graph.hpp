@@ -61,21 +61,26 @@ struct NodeState {
 };
 static_assert(sizeof(NodeState) == 32);
 
-// An entry of the open list: a score, as the list's order writes it, and whose it is.
+// An entry of the open list: a score, as the list's order writes it, and whose it is; in the halves
+// of one word, since moving one is what a search does most.
 struct OpenEntry {
-  std::uint32_t key;
-  Position position;
+  std::uint64_t word = 0;
+
+  OpenEntry() = default;
+  OpenEntry(std::uint32_t key, Position position) : word(std::uint64_t{key} << 32U | position) {}
+  std::uint32_t key() const { return static_cast<std::uint32_t>(word >> 32U); }
+  Position position() const { return static_cast<Position>(word); }
 };
 
 struct Graph {
   std::vector<NodeState> states;
   std::vector<Link> links;
-  // Room for the open list, kept from search to search; its root lies at 1.
+  // Room for the open list: made by the first search, kept for the next; its root lies at 1.
   std::vector<OpenEntry> openStorage;
   // What the last search left on it.
   std::size_t openCount = 0;
-  // Whether every link's cost is a finite number.
-  bool costsAreFinite = true;
+  // Whether every link's cost is a finite number and none is negative.
+  bool costsArePlain = true;
   // The number of the current search, a multiple of the stages; never 0, the mark of untouched
   // states.
   std::uint32_t round = NodeState::stageCount;

@@ -447,7 +447,8 @@ void Builder::writeLinksOf(std::uint32_t node) {
       if (end.node == self) continue;
       const Place& to = end.waypoint != none ? known_[end.waypoint].place : nowhere_;
       if (const auto cost = linkCost(from, to, over)) {
-        grid_.graph.costsAreFinite = grid_.graph.costsAreFinite && std::isfinite(cost->cost);
+        const bool isPlain = cost->cost >= 0 && std::isfinite(cost->cost);
+        grid_.graph.costsArePlain = grid_.graph.costsArePlain && isPlain;
         grid_.graph.links[state.endLink++] = makeLink(end, *cost, rankOf_[paths_[path].kind]);
       }
     }

@@ -104,10 +104,10 @@ class Loop {
 }  // namespace
 
 Position searchGraph(Graph& graph, Position start, std::uint32_t gateLimit) {
-  if (!graph.costsAreFinite) return Loop<AnyOrder, false>(graph).run(start, gateLimit);
+  if (!graph.costsArePlain) return Loop<AnyOrder, false>(graph).run(start, gateLimit);
   if (graph.states.size() < largeGraph)
-    return Loop<FiniteOrder, false>(graph).run(start, gateLimit);
-  return Loop<FiniteOrder, true>(graph).run(start, gateLimit);
+    return Loop<PlainOrder, false>(graph).run(start, gateLimit);
+  return Loop<PlainOrder, true>(graph).run(start, gateLimit);
 }
 
 }  // namespace tern::detail

@@ -193,6 +193,17 @@ NodeProgress GridGraph::progress(Position position) const {
   return progress;
 }
 
+std::vector<Position> GridGraph::chainTo(Position position) const {
+  std::vector<Position> chain;
+  chain.reserve(64);
+  for (Position at = position; at != noPosition;) {
+    chain.push_back(at);
+    const NodeState& state = graph.states[at];
+    at = graph.isVisited(state) ? state.parent : noPosition;
+  }
+  return chain;
+}
+
 void GridGraph::clearProgress(Position position) { graph.states[position].mark = 0; }
 
 std::span<const EdgeRef> GridGraph::edgeRefsOf(Position position) const {

@@ -100,6 +100,7 @@ class GridGraph final : public NodeSource {
   NodeFacts facts(Position position) const override;
   float height(Position position) const override;
   NodeProgress progress(Position position) const override;
+  std::vector<Position> chainTo(Position position) const override;
   void clearProgress(Position position) override;
   std::vector<TernASEdge> edges(Position position) const override;
   std::vector<TernNeighbor> neighbors(Position position) const override;

@@ -43,6 +43,8 @@ class NodeSource {
   // Map units.
   virtual float height(Position position) const = 0;
   virtual NodeProgress progress(Position position) const = 0;
+  // The node and all its predecessors, the first of the route last.
+  virtual std::vector<Position> chainTo(Position position) const = 0;
   virtual void clearProgress(Position position) = 0;
   virtual std::vector<TernASEdge> edges(Position position) const = 0;
   virtual std::vector<TernNeighbor> neighbors(Position position) const = 0;

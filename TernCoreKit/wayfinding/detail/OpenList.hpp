@@ -17,16 +17,12 @@
 
 namespace tern::detail {
 
-// How scores compare while every cost of the graph is finite, and no score can be unordered: as
-// integers in the order of the floats, which the heap compares without a branch and sooner than
-// floats.
-struct FiniteOrder {
+// How scores compare while every cost of the graph is plain, and a score can be neither negative
+// nor unordered: by their bits, which the heap compares without a branch and sooner than floats.
+struct PlainOrder {
   using Key = std::int32_t;
 
-  static Key keyOf(float score) {
-    const Key bits = std::bit_cast<Key>(score + 0.0F);  // no negative zero
-    return bits ^ ((bits >> 31) & 0x7fffffff);
-  }
+  static Key keyOf(float score) { return std::bit_cast<Key>(score); }
   static bool isGreater(Key a, Key b) { return a > b; }
 };
 
@@ -43,17 +39,21 @@ struct AnyOrder {
 template <class Order>
 class OpenList {
  public:
-  explicit OpenList(Graph& graph)
-      : storage_(graph.openStorage), states_(graph.states.data()), heap_(storage_.data()) {}
+  explicit OpenList(Graph& graph) : states_(graph.states.data()) {
+    // Each node is put on the list once a search at most.
+    if (graph.openStorage.size() < graph.states.size() + 1) {
+      graph.openStorage.resize(graph.states.size() + 1);
+    }
+    heap_ = graph.openStorage.data();
+  }
 
   bool isEmpty() const { return count_ == 0; }
   std::size_t size() const { return count_; }
 
   // REQUIRES: not empty.
-  Position first() const { return heap_[1].position; }
+  Position first() const { return heap_[1].position(); }
 
   void insert(Position position, float score) {
-    if (count_ + 1 >= storage_.size()) grow();
     siftUp(++count_, {std::bit_cast<std::uint32_t>(Order::keyOf(score)), position});
   }
 
@@ -64,18 +64,19 @@ class OpenList {
   }
 
   void rewriteScore(const NodeState& state, float score) {
-    heap_[state.heapPlace].key = std::bit_cast<std::uint32_t>(Order::keyOf(score));
+    OpenEntry& entry = heap_[state.heapPlace];
+    entry = {std::bit_cast<std::uint32_t>(Order::keyOf(score)), entry.position()};
   }
 
  private:
   static bool isGreater(OpenEntry a, OpenEntry b) {
     using Key = typename Order::Key;
-    return Order::isGreater(std::bit_cast<Key>(a.key), std::bit_cast<Key>(b.key));
+    return Order::isGreater(std::bit_cast<Key>(a.key()), std::bit_cast<Key>(b.key()));
   }
 
   void place(std::size_t at, OpenEntry entry) {
     heap_[at] = entry;
-    states_[entry.position].heapPlace = static_cast<std::uint32_t>(at);
+    states_[entry.position()].heapPlace = static_cast<std::uint32_t>(at);
   }
 
   void siftUp(std::size_t at, OpenEntry entry) {
@@ -109,12 +110,6 @@ class OpenList {
     place(at, entry);
   }
 
-  [[gnu::noinline]] void grow() {
-    storage_.resize(storage_.size() * 2 + 64);
-    heap_ = storage_.data();
-  }
-
-  std::vector<OpenEntry>& storage_;
   NodeState* const states_;
   OpenEntry* heap_;  // the root at 1
   std::size_t count_ = 0;

@@ -4,6 +4,14 @@
 
 namespace tern::detail {
 
+std::vector<Position> StandaloneNodes::chainTo(Position position) const {
+  std::vector<Position> chain;
+  for (Position at = position; at != noPosition; at = nodes_[at].progress.parent) {
+    chain.push_back(at);
+  }
+  return chain;
+}
+
 std::vector<std::int64_t> StandaloneNodes::neighborIds(Position position) const {
   std::vector<std::int64_t> ids;
   for (const TernNeighbor& neighbor : nodes_[position].neighbors) {

@@ -24,6 +24,7 @@ class StandaloneNodes final : public NodeSource {
   NodeFacts facts(Position position) const override { return nodes_[position].facts; }
   float height(Position position) const override { return nodes_[position].height; }
   NodeProgress progress(Position position) const override { return nodes_[position].progress; }
+  std::vector<Position> chainTo(Position position) const override;
   void clearProgress(Position position) override { nodes_[position].progress = {}; }
   std::vector<TernASEdge> edges(Position position) const override { return nodes_[position].edges; }
   std::vector<TernNeighbor> neighbors(Position position) const override {
