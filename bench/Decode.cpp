@@ -1,4 +1,5 @@
-// Decoding building documents from cold, beside simdjson's DOM parse of the same bytes.
+// Decoding building documents from cold, beside simdjson's DOM parse of the same bytes and beside
+// RapidJSON's reader into the same tree.
 //
 // Cold is what a load is: each time the system has taken back what the last round freed, and the
 // peer has a new parser. The text itself lies ready for both; giving up the results is not timed.
@@ -16,6 +17,7 @@
 
 #include "TernCoreKit/platform/Json.hpp"
 #include "bench/Bench.hpp"
+#include "bench/Peers.hpp"
 
 namespace tern::bench {
 
@@ -75,21 +77,26 @@ struct Cost {
   std::size_t bytes = 0;
 };
 
-Cost decodeOurs(const std::string& document) {
+Value decodeOurs(std::string text) {
+  JsonResult result = decodeJson(std::move(text));
+  if (result.error) std::abort();
+  return std::move(result.value);
+}
+
+Cost costOfTree(const std::string& document, Value (*read)(std::string)) {
   std::string text = document;
   const std::size_t textBytes = malloc_usable_size(text.data());
   malloc_trim(0);
   const std::size_t before = heapInUse();
-  JsonResult result;
+  Value tree;
   Cost cost;
-  cost.seconds = secondsOf([&] { result = decodeJson(std::move(text)); });
-  if (result.error) std::abort();
+  cost.seconds = secondsOf([&] { tree = read(std::move(text)); });
   // The text went with the decoding.
   cost.bytes = heapInUse() + textBytes - before;
   return cost;
 }
 
-Cost parseAsPeer(const std::string& document) {
+Cost costOfSimdjson(const std::string& document) {
   const simdjson::padded_string text(document);
   malloc_trim(0);
   const std::size_t before = heapInUse();
@@ -105,21 +112,24 @@ Cost parseAsPeer(const std::string& document) {
 void raceDecoding(const char* layout, std::size_t waypoints, const std::string& document) {
   constexpr int rounds = 15;
   std::vector<double> ours;
-  std::vector<double> peer;
+  std::vector<double> simdjson;
+  std::vector<double> rapidJson;
   Cost oursLast;
-  Cost peerLast;
+  Cost simdjsonLast;
   for (int round = 0; round < rounds; ++round) {
-    oursLast = decodeOurs(document);
-    peerLast = parseAsPeer(document);
+    oursLast = costOfTree(document, decodeOurs);
+    simdjsonLast = costOfSimdjson(document);
     ours.push_back(oursLast.seconds);
-    peer.push_back(peerLast.seconds);
+    simdjson.push_back(simdjsonLast.seconds);
+    rapidJson.push_back(costOfTree(document, parseByRapidJson).seconds);
   }
   const auto size = static_cast<double>(document.size());
   std::printf(
-      "decoding, %-8s %7zu waypoints %6.1f MB  %7.1f ms  simdjson %7.1f ms  ratio %.2f  "
+      "decoding, %-8s %7zu waypoints %6.1f MB  %7.1f ms  ours/simdjson %.2f  RapidJSON/ours %.2f  "
       "bytes a byte %.2f, simdjson %.2f\n",
-      layout, waypoints, size / 1e6, median(ours) * 1e3, median(peer) * 1e3, ratioOf(ours, peer),
-      static_cast<double>(oursLast.bytes) / size, static_cast<double>(peerLast.bytes) / size);
+      layout, waypoints, size / 1e6, median(ours) * 1e3, ratioOf(ours, simdjson),
+      ratioOf(rapidJson, ours), static_cast<double>(oursLast.bytes) / size,
+      static_cast<double>(simdjsonLast.bytes) / size);
 }
 
 }  // namespace

@@ -1,9 +1,15 @@
-// Other libraries' shortest-path searches over the same links.
+// Other libraries at the same work: shortest-path searches over the same links, and reading JSON
+// into the same tree.
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "bench/Adjacency.hpp"
+
+namespace tern {
+class Value;
+}  // namespace tern
 
 namespace tern::bench {
 
@@ -31,5 +37,9 @@ class LemonPeer {
   struct Impl;
   std::unique_ptr<Impl> impl_;
 };
+
+// RapidJSON: its SAX reader in place, with exact doubles and checked UTF-8, straight into a Value.
+// Unlike ours it does not settle repeated keys.
+Value parseByRapidJson(std::string text);
 
 }  // namespace tern::bench

@@ -6,9 +6,12 @@
 // Ownership: plain values. Threads: any.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -18,6 +21,7 @@
 #include "TernCoreKit/model/TernPathType.hpp"
 #include "TernCoreKit/model/TernVenueData.hpp"
 #include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
+#include "tests/support/ScannedMarkup.hpp"
 
 namespace tern::picture {
 
@@ -82,6 +86,24 @@ inline TernPathPerFloor segment(std::int64_t mapId,
     segment.mapPoints.push_back(TernPoint{x, y, static_cast<float>(mapId)});
   }
   return segment;
+}
+
+inline TernRoute threeSegments() {
+  return {segment(1, {{10, 10}, {60, 10}}, 50, pathType("Lift")),
+          segment(2, {{60, 10}, {60, 40}}, 81, pathType("Stairs")),
+          segment(1, {{60, 50}, {20, 50}}, 122)};
+}
+
+// What stands in a picture's file, which is checked to be whole and safe.
+inline test::ScannedMarkup scanned(std::string_view file) {
+  test::ScannedMarkup markup = test::scanMarkup(file);
+  EXPECT_EQ(markup.problem, "");
+  EXPECT_EQ(test::reachOf(markup), "");
+  return markup;
+}
+
+inline bool has(const test::ScannedMarkup& markup, std::string_view text) {
+  return markup.text.find(text) != std::string::npos;
 }
 
 }  // namespace tern::picture
