@@ -38,5 +38,9 @@ void benchDecode();
 void benchRecords();
 void benchGraph();
 void benchSearch();
+void benchSpatial();
+void benchAlternatives();
+void benchJoined();
+void benchTour();
 
 }  // namespace tern::bench

@@ -13,10 +13,11 @@ struct Named {
   void (*run)();
 };
 
-constexpr Named benchmarks[] = {{"decode", tern::bench::benchDecode},
-                                {"records", tern::bench::benchRecords},
-                                {"graph", tern::bench::benchGraph},
-                                {"search", tern::bench::benchSearch}};
+constexpr Named benchmarks[] = {
+    {"decode", tern::bench::benchDecode},   {"records", tern::bench::benchRecords},
+    {"graph", tern::bench::benchGraph},     {"search", tern::bench::benchSearch},
+    {"spatial", tern::bench::benchSpatial}, {"alternatives", tern::bench::benchAlternatives},
+    {"joined", tern::bench::benchJoined},   {"tour", tern::bench::benchTour}};
 
 bool runNamed(std::string_view name) {
   for (const Named& each : benchmarks) {
@@ -37,7 +38,11 @@ int main(int count, char** arguments) {
   }
   for (int i = 1; i < count; ++i) {
     if (runNamed(arguments[i])) continue;
-    std::fprintf(stderr, "no such benchmark: %s (decode, records, graph, search)\n", arguments[i]);
+    std::fprintf(
+        stderr,
+        "no such benchmark: %s (decode, records, graph, search, spatial, alternatives, joined, "
+        "tour)\n",
+        arguments[i]);
     return 2;
   }
   return 0;

@@ -9,8 +9,10 @@ find_package(Boost)
 find_package(lemon)
 find_package(simdjson)
 find_package(benchmark)
-if(NOT Boost_FOUND OR NOT lemon_FOUND OR NOT simdjson_FOUND OR NOT benchmark_FOUND)
-  message(STATUS "No benchmarks: Boost, LEMON, simdjson or Google Benchmark is missing")
+find_package(nanoflann)
+if(NOT Boost_FOUND OR NOT lemon_FOUND OR NOT simdjson_FOUND OR NOT benchmark_FOUND
+    OR NOT nanoflann_FOUND)
+  message(STATUS "No benchmarks: Boost, LEMON, simdjson, Google Benchmark or nanoflann is missing")
   return()
 endif()
 
@@ -22,7 +24,7 @@ set_source_files_properties(${PROJECT_SOURCE_DIR}/bench/LemonPeer.cpp PROPERTIES
 target_include_directories(tern_bench SYSTEM PRIVATE ${LEMON_INCLUDE_DIRS})
 target_compile_definitions(tern_bench PRIVATE TERN_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
 target_link_libraries(tern_bench PRIVATE
-  TernCoreKit::TernCoreKit Boost::boost simdjson::simdjson benchmark::benchmark)
+  TernCoreKit::TernCoreKit Boost::boost simdjson::simdjson benchmark::benchmark nanoflann::nanoflann)
 if(TARGET tern_tool)
   target_link_libraries(tern_bench PRIVATE tern_tool)
 endif()

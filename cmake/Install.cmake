@@ -14,6 +14,12 @@ install(DIRECTORY TernCoreKit DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
   FILES_MATCHING PATTERN "*.hpp" PATTERN "detail" EXCLUDE)
 install(EXPORT TernCoreKitTargets NAMESPACE TernCoreKit:: DESTINATION ${tern_package_dir})
 
+# Whoever links the static library links libcurl with it; the shared one has it inside.
+set(tern_links_curl OFF)
+if(TERN_WITH_CURL AND NOT BUILD_SHARED_LIBS)
+  set(tern_links_curl ON)
+  set(tern_pc_requires libcurl)
+endif()
 configure_package_config_file(cmake/TernCoreKitConfig.cmake.in TernCoreKitConfig.cmake
   INSTALL_DESTINATION ${tern_package_dir} NO_SET_AND_CHECK_MACRO)
 write_basic_package_version_file(TernCoreKitConfigVersion.cmake COMPATIBILITY SameMajorVersion)

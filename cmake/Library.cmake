@@ -1,6 +1,17 @@
 # The library TernCoreKit and what every target of this repository is compiled with.
 
+option(TERN_WITH_CURL "HTTP of our own; without it the application has to provide one" ON)
+set(TERN_DEFAULT_SERVICE_HOST "https://maps.example.invalid" CACHE STRING
+  "Scheme and host of the mapping service that destinations are asked of")
+
 find_package(Threads REQUIRED)
+if(TERN_WITH_CURL)
+  find_package(CURL 7.87)
+  if(NOT CURL_FOUND)
+    message(FATAL_ERROR "libcurl 7.87 or newer is missing. Install it (Debian: "
+      "libcurl4-openssl-dev), or set TERN_WITH_CURL to OFF and give the library an HTTP transport.")
+  endif()
+endif()
 
 # Compiles a target of ours as we hold ourselves to: the same floating-point results on every
 # machine (no contraction of a*b+c) and, in our own build only, no warnings.
@@ -18,6 +29,11 @@ function(tern_own_target target)
 endfunction()
 
 file(GLOB_RECURSE tern_library_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/TernCoreKit/*.cpp)
+if(TERN_WITH_CURL)
+  list(FILTER tern_library_sources EXCLUDE REGEX "/NoHttpTransport\\.cpp$")
+else()
+  list(FILTER tern_library_sources EXCLUDE REGEX "/platform/detail/curl/")
+endif()
 file(GLOB_RECURSE tern_headers CONFIGURE_DEPENDS
   RELATIVE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/TernCoreKit/*.hpp)
 set(tern_public_headers ${tern_headers})
@@ -29,6 +45,11 @@ tern_own_target(TernCoreKit)
 target_compile_features(TernCoreKit PUBLIC cxx_std_20)
 target_include_directories(TernCoreKit PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>)
 target_link_libraries(TernCoreKit PUBLIC Threads::Threads)
+if(TERN_WITH_CURL)
+  target_link_libraries(TernCoreKit PRIVATE CURL::libcurl)
+endif()
+set_source_files_properties(${PROJECT_SOURCE_DIR}/TernCoreKit/service/ServiceHost.cpp PROPERTIES
+  COMPILE_DEFINITIONS TERN_DEFAULT_SERVICE_HOST="${TERN_DEFAULT_SERVICE_HOST}")
 set_target_properties(TernCoreKit PROPERTIES
   CXX_VISIBILITY_PRESET hidden
   VISIBILITY_INLINES_HIDDEN ON

@@ -24,7 +24,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(!result.error->empty() && result.value.isAbsent());
     return 0;
   }
-  for (const auto layout : {tern::JsonLayout::compact, tern::JsonLayout::pretty}) {
+  for (const auto layout :
+       {tern::JsonLayout::compact, tern::JsonLayout::pretty, tern::JsonLayout::rows}) {
     const std::string encoded = tern::encodeJson(result.value, layout);
     const tern::JsonResult again = tern::decodeJson(encoded);
     require(!again.error && again.value == result.value);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 #include <limits>
 #include <optional>
 #include <utility>
@@ -17,8 +16,11 @@
 #include "TernCoreKit/model/TernPosition.hpp"
 #include "TernCoreKit/model/TernWaypointCollection.hpp"
 #include "TernCoreKit/model/detail/FieldTable.hpp"
+#include "TernCoreKit/model/detail/GridLists.hpp"
+#include "TernCoreKit/optimisation/TernPOIOptimization.hpp"
 #include "TernCoreKit/platform/Log.hpp"
 #include "TernCoreKit/platform/WorkQueue.hpp"
+#include "TernCoreKit/spatial/TernNearestElement.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "TernCoreKit/wayfinding/TernASSearch.hpp"
 
@@ -51,15 +53,6 @@ template <class Collection>
 auto allOf(const Collection* collection) -> decltype(collection->getAll()) {
   if (collection == nullptr) return {};
   return collection->getAll();
-}
-
-TernASGrid::Paths pathsOf(const TernMapCollection& maps) {
-  TernASGrid::Paths paths;
-  for (const TernMap& map : maps.each()) {
-    TernASGrid::Paths own = allOf(map.paths.get());
-    paths.insert(paths.end(), std::move_iterator(own.begin()), std::move_iterator(own.end()));
-  }
-  return paths;
 }
 
 // Of the lines drawn from point to point, in map units; from one segment to the next there is a
@@ -138,14 +131,27 @@ std::shared_ptr<TernASGrid> TernActiveVenue::globalASGrid() const {
 }
 
 void TernActiveVenue::loadGridData() {
-  const TernMapCollection none;
-  const TernMapCollection& loaded = maps != nullptr ? *maps : none;
-  auto grid =
-      TernASGrid::initASGrid(loaded.getAllWaypoints(), pathsOf(loaded), allOf(pathTypes.get()),
-                             loaded.getAll(), allOf(buildings.get()), false);
+  detail::GridLists lists;
+  lists.append(*this);
+  auto grid = std::move(lists).makeGrid(false);
   // The graph that is replaced goes away outside the lock.
   const std::lock_guard lock(gridMutex_);
   globalASGrid_.swap(grid);
+}
+
+std::shared_ptr<TernNearestElement> TernActiveVenue::nearestElement() const {
+  const std::lock_guard lock(gridMutex_);
+  return nearestElement_;
+}
+
+void TernActiveVenue::loadKDTree() {
+  const auto replaced = nearestElement();
+  std::unique_lock<std::recursive_mutex> replacedLock;
+  if (replaced != nullptr) replacedLock = std::unique_lock(replaced->mutex());
+  auto made = TernNearestElement::init();
+  made->initializeKDTree(weak_from_this().lock());
+  const std::lock_guard lock(gridMutex_);
+  nearestElement_.swap(made);
 }
 
 void TernActiveVenue::updateWayfindDataWithCompletion(std::function<void(bool)> completion) {
@@ -160,7 +166,11 @@ void TernActiveVenue::rebuild(const std::function<void(bool)>& completion) {
   const auto replaced = globalASGrid();
   std::unique_lock<std::recursive_mutex> lock;
   if (replaced != nullptr) lock = std::unique_lock(replaced->mutex());
-  loadGridData();
+  {
+    const std::lock_guard recordsLock(recordsMutex_);
+    loadGridData();
+    loadKDTree();
+  }
   if (completion) completion(true);
 }
 
@@ -172,6 +182,35 @@ TernRoute TernActiveVenue::wayfind(const std::shared_ptr<TernWaypoint>& start,
   search.grid = globalASGrid();
   search.maps = maps;
   return search.search(narrowId(*start), narrowId(*to), accessibility).value_or(TernRoute());
+}
+
+void TernActiveVenue::wayfind(const std::shared_ptr<TernWaypoint>& start,
+                              const std::shared_ptr<TernWaypoint>& to, const Value& options,
+                              std::int64_t accessibility,
+                              const TernASAlternativePath::Completion& completionHandler) const {
+  TernASAlternativePath finder;
+  finder.grid = globalASGrid();
+  finder.maps = maps;
+  finder.wayfind(start, to, options, accessibility, completionHandler);
+}
+
+void TernActiveVenue::wayfindToMultipleDestinations(
+    const TernPOIOptimization::Destinations& toDestinations,
+    const std::shared_ptr<TernWaypoint>& fromStartWayPoint, std::int64_t accessibility,
+    const TernPOIOptimization::Completion& completion) const {
+  // A venue need not be held by a shared_ptr; the ordering is over before this pointer is.
+  const std::shared_ptr<const TernRouting> routing(this, [](const TernRouting*) {});
+  const auto nearest = nearestElement();
+  TernPOIOptimization::initWithActiveVenue(routing, nearest)
+      ->wayfindToMultipleDestinations(toDestinations, fromStartWayPoint, accessibility, completion);
+}
+
+void TernActiveVenue::searchNearestElement(const TernElement& element, TernCoordinate toCoordinate,
+                                           const std::shared_ptr<TernMap>& forMap,
+                                           const TernNearestElement::Completion& completion) const {
+  auto nearest = nearestElement();
+  if (nearest == nullptr) nearest = TernNearestElement::init();
+  nearest->searchNearestElement(element, toCoordinate, forMap, completion);
 }
 
 std::shared_ptr<TernWaypoint> TernActiveVenue::getClosestWaypointInArray(

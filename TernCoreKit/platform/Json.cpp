@@ -1,5 +1,6 @@
 #include "TernCoreKit/platform/Json.hpp"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -12,9 +13,16 @@
 namespace tern {
 namespace {
 
+// Whether the value may lie on the line of others in a layout of rows.
+bool isPlain(const Value& value) {
+  return !value.isMap() && std::ranges::none_of(value.items(), [](const Value& item) {
+    return item.isMap() || item.isList();
+  });
+}
+
 class JsonWriter {
  public:
-  explicit JsonWriter(JsonLayout layout) : pretty_(layout == JsonLayout::pretty) {}
+  explicit JsonWriter(JsonLayout layout) : layout_(layout) {}
 
   void write(const Value& value);
   std::string take() { return std::move(out_); }
@@ -26,13 +34,15 @@ class JsonWriter {
   void writeEscaped(char c);
   void writeList(std::span<const Value> items);
   void writeMap(std::span<const Value::Entry> entries);
-  void open(char bracket);
+  void open(char bracket, bool isRow);
   void separate(bool isFirst);
   void close(char bracket, bool isEmpty);
   void startLine();
 
-  const bool pretty_;
+  const JsonLayout layout_;
   std::size_t depth_ = 0;
+  // The depth of what lies on one line; 0 outside such a row.
+  std::size_t rowDepth_ = 0;
   std::string out_;
 };
 
@@ -114,7 +124,7 @@ void JsonWriter::writeEscaped(char c) {
 }
 
 void JsonWriter::writeList(std::span<const Value> items) {
-  open('[');
+  open('[', layout_ == JsonLayout::rows && std::ranges::all_of(items, isPlain));
   bool isFirst = true;
   for (const Value& item : items) {
     separate(std::exchange(isFirst, false));
@@ -124,38 +134,42 @@ void JsonWriter::writeList(std::span<const Value> items) {
 }
 
 void JsonWriter::writeMap(std::span<const Value::Entry> entries) {
-  open('{');
+  open('{',
+       layout_ == JsonLayout::rows && std::ranges::all_of(entries, isPlain, &Value::Entry::value));
   bool isFirst = true;
   for (const auto& [key, value] : entries) {
     if (value.isAbsent()) continue;
     separate(std::exchange(isFirst, false));
     writeText(key.text());
-    out_ += pretty_ ? ": " : ":";
+    out_ += layout_ == JsonLayout::compact ? ":" : ": ";
     write(value);
   }
   close('}', isFirst);
 }
 
-void JsonWriter::open(char bracket) {
+void JsonWriter::open(char bracket, bool isRow) {
   out_ += bracket;
   ++depth_;
+  if (isRow && rowDepth_ == 0 && depth_ > 1) rowDepth_ = depth_;
 }
 
 void JsonWriter::separate(bool isFirst) {
-  if (!isFirst) out_ += ',';
+  if (!isFirst) out_ += rowDepth_ == 0 ? "," : ", ";
   startLine();
 }
 
 void JsonWriter::close(char bracket, bool isEmpty) {
+  const bool endsRow = rowDepth_ == depth_;
   --depth_;
-  if (!isEmpty) startLine();
+  if (!isEmpty && !endsRow) startLine();
+  if (endsRow) rowDepth_ = 0;
   out_ += bracket;
 }
 
 void JsonWriter::startLine() {
-  if (!pretty_) return;
+  if (layout_ == JsonLayout::compact || rowDepth_ > 0) return;
   out_ += '\n';
-  out_.append(4 * depth_, ' ');
+  out_.append((layout_ == JsonLayout::pretty ? 4 : 1) * depth_, ' ');
 }
 
 }  // namespace

@@ -33,8 +33,10 @@ inline constexpr int maximumJsonDepth = 512;
 // (half a surrogate pair included), and text of 4 GiB or more.
 [[nodiscard]] TERN_API JsonResult decodeJson(std::string text);
 
-// How a Value is laid out as text: on one line, or indented by four spaces a level.
-enum class JsonLayout { compact, pretty };
+// How a Value is laid out as text: on one line; indented by four spaces a level; or indented by one
+// space, with a list or map below the first level on one line when it holds nothing but plain
+// values and lists of such. The last is for a person too, but little longer than the first.
+enum class JsonLayout { compact, pretty, rows };
 
 // Encodes a value. A double is written in the shortest form that reads back as the same double, or
 // as the same whole number; one that is not finite as null. What is absent is written as null too,

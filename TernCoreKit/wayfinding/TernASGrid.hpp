@@ -122,6 +122,7 @@ class TERN_API TernASGrid {
   std::recursive_mutex& mutex() { return mutex_; }
 
  private:
+  friend class TernASAlternativePath;
   friend class TernASSearch;
   explicit TernASGrid(std::shared_ptr<detail::GridGraph> graph);
   TernASNode node(std::uint32_t position) const;

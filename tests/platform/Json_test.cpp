@@ -299,11 +299,26 @@ TEST(Json, refusesATextThatEndsEarlyAtEveryLength) {
   }
 }
 
+TEST(Json, laysWhatHoldsNoMapOutInRows) {
+  const Value value = decoded(R"({"a":[],"b":[{"id":1,"at":[2,3]},{}],"c":[[1],[2]],"d":[[[1]]]})");
+  EXPECT_EQ(encodeJson(value, JsonLayout::rows), R"({
+ "a": [],
+ "b": [
+  {"id": 1, "at": [2, 3]},
+  {}
+ ],
+ "c": [[1], [2]],
+ "d": [
+  [[1]]
+ ]
+})");
+}
+
 TEST(Json, nestsAsDeepAsItSaysAndNoDeeper) {
   const auto nested = [](std::string_view open, std::string_view close, std::size_t depth) {
     return repeated(open, depth) + "1" + repeated(close, depth);
   };
-  for (const JsonLayout layout : {JsonLayout::compact, JsonLayout::pretty}) {
+  for (const JsonLayout layout : {JsonLayout::compact, JsonLayout::pretty, JsonLayout::rows}) {
     for (const auto& [open, close] : {std::pair("[", "]"), std::pair("{\"a\":", "}")}) {
       const std::string text = nested(open, close, maximumJsonDepth);
       const Value value = decoded(text);
@@ -496,7 +511,8 @@ rc::Gen<Value> anyValue(int depth) {
 
 RC_GTEST_PROP(Json, decodesWhatItEncoded, ()) {
   const Value value = *anyValue(3);
-  const JsonLayout layout = *rc::gen::element(JsonLayout::compact, JsonLayout::pretty);
+  const JsonLayout layout =
+      *rc::gen::element(JsonLayout::compact, JsonLayout::pretty, JsonLayout::rows);
   const std::string text = encodeJson(value, layout);
   RC_ASSERT(test::isJsonDocument(text));
   const JsonResult result = decodeJson(text);

@@ -9,6 +9,7 @@ std::shared_ptr<TernActiveVenue> loadDrawnVenue(const Drawing& drawing) {
   addBuilding(*venue, 1, drawBuildingDocument(drawing));
   attachWaypoints(*venue);
   venue->loadGridData();
+  venue->loadKDTree();
   return venue;
 }
 

@@ -135,6 +135,10 @@ std::string Conversation::hear() {
 
 void Conversation::stopListening() { closeOnce(output_); }
 
+void Conversation::send(int signal) {
+  if (process_ > 0) kill(process_, signal);
+}
+
 int Conversation::end() {
   closeOnce(input_);
   closeOnce(output_);

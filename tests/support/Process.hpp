@@ -33,6 +33,8 @@ class Conversation {
   std::string hear();
   // Closes the program's output, as a reader does who has had enough.
   void stopListening();
+  // Sends the program a signal.
+  void send(int signal);
   // Ends its input and waits for it.
   int end();
 

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "TernCoreKit/platform/Json.hpp"
 #include "tools/tern/CommandWords.hpp"
 
 namespace tern::command {
@@ -103,7 +104,8 @@ TEST(Arguments, generateHasOptionsOfItsOwn) {
 
 TEST(Arguments, missingOptionIsNamedWithItsMeaning) {
   EXPECT_EQ(refusalOf({"route", "--from", "1", "--to", "2"}),
-            "--data DIR is missing: the venue folder to read (see tern route --help)");
+            "--data DIR is missing: the venue folder to read; or --host URL, a service to ask "
+            "(see tern route --help)");
   EXPECT_EQ(refusalOf({"route", "--data", "d", "--to", "2"}),
             "--from W is missing: the waypoint where the route begins (see tern route --help)");
   EXPECT_THAT(refusalOf({"route", "--data", "d", "--from"}), HasSubstr("--from"));
@@ -117,7 +119,10 @@ TEST(Arguments, wrongValueIsNamedWithWhatWouldBeRight) {
               StartsWith("--from: \"1.5\""));
   EXPECT_THAT(refusalOf({"route", "--data", "d", "--from=", "--to", "2"}), StartsWith("--from: "));
   EXPECT_THAT(refusalOf({"info", "--data", ""}), StartsWith("--data: "));
-  EXPECT_THAT(refusalOf({"info", "--data", "d", "--venue", "1,2"}), StartsWith("--venue: \"1,2\""));
+  for (const char* text : {"1,", ",1", "1,,2", "1 2", "1,two", "1,2,1"}) {
+    EXPECT_THAT(refusalOf({"batch", "--data", "d", "--venue", text}),
+                StartsWith("--venue: \"" + std::string(text)));
+  }
   EXPECT_THAT(refusalOf({"closest", "--data", "d", "--map", "3", "--at", "10"}),
               StartsWith("--at: \"10\" must be two numbers"));
   EXPECT_THAT(refusalOf({"route", "--data", "d", "--from", "1", "--to", "2", "--picture", "a.pdf"}),
@@ -151,11 +156,33 @@ TEST(Arguments, repeatedOptionIsRefused) {
               HasSubstr("--from"));
 }
 
+TEST(Arguments, severalVenuesAreForRouteAndBatch) {
+  const Arguments call =
+      parsed({"route", "--data", "d", "--venue", "1,2", "--from", "1", "--to", "2"});
+  EXPECT_EQ(call.venue, std::nullopt);
+  EXPECT_EQ(call.venues, (std::vector<std::int64_t>{1, 2}));
+  EXPECT_THAT(refusalOf({"info", "--data", "d", "--venue", "1,2"}),
+              StartsWith("--venue: several venues are for route and batch"));
+  EXPECT_THAT(refusalOf({"batch", "--data", "d", "--venue", "1,2", "--building", "1"}),
+              StartsWith("--building: of several venues"));
+}
+
+TEST(Arguments, ratiosOfAlternativesBecomeOptions) {
+  const Arguments call = parsed({"alternatives", "--data", "d", "--from", "1", "--to", "2",
+                                 "--match", "0.3", "--distance", "1.5"});
+  EXPECT_EQ(encodeJson(call.request, JsonLayout::compact),
+            R"({"op":"alternatives","from":1,"to":2,)"
+            R"("options":{"optimalPathMatchRatio":0.3,"optimalPathDistanceRatio":1.5}})");
+  EXPECT_THAT(
+      refusalOf({"alternatives", "--data", "d", "--from", "1", "--to", "2", "--match", "x"}),
+      StartsWith("--match: \"x\" must be a number"));
+}
+
 TEST(Arguments, unknownCommandIsNamedWithThoseThereAre) {
   EXPECT_EQ(
       refusalOf({"fly"}),
-      "\"fly\" is no command; there are venues, info, route, closest, convert, batch, generate "
-      "(see tern --help)");
+      "\"fly\" is no command; there are venues, info, route, nearest, alternatives, tour, closest, "
+      "convert, batch, serve, generate (see tern --help)");
 }
 
 TEST(Arguments, commandIsNeeded) {

@@ -17,7 +17,9 @@ TEST(CommandWords, everyCommandIsFoundByItsName) {
 }
 
 TEST(CommandWords, namesStandInOneList) {
-  EXPECT_EQ(namesOfCommands(), "venues, info, route, closest, convert, batch, generate");
+  EXPECT_EQ(
+      namesOfCommands(),
+      "venues, info, route, nearest, alternatives, tour, closest, convert, batch, serve, generate");
 }
 
 TEST(CommandWords, commandIsTheFirstWordThatIsNoOption) {

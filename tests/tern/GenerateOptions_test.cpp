@@ -25,6 +25,7 @@ TEST(GenerateOptions, everyFieldOutOfRangeIsNamed) {
       {"--spacing: ", spacingRange, [](GenerateOptions& o, std::int64_t v) { o.spacing = v; }},
       {"--customer: ", idRange, [](GenerateOptions& o, std::int64_t v) { o.customer = v; }},
       {"--venue: ", idRange, [](GenerateOptions& o, std::int64_t v) { o.venue = v; }},
+      {"--venues: ", venuesRange, [](GenerateOptions& o, std::int64_t v) { o.venues = v; }},
   };
   for (const Row& row : rows) {
     for (std::int64_t value : {row.range.least - 1, row.range.most + 1}) {

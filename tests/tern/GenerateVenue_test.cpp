@@ -100,6 +100,41 @@ TEST(GenerateVenue, writesBelowAFolderThatIsMissing) {
   }
 }
 
+TEST(GenerateVenue, joinedVenuesHaveIdsOfTheirOwnAndExitsThatNameEachOther) {
+  GenerateOptions options;
+  options.venues = 4;
+  options.venue = 5;
+  std::map<std::int64_t, Value> waypoints;
+  std::map<std::int64_t, std::int64_t> venueOf;
+  for (auto& [path, text] : generatedTexts(options)) {
+    if (path.find("/building/") == std::string::npos) continue;
+    const Value building = decodeJson(std::move(text)).value;
+    for (const Value& floor : building["floors"]["items"].items()) {
+      for (const Value& waypoint : floor["map"]["waypoints"]["items"].items()) {
+        const std::int64_t id = waypoint["id"].integer();
+        EXPECT_TRUE(waypoints.emplace(id, waypoint).second) << id;
+        venueOf[id] = building["venueId"].integer();
+      }
+    }
+  }
+  int exits = 0;
+  for (const auto& [id, waypoint] : waypoints) {
+    const double longitude = waypoint["coordinates"].items()[0].number();
+    const double latitude = waypoint["coordinates"].items()[1].number();
+    EXPECT_TRUE(std::abs(longitude) < 180 && std::abs(latitude) < 90);
+    const std::string link(waypoint["externalId"].text());
+    const std::size_t colon = link.find(':');
+    if (colon == std::string::npos) continue;
+    ++exits;
+    const std::int64_t partner = std::stoll(link.substr(colon + 1));
+    EXPECT_EQ(venueOf.at(partner), std::stoll(link));
+    EXPECT_EQ(std::abs(venueOf.at(partner) - venueOf.at(id)), 1);
+    EXPECT_EQ(waypoints.at(partner)["externalId"].text(),
+              std::to_string(venueOf.at(id)) + ":" + std::to_string(id));
+  }
+  EXPECT_EQ(exits, 6) << "two between each pair of neighbours";
+}
+
 TEST(GenerateVenue, fileInTheWayIsNamed) {
   const OwnFolder folder;
   std::filesystem::create_directories(folder.path);

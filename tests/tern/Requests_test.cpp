@@ -194,8 +194,10 @@ TEST_F(RequestsTest, operationIsNeededAndMustBeKnown) {
   EXPECT_EQ(refusal("{}"), "\"op\" is missing");
   EXPECT_EQ(refusal(R"({"op":7})"), "\"op\" must be a text");
   EXPECT_EQ(refusal(R"({"op":"fly"})"),
-            "\"op\" is \"fly\", which is not known; there are route, routeToAny, closest, "
-            "closestByRoute, convert, center, blockEdge, blockEntry, blockExit, neighbors");
+            "\"op\" is \"fly\", which is not known; there are route, routeToAny, alternatives, "
+            "tour, solve, "
+            "closest, closestByRoute, nearest, nearestOnMap, convert, center, blockEdge, "
+            "blockEntry, blockExit, neighbors");
   EXPECT_THAT(refusal(R"({"op":")" + std::string(1000, 'x') + "\"}"),
               HasSubstr(std::string(40, 'x') + "...\", which"));
   EXPECT_THAT(refusal(R"({"op":"Route","from":1,"to":2})"), HasSubstr("\"Route\""));

@@ -159,9 +159,9 @@ TEST(OpenList, plainOrderIsTheOrderOfTheFloats) {
   const std::vector<float> ascending = {0, smallest, 1.000001F, 2, 1e38F, infinity};
   for (std::size_t a = 0; a < ascending.size(); ++a) {
     for (std::size_t b = 0; b < ascending.size(); ++b) {
-      EXPECT_EQ(PlainOrder::isGreater(PlainOrder::keyOf(ascending[a]),
-                                       PlainOrder::keyOf(ascending[b])),
-                a > b);
+      EXPECT_EQ(
+          PlainOrder::isGreater(PlainOrder::keyOf(ascending[a]), PlainOrder::keyOf(ascending[b])),
+          a > b);
     }
   }
 }
@@ -181,9 +181,7 @@ RC_GTEST_PROP(OpenList, plainOrderIsATextbookHeap, ()) {
   expectTextbook<PlainOrder>(plainScores());
 }
 
-RC_GTEST_PROP(OpenList, anyOrderIsATextbookHeap, ()) {
-  expectTextbook<AnyOrder>(anyScores());
-}
+RC_GTEST_PROP(OpenList, anyOrderIsATextbookHeap, ()) { expectTextbook<AnyOrder>(anyScores()); }
 
 }  // namespace
 }  // namespace tern::detail

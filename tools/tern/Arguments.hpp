@@ -12,6 +12,7 @@
 
 #include "TernCoreKit/platform/Value.hpp"
 #include "tools/tern/Failure.hpp"
+#include "tools/tern/HostOptions.hpp"
 #include "tools/tern/generate/GenerateOptions.hpp"
 
 namespace tern::command {
@@ -20,14 +21,21 @@ struct Arguments {
   // "route", "info", ...
   std::string command;
   bool json = false;
-  // The venue folder, and what of it to load; everything there is when left out.
+  // The venue folder; empty when a service is asked instead.
   std::string data;
+  HostOptions service;
+  // What of it to load; everything there is when left out.
   std::optional<std::int64_t> venue;
+  // More than one, in place of `venue`; all different.
+  std::vector<std::int64_t> venues;
   std::optional<std::int64_t> building;
   // What a single request asks, as a line of a batch would; absent for the other commands.
   Value request;
   // File of the picture; empty without one.
   std::string picture;
+  // Of `serve`.
+  std::string listen = "127.0.0.1";
+  int port = 0;
   // Of `generate`.
   std::string out;
   generate::GenerateOptions generate;

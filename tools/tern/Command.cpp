@@ -11,13 +11,15 @@
 #include "tools/tern/Batch.hpp"
 #include "tools/tern/GenerateCommand.hpp"
 #include "tools/tern/HelpText.hpp"
+#include "tools/tern/JoinedVenues.hpp"
 #include "tools/tern/LoadingLog.hpp"
 #include "tools/tern/LoadingProgress.hpp"
 #include "tools/tern/Outcome.hpp"
 #include "tools/tern/Output.hpp"
 #include "tools/tern/RequestCommands.hpp"
+#include "tools/tern/ServeCommand.hpp"
 #include "tools/tern/VenueCommands.hpp"
-#include "tools/tern/VenueFolder.hpp"
+#include "tools/tern/VenueSource.hpp"
 #include "tools/tern/Wording.hpp"
 
 namespace tern::command {
@@ -36,11 +38,23 @@ class Run {
   }
 
  private:
+  // What the function makes of the source that the call names.
   template <class Load>
-  auto load(Load loadData) const {
-    const LoadingLog log(streams_.diagnostics);
-    const LoadingProgress progress(streams_.diagnostics);
-    return loadData();
+  auto load(const Arguments& call, Load loadFrom) const
+      -> decltype(loadFrom(std::declval<VenueSource&>())) {
+    std::string remark;
+    auto loaded = [&]() -> decltype(loadFrom(std::declval<VenueSource&>())) {
+      const LoadingLog log(streams_.diagnostics);
+      const LoadingProgress progress(streams_.diagnostics);
+      auto opened = openSource(call, streams_.diagnostics);
+      if (auto* failure = std::get_if<Failure>(&opened)) return std::move(*failure);
+      VenueSource& source = *std::get<std::unique_ptr<VenueSource>>(opened);
+      auto result = loadFrom(source);
+      if (!std::holds_alternative<Failure>(result)) remark = source.remark();
+      return result;
+    }();
+    if (!remark.empty()) complain(remark);
+    return loaded;
   }
 
   // Without a word there is nothing to answer, so this is no answer but advice.
@@ -58,24 +72,40 @@ class Run {
     }
     const Arguments& call = std::get<Arguments>(parsed);
     if (call.command == "generate") return show(generateFolder(call));
+    if (call.command == "serve") return serve(call);
     if (call.command == "venues") return listVenuesOf(call);
-    const auto loaded = load([&] { return loadVenue(call.data, call.venue, call.building); });
+    if (!call.venues.empty()) return answerAmongVenues(call);
+    const auto loaded = load(
+        call, [&](VenueSource& source) { return source.loadVenue(call.venue, call.building); });
     if (const auto* failure = std::get_if<Failure>(&loaded)) return show(*failure);
     const auto& venue = std::get<std::shared_ptr<TernActiveVenue>>(loaded);
-    if (call.command == "batch") return answerBatch(venue);
+    if (call.command == "batch") return answerBatch(Requests(venue));
     if (call.command == "info") return show(describeVenue(*venue, call.json));
     return show(answerCall(call, venue));
   }
 
+  ExitStatus serve(const Arguments& call) {
+    const auto failure = serveFolder(call, answers_);
+    return failure ? show(*failure) : ExitStatus::answered;
+  }
+
   ExitStatus listVenuesOf(const Arguments& call) {
-    const auto loaded = load([&] { return readVenues(call.data); });
+    const auto loaded = load(call, [](VenueSource& source) { return source.readVenues(); });
     if (const auto* failure = std::get_if<Failure>(&loaded)) return show(*failure);
     return show(listVenues(*std::get<std::shared_ptr<TernVenueCollection>>(loaded), call.json));
   }
 
-  ExitStatus answerBatch(const std::shared_ptr<TernActiveVenue>& venue) {
+  ExitStatus answerAmongVenues(const Arguments& call) {
+    const auto loaded =
+        load(call, [&](VenueSource& source) { return loadVenues(source, call.venues); });
+    if (const auto* failure = std::get_if<Failure>(&loaded)) return show(*failure);
+    const auto& venues = std::get<std::shared_ptr<TernMultiActiveVenues>>(loaded);
+    if (call.command == "batch") return answerBatch(Requests(venues));
+    return show(answerJoinedRoute(call, venues));
+  }
+
+  ExitStatus answerBatch(Requests requests) {
     LineReader lines(streams_.requests);
-    Requests requests(venue);
     answerLines(lines, requests, answers_);
     if (lines.error() == 0) return ExitStatus::answered;
     complain(std::string("cannot read the requests: ") +

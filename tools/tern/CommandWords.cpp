@@ -7,7 +7,9 @@ namespace tern::command {
 namespace {
 
 // Options with a value that may stand before the command.
-constexpr std::array<std::string_view, 3> leadingOptions{"--data", "--venue", "--building"};
+constexpr std::array<std::string_view, 11> leadingOptions{
+    "--data",          "--venue", "--building", "--host",    "--customer", "--client-id",
+    "--client-secret", "--cache", "--locale",   "--timeout", "--ca-file"};
 
 bool isOption(std::string_view word) { return word.size() > 1 && word.front() == '-'; }
 

@@ -22,9 +22,13 @@ inline constexpr std::array commandWords{
     CommandWord{"venues", "list the venues of the data"},
     CommandWord{"info", "count what a venue holds"},
     CommandWord{"route", "find a route between two waypoints"},
+    CommandWord{"nearest", "find the nearest destination, amenity, lift or stairs"},
+    CommandWord{"alternatives", "find a route and an alternative beside it"},
+    CommandWord{"tour", "find the best order to visit destinations, and the way"},
     CommandWord{"closest", "find the waypoint nearest to a point"},
     CommandWord{"convert", "convert a point between projections"},
     CommandWord{"batch", "answer requests, one JSON object a line"},
+    CommandWord{"serve", "serve a venue folder as a mapping service does"},
     CommandWord{"generate", "write a synthetic venue folder"},
 };
 

@@ -42,9 +42,12 @@ Outcome generateFolder(const Arguments& call) {
     return wrongWords("--out: " + *error);
   }
   if (call.json) return Answer{.text = jsonLine(Value::map({{"ok", true}})), .remark = {}};
-  return Answer{
-      .text = "Venue " + std::to_string(call.generate.venue) + " is in " + call.out + "\n",
-      .remark = {}};
+  const std::int64_t first = call.generate.venue;
+  const std::int64_t last = first + call.generate.venues - 1;
+  const std::string venues = first == last ? "Venue " + std::to_string(first) + " is in "
+                                           : "Venues " + std::to_string(first) + " to " +
+                                                 std::to_string(last) + " are in ";
+  return Answer{.text = venues + call.out + "\n", .remark = {}};
 }
 
 }  // namespace tern::command

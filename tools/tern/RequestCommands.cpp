@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <cstdint>
-#include <fstream>
 #include <optional>
 #include <string>
 #include <utility>
@@ -12,10 +11,15 @@
 #include "TernCoreKit/model/TernMapCollection.hpp"
 #include "TernCoreKit/model/TernWaypointCollection.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
+#include "tools/tern/Alternatives.hpp"
 #include "tools/tern/AnswerLog.hpp"
+#include "tools/tern/NearestCommand.hpp"
 #include "tools/tern/Requests.hpp"
+#include "tools/tern/RouteFile.hpp"
 #include "tools/tern/RouteText.hpp"
 #include "tools/tern/Routing.hpp"
+#include "tools/tern/Tour.hpp"
+#include "tools/tern/Whereabouts.hpp"
 #include "tools/tern/Wording.hpp"
 #include "tools/tern/picture/RoutePicture.hpp"
 
@@ -27,31 +31,6 @@ std::string venueName(const TernActiveVenue& venue) {
   return "venue " + std::to_string(venue.id.integer());
 }
 
-// Names the waypoints that the venue does not have; empty when it has them.
-std::string unknownWaypoints(const TernActiveVenue& venue, std::int64_t from, std::int64_t to) {
-  const auto grid = venue.globalASGrid();
-  std::string names;
-  for (const std::int64_t id : {from, to}) {
-    const std::string name = "waypoint " + std::to_string(id);
-    if (grid->getWPById(id) != nullptr || name == names) continue;
-    names += names.empty() ? name : " and no " + name;
-  }
-  return names.empty() ? names : "there is no " + names + " in " + venueName(venue);
-}
-
-std::optional<Failure> drawPicture(const std::string& file, const TernActiveVenue& venue,
-                                   TernRoute route) {
-  const std::int64_t from = route.front().points.front().nodeId();
-  const std::int64_t to = route.back().points.back().nodeId();
-  picture::RoutePicture drawn{venue, std::string(venue.name.text()), {}, {}};
-  drawn.routes.push_back({"", placeName(venue, from), placeName(venue, to), std::move(route)});
-  std::ofstream stream(file, std::ios::binary | std::ios::trunc);
-  stream << (file.ends_with(".html") ? routePictureHtml(drawn) : routePictureSvg(drawn));
-  stream.close();
-  if (stream) return std::nullopt;
-  return wrongWords("--picture: cannot write " + file);
-}
-
 Outcome answerRoute(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
   const std::int64_t from = call.request["from"].integer();
   const std::int64_t to = call.request["to"].integer();
@@ -61,35 +40,17 @@ Outcome answerRoute(const Arguments& call, const std::shared_ptr<TernActiveVenue
   if (!route.empty() && !call.picture.empty()) {
     if (auto failure = drawPicture(call.picture, *venue, route)) return *std::move(failure);
   }
-  Answer answer{.text = {}, .remark = unknownWaypoints(*venue, from, to)};
+  Answer answer{.text = {},
+                .remark = unknownWaypoints(*venue->globalASGrid(), from, to, venueName(*venue))};
   if (route.empty()) answer.status = ExitStatus::nothingFound;
   if (call.json) {
     answer.text = jsonLine(Requests(venue).answer(call.request));
   } else if (!route.empty()) {
     answer.text = routeText(*venue, route);
   } else if (answer.remark.empty()) {
-    answer.text = "No route from " + placeNameWithId(*venue, from) + " to " +
-                  placeNameWithId(*venue, to) + "\n";
+    answer.text = noRouteText(*venue, from, to);
   }
   return answer;
-}
-
-std::string floorName(const TernActiveVenue& venue, const std::shared_ptr<TernMap>& map) {
-  const auto floor = venue.buildings ? venue.buildings->getFloorByMap(map) : nullptr;
-  if (floor != nullptr && !floor->name.text().empty()) return std::string(floor->name.text());
-  return "map " + std::to_string(map->id.integer());
-}
-
-double straightDistance(const TernWaypoint& waypoint, TernCoordinate point) {
-  const auto at = waypoint.coordinates.items();
-  return at.size() < 2 ? 0 : std::hypot(at[0].number() - point.x, at[1].number() - point.y);
-}
-
-// In metres where the map's scale is known.
-std::string lengthText(const TernMap& map, double mapUnits) {
-  const double mmPerPixel = map.mmPerPixel.number();
-  if (!std::isfinite(mmPerPixel) || mmPerPixel <= 0) return roundedText(mapUnits) + " map units";
-  return roundedText(mapUnits * mmPerPixel / 1000) + " m";
 }
 
 Outcome answerClosest(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
@@ -132,6 +93,9 @@ Outcome answerConvert(const Arguments& call, const std::shared_ptr<TernActiveVen
 
 Outcome answerCall(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
   if (call.command == "route") return answerRoute(call, venue);
+  if (call.command == "alternatives") return answerAlternatives(call, venue);
+  if (call.command == "tour") return answerTour(call, *venue);
+  if (call.command == "nearest") return answerNearest(call, *venue);
   if (call.command == "closest") return answerClosest(call, venue);
   return answerConvert(call, venue);
 }

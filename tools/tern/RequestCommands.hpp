@@ -12,7 +12,8 @@
 
 namespace tern::command {
 
-// REQUIRES: the call's command is `route`, `closest` or `convert`; the venue's graph is built.
+// REQUIRES: the call's command is `route`, `alternatives`, `tour`, `nearest`, `closest` or
+// `convert`; the venue's graph and trees are built.
 Outcome answerCall(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue);
 
 }  // namespace tern::command

@@ -1,5 +1,6 @@
 #include "tools/tern/RequestFields.hpp"
 
+#include <algorithm>
 #include <cmath>
 
 namespace tern::command {
@@ -7,6 +8,7 @@ namespace tern::command {
 namespace {
 
 constexpr std::string_view wantsInteger = " must be a whole number";
+constexpr std::string_view wantsMatrix = " must be a square list of lists of numbers";
 
 std::optional<std::int64_t> wholeNumber(const Value& value) {
   if (value.isInteger()) return value.integer();
@@ -59,6 +61,28 @@ std::vector<std::int64_t> RequestFields::integers(std::string_view name) {
   return numbers;
 }
 
+std::vector<std::vector<double>> RequestFields::matrix(std::string_view name, std::size_t most) {
+  const Value* field = required(name);
+  if (field == nullptr) return {};
+  const auto rows = field->items();
+  if (!field->isList()) complain(name, wantsMatrix);
+  if (rows.size() > most) {
+    complain(name, " has " + std::to_string(rows.size()) + " places; at most " +
+                       std::to_string(most) + " can be solved");
+  }
+  std::vector<std::vector<double>> numbers;
+  for (std::size_t i = 0; i < rows.size() && !error_; ++i) {
+    if (!rows[i].isList() || rows[i].size() != rows.size()) complain(name, wantsMatrix);
+    numbers.emplace_back();
+    for (const Value& cell : rows[i].items()) {
+      const bool isRead = numbers.back().size() != i;
+      if (isRead && !cell.isNumber()) complain(name, wantsMatrix);
+      numbers.back().push_back(isRead ? cell.number() : 0);
+    }
+  }
+  return numbers;
+}
+
 TernCoordinate RequestFields::point(std::string_view name) {
   const Value* field = required(name);
   if (field == nullptr) return {};
@@ -67,6 +91,15 @@ TernCoordinate RequestFields::point(std::string_view name) {
     return {};
   }
   return {field->items()[0].number(), field->items()[1].number()};
+}
+
+Value RequestFields::numbersOrNone(std::string_view name) {
+  const Value* field = request_.find(name);
+  if (field == nullptr || field->isNull()) return {};
+  const auto isNumber = [](const Value::Entry& entry) { return entry.value.isNumber(); };
+  if (field->isMap() && std::ranges::all_of(field->entries(), isNumber)) return *field;
+  complain(name, " must be a map of numbers");
+  return {};
 }
 
 bool RequestFields::flag(std::string_view name) {

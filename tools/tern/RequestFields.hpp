@@ -32,10 +32,16 @@ class RequestFields {
   // The same, or what stands in for a missing one.
   std::int64_t integerOr(std::string_view name, std::int64_t missing);
   std::vector<std::int64_t> integers(std::string_view name);
+  // A list of as many lists of numbers, at most so many; the diagonal may be anything and reads as
+  // 0.
+  std::vector<std::vector<double>> matrix(std::string_view name, std::size_t most);
   // A list of two numbers.
   TernCoordinate point(std::string_view name);
+  // A map of numbers; absent when it is missing or null.
+  Value numbersOrNone(std::string_view name);
   bool flag(std::string_view name);
   std::string_view text(std::string_view name);
+  bool has(std::string_view name) const { return request_.find(name) != nullptr; }
 
   // E.g. "from" is missing, or "at" must be a list of two numbers; with the field's name in quotes.
   const std::optional<std::string>& error() const { return error_; }

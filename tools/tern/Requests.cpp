@@ -1,5 +1,6 @@
 #include "tools/tern/Requests.hpp"
 
+#include <algorithm>
 #include <array>
 #include <optional>
 #include <string_view>
@@ -11,10 +12,14 @@
 #include "TernCoreKit/platform/Json.hpp"
 #include "TernCoreKit/service/TernUtils.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
+#include "tools/tern/Alternatives.hpp"
 #include "tools/tern/Failure.hpp"
+#include "tools/tern/JoinedVenues.hpp"
+#include "tools/tern/Nearest.hpp"
 #include "tools/tern/RequestFields.hpp"
 #include "tools/tern/RouteAnswer.hpp"
 #include "tools/tern/Routing.hpp"
+#include "tools/tern/Tour.hpp"
 #include "tools/tern/Wording.hpp"
 
 namespace tern::command {
@@ -57,6 +62,15 @@ Value routeToAny(TernActiveVenue& venue, RequestFields& fields) {
   return answerOf("route", routeAnswer(findRouteToAny(venue, from, to, level)));
 }
 
+Value alternatives(TernActiveVenue& venue, RequestFields& fields) {
+  const std::int64_t from = fields.integer("from");
+  const std::int64_t to = fields.integer("to");
+  const std::int64_t level = fields.integerOr("accessibility", everyonesLevel);
+  const Value options = fields.numbersOrNone("options");
+  if (fields.error()) return noAnswer;
+  return alternativesAnswer(venue, from, to, level, options);
+}
+
 Value closest(TernActiveVenue& venue, RequestFields& fields) {
   const std::int64_t map = fields.integer("map");
   const TernCoordinate at = fields.point("at");
@@ -70,6 +84,16 @@ Value closestByRoute(TernActiveVenue& venue, RequestFields& fields) {
   const std::int64_t level = fields.integerOr("accessibility", everyonesLevel);
   if (fields.error()) return noAnswer;
   return waypointAnswer(findClosestByRoute(venue, candidates, to, level));
+}
+
+Value nearest(TernActiveVenue& venue, RequestFields& fields) {
+  const auto search = nearestSearchOf(venue, fields);
+  return search ? nearestAnswer(venue, *search) : noAnswer;
+}
+
+Value nearestOnMap(TernActiveVenue& venue, RequestFields& fields) {
+  const auto search = nearestOnMapSearchOf(venue, fields);
+  return search ? nearestOnMapAnswer(venue, *search) : noAnswer;
 }
 
 Value convert(TernActiveVenue& venue, RequestFields& fields) {
@@ -124,8 +148,13 @@ struct Operation {
 constexpr std::array operations{
     Operation{"route", route},
     Operation{"routeToAny", routeToAny},
+    Operation{"alternatives", alternatives},
+    Operation{"tour", tourAnswer},
+    Operation{"solve", solveAnswer},
     Operation{"closest", closest},
     Operation{"closestByRoute", closestByRoute},
+    Operation{"nearest", nearest},
+    Operation{"nearestOnMap", nearestOnMap},
     Operation{"convert", convert},
     Operation{"center", center},
     Operation{"blockEdge", blockEdge},
@@ -142,17 +171,39 @@ Value unknownOperation(std::string_view name) {
   return notUnderstoodAnswer(std::move(message));
 }
 
-Value answerToMap(TernActiveVenue& venue, const Value& request) {
+const Operation* findOperation(std::string_view name) {
+  const auto* found = std::ranges::find(operations, name, &Operation::name);
+  return found != operations.end() ? found : nullptr;
+}
+
+Value joinedRoute(const TernMultiActiveVenues& venues, RequestFields& fields) {
+  const std::int64_t from = fields.integer("from");
+  const std::int64_t to = fields.integer("to");
+  const std::int64_t level = fields.integerOr("accessibility", everyonesLevel);
+  if (fields.error()) return noAnswer;
+  return answerOf("route", routeAnswer(findRoute(venues, from, to, level)));
+}
+
+Value askAmong(const TernMultiActiveVenues& venues, const Operation& operation,
+               RequestFields& fields) {
+  if (operation.name == "route") return joinedRoute(venues, fields);
+  const std::int64_t id = fields.integer("venue");
+  if (fields.error()) return noAnswer;
+  if (const auto venue = venues.getVenueById(id)) return operation.answer(*venue, fields);
+  return notUnderstoodAnswer(std::string(operation.name) + ": \"venue\" is " + std::to_string(id) +
+                             ", which is not loaded");
+}
+
+Value answerToMap(TernActiveVenue* venue, const TernMultiActiveVenues* venues,
+                  const Value& request) {
   RequestFields fields(request);
   const std::string_view name = fields.text("op");
   if (fields.error()) return notUnderstoodAnswer(*fields.error());
-  for (const Operation& operation : operations) {
-    if (operation.name != name) continue;
-    Value answer = operation.answer(venue, fields);
-    return fields.error() ? notUnderstoodAnswer(std::string(name) + ": " + *fields.error())
-                          : answer;
-  }
-  return unknownOperation(name);
+  const Operation* operation = findOperation(name);
+  if (operation == nullptr) return unknownOperation(name);
+  Value answer =
+      venues != nullptr ? askAmong(*venues, *operation, fields) : operation->answer(*venue, fields);
+  return fields.error() ? notUnderstoodAnswer(std::string(name) + ": " + *fields.error()) : answer;
 }
 
 Value behindId(const Value& id, Value answer) {
@@ -165,7 +216,7 @@ Value behindId(const Value& id, Value answer) {
 
 Value Requests::answer(const Value& request) {
   if (!request.isMap()) return notUnderstoodAnswer("a request is a JSON object with an \"op\"");
-  Value answer = answerToMap(*venue_, request);
+  Value answer = answerToMap(venue_.get(), venues_.get(), request);
   const Value* id = request.find("id");
   return id != nullptr ? behindId(*id, std::move(answer)) : answer;
 }

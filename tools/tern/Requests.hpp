@@ -1,12 +1,12 @@
-// Answers requests about one loaded venue: the one place in which a request becomes a call of the
-// library and its result an answer.
+// Answers requests about one loaded venue, or about several that are joined: the one place in which
+// a request becomes a call of the library and its result an answer.
 //
 // A request is a map with an "op"; an answer is a map that begins with the request's "id" when it
 // has one. What the venue does not have is no error: the answer then says that there is nothing. A
 // request that is not understood changes nothing and is answered with
 // {"error": {"code", "message", "description"}}. Blocks stay in the graph until they are lifted.
 //
-// Ownership: shares the venue. Threads: one request at a time, as they search the venue's graph.
+// Ownership: shares the venues. Threads: one request at a time, as they search a graph.
 // Fails: never.
 //
 //   Requests requests(venue);
@@ -22,6 +22,7 @@
 
 namespace tern {
 struct TernActiveVenue;
+class TernMultiActiveVenues;
 }  // namespace tern
 
 namespace tern::command {
@@ -31,15 +32,21 @@ inline constexpr std::int64_t everyonesLevel = 100;
 
 class Requests {
  public:
-  // REQUIRES: the venue's graph is built.
+  // REQUIRES: the venue's graph and trees are built.
   explicit Requests(std::shared_ptr<TernActiveVenue> venue) : venue_(std::move(venue)) {}
+
+  // Routes are those of the joined graph; every other request names its "venue".
+  // REQUIRES: that graph and each venue's own are built.
+  explicit Requests(std::shared_ptr<TernMultiActiveVenues> venues) : venues_(std::move(venues)) {}
 
   Value answer(const Value& request);
   // The same for a request as JSON text.
   Value answerText(std::string request);
 
  private:
+  // One of the two.
   std::shared_ptr<TernActiveVenue> venue_;
+  std::shared_ptr<TernMultiActiveVenues> venues_;
 };
 
 }  // namespace tern::command

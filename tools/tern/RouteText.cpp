@@ -6,7 +6,6 @@
 #include "TernCoreKit/model/TernDestinationCollection.hpp"
 #include "TernCoreKit/model/TernMapCollection.hpp"
 #include "TernCoreKit/model/TernWaypoint.hpp"
-#include "tools/tern/picture/Itinerary.hpp"
 
 namespace tern::command {
 
@@ -51,10 +50,21 @@ std::string placeNameWithId(const TernVenueData& venue, std::int64_t waypointId)
   return names.empty() ? waypoint : names + " (" + waypoint + ")";
 }
 
+std::string noRouteText(const TernVenueData& venue, std::int64_t from, std::int64_t to) {
+  return "No route from " + placeNameWithId(venue, from) + " to " + placeNameWithId(venue, to) +
+         "\n";
+}
+
+std::string stagesText(const picture::Itinerary& itinerary) {
+  std::string text;
+  for (const picture::FloorVisit& visit : itinerary.visits) text += visitText(visit);
+  return text;
+}
+
 std::string routeText(const TernVenueData& venue, const TernRoute& route) {
   const picture::Itinerary itinerary = picture::itineraryOf(venue, route);
   std::string text = "From " + placeNameWithId(venue, route.front().points.front().nodeId()) + "\n";
-  for (const picture::FloorVisit& visit : itinerary.visits) text += visitText(visit);
+  text += stagesText(itinerary);
   text += "To " + placeNameWithId(venue, route.back().points.back().nodeId()) + "\n";
   const std::string length = itinerary.length.text();
   return length.empty() ? text : text + length + " in all\n";

@@ -8,6 +8,7 @@
 
 #include "TernCoreKit/model/TernVenueData.hpp"
 #include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
+#include "tools/tern/picture/Itinerary.hpp"
 
 namespace tern::command {
 
@@ -15,6 +16,12 @@ namespace tern::command {
 std::string placeName(const TernVenueData& venue, std::int64_t waypointId);
 // The same with the id behind the names.
 std::string placeNameWithId(const TernVenueData& venue, std::int64_t waypointId);
+
+// "No route from ... to ...", with a line break.
+std::string noRouteText(const TernVenueData& venue, std::int64_t from, std::int64_t to);
+
+// A line for each floor that is visited and for what leads on from there, indented.
+std::string stagesText(const picture::Itinerary& itinerary);
 
 //   From Juniper Bakery (waypoint 12)
 //     Ground floor: walk 62 m

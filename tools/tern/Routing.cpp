@@ -24,6 +24,17 @@ std::vector<std::shared_ptr<TernWaypoint>> knownWaypoints(const TernASGrid& grid
 
 }  // namespace
 
+std::string unknownWaypoints(const TernASGrid& grid, std::int64_t from, std::int64_t to,
+                             const std::string& place) {
+  std::string names;
+  for (const std::int64_t id : {from, to}) {
+    const std::string name = "waypoint " + std::to_string(id);
+    if (grid.getWPById(id) != nullptr || name == names) continue;
+    names += names.empty() ? name : " and no " + name;
+  }
+  return names.empty() ? names : "there is no " + names + " in " + place;
+}
+
 TernRoute findRoute(TernActiveVenue& venue, std::int64_t from, std::int64_t to,
                     std::int64_t level) {
   const auto grid = venue.globalASGrid();

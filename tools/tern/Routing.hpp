@@ -7,15 +7,22 @@
 #include <cstdint>
 #include <memory>
 #include <span>
+#include <string>
 
 #include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
 
 namespace tern {
+class TernASGrid;
 struct TernActiveVenue;
 struct TernWaypoint;
 }  // namespace tern
 
 namespace tern::command {
+
+// Names the waypoints that the graph does not have, as missing from that place; empty when it has
+// them.
+std::string unknownWaypoints(const TernASGrid& grid, std::int64_t from, std::int64_t to,
+                             const std::string& place);
 
 // Empty when there is no route. A link may be taken when its path type's accessibility is at most
 // the level, which may be negative.

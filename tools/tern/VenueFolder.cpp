@@ -1,31 +1,19 @@
 #include "tools/tern/VenueFolder.hpp"
 
-#include <algorithm>
 #include <fstream>
-#include <future>
 #include <string>
 #include <system_error>
 #include <utility>
 #include <vector>
 
-#include "TernCoreKit/model/TernBuildingCollection.hpp"
 #include "TernCoreKit/model/VenueAssembly.hpp"
 #include "TernCoreKit/platform/Json.hpp"
-#include "tools/tern/Wording.hpp"
 
 namespace tern::command {
 
 namespace {
 
 namespace fs = std::filesystem;
-
-Failure notLoaded(TernErrorType type, std::string line) {
-  return {ExitStatus::notLoaded, TernError::initWithErrorType(type, std::move(line))};
-}
-
-Failure notFound(std::string line) {
-  return notLoaded(TernErrorTypeObjectNotFound, std::move(line));
-}
 
 Failure isBroken(const fs::path& file, const std::string& reason) {
   return notLoaded(TernErrorTypeIncorrectJSON, file.string() + ": " + reason);
@@ -63,30 +51,11 @@ fs::path venueFile(const fs::path& folder, std::int64_t venueId) {
   return folder / "venue" / std::to_string(venueId) / "full.json";
 }
 
-// "1 (Plaza), 2 (Harbour)"
-template <class Collection>
-std::string listed(const Collection& records) {
-  constexpr std::size_t namedAtMost = 20;
-  std::string list;
-  std::size_t count = 0;
-  for (const auto& record : records.each()) {
-    if (!list.empty()) list += ", ";
-    if (++count > namedAtMost) return list + "...";
-    list += std::to_string(record.id.integer());
-    const std::string name = onOneLine(shortened(record.name.text()));
-    if (!name.empty()) list += " (" + name + ")";
-  }
-  return list.empty() ? "none" : list;
-}
-
-std::variant<std::int64_t, Failure> onlyVenue(const fs::path& folder) {
-  const auto customer = readVenues(folder);
-  if (const auto* failure = std::get_if<Failure>(&customer)) return *failure;
-  const auto& venues = *std::get<std::shared_ptr<TernVenueCollection>>(customer);
-  const std::size_t count = venues.each().size();
-  if (count == 0) return notFound((folder / "full.json").string() + ": lists no venue");
-  if (count > 1) return wrongWords("--venue: name one of the venues " + listed(venues));
-  return venues.each().begin()->id.integer();
+std::variant<std::int64_t, Failure> onlyVenueOf(const fs::path& folder) {
+  const auto venues = readVenues(folder);
+  if (const auto* failure = std::get_if<Failure>(&venues)) return *failure;
+  return onlyVenue(*std::get<std::shared_ptr<TernVenueCollection>>(venues),
+                   (folder / "full.json").string());
 }
 
 // A venue that is missing, said in the words of the customer's own list.
@@ -102,27 +71,9 @@ Failure missingVenue(const fs::path& folder, std::int64_t venueId, Failure failu
                   "; it has " + listed(venues));
 }
 
-// The ids of the buildings to load, ascending.
-std::variant<std::vector<std::int64_t>, Failure> buildingIds(
-    const TernActiveVenue& venue, const fs::path& venueFile,
-    std::optional<std::int64_t> buildingId) {
-  if (!venue.buildings || venue.buildings->each().size() == 0) {
-    return notFound(venueFile.string() + ": has no buildings");
-  }
-  if (buildingId) {
-    if (venue.buildings->findById(*buildingId) != nullptr) return std::vector{*buildingId};
-    return notFound("there is no building " + std::to_string(*buildingId) + " in " +
-                    venueFile.string() + "; it has " + listed(*venue.buildings.get()));
-  }
-  std::vector<std::int64_t> ids;
-  for (const TernBuilding& building : venue.buildings->each()) ids.push_back(building.id.integer());
-  std::ranges::sort(ids);
-  return ids;
-}
-
 std::optional<Failure> addBuildings(TernActiveVenue& venue, const fs::path& venueFile,
                                     std::optional<std::int64_t> buildingId) {
-  auto ids = buildingIds(venue, venueFile, buildingId);
+  auto ids = buildingIds(venue, venueFile.string(), buildingId);
   if (auto* failure = std::get_if<Failure>(&ids)) return std::move(*failure);
   const fs::path folder = venueFile.parent_path() / "building";
   for (const std::int64_t id : std::get<std::vector<std::int64_t>>(ids)) {
@@ -131,12 +82,6 @@ std::optional<Failure> addBuildings(TernActiveVenue& venue, const fs::path& venu
     addBuilding(venue, id, std::move(std::get<Value>(answer)));
   }
   return std::nullopt;
-}
-
-void buildGraph(TernActiveVenue& venue) {
-  std::promise<void> isBuilt;
-  venue.updateWayfindDataWithCompletion([&](bool) { isBuilt.set_value(); });
-  isBuilt.get_future().wait();
 }
 
 }  // namespace
@@ -155,7 +100,7 @@ Loaded<TernVenueCollection> readVenues(const fs::path& folder) {
 
 Loaded<TernActiveVenue> loadVenue(const fs::path& folder, std::optional<std::int64_t> venueId,
                                   std::optional<std::int64_t> buildingId) {
-  auto id = venueId ? *venueId : onlyVenue(folder);
+  auto id = venueId ? *venueId : onlyVenueOf(folder);
   if (auto* failure = std::get_if<Failure>(&id)) return std::move(*failure);
   const std::int64_t chosen = std::get<std::int64_t>(id);
   const fs::path file = venueFile(folder, chosen);

@@ -13,27 +13,19 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <memory>
 #include <optional>
-#include <variant>
 
-#include "TernCoreKit/model/TernActiveVenue.hpp"
-#include "TernCoreKit/model/TernVenueCollection.hpp"
-#include "tools/tern/Failure.hpp"
+#include "tools/tern/VenueChoice.hpp"
 
 namespace tern::command {
 
 // A document of more bytes is refused.
 inline constexpr std::uintmax_t maximumDocumentBytes = std::uintmax_t{1} << 30U;
 
-template <class T>
-using Loaded = std::variant<std::shared_ptr<T>, Failure>;
-
 // The venues of the customer.
 Loaded<TernVenueCollection> readVenues(const std::filesystem::path& folder);
 
-// A venue with its graph. Without a venue's id it is the only one that the customer has; without a
-// building's id it gets all buildings of its document, in ascending order of their ids.
+// A venue with its graph; see VenueSource.hpp.
 Loaded<TernActiveVenue> loadVenue(const std::filesystem::path& folder,
                                   std::optional<std::int64_t> venueId,
                                   std::optional<std::int64_t> buildingId);

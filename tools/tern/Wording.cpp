@@ -70,12 +70,29 @@ std::optional<std::int64_t> parseWhole(std::string_view text) {
   return parseAll<std::int64_t>(text);
 }
 
+std::optional<std::vector<std::int64_t>> parseWholes(std::string_view text) {
+  std::vector<std::int64_t> wholes;
+  for (std::size_t start = 0; start <= text.size();) {
+    const std::size_t end = std::min(text.find(',', start), text.size());
+    const auto whole = parseWhole(text.substr(start, end - start));
+    if (!whole) return std::nullopt;
+    wholes.push_back(*whole);
+    start = end + 1;
+  }
+  return wholes;
+}
+
+std::optional<double> parseNumber(std::string_view text) {
+  const auto number = parseAll<double>(text);
+  return number && std::isfinite(*number) ? number : std::nullopt;
+}
+
 std::optional<TernCoordinate> parsePoint(std::string_view text) {
   const std::size_t comma = text.find(',');
   if (comma == std::string_view::npos) return std::nullopt;
-  const auto x = parseAll<double>(text.substr(0, comma));
-  const auto y = parseAll<double>(text.substr(comma + 1));
-  if (!x || !y || !std::isfinite(*x) || !std::isfinite(*y)) return std::nullopt;
+  const auto x = parseNumber(text.substr(0, comma));
+  const auto y = parseNumber(text.substr(comma + 1));
+  if (!x || !y) return std::nullopt;
   return TernCoordinate{*x, *y};
 }
 

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "TernCoreKit/service/TernUtils.hpp"
 
@@ -22,6 +23,10 @@ std::string onItsLines(std::string_view text);
 
 // A whole decimal number that fits 64 bits and nothing else.
 std::optional<std::int64_t> parseWhole(std::string_view text);
+// Such numbers with a comma between each two.
+std::optional<std::vector<std::int64_t>> parseWholes(std::string_view text);
+// A finite decimal number and nothing else.
+std::optional<double> parseNumber(std::string_view text);
 // Two finite decimal numbers with a comma between them.
 std::optional<TernCoordinate> parsePoint(std::string_view text);
 

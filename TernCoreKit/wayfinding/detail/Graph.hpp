@@ -35,6 +35,8 @@ struct Link {
   std::uint32_t gate;
 
   std::uint32_t kindRank() const { return gate & ~blockedBit; }
+  // REQUIRES: the link leads to a node.
+  void setBlocked(bool block) { gate = kindRank() | (block ? blockedBit : 0); }
 };
 static_assert(sizeof(Link) == 16);
 

@@ -1,12 +1,10 @@
 #include "TernCoreKit/wayfinding/detail/GraphBuilder.hpp"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <map>
 #include <numeric>
 #include <string>
-#include <string_view>
 
 #include "TernCoreKit/model/TernMap.hpp"
 #include "TernCoreKit/model/TernPath.hpp"
@@ -14,6 +12,7 @@
 #include "TernCoreKit/model/TernWaypoint.hpp"
 #include "TernCoreKit/model/TernWaypointCollection.hpp"
 #include "TernCoreKit/platform/Log.hpp"
+#include "TernCoreKit/wayfinding/detail/ExitLink.hpp"
 
 namespace tern::detail {
 
@@ -54,18 +53,6 @@ void fetchRecord(const Record& record) {
   constexpr std::size_t line = 64;
   const auto* bytes = reinterpret_cast<const char*>(&record);
   for (std::size_t at = 0; at < sizeof(Record); at += line) __builtin_prefetch(bytes + at);
-}
-
-// The number behind the last colon of a venue exit's external id, which names a waypoint of another
-// venue; none without a colon.
-std::optional<std::int64_t> partnerOf(const TernWaypoint& waypoint) {
-  const std::string_view text = waypoint.externalId.text();
-  const std::size_t colon = text.rfind(':');
-  if (colon == std::string_view::npos) return std::nullopt;
-  const std::string_view digits = text.substr(colon + 1);
-  std::int64_t id = 0;
-  std::from_chars(digits.data(), digits.data() + digits.size(), id);
-  return id;
 }
 
 class Builder {
@@ -249,12 +236,12 @@ void Builder::readPaths() {
 void Builder::joinVenues() {
   paths_.pop_back();
   for (std::uint32_t node = 0; node < nodeCount_; ++node) {
-    const auto partner = partnerOf(*records_.waypoints[node]);
-    if (!partner || !isKnown(*partner)) continue;
+    const auto link = exitLinkOf(*records_.waypoints[node]);
+    if (!link || !isKnown(link->waypointId)) continue;
     addPath(walkingType, 0);
     addEnd(nodeIds_[node]);
-    addEnd(*partner);
-    grid_.virtualPaths.push_back({nodeIds_[node], *partner});
+    addEnd(link->waypointId);
+    grid_.virtualPaths.push_back({nodeIds_[node], link->waypointId});
     exits_.push_back(node);
   }
   paths_.push_back({static_cast<std::uint32_t>(ends_.size()), 0, 0});

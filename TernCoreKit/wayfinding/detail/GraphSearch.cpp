@@ -105,8 +105,7 @@ class Loop {
 
 Position searchGraph(Graph& graph, Position start, std::uint32_t gateLimit) {
   if (!graph.costsArePlain) return Loop<AnyOrder, false>(graph).run(start, gateLimit);
-  if (graph.states.size() < largeGraph)
-    return Loop<PlainOrder, false>(graph).run(start, gateLimit);
+  if (graph.states.size() < largeGraph) return Loop<PlainOrder, false>(graph).run(start, gateLimit);
   return Loop<PlainOrder, true>(graph).run(start, gateLimit);
 }
 

@@ -166,10 +166,6 @@ std::vector<TernNeighbor> GridGraph::neighborsOver(std::int64_t waypointId,
   return neighbors;
 }
 
-std::int64_t GridGraph::nodeId(Position position) const {
-  return records.waypoints[placeOf[position]]->id.integer();
-}
-
 NodeFacts GridGraph::facts(Position position) const {
   const TernWaypoint& waypoint = *records.waypoints[placeOf[position]];
   return {waypoint.id.integer(), coordinate(waypoint, 0).number(), coordinate(waypoint, 1).number(),
@@ -246,11 +242,16 @@ bool GridGraph::joins(EdgeRef edge, std::int64_t nodeId) const {
                              [&](const Value& id) { return id.integer() == nodeId; });
 }
 
+std::uint32_t GridGraph::firstEdgeJoining(Position position, std::int64_t nodeId) const {
+  const auto joinsNode = [&](EdgeRef edge) { return joins(edge, nodeId); };
+  const auto begin = edgeRefs.begin() + firstEdge[position];
+  const auto end = edgeRefs.begin() + firstEdge[position + 1];
+  return static_cast<std::uint32_t>(std::find_if(begin, end, joinsNode) - edgeRefs.begin());
+}
+
 bool GridGraph::isEdgeBlocked(Position position, std::int64_t joining) const {
-  const auto edges = edgeRefsOf(position);
-  const auto first =
-      std::ranges::find_if(edges, [&](EdgeRef edge) { return joins(edge, joining); });
-  return first != edges.end() && first->isBlocked();
+  const std::uint32_t first = firstEdgeJoining(position, joining);
+  return first != firstEdge[position + 1] && edgeRefs[first].isBlocked();
 }
 
 void GridGraph::blockEdges(Position position, std::optional<std::int64_t> joining, bool block) {
@@ -260,28 +261,67 @@ void GridGraph::blockEdges(Position position, std::optional<std::int64_t> joinin
   refreshGates(position);
 }
 
-std::map<std::int64_t, bool> GridGraph::firstMarks(Position position) const {
-  std::map<std::int64_t, bool> marks;
-  for (const EdgeRef edge : edgeRefsOf(position)) {
-    for (const std::int64_t id : materialize(edge).nodes) marks.try_emplace(id, edge.isBlocked());
+std::map<std::int64_t, std::uint32_t> GridGraph::firstEdges(Position position) const {
+  std::map<std::int64_t, std::uint32_t> firsts;
+  for (std::uint32_t i = firstEdge[position]; i < firstEdge[position + 1]; ++i) {
+    for (const std::int64_t id : materialize(edgeRefs[i]).nodes) firsts.try_emplace(id, i);
   }
-  return marks;
+  return firsts;
 }
 
-void GridGraph::refreshGates(Position position) {
-  // A search asks the first edge that joins the neighbour, whichever edge the link belongs to.
+// A search asks the first edge that joins the neighbour, whichever edge the link belongs to.
+template <class Visit>
+void GridGraph::forEachAskedEdge(Position position, Visit visit) const {
   constexpr std::uint32_t fewLinks = 16;
   const NodeState& state = graph.states[position];
   const bool isFew = state.endLink - state.firstLink <= fewLinks;
-  const auto marks = isFew ? std::map<std::int64_t, bool>() : firstMarks(position);
+  const auto firsts = isFew ? std::map<std::int64_t, std::uint32_t>() : firstEdges(position);
   for (std::uint32_t i = state.firstLink; i < state.endLink; ++i) {
-    Link& link = graph.links[i];
-    if (link.target == noPosition) continue;
-    const std::int64_t id = nodeId(link.target);
-    const auto mark = marks.find(id);
-    const bool block = isFew ? isEdgeBlocked(position, id) : mark != marks.end() && mark->second;
-    link.gate = link.kindRank() | (block ? Link::blockedBit : 0);
+    if (graph.links[i].target == noPosition) continue;
+    const std::int64_t id = nodeId(graph.links[i].target);
+    const auto first = firsts.find(id);
+    const std::uint32_t asked = isFew                   ? firstEdgeJoining(position, id)
+                                : first != firsts.end() ? first->second
+                                                        : firstEdge[position + 1];
+    if (asked != firstEdge[position + 1]) visit(i, asked);
   }
+}
+
+void GridGraph::refreshGates(Position position) {
+  forEachAskedEdge(position, [&](std::uint32_t link, std::uint32_t edge) {
+    graph.links[link].setBlocked(edgeRefs[edge].isBlocked());
+  });
+}
+
+WaysInto GridGraph::waysInto(Position position) const {
+  WaysInto ways;
+  if (position == noPosition) return ways;
+  const NodeState& state = graph.states[position];
+  std::vector<Position> neighbors;
+  for (std::uint32_t i = state.firstLink; i < state.endLink; ++i) {
+    if (graph.links[i].target != noPosition) neighbors.push_back(graph.links[i].target);
+  }
+  // Once for each neighbour, however many links lead there.
+  std::ranges::sort(neighbors);
+  neighbors.erase(std::unique(neighbors.begin(), neighbors.end()), neighbors.end());
+  for (const Position neighbor : neighbors) addWays(neighbor, nodeId(position), ways);
+  return ways;
+}
+
+void GridGraph::addWays(Position from, std::int64_t intoId, WaysInto& ways) const {
+  const std::size_t before = ways.edges.size();
+  for (std::uint32_t i = firstEdge[from]; i < firstEdge[from + 1]; ++i) {
+    if (joins(edgeRefs[i], intoId)) ways.edges.push_back(i);
+  }
+  const auto closed = std::span(ways.edges).subspan(before);
+  forEachAskedEdge(from, [&](std::uint32_t link, std::uint32_t edge) {
+    if (std::ranges::binary_search(closed, edge)) ways.links.push_back(link);
+  });
+}
+
+void GridGraph::block(const WaysInto& ways, bool block) {
+  for (const std::uint32_t edge : ways.edges) edgeRefs[edge].setBlocked(block);
+  for (const std::uint32_t link : ways.links) graph.links[link].setBlocked(block);
 }
 
 }  // namespace tern::detail

@@ -15,6 +15,7 @@
 #include <string>
 #include <vector>
 
+#include "TernCoreKit/model/TernWaypoint.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "TernCoreKit/wayfinding/detail/FloorIndex.hpp"
 #include "TernCoreKit/wayfinding/detail/Graph.hpp"
@@ -57,6 +58,13 @@ struct LinkKind {
   std::int64_t accessibility = 0;
 };
 
+// What has to be written to close, or open, the ways into a node.
+struct WaysInto {
+  std::vector<std::uint32_t> edges;
+  // Those that a search tests by the mark of one of the edges.
+  std::vector<std::uint32_t> links;
+};
+
 class GridGraph final : public NodeSource {
  public:
   explicit GridGraph(GridRecords given);
@@ -97,6 +105,15 @@ class GridGraph final : public NodeSource {
   std::vector<TernNeighbor> neighborsOver(std::int64_t waypointId,
                                           std::span<const TernASEdge> edges) const;
 
+  std::int64_t nodeId(Position position) const { return waypointAt(position).id.integer(); }
+  const TernWaypoint& waypointAt(Position position) const {
+    return *records.waypoints[placeOf[position]];
+  }
+  // From the nodes that the node itself has links to. Found once, they are blocked and opened with
+  // a few writes, and as `blockEdges` of each of these nodes would do it.
+  WaysInto waysInto(Position position) const;
+  void block(const WaysInto& ways, bool block);
+
   NodeFacts facts(Position position) const override;
   float height(Position position) const override;
   NodeProgress progress(Position position) const override;
@@ -109,7 +126,6 @@ class GridGraph final : public NodeSource {
   bool isEdgeBlocked(Position position, std::int64_t joining) const override;
 
  private:
-  std::int64_t nodeId(Position position) const;
   std::span<const EdgeRef> edgeRefsOf(Position position) const;
   bool joins(EdgeRef edge, std::int64_t nodeId) const;
   TernASEdge materialize(EdgeRef edge) const;
@@ -117,7 +133,13 @@ class GridGraph final : public NodeSource {
                       Value direction) const;
   // Brings the gates of a node's links in line with its edges' marks.
   void refreshGates(Position position);
-  std::map<std::int64_t, bool> firstMarks(Position position) const;
+  // By the id that it joins: the place of the node's first such edge.
+  std::map<std::int64_t, std::uint32_t> firstEdges(Position position) const;
+  std::uint32_t firstEdgeJoining(Position position, std::int64_t nodeId) const;
+  // For each of the node's links that lead to a node: the place of the edge that a search asks.
+  template <class Visit>
+  void forEachAskedEdge(Position position, Visit visit) const;
+  void addWays(Position from, std::int64_t intoId, WaysInto& ways) const;
 };
 
 }  // namespace tern::detail

@@ -58,13 +58,32 @@ Value otherNames(const Phrase& phrase) {
   return otherNames([&](std::size_t locale) { return phrase[locale]; });
 }
 
-// Degrees of latitude and longitude of a point of the site.
-Value onGlobe(const VenueModel& venue, Point at) {
+// Degrees.
+struct GlobePoint {
+  double latitude;
+  double longitude;
+};
+
+GlobePoint globePointOf(const VenueModel& venue, Point at) {
   const City& city = cities()[static_cast<std::size_t>(venue.city)];
+  const std::int64_t x = at.x + venue.eastPx;
   const std::int64_t south = std::int64_t{at.y} * mmPerPixel * latitudeE9PerMetre / 100'000;
-  const std::int64_t east = std::int64_t{at.x} * mmPerPixel * city.longitudeE9PerMetre / 100'000;
-  return Value::list({static_cast<double>(city.latitudeE7 - south) / 1e7,
-                      static_cast<double>(city.longitudeE7 + east) / 1e7});
+  const std::int64_t east = x * mmPerPixel * city.longitudeE9PerMetre / 100'000;
+  return {static_cast<double>(city.latitudeE7 - south) / 1e7,
+          static_cast<double>(city.longitudeE7 + east) / 1e7};
+}
+
+// A point of the site, latitude first.
+Value onGlobe(const VenueModel& venue, Point at) {
+  const GlobePoint point = globePointOf(venue, at);
+  return Value::list({point.latitude, point.longitude});
+}
+
+// Where a waypoint lies: on its map, or on the globe, longitude first.
+Value placeOf(const VenueModel& venue, Point at) {
+  if (!venue.isJoined()) return point(at);
+  const GlobePoint place = globePointOf(venue, at);
+  return Value::list({place.longitude, place.latitude});
 }
 
 Value corners(const VenueModel& venue, const Box& box) {
@@ -201,6 +220,11 @@ Value pathTypeLocations(const VenueModel& venue, PathKind kind) {
   return locations.finished();
 }
 
+// Walking costs its length, which is counted in metres among joined venues.
+int weightOf(const VenueModel& venue, const PathTypeRow& row) {
+  return venue.isJoined() && row.kind == PathKind::walk ? metrePx * row.weight : row.weight;
+}
+
 void writePathTypes(DocumentText& text, const VenueModel& venue) {
   text.beginBatch("pathTypes");
   for (const PathTypeRow& row : pathTypeRows) {
@@ -210,7 +234,7 @@ void writePathTypes(DocumentText& text, const VenueModel& venue) {
                                {"name", row.name},
                                {"description", row.description},
                                {"accessibility", row.accessibility},
-                               {"weight", row.weight},
+                               {"weight", weightOf(venue, row)},
                                {"verticalWeight", row.verticalWeight},
                                {"direction", 0},
                                {"locations", pathTypeLocations(venue, row.kind)}});
@@ -321,15 +345,25 @@ Value venueExtensors(const VenueModel& venue) {
                      {"categories", std::move(categories)}});
 }
 
-Value waypoint(const VenueModel& venue, const FloorModel& floor, NodeRef ref) {
+// An exit that leads to another venue names it, and the waypoint there.
+std::string waypointName(const VenueModel& venue, const FloorModel& floor, NodeRef ref) {
+  for (const VenueExit& exit : venue.exits) {
+    if (exit.at.floor != ref.floor || exit.at.node != ref.node) continue;
+    return std::to_string(exit.venue) + ":" + std::to_string(exit.waypoint);
+  }
   const Node& node = floor.graph.nodes[static_cast<std::size_t>(ref.node)];
+  if (node.kind == NodeKind::entrance) return "Exit";
   std::string number = std::to_string(ref.node + 1);
   if (number.size() < 3) number.insert(0, 3 - number.size(), '0');
-  Value record = Value::map(
-      {{"id", venue.waypointId(ref)},
-       {"externalId", node.kind == NodeKind::entrance ? "Exit" : floor.code + "-" + number},
-       {"mapId", floor.mapId},
-       {"coordinates", point(node.at)}});
+  return floor.code + "-" + number;
+}
+
+Value waypoint(const VenueModel& venue, const FloorModel& floor, NodeRef ref) {
+  const Node& node = floor.graph.nodes[static_cast<std::size_t>(ref.node)];
+  Value record = Value::map({{"id", venue.waypointId(ref)},
+                             {"externalId", waypointName(venue, floor, ref)},
+                             {"mapId", floor.mapId},
+                             {"coordinates", placeOf(venue, node.at)}});
   Value destinations = Value::list();
   Value amenities = Value::list();
   if (node.kind == NodeKind::shop) {
@@ -413,27 +447,32 @@ void writeFloor(DocumentText& text, const VenueModel& venue, int floorIndex) {
   text.endMap();
 }
 
-}  // namespace
-
-std::string customerDocument(const VenueModel& venue) {
+Value venueHead(const VenueModel& venue) {
   const Value globe = siteCorners(venue);
   const auto topLeft = globe["topLeft"].items();
   const auto bottomRight = globe["bottomRight"].items();
+  return Value::map(
+      {{"id", venue.options.venue},
+       {"externalId", "venue-" + std::to_string(venue.options.venue)},
+       {"name", venue.name},
+       {"mapId", venue.floors.front().mapId},
+       {"coordinates", globe},
+       {"bbox", Value::list({topLeft[1], bottomRight[0], bottomRight[1], topLeft[0]})},
+       {"status", 1},
+       {"customerId", venue.options.customer}});
+}
+
+}  // namespace
+
+std::string customerDocument(std::span<const VenueModel> venues) {
+  const VenueModel& first = venues.front();
   DocumentText text;
   text.beginMap();
-  text.field("id", venue.options.customer);
-  text.field("name", venue.name + " Properties");
-  text.field("generatedAt", venue.generatedAt);
+  text.field("id", first.options.customer);
+  text.field("name", first.name + " Properties");
+  text.field("generatedAt", first.generatedAt);
   text.beginBatch("venues");
-  text.item(
-      Value::map({{"id", venue.options.venue},
-                  {"externalId", "venue-" + std::to_string(venue.options.venue)},
-                  {"name", venue.name},
-                  {"mapId", venue.floors.front().mapId},
-                  {"coordinates", globe},
-                  {"bbox", Value::list({topLeft[1], bottomRight[0], bottomRight[1], topLeft[0]})},
-                  {"status", 1},
-                  {"customerId", venue.options.customer}}));
+  for (const VenueModel& venue : venues) text.item(venueHead(venue));
   text.endBatch();
   text.endMap();
   return text.finished();

@@ -9,6 +9,7 @@
 // Threads: free functions over a model that nobody changes meanwhile.
 #pragma once
 
+#include <span>
 #include <string>
 
 #include "tools/tern/generate/VenueModel.hpp"
@@ -18,7 +19,8 @@ namespace tern::generate {
 // The template that the venue document names.
 inline constexpr std::string_view mapTemplateId = "default";
 
-std::string customerDocument(const VenueModel& venue);
+// REQUIRES: a venue.
+std::string customerDocument(std::span<const VenueModel> venues);
 std::string localesDocument();
 std::string venueDocument(const VenueModel& venue);
 std::string buildingDocument(const VenueModel& venue, int building);

@@ -21,7 +21,8 @@ std::optional<std::string> validate(const GenerateOptions& options) {
   }
   if (auto error = check("--spacing", options.spacing, spacingRange)) return error;
   if (auto error = check("--customer", options.customer, idRange)) return error;
-  return check("--venue", options.venue, idRange);
+  if (auto error = check("--venue", options.venue, idRange)) return error;
+  return check("--venues", options.venues, venuesRange);
 }
 
 }  // namespace tern::generate

@@ -22,6 +22,7 @@ inline constexpr OptionRange shopRange{1, 2'000'000};
 inline constexpr OptionRange waypointRange{1, 5'000'000};
 inline constexpr OptionRange spacingRange{1, 20};
 inline constexpr OptionRange idRange{1, 1'000'000'000};
+inline constexpr OptionRange venuesRange{1, 100};
 
 struct GenerateOptions {
   // --seed: chooses the names, the widths of the shops and what they sell. Any value.
@@ -41,6 +42,10 @@ struct GenerateOptions {
   // --customer and --venue: the ids that the documents carry.
   std::int64_t customer = 1;
   std::int64_t venue = 1;
+  // --venues: several stand beside each other from west to east, with ids from `venue` on; each has
+  // an exit to the next one and one to the one before. Their waypoints lie at longitudes and
+  // latitudes in place of pixels, since that is what a graph of joined venues takes.
+  std::int64_t venues = 1;
 };
 
 // Names the first option that is out of range, e.g. "--floors: 0 is out of range, 1 to 40".

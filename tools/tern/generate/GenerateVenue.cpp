@@ -21,16 +21,8 @@ std::optional<std::string> writeFile(const std::filesystem::path& path, const st
   return std::nullopt;
 }
 
-}  // namespace
-
-std::optional<std::string> generateVenue(const GenerateOptions& options,
-                                         const DocumentReceiver& receive) {
-  const PlannedVenue planned = planVenue(options);
-  if (planned.error) return planned.error;
-  const VenueModel& venue = planned.venue;
-  const std::string folder = "venue/" + std::to_string(options.venue) + "/";
-  if (auto error = receive("full.json", customerDocument(venue))) return error;
-  if (auto error = receive("locale/full.json", localesDocument())) return error;
+std::optional<std::string> sendVenue(const VenueModel& venue, const DocumentReceiver& receive) {
+  const std::string folder = "venue/" + std::to_string(venue.options.venue) + "/";
   if (auto error = receive(folder + "full.json", venueDocument(venue))) return error;
   if (auto error = receive(folder + "destinations.json", destinationsDocument(venue))) return error;
   for (const BuildingPlan& building : venue.site.buildings) {
@@ -38,8 +30,22 @@ std::optional<std::string> generateVenue(const GenerateOptions& options,
         folder + "building/" + std::to_string(building.index + 1) + "/full.json";
     if (auto error = receive(path, buildingDocument(venue, building.index))) return error;
   }
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<std::string> generateVenue(const GenerateOptions& options,
+                                         const DocumentReceiver& receive) {
+  const PlannedVenues planned = planVenues(options);
+  if (planned.error) return planned.error;
+  if (auto error = receive("full.json", customerDocument(planned.venues))) return error;
+  if (auto error = receive("locale/full.json", localesDocument())) return error;
+  for (const VenueModel& venue : planned.venues) {
+    if (auto error = sendVenue(venue, receive)) return error;
+  }
   return receive("map-template/" + std::string(mapTemplateId) + "/full.json",
-                 mapTemplateDocument(venue));
+                 mapTemplateDocument(planned.venues.front()));
 }
 
 std::optional<std::string> generateVenueFolder(const GenerateOptions& options,

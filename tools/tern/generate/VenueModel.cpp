@@ -255,6 +255,61 @@ PlannedVenue planForWaypoints(const GenerateOptions& options) {
   return {std::move(best), std::nullopt};
 }
 
+// The entrance on the ground that lies furthest to the west or to the east. Where all lie on one
+// line these are two different ones.
+NodeRef entranceOf(const VenueModel& venue, bool isWest) {
+  NodeRef found{-1, -1};
+  int foundX = 0;
+  for (std::size_t i = 0; i < venue.floors.size(); ++i) {
+    const FloorModel& floor = venue.floors[i];
+    if (floor.level != 0) continue;
+    for (std::size_t j = 0; j < floor.graph.nodes.size(); ++j) {
+      const Node& node = floor.graph.nodes[j];
+      if (node.kind != NodeKind::entrance) continue;
+      if (found.floor >= 0 && (isWest ? node.at.x >= foundX : node.at.x < foundX)) continue;
+      found = {static_cast<int>(i), static_cast<int>(j)};
+      foundX = node.at.x;
+    }
+  }
+  return found;
+}
+
+void join(VenueModel& west, VenueModel& east) {
+  const NodeRef out = entranceOf(west, false);
+  const NodeRef in = entranceOf(east, true);
+  west.exits.push_back({out, east.options.venue, east.waypointId(in)});
+  east.exits.push_back({in, west.options.venue, west.waypointId(out)});
+}
+
+constexpr int gapBetweenVenuesPx = 20 * metrePx;
+
+// Side by side in the city of the first, with ids of their own.
+void arrange(std::vector<VenueModel>& venues) {
+  std::int64_t mapIds = 1;
+  std::int64_t idsPerMap = 1;
+  for (const VenueModel& venue : venues) {
+    for (const FloorModel& floor : venue.floors) {
+      while (mapIds <= floor.mapId) mapIds *= 10;
+    }
+    idsPerMap = std::max(idsPerMap, venue.idsPerMap);
+  }
+  for (std::size_t i = 1; i < venues.size(); ++i) {
+    VenueModel& venue = venues[i];
+    const VenueModel& before = venues[i - 1];
+    venue.city = before.city;
+    venue.eastPx = before.eastPx + before.site.widthPx + gapBetweenVenuesPx;
+  }
+  for (std::size_t i = 0; i < venues.size(); ++i) {
+    venues[i].idsPerMap = idsPerMap;
+    for (FloorModel& floor : venues[i].floors) {
+      floor.mapId += static_cast<std::int64_t>(i) * mapIds;
+      // Beyond the ids of the floors of the venues before.
+      floor.floorId += static_cast<std::int64_t>(i) * mapIds;
+    }
+  }
+  for (std::size_t i = 1; i < venues.size(); ++i) join(venues[i - 1], venues[i]);
+}
+
 }  // namespace
 
 std::int64_t VenueModel::waypointId(NodeRef ref) const {
@@ -272,6 +327,28 @@ PlannedVenue planVenue(const GenerateOptions& options) {
   if (auto error = validate(options)) return {{}, error};
   if (options.waypoints) return planForWaypoints(options);
   return {plan(options, options.shops), std::nullopt};
+}
+
+PlannedVenues planVenues(const GenerateOptions& options) {
+  PlannedVenues planned;
+  for (std::int64_t i = 0; i < options.venues; ++i) {
+    GenerateOptions own = options;
+    own.venue += i;
+    own.seed += static_cast<std::uint64_t>(i);
+    PlannedVenue venue = planVenue(own);
+    if (venue.error) return {{}, std::move(venue.error)};
+    planned.venues.push_back(std::move(venue.venue));
+  }
+  if (options.venues > 1) arrange(planned.venues);
+  // No range of the options lets one venue go beyond 32 bits; many of them may.
+  constexpr std::int64_t largestId = 2'147'483'647;
+  for (const VenueModel& venue : planned.venues) {
+    if ((venue.floors.back().mapId + 1) * venue.idsPerMap > largestId) {
+      return {{}, "--venues: so many venues of this size need ids of more than 32 bits"};
+    }
+  }
+  if (planned.venues.empty()) planned.error = validate(options);
+  return planned;
 }
 
 }  // namespace tern::generate

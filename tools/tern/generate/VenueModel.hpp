@@ -57,14 +57,26 @@ struct Shop {
   std::vector<NodeRef> doors;
 };
 
+// A way out into another venue.
+struct VenueExit {
+  NodeRef at;
+  std::int64_t venue = 0;
+  // The waypoint that it joins there.
+  std::int64_t waypoint = 0;
+};
+
 struct VenueModel {
   GenerateOptions options;
   std::string name;
   int city = 0;
+  // How far the site lies east of the city's first one.
+  std::int64_t eastPx = 0;
   SitePlan site;
   // Building by building, each from its lowest floor.
   std::vector<FloorModel> floors;
   std::vector<Shop> shops;
+  // Of joined venues.
+  std::vector<VenueExit> exits;
   // Waypoints and paths of a map are numbered from its id times this. The ranges of the options
   // keep every id within 32 bits: two million shops on one floor at the closest spacing end below
   // 12 * 10^8.
@@ -74,6 +86,7 @@ struct VenueModel {
 
   std::int64_t waypointId(NodeRef ref) const;
   std::int64_t waypointCount() const;
+  bool isJoined() const { return options.venues > 1; }
 };
 
 // `error` is set, and names the option, when the venue that was asked for cannot be.
@@ -83,5 +96,14 @@ struct [[nodiscard]] PlannedVenue {
 };
 
 PlannedVenue planVenue(const GenerateOptions& options);
+
+struct [[nodiscard]] PlannedVenues {
+  std::vector<VenueModel> venues;
+  std::optional<std::string> error;
+};
+
+// All of the venues that are asked for. The ids of their maps, waypoints, paths and floors are
+// unique among them.
+PlannedVenues planVenues(const GenerateOptions& options);
 
 }  // namespace tern::generate

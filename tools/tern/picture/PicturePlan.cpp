@@ -26,7 +26,8 @@ class Planner {
  public:
   explicit Planner(const RoutePicture& picture) : picture_(picture) {
     for (const PictureRoute& route : picture.routes) {
-      walks_.push_back(itineraryOf(picture.venue, route.route));
+      const TernVenueData& venue = route.venue != nullptr ? *route.venue : picture.venue;
+      walks_.push_back(itineraryOf(venue, route.route));
     }
   }
 

@@ -34,6 +34,8 @@ struct PictureRoute {
   std::string start;
   std::string goal;
   TernRoute route;
+  // Where it lies when that is another venue than the picture's; borrowed, too.
+  const TernVenueData* venue = nullptr;
 };
 
 enum class RouteSet {

@@ -1,0 +1,69 @@
+// One run of the ordering of destinations: scores the levels, has each destination settled on a
+// waypoint, and puts levels and waypoints in order.
+//
+// Ownership: borrows everything that it is made of. Threads: one. Fails: never.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "TernCoreKit/optimisation/detail/ChainLengths.hpp"
+#include "TernCoreKit/optimisation/detail/LegCache.hpp"
+#include "TernCoreKit/optimisation/detail/TourTables.hpp"
+#include "TernCoreKit/spatial/TernNearestElement.hpp"
+#include "TernCoreKit/wayfinding/TernRouting.hpp"
+
+namespace tern::detail {
+
+// To whichever waypoint is cheapest to reach.
+TernRoute routeWithinArray(const TernRouting& venue, const TernWaypoint& from, const Waypoints& to,
+                           std::int64_t accessibility);
+
+class OrderingRun {
+ public:
+  // Venue and search may be null: then there are no routes, or nothing is reachable. The run keeps
+  // in `condition` the waypoints at which the search may end; none means any.
+  OrderingRun(const TernRouting* venue, TernNearestElement* search, std::int64_t accessible,
+              TourTables& tables, Waypoints& condition)
+      : venue_(venue),
+        search_(search),
+        accessible_(accessible),
+        tables_(tables),
+        condition_(condition),
+        lengths_(legs_) {}
+
+  // REQUIRES, before each: the one above; before the first the start and the destinations.
+  void createPriorityLevelScore();
+  void getOptimalOrderOfDestinations();
+  Destinations getDestinationOrderFor(const Waypoints& order) const;
+  std::vector<TernRoute> generatePathPerFloorFor(const Waypoints& order);
+
+ private:
+  // The level to go on with, and where on it; the waypoint is null when the search found none.
+  struct NextLevel {
+    std::int64_t mapId;
+    std::shared_ptr<TernWaypoint> waypoint;
+  };
+
+  std::optional<TernNearestResult> findNearest(const std::shared_ptr<TernWaypoint>& from,
+                                               std::int64_t mapId,
+                                               const TernNearestElement::Elements& elements);
+  std::optional<NextLevel> chooseNextLevel();
+  TernNearestElement::Elements targetsOf(const LevelRecord& level) const;
+  void settleByArrival(const NextLevel& arrival);
+  void getShortestDistanceandTour(LevelRecord& level, std::shared_ptr<TernWaypoint> start);
+  Waypoints chainFrom(std::shared_ptr<TernWaypoint> start, Waypoints stops);
+  Waypoints getOptimalPathWithTSPAlgo(const Waypoints& chain);
+
+  const TernRouting* const venue_;
+  TernNearestElement* const search_;
+  const std::int64_t accessible_;
+  TourTables& tables_;
+  Waypoints& condition_;
+  LegCache legs_;
+  ChainLengths lengths_;
+};
+
+}  // namespace tern::detail

@@ -1,0 +1,61 @@
+#include "TernCoreKit/optimisation/detail/TourTables.hpp"
+
+#include <algorithm>
+#include <utility>
+
+namespace tern::detail {
+
+void LevelRecord::decide(std::shared_ptr<TernWaypoint> waypoint) {
+  if (!decidedWaypoints) decidedWaypoints.emplace();
+  decidedWaypoints->push_back(std::move(waypoint));
+}
+
+void TourTables::arrange(Destinations destinations) {
+  destinations_ = std::move(destinations);
+  owners_.clear();
+  for (std::size_t place = 0; place < destinations_.size(); ++place) {
+    for (const auto& waypoint : destinations_[place]->waypoints) {
+      if (waypoint != nullptr) owners_.try_emplace(waypoint->id.integer(), place);
+    }
+  }
+}
+
+std::shared_ptr<TernDestination> TourTables::getDesinationById(std::int64_t id) const {
+  const auto found = std::ranges::find_if(
+      destinations_, [id](const auto& each) { return each->id.integer() == id; });
+  return found != destinations_.end() ? *found : nullptr;
+}
+
+std::shared_ptr<TernDestination> TourTables::getbyWayPointId(std::int64_t id) const {
+  const auto found = owners_.find(id);
+  return found != owners_.end() ? destinations_[found->second] : nullptr;
+}
+
+bool TourTables::isOwned(const TernWaypoint& waypoint, const TernDestination& by) const {
+  const auto owner = getbyWayPointId(waypoint.id.integer());
+  return owner != nullptr && owner->id.integer() == by.id.integer();
+}
+
+std::int64_t TourTables::getScore(std::int64_t mapId) const {
+  const auto level = levelComputedDataDict.find(mapId);
+  return level != levelComputedDataDict.end() ? level->second.score : 0;
+}
+
+bool TourTables::isReachable(std::int64_t mapId) const {
+  const auto level = levelComputedDataDict.find(mapId);
+  return level != levelComputedDataDict.end() && level->second.isReachable;
+}
+
+bool TourTables::isAllVisited() const {
+  return std::ranges::all_of(levelComputedDataDict,
+                             [](const auto& level) { return level.second.isVisited; });
+}
+
+std::shared_ptr<TernWaypoint> waypointOf(const TernDestination& destination, std::int64_t id) {
+  for (const auto& waypoint : destination.waypoints) {
+    if (waypoint != nullptr && waypoint->id.integer() == id) return waypoint;
+  }
+  return nullptr;
+}
+
+}  // namespace tern::detail

@@ -1,0 +1,28 @@
+// The transports of a library that is built without libcurl (TERN_WITH_CURL off).
+
+#include "TernCoreKit/platform/Http.hpp"
+#include "TernCoreKit/platform/detail/DefaultHttpTransport.hpp"
+
+namespace tern {
+namespace {
+
+// It has no thread: the completion runs before `send` returns.
+class NoHttpTransport final : public HttpTransport {
+ public:
+  void send(HttpRequest /*request*/, Completion completion) override {
+    completion({.error = "This build has no HTTP of its own: the application has to provide it"});
+  }
+};
+
+}  // namespace
+
+HttpTransport& detail::defaultHttpTransport() {
+  static auto& transport = *new NoHttpTransport;
+  return transport;
+}
+
+std::shared_ptr<HttpTransport> makeHttpTransport(HttpSettings /*settings*/) {
+  return std::make_shared<NoHttpTransport>();
+}
+
+}  // namespace tern

@@ -1,0 +1,64 @@
+// The thread that all requests of one transport run on, and what it works with.
+//
+// Ownership: shared by the transport and the thread; the thread starts with the first request.
+// Threads: `send` and `end` may be called from any; the rest is the thread's own.
+// Fails: by the response's error.
+#pragma once
+
+#include <curl/curl.h>
+
+#include <cstddef>
+#include <deque>
+#include <memory>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+#include "TernCoreKit/platform/Http.hpp"
+#include "TernCoreKit/platform/detail/curl/CurlTransfer.hpp"
+
+namespace tern::detail {
+
+class CurlWorker : public std::enable_shared_from_this<CurlWorker> {
+ public:
+  // What becomes of requests at the end: an answer with an error, or nothing.
+  enum class Ending { no, answering, dropping };
+
+  explicit CurlWorker(HttpSettings settings);
+  ~CurlWorker();
+  CurlWorker(const CurlWorker&) = delete;
+  CurlWorker& operator=(const CurlWorker&) = delete;
+
+  void send(HttpRequest request, HttpTransport::Completion completion);
+  // Ends the thread and waits for it, unless called on it. REQUIRES: not `no`.
+  void end(Ending ending);
+
+ private:
+  using Transfers = std::vector<std::unique_ptr<CurlTransfer>>;
+
+  bool isRunning();
+  void work();
+  Ending ending();
+  Transfers takeWaiting();
+  void start(std::unique_ptr<CurlTransfer> transfer);
+  bool finishDone();
+  bool finishStalled();
+  int milliseconds() const;
+  std::unique_ptr<CurlTransfer> take(const CurlTransfer& transfer);
+  void complete(CurlTransfer& transfer);
+  void finishAll();
+
+  const HttpSettings settings_;
+  CURLM* const multi_;
+
+  // The thread's own.
+  Transfers transfers_;
+
+  std::mutex mutex_;
+  // Guarded by mutex_.
+  std::deque<std::unique_ptr<CurlTransfer>> waiting_;
+  Ending ending_ = Ending::no;
+  std::thread thread_;
+};
+
+}  // namespace tern::detail

@@ -1,0 +1,227 @@
+#include "TernCoreKit/service/OAuthConnector.hpp"
+
+#include <chrono>
+#include <mutex>
+#include <utility>
+
+namespace tern {
+
+struct OAuthConnector::Fields {
+  std::shared_ptr<HTTPClient> http;
+  std::optional<std::string> api;
+  std::optional<std::string> accessToken;
+  double expiryTime = 0;  // seconds
+  std::optional<WallTime> refreshTime;
+  Value tokenRequestData;
+};
+
+class OAuthConnector::Guarded {
+ public:
+  // Reads or changes the fields; no other call does so meanwhile.
+  template <class Use>
+  auto with(Use use) {
+    const std::lock_guard lock(mutex_);
+    return use(fields_);
+  }
+
+ private:
+  std::mutex mutex_;
+  Fields fields_;  // guarded by mutex_
+};
+
+namespace {
+
+TernError accessDenied(std::string_view message, std::string description) {
+  return TernError::initWithErrorType(TernErrorTypeAccessDenied, std::string(message),
+                                      std::move(description));
+}
+
+TernError noToken(std::string description) {
+  return accessDenied("Could not request access token", std::move(description));
+}
+
+std::string refusal(const Value& answer) {
+  const Value* const message = answer.find("message");
+  return message != nullptr ? message->printed()
+                            : "Request did not return access_token or expiry_time";
+}
+
+std::optional<std::string> textOf(const Value& value) {
+  if (!value.isText()) return std::nullopt;
+  return std::string(value.text());
+}
+
+bool isTokenExpired(double expiryTime, std::optional<WallTime> refreshTime, WallTime now) {
+  if (expiryTime == 0 || !refreshTime.has_value()) return true;
+  return std::chrono::duration<double>(now - *refreshTime).count() >= expiryTime;
+}
+
+Value withToken(Value headers, const std::string& token) {
+  if (!headers.isMap()) headers = Value::map();
+  headers.set("Authorization", "Bearer " + token);
+  return headers;
+}
+
+}  // namespace
+
+OAuthConnector::OAuthConnector() : guarded_(std::make_shared<Guarded>()) {}
+OAuthConnector::~OAuthConnector() = default;
+
+std::shared_ptr<OAuthConnector> OAuthConnector::sharedInstance() {
+  // Never destroyed: other static objects may use it until the very end.
+  static auto& instance = *new auto(std::make_shared<OAuthConnector>());
+  return instance;
+}
+
+std::string_view OAuthConnector::tokenAPIEndpoint() { return "/QRVS/api/auth/token"; }
+
+void OAuthConnector::setCredentialsWithClientId(std::string_view clientId,
+                                                std::string_view clientSecret,
+                                                std::string_view apiUrl) {
+  const bool isComplete = !clientId.empty() && !clientSecret.empty() && !apiUrl.empty();
+  auto http = isComplete ? HTTPClient::initWithHostURL(std::string(apiUrl)) : nullptr;
+  guarded_->with([&](Fields& fields) {
+    fields.refreshTime.reset();
+    if (!isComplete) return;
+    fields.http = std::move(http);
+    fields.tokenRequestData = Value::map({{"grant_type", "client_credentials"},
+                                          {"scope", "sdk.read"},
+                                          {"client_id", clientId},
+                                          {"client_secret", clientSecret}});
+  });
+}
+
+void OAuthConnector::requestToken(TokenCompletion completion) {
+  const auto [http, parameters] = guarded_->with(
+      [](const Fields& fields) { return std::pair(fields.http, fields.tokenRequestData); });
+  if (parameters.isAbsent() || http == nullptr) {
+    completion(accessDenied("Please Authenticate",
+                            "Please authenticate with client_id and client_secret before "
+                            "requesting access token"),
+               std::nullopt);
+    return;
+  }
+  const Value headers = Value::map(
+      {{"Content-Type", "application/x-www-form-urlencoded"}, {"Accept", "application/json"}});
+  http->POST(tokenAPIEndpoint(), parameters, headers,
+             [guarded = guarded_, completion = std::move(completion)](
+                 std::optional<std::string> error, std::int64_t /*status*/, const Value& answer) {
+               const Value* const token = answer.find("access_token");
+               const Value* const seconds = answer.find("expires_in");
+               if (error.has_value()) {
+                 completion(noToken(std::move(*error)), std::nullopt);
+               } else if (token == nullptr || seconds == nullptr) {
+                 completion(noToken(refusal(answer)), std::nullopt);
+               } else {
+                 guarded->with([&, now = wallTime()](Fields& fields) {
+                   fields.expiryTime = seconds->number();
+                   fields.refreshTime = now;
+                   fields.accessToken = textOf(*token);
+                 });
+                 completion(std::nullopt, textOf(*token));
+               }
+             });
+}
+
+void OAuthConnector::getAccessTokenInHeader(Value headers, HeaderCompletion completion) {
+  const WallTime now = wallTime();
+  // Both in one go: a token that is replaced in between would be judged by the other's time.
+  const auto [isExpired, token] = guarded_->with([&](const Fields& fields) {
+    return std::pair(isTokenExpired(fields.expiryTime, fields.refreshTime, now),
+                     fields.accessToken);
+  });
+  if (!isExpired) {
+    createTokenHeader(std::move(headers), token, completion);
+    return;
+  }
+  requestToken([headers = std::move(headers), completion = std::move(completion)](
+                   std::optional<TernError> error, const std::optional<std::string>& newToken) {
+    if (error.has_value()) {
+      completion(std::move(error), {});
+    } else {
+      createTokenHeader(headers, newToken, completion);
+    }
+  });
+}
+
+void OAuthConnector::createTokenHeader(Value headers, const std::optional<std::string>& token,
+                                       const HeaderCompletion& completion) {
+  if (token.has_value() && !token->empty()) {
+    completion(std::nullopt, withToken(std::move(headers), *token));
+  } else {
+    completion(TernError::initWithErrorType(TernErrorTypeIncorrectObjectType, std::nullopt,
+                                            "Token is not in correct format"),
+               {});
+  }
+}
+
+bool OAuthConnector::isExpired() const {
+  const WallTime now = wallTime();
+  return guarded_->with([&](const Fields& fields) {
+    return isTokenExpired(fields.expiryTime, fields.refreshTime, now);
+  });
+}
+
+void OAuthConnector::setExpirationTime(double seconds) {
+  guarded_->with([&, now = wallTime()](Fields& fields) {
+    fields.expiryTime = seconds;
+    fields.refreshTime = now;
+  });
+}
+
+void OAuthConnector::logout() {
+  guarded_->with([](Fields& fields) {
+    fields.api.reset();
+    fields.accessToken.reset();
+  });
+}
+
+std::shared_ptr<HTTPClient> OAuthConnector::http() const {
+  return guarded_->with([](const Fields& fields) { return fields.http; });
+}
+
+void OAuthConnector::setHttp(std::shared_ptr<HTTPClient> http) {
+  guarded_->with([&](Fields& fields) { fields.http.swap(http); });
+}
+
+std::optional<std::string> OAuthConnector::api() const {
+  return guarded_->with([](const Fields& fields) { return fields.api; });
+}
+
+void OAuthConnector::setApi(std::optional<std::string> api) {
+  guarded_->with([&](Fields& fields) { fields.api.swap(api); });
+}
+
+std::optional<std::string> OAuthConnector::accessToken() const {
+  return guarded_->with([](const Fields& fields) { return fields.accessToken; });
+}
+
+void OAuthConnector::setAccessToken(std::optional<std::string> token) {
+  guarded_->with([&](Fields& fields) { fields.accessToken.swap(token); });
+}
+
+double OAuthConnector::expiryTime() const {
+  return guarded_->with([](const Fields& fields) { return fields.expiryTime; });
+}
+
+void OAuthConnector::setExpiryTime(double seconds) {
+  guarded_->with([&](Fields& fields) { fields.expiryTime = seconds; });
+}
+
+std::optional<WallTime> OAuthConnector::refreshTime() const {
+  return guarded_->with([](const Fields& fields) { return fields.refreshTime; });
+}
+
+void OAuthConnector::setRefreshTime(std::optional<WallTime> time) {
+  guarded_->with([&](Fields& fields) { fields.refreshTime = time; });
+}
+
+Value OAuthConnector::tokenRequestData() const {
+  return guarded_->with([](const Fields& fields) { return fields.tokenRequestData; });
+}
+
+void OAuthConnector::setTokenRequestData(Value data) {
+  guarded_->with([&](Fields& fields) { std::swap(fields.tokenRequestData, data); });
+}
+
+}  // namespace tern

@@ -1,0 +1,657 @@
+#include "TernCoreKit/service/TernHub.hpp"
+
+#include <array>
+#include <utility>
+
+#include "TernCoreKit/model/TernActiveVenue.hpp"
+#include "TernCoreKit/model/TernBuilding.hpp"
+#include "TernCoreKit/model/TernBuildingCollection.hpp"
+#include "TernCoreKit/model/TernLocaleCollection.hpp"
+#include "TernCoreKit/model/TernMultiActiveVenues.hpp"
+#include "TernCoreKit/model/TernVenueCollection.hpp"
+#include "TernCoreKit/model/TernVenueDestination.hpp"
+#include "TernCoreKit/model/VenueAssembly.hpp"
+#include "TernCoreKit/model/VenueDestinationCollection.hpp"
+#include "TernCoreKit/platform/Log.hpp"
+#include "TernCoreKit/platform/Notifications.hpp"
+#include "TernCoreKit/service/ServiceHost.hpp"
+#include "TernCoreKit/service/TernCoreUtils.hpp"
+#include "TernCoreKit/service/detail/CachedFetch.hpp"
+#include "TernCoreKit/service/detail/UncachedFetch.hpp"
+#include "TernCoreKit/service/detail/VenuesInTurn.hpp"
+
+namespace tern {
+
+using detail::AnswerSource;
+
+namespace {
+
+constexpr std::string_view defaultLocale = "en-US";
+
+TernError notFound(std::string message) {
+  return TernError::initWithErrorType(TernErrorTypeObjectNotFound, std::move(message));
+}
+
+TernError wrongArgument(std::optional<std::string> message = std::nullopt,
+                        std::optional<std::string> description = std::nullopt) {
+  return TernError::initWithErrorType(TernErrorTypeIncorrectObjectType, std::move(message),
+                                      std::move(description));
+}
+
+// Locales and map templates, in one wording, come from the cache only when it holds something.
+std::optional<TernError> errorOfCached(AnswerSource source, const Value& answer) {
+  if (source == AnswerSource::service || answer.size() > 0) return std::nullopt;
+  return notFound("Could not populate locales with cache.");
+}
+
+std::string orNull(const Value& value) { return value.isAbsent() ? "(null)" : value.printed(); }
+
+template <class Items, class Print>
+std::string joined(const Items& items, Print print) {
+  std::string text;
+  for (const auto& item : items) {
+    if (!text.empty()) text += ',';
+    text += print(item);
+  }
+  return text;
+}
+
+// When a service's answer was made, as it says; absent when it does not.
+Value stampOf(const Value& answer) {
+  const Value* history = answer.find("recordHistory");
+  const Value& stamp = history != nullptr ? (*history)["updatedAt"] : answer["generatedAt"];
+  return stamp.isText() || stamp.isNumber() ? stamp : Value();
+}
+
+void addEntries(Value& payload, const Value& data) {
+  for (const Value::Entry& entry : data.entries()) payload.set(entry.key.text(), entry.value);
+}
+
+void announce(std::string_view name, std::string_view endpoint, Value payload) {
+  if (endpoint.empty()) return;
+  payload.set("endpoint", endpoint);
+  postNotification(name, payload);
+}
+
+}  // namespace
+
+struct TernHub::Fields {
+  std::string hostURL;
+  Value customer;
+  bool autoCache = true;
+  bool geoJSON = false;
+  bool isMultiActiveVenues = false;
+  std::weak_ptr<TernHubDelegate> delegate;
+  std::weak_ptr<TernMultiActiveVenuesDelegate> multiVenueDelegate;
+  Value name;
+  std::shared_ptr<TernVenueCollection> venues;
+  std::shared_ptr<TernLocaleCollection> locales;
+  std::shared_ptr<TernActiveVenue> activeVenue;
+  std::string locale{defaultLocale};
+  std::shared_ptr<VenueDestinationCollection> venueDestinations;
+  Value id;
+  Value venuesDictionary;
+  Value localeDictionary;
+  std::shared_ptr<HTTPClient> client;
+  Value temporaryCache;
+  std::shared_ptr<TernFileCaching> cache;
+  std::shared_ptr<OAuthConnector> auth;
+  std::shared_ptr<TernMultiActiveVenues> multiActiveVenues;
+
+  // Takes the value under the name of a field that a document can hold; a value of another kind
+  // means nothing.
+  void take(std::string_view key, Value& value) {
+    struct PlainField {
+      std::string_view name;
+      Value Fields::*field;
+    };
+    static constexpr std::array plainFields{
+        PlainField{"name", &Fields::name}, PlainField{"id", &Fields::id},
+        PlainField{"customer", &Fields::customer},
+        PlainField{"venuesDictionary", &Fields::venuesDictionary},
+        PlainField{"localeDictionary", &Fields::localeDictionary}};
+    for (const PlainField& field : plainFields) {
+      if (key == field.name) this->*field.field = std::move(value);
+    }
+    if (key == "locale" && value.isText()) locale = value.text();
+    if (key == "hostURL" && value.isText()) hostURL = value.text();
+    if (key == "geoJSON" && value.isBoolean()) geoJSON = value.flag();
+    if (key == "autoCache" && value.isBoolean()) autoCache = value.flag();
+  }
+};
+
+TernHub::TernHub() : fields_(std::make_unique<Fields>()) {
+  fields_->cache = TernFileCaching::initWithVersion(std::string(getSDKVersion()));
+}
+
+TernHub::~TernHub() = default;
+
+std::shared_ptr<TernHub> TernHub::initWithCustomerId(std::int64_t customerId, bool autoReloadCache,
+                                                     std::string host, std::string_view clientId,
+                                                     std::string_view clientSecret) {
+  const std::shared_ptr<TernHub> hub(new TernHub);
+  Fields& fields = *hub->fields_;
+  fields.customer = customerId;
+  fields.autoCache = autoReloadCache;
+  fields.hostURL = std::move(host);
+  hub->setCredentials(clientId, clientSecret);
+  return hub;
+}
+
+std::shared_ptr<TernHub> TernHub::initCustomerWithDictionary(const Value& options) {
+  const std::shared_ptr<TernHub> hub(new TernHub);
+  Fields& fields = *hub->fields_;
+  fields.customer = options["customerId"];
+  fields.hostURL = options["host"].text();
+  if (const Value* reload = options.find("autoReloadCache")) fields.autoCache = reload->flag();
+  if (const Value* locale = options.find("locale")) fields.locale = locale->printed();
+  fields.geoJSON = options["geoJSON"].flag();
+  const Value* clientId = options.find("clientId");
+  const Value* clientSecret = options.find("clientSecret");
+  if (options.find("host") != nullptr && clientId != nullptr && clientSecret != nullptr) {
+    hub->setCredentials(clientId->text(), clientSecret->text());
+  }
+  return hub;
+}
+
+void TernHub::setCredentials(std::string_view clientId, std::string_view clientSecret) {
+  fields_->auth = OAuthConnector::sharedInstance();
+  fields_->auth->setCredentialsWithClientId(clientId, clientSecret, fields_->hostURL);
+}
+
+template <class Part>
+Part TernHub::read(Part Fields::*part) const {
+  const std::lock_guard lock(mutex_);
+  return (*fields_).*part;
+}
+
+// The old value goes away outside the lock.
+template <class Part>
+void TernHub::write(Part Fields::*part, std::type_identity_t<Part> value) {
+  const std::lock_guard lock(mutex_);
+  std::swap((*fields_).*part, value);
+}
+
+// Endpoints
+
+std::string TernHub::customerPath() const {
+  return "/QRVS/api/customer/" + orNull(read(&Fields::customer));
+}
+
+std::string TernHub::query(std::string_view locale) const {
+  std::string query = "?v=";
+  query += getServerVersion();
+  query += "&locale=";
+  query += locale;
+  query += "&geojson=";
+  query += geoJSON() ? "true" : "false";
+  return query;
+}
+
+std::string TernHub::customerFullCallAPI() const {
+  return customerPath() + "/full" + query(locale());
+}
+
+std::string TernHub::customerFullCallAPIWithExternalVenueIds(std::string_view externalIds) const {
+  return customerFullCallAPI() + "&externalIds=" + std::string(externalIds);
+}
+
+std::string TernHub::localesAPI() const {
+  return customerPath() + "/locale/full" + query(locale());
+}
+
+std::string TernHub::venueComponenentsAPIWithVenueID(std::int64_t venueId) const {
+  return customerPath() + "/venue/" + std::to_string(venueId) + "/full" + query(locale());
+}
+
+std::string TernHub::buildingAPIWithVenue(const TernActiveVenue& venue,
+                                          std::int64_t buildingId) const {
+  return customerPath() + "/venue/" + orNull(venue.id) + "/building/" + std::to_string(buildingId) +
+         "/full" + query(locale());
+}
+
+std::string TernHub::destinationsComponenentsAPIWithVenueIDs(std::string_view venueIds) const {
+  return customerPath() + "/destination/full?venueIds=" + std::string(venueIds);
+}
+
+// Customer and locales
+
+bool TernHub::lacksCustomer() const {
+  return hostURL().empty() || customer().isAbsent() || customer().isNull();
+}
+
+void TernHub::populateCoreWithExternalIds(std::string_view externalIds, Completion completion) {
+  // The completion may let the hub go.
+  const auto self = shared_from_this();
+  write(&Fields::id, {});
+  if (lacksCustomer()) completion(wrongArgument());
+  auto endpoint = externalIds.empty() ? customerFullCallAPI()
+                                      : customerFullCallAPIWithExternalVenueIds(externalIds);
+  fetchCached(self, detail::customerRules, endpoint,
+              [self, endpoint, completion = std::move(completion)](
+                  std::optional<TernError> error, Value answer, AnswerSource source) {
+                if (error) return completion(std::move(error));
+                if (source == AnswerSource::service) {
+                  self->takeCore(std::move(answer), endpoint);
+                } else if (source == AnswerSource::cacheInstead) {
+                  self->takeCachedCore(std::move(answer), endpoint);
+                } else {
+                  self->initWithDictionary(std::move(answer));
+                }
+                completion(std::nullopt);
+              });
+}
+
+void TernHub::takeCore(Value answer, std::string_view endpoint) {
+  initWithDictionary(std::move(answer));
+  successfulServerPluginsResponseForApi(endpoint);
+}
+
+void TernHub::takeCachedCore(Value answer, std::string_view endpoint) {
+  if (venues() == nullptr) takeCore(std::move(answer), endpoint);
+}
+
+void TernHub::validateExistingCoreForCacheWithEndpoint(std::string_view endpoint,
+                                                       const Completion& completion) {
+  takeCachedCore(returnTemporaryCache(), endpoint);
+  completion(std::nullopt);
+}
+
+void TernHub::initWithDictionary(Value answer) {
+  auto venues = std::make_shared<TernVenueCollection>();
+  if (Value* batch = answer.find("venues")) venues->createBatch(std::move(*batch));
+  const std::lock_guard lock(mutex_);
+  for (Value::Entry& entry : answer.entries()) fields_->take(entry.key.text(), entry.value);
+  fields_->venues.swap(venues);
+}
+
+void TernHub::getVenues(VenuesCompletion completion) {
+  const auto loaded = venues();
+  if (loaded != nullptr && loaded->getCount() > 0) {
+    return completion(loaded->getAll(), std::nullopt);
+  }
+  getVenuesWithExternalIds({}, std::move(completion));
+}
+
+void TernHub::getVenuesWithExternalIds(const std::vector<std::string>& externalIds,
+                                       VenuesCompletion completion) {
+  populateCoreWithExternalIds(joined(externalIds, [](const std::string& id) { return id; }),
+                              [self = shared_from_this(),
+                               completion = std::move(completion)](std::optional<TernError> error) {
+                                const auto loaded = self->venues();
+                                if (error || loaded == nullptr)
+                                  return completion({}, std::move(error));
+                                completion(loaded->getAll(), std::nullopt);
+                              });
+}
+
+void TernHub::getLocales(LocalesCompletion completion) {
+  if (const auto loaded = locales()) return completion(loaded->getAll(), std::nullopt);
+  populateLocales([self = shared_from_this(),
+                   completion = std::move(completion)](std::optional<TernError> error) {
+    const auto loaded = self->locales();
+    if (error || loaded == nullptr) return completion({}, std::move(error));
+    completion(loaded->getAll(), std::nullopt);
+  });
+}
+
+void TernHub::populateLocales(Completion completion) {
+  const auto self = shared_from_this();
+  if (lacksCustomer()) completion(wrongArgument());
+  fetchCached(self, detail::quietRules, localesAPI(),
+              [self, completion = std::move(completion)](std::optional<TernError> error,
+                                                         Value answer, AnswerSource source) {
+                if (!error) error = errorOfCached(source, answer);
+                if (error) return completion(std::move(error));
+                auto locales = std::make_shared<TernLocaleCollection>();
+                locales->createBatch(std::move(answer));
+                self->write(&Fields::locales, std::move(locales));
+                completion(std::nullopt);
+              });
+}
+
+// Venues and buildings
+
+void TernHub::populateVenue(const std::shared_ptr<TernVenue>& venue, VenueCompletion completion) {
+  write(&Fields::activeVenue, nullptr);
+  if (venue == nullptr) return completion(nullptr, wrongArgument());
+  populateVenueByVenueId(venue->id.integer(), std::move(completion));
+}
+
+void TernHub::populateVenueByVenueId(std::int64_t venueId, VenueCompletion completion) {
+  write(&Fields::activeVenue, nullptr);
+  auto endpoint = venueComponenentsAPIWithVenueID(venueId);
+  fetchCached(shared_from_this(), detail::venueRules, endpoint,
+              [self = shared_from_this(), endpoint, completion = std::move(completion)](
+                  std::optional<TernError> error, Value answer, AnswerSource) {
+                if (error) return completion(nullptr, std::move(error));
+                self->takeVenue(std::move(answer), endpoint, completion);
+              });
+}
+
+void TernHub::takeVenue(Value answer, std::string_view endpoint,
+                        const VenueCompletion& completion) {
+  auto venue = TernActiveVenue::initWithDictionary(std::move(answer));
+  write(&Fields::activeVenue, venue);
+  successfulServerPluginsResponseForApi(endpoint);
+  if (!venue->defaultMapTemplateId.isText()) return completion(std::move(venue), std::nullopt);
+  loadMapTemplate(std::move(venue), completion);
+}
+
+void TernHub::populateMapTemplatesWithCompletionHandler(VenueCompletion completion) {
+  auto venue = activeVenue();
+  if (venue == nullptr || !venue->defaultMapTemplateId.isText()) {
+    return completion(std::move(venue), wrongArgument());
+  }
+  loadMapTemplate(std::move(venue), std::move(completion));
+}
+
+void TernHub::loadMapTemplate(std::shared_ptr<TernActiveVenue> venue, VenueCompletion completion) {
+  auto endpoint = customerPath() + "/map-template/" +
+                  std::string(venue->defaultMapTemplateId.text()) + "/full" + query(defaultLocale);
+  fetchCached(shared_from_this(), detail::quietRules, std::move(endpoint),
+              [venue = std::move(venue), completion = std::move(completion)](
+                  std::optional<TernError> error, Value answer, AnswerSource source) {
+                if (!error) error = errorOfCached(source, answer);
+                if (!error) venue->storeMapTemplateData(std::move(answer));
+                completion(venue, std::move(error));
+              });
+}
+
+void TernHub::populateVenueWithDefaultBuildingByVenueId(std::int64_t venueId,
+                                                        VenueCompletion completion) {
+  loadVenueWithBuilding(
+      venueId,
+      [](const TernActiveVenue& venue) -> std::variant<std::int64_t, TernError> {
+        const auto building = venue.buildings ? venue.buildings->getDefault() : nullptr;
+        if (building == nullptr) return notFound("Default building not found.");
+        return building->id.integer();
+      },
+      std::move(completion));
+}
+
+void TernHub::populateVenueWithBuildingByVenueId(std::int64_t venueId, std::int64_t buildingId,
+                                                 VenueCompletion completion) {
+  loadVenueWithBuilding(
+      venueId, [=](const TernActiveVenue&) { return buildingId; }, std::move(completion));
+}
+
+// A venue without its map template is a venue all the same.
+void TernHub::loadVenueWithBuilding(std::int64_t venueId, ChooseBuilding choose,
+                                    VenueCompletion completion) {
+  populateVenueByVenueId(
+      venueId,
+      [self = shared_from_this(), choose = std::move(choose), completion = std::move(completion)](
+          std::shared_ptr<TernActiveVenue> venue, std::optional<TernError> error) {
+        if (venue == nullptr) return completion(nullptr, std::move(error));
+        auto chosen = choose(*venue);
+        if (auto* none = std::get_if<TernError>(&chosen)) {
+          return completion(nullptr, std::move(*none));
+        }
+        self->populateBuildingInVenue(venue, std::get<std::int64_t>(chosen), completion);
+      });
+}
+
+void TernHub::populateBuildingInVenue(const std::shared_ptr<TernActiveVenue>& venue,
+                                      std::int64_t buildingId, VenueCompletion completion) {
+  if (venue == nullptr) return completion(nullptr, wrongArgument());
+  if (!venue->buildings || venue->buildings->findById(buildingId) == nullptr) {
+    return completion(nullptr,
+                      notFound("Building with ID: " + std::to_string(buildingId) + " not found."));
+  }
+  auto endpoint = buildingAPIWithVenue(*venue, buildingId);
+  fetchCached(
+      shared_from_this(), detail::buildingRules, endpoint,
+      [self = shared_from_this(), venue, buildingId, endpoint, completion = std::move(completion)](
+          std::optional<TernError> error, Value answer, AnswerSource) {
+        if (error) return completion(nullptr, std::move(error));
+        self->takeBuilding(venue, buildingId, std::move(answer));
+        successfulServerPluginsResponseForApi(endpoint);
+        completion(venue, std::nullopt);
+      });
+}
+
+void TernHub::takeBuilding(const std::shared_ptr<TernActiveVenue>& venue, std::int64_t buildingId,
+                           Value answer) {
+  {
+    const std::lock_guard lock(venue->recordsMutex());
+    addBuilding(*venue, buildingId, std::move(answer));
+    attachWaypoints(*venue);
+  }
+  write(&Fields::activeVenue, venue);
+  if (isMultiActiveVenues()) return;
+  venue->updateWayfindDataWithCompletion([self = shared_from_this()](bool isBuilt) {
+    const auto listener = self->delegate();
+    if (isBuilt && listener != nullptr) listener->wayfindDataLoaded();
+  });
+}
+
+void TernHub::populateVenuesWithDefaultBuilding(std::vector<std::int64_t> venueIds,
+                                                MultiVenueCompletion completion) {
+  write(&Fields::isMultiActiveVenues, true);
+  const auto self = shared_from_this();
+  const auto load = [self, completion](std::int64_t venueId, const detail::VenueLoaded& loaded) {
+    const auto joined = self->multiActiveVenues();
+    if (joined != nullptr && joined->venueConnections().contains(std::to_string(venueId))) {
+      return loaded(nullptr);
+    }
+    self->populateVenueWithDefaultBuildingByVenueId(
+        venueId, [self, completion, loaded](std::shared_ptr<TernActiveVenue> venue,
+                                            std::optional<TernError> error) {
+          if (error) {
+            self->write(&Fields::isMultiActiveVenues, false);
+            completion(nullptr, std::move(error));
+          }
+          loaded(std::move(venue));
+        });
+  };
+  detail::loadInTurn(std::move(venueIds), load,
+                     [self, completion](const detail::LoadedVenues& venues) {
+                       self->joinVenues(venues);
+                       self->write(&Fields::isMultiActiveVenues, false);
+                       completion(self->multiActiveVenues(), std::nullopt);
+                     });
+}
+
+void TernHub::joinVenues(const std::vector<std::shared_ptr<TernActiveVenue>>& venues) {
+  if (const auto joined = multiActiveVenues()) return joined->updateActiveVenues(venues);
+  write(&Fields::multiActiveVenues,
+        TernMultiActiveVenues::initWithActiveVenues(venues, read(&Fields::multiVenueDelegate)));
+}
+
+void TernHub::destroyActiveVenue() {
+  write(&Fields::activeVenue, nullptr);
+  write(&Fields::autoCache, true);
+  write(&Fields::cache, nullptr);
+}
+
+// What is never cached
+
+void TernHub::populateDestinationsForVenues(const std::vector<std::int64_t>& venueIds,
+                                            DestinationsCompletion completion) {
+  auto endpoint = destinationsComponenentsAPIWithVenueIDs(
+      joined(venueIds, [](std::int64_t id) { return std::to_string(id); }));
+  fetchUncached(shared_from_this(), detail::UncachedHost::ofDestinations, std::move(endpoint),
+                [self = shared_from_this(), completion = std::move(completion)](
+                    Value answer, std::optional<TernError> error) {
+                  if (error) return completion(nullptr, std::move(error));
+                  self->takeDestinations(std::move(answer));
+                  completion(self->venueDestinations(), std::nullopt);
+                });
+}
+
+void TernHub::takeDestinations(Value answer) {
+  VenueDestinationCollection::Entries entries;
+  if (Value* items = answer.find("items")) {
+    for (Value& item : items->items()) {
+      entries.push_back(TernVenueDestination::initWithDictionary(std::move(item)));
+    }
+  }
+  write(&Fields::venueDestinations, VenueDestinationCollection::initWithItems(std::move(entries)));
+}
+
+void TernHub::getRequest(const Value& path, AnswerCompletion completion) {
+  if (!path.isText()) {
+    return completion({}, wrongArgument("Invalid URL", "URL should be an NSString"));
+  }
+  fetchUncached(shared_from_this(), detail::UncachedHost::ofHub,
+                customerPath() + std::string(path.text()) + query(locale()), std::move(completion));
+}
+
+// Cache
+
+void TernHub::checkCachingWithEndPoint(std::string_view endPoint,
+                                       const StampCompletion& completion) {
+  const auto none = [&] {
+    completion(TernError::initWithErrorType(TernErrorTypeObjectNotFound, "No Cache found",
+                                            "No cache found for path " + std::string(endPoint)),
+               {});
+  };
+  const auto disk = cache();
+  if (disk == nullptr || !disk->doesFileExistsAtPath(endPoint)) return none();
+  disk->getCacheFileAtPath(endPoint, [&](std::optional<TernError> error, Value answer) {
+    if (error) return completion(std::move(error), {});
+    if (!answer.isMap()) return none();
+    Value stamp = stampOf(answer);
+    if (!stamp.isAbsent()) write(&Fields::temporaryCache, std::move(answer));
+    completion(std::nullopt, std::move(stamp));
+  });
+}
+
+void TernHub::saveData(const Value& data, const Value& cacheFilePath,
+                       const Completion& completion) const {
+  if (!data.isMap() || !cacheFilePath.isText()) {
+    return completion(wrongArgument(
+        std::nullopt, "Must have data and filePath parameter provided in order to cache data."));
+  }
+  const auto disk = cache();
+  const auto reportFailure = [&](std::optional<TernError> error) {
+    if (error) completion(std::move(error));
+  };
+  TernCoreUtils::createJSONWithData(
+      data, [&](std::optional<std::string> error, const std::optional<std::string>& text) {
+        if (error) {
+          if (disk != nullptr) disk->deleteFileAtPath(cacheFilePath, reportFailure);
+          return completion(TernError::initWithErrorType(TernErrorTypeIncorrectJSON, std::nullopt,
+                                                         std::move(error)));
+        }
+        if (disk != nullptr && disk->replaceData(*text, cacheFilePath, reportFailure)) {
+          return completion(std::nullopt);
+        }
+        completion(TernError::initWithErrorType(TernErrorTypeUndefined, std::nullopt,
+                                                "Could not cache file at path"));
+      });
+}
+
+Value TernHub::returnTemporaryCache() {
+  Value taken = Value::map();
+  const std::lock_guard lock(mutex_);
+  if (fields_->temporaryCache.isMap()) std::swap(taken, fields_->temporaryCache);
+  fields_->temporaryCache = Value();
+  return taken;
+}
+
+void TernHub::clearTemporaryCache() { write(&Fields::temporaryCache, {}); }
+
+void TernHub::clearAllCache() const {
+  const auto disk = cache();
+  if (disk == nullptr) return;
+  disk->clearCacheCompletion([](const std::optional<TernError>& error) {
+    if (error) logLine("Error: " + error->errorDescription);
+  });
+}
+
+void TernHub::clearCacheByVenueId(std::int64_t venueId) const {
+  const auto disk = cache();
+  if (disk == nullptr) return;
+  disk->deleteFileAtPath(venueComponenentsAPIWithVenueID(venueId),
+                         [](const std::optional<TernError>& error) {
+                           if (error) logLine("Error: " + error->errorDescription);
+                         });
+}
+
+// Notifications
+
+void TernHub::startServerPluginResponseForApi(std::string_view endpoint, const Value& data) {
+  announce("TERN_CORE_SERVER_REQUEST_START", endpoint, data.isMap() ? data : Value::map());
+}
+
+void TernHub::failedServerPluginResponseForApi(std::string_view endpoint,
+                                               const std::optional<TernError>& error,
+                                               const Value& data) {
+  if (!error) return;
+  Value payload = Value::map({{"endpoint", endpoint},
+                              {"error", Value::map({{"code", error->code},
+                                                    {"description", error->errorDescription},
+                                                    {"message", error->message}})}});
+  addEntries(payload, data);
+  announce("TERN_CORE_SERVER_REQUEST_FAILED", endpoint, std::move(payload));
+}
+
+void TernHub::successfulServerPluginsResponseForApi(std::string_view endpoint,
+                                                    const Value& values) {
+  announce("TERN_CORE_SERVER_REQUEST_SUCCESS", endpoint, values.isMap() ? values : Value::map());
+}
+
+Value TernHub::addToItemDictionary(const Value& dictionary, std::string_view key,
+                                   const Value& value) {
+  Value copy = dictionary;
+  if (Value* items = copy.find("items")) {
+    for (Value& item : items->items()) item.set(key, value);
+  }
+  return copy;
+}
+
+// Fields
+
+std::string TernHub::hostURL() const { return read(&Fields::hostURL); }
+void TernHub::setHostURL(std::string hostURL) { write(&Fields::hostURL, std::move(hostURL)); }
+Value TernHub::customer() const { return read(&Fields::customer); }
+void TernHub::setCustomer(Value customer) { write(&Fields::customer, std::move(customer)); }
+bool TernHub::autoCache() const { return read(&Fields::autoCache); }
+void TernHub::setAutoCache(bool autoCache) { write(&Fields::autoCache, autoCache); }
+bool TernHub::geoJSON() const { return read(&Fields::geoJSON); }
+void TernHub::setGeoJSON(bool geoJSON) { write(&Fields::geoJSON, geoJSON); }
+bool TernHub::isMultiActiveVenues() const { return read(&Fields::isMultiActiveVenues); }
+std::shared_ptr<TernHubDelegate> TernHub::delegate() const {
+  return read(&Fields::delegate).lock();
+}
+void TernHub::setDelegate(std::weak_ptr<TernHubDelegate> delegate) {
+  write(&Fields::delegate, std::move(delegate));
+}
+void TernHub::setMultiVenueDelegate(std::weak_ptr<TernMultiActiveVenuesDelegate> delegate) {
+  write(&Fields::multiVenueDelegate, std::move(delegate));
+}
+Value TernHub::name() const { return read(&Fields::name); }
+Value TernHub::id() const { return read(&Fields::id); }
+std::string TernHub::locale() const { return read(&Fields::locale); }
+void TernHub::setLocale(std::string locale) { write(&Fields::locale, std::move(locale)); }
+std::shared_ptr<TernVenueCollection> TernHub::venues() const { return read(&Fields::venues); }
+std::shared_ptr<TernLocaleCollection> TernHub::locales() const { return read(&Fields::locales); }
+std::shared_ptr<TernActiveVenue> TernHub::activeVenue() const { return read(&Fields::activeVenue); }
+std::shared_ptr<VenueDestinationCollection> TernHub::venueDestinations() const {
+  return read(&Fields::venueDestinations);
+}
+std::shared_ptr<TernMultiActiveVenues> TernHub::multiActiveVenues() const {
+  return read(&Fields::multiActiveVenues);
+}
+Value TernHub::venuesDictionary() const { return read(&Fields::venuesDictionary); }
+void TernHub::setVenuesDictionary(Value dictionary) {
+  write(&Fields::venuesDictionary, std::move(dictionary));
+}
+Value TernHub::localeDictionary() const { return read(&Fields::localeDictionary); }
+void TernHub::setLocaleDictionary(Value dictionary) {
+  write(&Fields::localeDictionary, std::move(dictionary));
+}
+std::shared_ptr<HTTPClient> TernHub::client() const {
+  const std::lock_guard lock(mutex_);
+  if (fields_->client == nullptr) {
+    fields_->client = HTTPClient::initWithHostURL(fields_->hostURL);
+  }
+  return fields_->client;
+}
+Value TernHub::temporaryCache() const { return read(&Fields::temporaryCache); }
+std::shared_ptr<TernFileCaching> TernHub::cache() const { return read(&Fields::cache); }
+std::shared_ptr<OAuthConnector> TernHub::auth() const { return read(&Fields::auth); }
+
+}  // namespace tern

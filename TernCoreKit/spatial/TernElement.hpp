@@ -1,0 +1,43 @@
+// Something that a nearest-element search can look for: a destination, an amenity or a path type,
+// and which of these it is.
+//
+// Ownership: a value that shares its record. Threads: as a standard container.
+// Fails: never; any other record, and null, is of the kind `other`, which no search accepts.
+//
+//   nearest.searchNearestElement(venue.destinations->getById(7), {120, 80}, map, show);
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <utility>
+
+#include "TernCoreKit/model/TernAmenity.hpp"
+#include "TernCoreKit/model/TernBaseModel.hpp"
+#include "TernCoreKit/model/TernDestination.hpp"
+#include "TernCoreKit/model/TernPathType.hpp"
+
+namespace tern {
+
+struct TernElement {
+  enum class Kind : std::uint8_t { destination, amenity, pathType, other };
+
+  TernElement(std::shared_ptr<TernDestination> destination)  // NOLINT(google-explicit-constructor)
+      : TernElement(Kind::destination, std::move(destination)) {}
+  TernElement(std::shared_ptr<TernAmenity> amenity)  // NOLINT(google-explicit-constructor)
+      : TernElement(Kind::amenity, std::move(amenity)) {}
+  TernElement(std::shared_ptr<TernPathType> pathType)  // NOLINT(google-explicit-constructor)
+      : TernElement(Kind::pathType, std::move(pathType)) {}
+  TernElement(std::shared_ptr<TernBaseModel> model)  // NOLINT(google-explicit-constructor)
+      : TernElement(Kind::other, std::move(model)) {}
+
+  Kind kind;
+  std::shared_ptr<TernBaseModel> record;
+
+  friend bool operator==(const TernElement&, const TernElement&) = default;
+
+ private:
+  TernElement(Kind kindOfRecord, std::shared_ptr<TernBaseModel> held)
+      : kind(held != nullptr ? kindOfRecord : Kind::other), record(std::move(held)) {}
+};
+
+}  // namespace tern

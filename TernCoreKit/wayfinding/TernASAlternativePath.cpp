@@ -1,0 +1,207 @@
+#include "TernCoreKit/wayfinding/TernASAlternativePath.hpp"
+
+#include <cmath>
+#include <utility>
+
+#include "TernCoreKit/model/TernWaypoint.hpp"
+#include "TernCoreKit/wayfinding/TernASGrid.hpp"
+#include "TernCoreKit/wayfinding/TernASSearch.hpp"
+#include "TernCoreKit/wayfinding/detail/BranchProbe.hpp"
+#include "TernCoreKit/wayfinding/detail/GridGraph.hpp"
+
+namespace tern {
+
+namespace {
+
+constexpr double penaltyOfATurn = 0.001;
+
+TernRoute copyOf(const TernRoute& route) {
+  TernRoute copy;
+  copy.reserve(route.size());
+  for (const TernPathPerFloor& segment : route) copy.push_back(segment.copyWithZone());
+  return copy;
+}
+
+double numberOr(const Value* value, double missing) {
+  return value != nullptr && value->isNumber() ? value->number() : missing;
+}
+
+struct Spot {
+  float x;
+  float y;
+};
+
+Spot spotOf(const TernASNode& node) {
+  return {static_cast<float>(node.x()), static_cast<float>(node.y())};
+}
+
+double headingOf(Spot a, Spot b) {
+  constexpr double degreesInARadian = 57.29577951308232;
+  const double heading = std::atan2(b.y - a.y, b.x - a.x) * degreesInARadian;
+  return heading > 0 ? heading : heading + 360;
+}
+
+bool isBetween(double value, double low, double high) { return value > low && value < high; }
+
+// A sharp turn counts twice, as a reversal and as a turn.
+int turnsAt(double change) {
+  const double size = std::abs(change);
+  return static_cast<int>(isBetween(size, 135, 225)) +
+         static_cast<int>(isBetween(size, 20, 160) || isBetween(size, 200, 340));
+}
+
+int turnsOn(const TernPathPerFloor& segment) {
+  int turns = 0;
+  std::optional<Spot> last;
+  std::optional<double> heading;
+  for (const TernASNode& node : segment.points) {
+    const Spot spot = spotOf(node);
+    if (last) {
+      const double next = headingOf(*last, spot);
+      if (heading) turns += turnsAt(next - *heading);
+      heading = next;
+    }
+    last = spot;
+  }
+  return turns;
+}
+
+// How many points of so many are closed behind a decision point; none where the share makes no
+// number of them.
+std::optional<std::size_t> stretchLength(std::size_t points, double share) {
+  const double wanted = (1 - share) * (static_cast<double>(points) - 2);
+  const float length = std::round(static_cast<float>(wanted));
+  if (!(length >= 0 && length < static_cast<float>(points))) return std::nullopt;
+  return static_cast<std::size_t>(length);
+}
+
+}  // namespace
+
+void TernASAlternativePath::wayfind(const std::shared_ptr<TernWaypoint>& from,
+                                    const std::shared_ptr<TernWaypoint>& to, const Value& options,
+                                    std::int64_t accessibility, const Completion& completion) {
+  waypointStart = from;
+  waypointEnd = to;
+  accessible = accessibility;
+  readOptions(options);
+  std::optional<Routes> alternatives;
+  if (const auto shortest = getShortestPath()) {
+    optimalPath = copyOf(*shortest);
+    alternatives = pathMatchThreshold == 1.0 ? Routes{*optimalPath} : getAlternativePath();
+  }
+  if (completion) completion(optimalPath, alternatives);
+}
+
+void TernASAlternativePath::readOptions(const Value& options) {
+  if (!options.isMap()) return;
+  pathMatchThreshold = numberOr(options.find("optimalPathMatchRatio"), 0.6);
+  distanceThreshold = numberOr(options.find("optimalPathDistanceRatio"), 2);
+}
+
+std::optional<TernRoute> TernASAlternativePath::getShortestPath() const {
+  if (waypointStart == nullptr || waypointEnd == nullptr) return std::nullopt;
+  TernASSearch search;
+  search.grid = grid;
+  search.maps = maps;
+  return search.search(waypointStart->id.integer(), waypointEnd->id.integer(), accessible);
+}
+
+std::optional<TernASAlternativePath::Routes> TernASAlternativePath::getAlternativePath() {
+  if (!optimalPath) return std::nullopt;
+  std::vector<TernASNode> points;
+  for (const TernPathPerFloor& segment : *optimalPath) {
+    points.insert(points.end(), segment.points.begin(), segment.points.end());
+  }
+  if (points.size() < 3 || pathMatchThreshold > 1.0) return std::nullopt;
+  return blockWaypoints(points, getDecisionNodes(points));
+}
+
+std::vector<std::size_t> TernASAlternativePath::getDecisionNodes(
+    const std::vector<TernASNode>& points) {
+  if (grid == nullptr || points.empty()) return {};
+  destinationNode = points.back();
+  std::vector<detail::Position> positions;
+  positions.reserve(points.size());
+  for (const TernASNode& point : points) positions.push_back(grid->graph_->find(point.nodeId()));
+  const detail::BranchProbe probe(*grid->graph_, *destinationNode, depthOfDecisionWaypoint);
+  return probe.decisionsAlong(positions);
+}
+
+bool TernASAlternativePath::validateNode(const TernASNode& node,
+                                         const std::optional<TernASNode>& parentNode,
+                                         int level) const {
+  if (grid == nullptr) return false;
+  const detail::BranchProbe probe(*grid->graph_, destinationNode, depthOfDecisionWaypoint);
+  const auto parent = parentNode ? std::optional(parentNode->nodeId()) : std::nullopt;
+  return probe.goesOn(grid->graph_->find(node.nodeId()), parent, level);
+}
+
+std::optional<TernASAlternativePath::Routes> TernASAlternativePath::blockWaypoints(
+    const std::vector<TernASNode>& points, const std::vector<std::size_t>& decisionIndexes) {
+  const auto length = stretchLength(points.size(), pathMatchThreshold);
+  if (length) {
+    const std::vector<detail::WaysInto> ways = waysInto(points);
+    for (const std::size_t decision : decisionIndexes) {
+      if (decision >= points.size() - *length) continue;
+      tryDetour(std::span(ways).subspan(decision + 1, *length));
+    }
+  }
+  if (!bestAlternativePath) return std::nullopt;
+  return Routes{*bestAlternativePath};
+}
+
+void TernASAlternativePath::blockandgeneratePath(std::span<const TernASNode> nodes) {
+  tryDetour(waysInto(nodes));
+}
+
+std::vector<detail::WaysInto> TernASAlternativePath::waysInto(
+    std::span<const TernASNode> nodes) const {
+  std::vector<detail::WaysInto> ways;
+  if (grid == nullptr) return ways;
+  ways.reserve(nodes.size());
+  for (const TernASNode& node : nodes) {
+    ways.push_back(grid->graph_->waysInto(grid->graph_->find(node.nodeId())));
+  }
+  return ways;
+}
+
+void TernASAlternativePath::tryDetour(std::span<const detail::WaysInto> stretch) {
+  for (const detail::WaysInto& ways : stretch) grid->graph_->block(ways, true);
+  const auto detour = generateAlternativePath();
+  const bool isBest =
+      detour && (!bestAlternativePath || detour->back().cost < bestAlternativePath->back().cost);
+  if (isBest) bestAlternativePath = copyOf(*detour);
+  for (const detail::WaysInto& ways : stretch) grid->graph_->block(ways, false);
+}
+
+std::optional<TernRoute> TernASAlternativePath::generateAlternativePath() const {
+  auto candidate = getShortestPath();
+  if (!candidate) return std::nullopt;
+  const bool leavesItsFloor = optimalPath && optimalPath->size() == 1 && candidate->size() > 1;
+  if (leavesItsFloor || !isAlternativePathCandidate(*candidate)) return std::nullopt;
+  calculateTurns(*candidate);
+  return candidate;
+}
+
+bool TernASAlternativePath::isAlternativePathCandidate(const TernRoute& route) const {
+  const auto lengthOf = [](const TernRoute& of) {
+    return of.empty() ? 0 : of.back().pixelDistance;
+  };
+  const float ratio = lengthOf(route) / (optimalPath ? lengthOf(*optimalPath) : 0);
+  return !(ratio > distanceThreshold);
+}
+
+void TernASAlternativePath::calculateTurns(TernRoute& route) {
+  if (route.empty()) return;
+  int turns = 0;
+  for (const TernPathPerFloor& segment : route) turns += turnsOn(segment);
+  float& cost = route.back().cost;
+  cost = static_cast<float>(cost + turns * penaltyOfATurn);
+}
+
+double TernASAlternativePath::getAngleFrom(const std::optional<TernASNode>& a,
+                                           const std::optional<TernASNode>& b) {
+  return a && b ? headingOf(spotOf(*a), spotOf(*b)) : 0;
+}
+
+}  // namespace tern

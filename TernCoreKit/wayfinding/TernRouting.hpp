@@ -1,0 +1,33 @@
+// What can be asked for routes: the ordering of destinations takes this much of a venue and no
+// more.
+//
+// Ownership: whoever implements it says. Threads: one search at a time on one grid.
+// Fails: never; no route is empty.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "TernCoreKit/platform/Export.hpp"
+#include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
+
+namespace tern {
+
+class TernASGrid;
+class TernMapCollection;
+struct TernWaypoint;
+
+class TERN_API TernRouting {
+ public:
+  virtual ~TernRouting() = default;
+
+  // The graph to search, null before there is one, and the maps with their scales.
+  virtual std::shared_ptr<TernASGrid> getGrid() const = 0;
+  virtual std::shared_ptr<TernMapCollection> getMaps() const = 0;
+  // The cheapest route over links of at most that accessibility level.
+  virtual TernRoute wayfind(const std::shared_ptr<TernWaypoint>& start,
+                            const std::shared_ptr<TernWaypoint>& to,
+                            std::int64_t accessibility) const = 0;
+};
+
+}  // namespace tern

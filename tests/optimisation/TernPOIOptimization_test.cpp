@@ -1,0 +1,373 @@
+#include "TernCoreKit/optimisation/TernPOIOptimization.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <map>
+#include <set>
+
+#include "TernCoreKit/platform/Log.hpp"
+#include "TernCoreKit/spatial/TernNearestElement.hpp"
+#include "tests/optimisation/TourVenue.hpp"
+#include "tests/support/CapturedLog.hpp"
+#include "tests/support/Mutations.hpp"
+
+namespace tern::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+// A lift (path type 2) at B, F and J, which is as near to every floor as to any other; all paths
+// lead both ways.
+const Drawing threeFloors{
+    .floors = {{.lines = {"A  B  C  D"}}, {.lines = {"E  F  G  H"}}, {.lines = {"I  J  K  L"}}},
+    .paths = {"A-B", "B-C", "C-D", "E-F", "F-G", "G-H", "I-J", "J-K", "K-L", "B-F lift", "F-B lift",
+              "F-J lift", "J-F lift", "B-J lift", "J-B lift"},
+    .pathTypes = {{.name = "lift", .weight = 5}}};
+const std::vector<Placed> lifts = {{2, {{1, "B"}, {2, "F"}, {3, "J"}}}};
+
+struct Tour {
+  int calls = 0;
+  TernPOIOptimization::Legs legs;
+  std::vector<std::int64_t> order;
+
+  std::string letters() const {
+    std::string all;
+    for (const TernRoute& leg : legs) all += (all.empty() ? "" : ", ") + lettersOf(leg);
+    return all;
+  }
+};
+
+class TernPOIOptimizationTest : public testing::Test {
+ protected:
+  void load(const TourScene& scene) {
+    venue_ = tourVenue(scene);
+    ordering_ = TernPOIOptimization::initWithActiveVenue(venue_, venue_->nearestElement());
+  }
+  Tour visit(char start, const TernPOIOptimization::Destinations& destinations,
+             std::int64_t level = 100) {
+    Tour tour;
+    ordering_->wayfindToMultipleDestinations(destinations, waypointAt(*venue_, start), level,
+                                             [&](auto legs, auto order) {
+                                               ++tour.calls;
+                                               tour.legs = std::move(legs);
+                                               for (const auto& each : order)
+                                                 tour.order.push_back(each->id.integer());
+                                             });
+    EXPECT_EQ(tour.calls, 1);
+    EXPECT_EQ(tour.legs.size() + 1, ordering_->finalOrderOfWaypoints().size());
+    EXPECT_TRUE(ordering_->isAllVisited());
+    EXPECT_EQ(venue_->nearestElement()->delegate, nullptr);
+    return tour;
+  }
+  Tour visitAll(char start, std::int64_t level = 100) {
+    return visit(start, venue_->destinations->getAll(), level);
+  }
+  std::string stops() const { return lettersOf(ordering_->finalOrderOfWaypoints()); }
+
+  CapturedLog log_;
+  std::shared_ptr<TernActiveVenue> venue_;
+  std::shared_ptr<TernPOIOptimization> ordering_;
+};
+
+TEST_F(TernPOIOptimizationTest, withoutDestinationsOnlyTheStartIsVisited) {
+  load({.drawing = threeFloors});
+  const Tour tour = visit('A', {});
+  EXPECT_EQ(stops(), "A");
+  EXPECT_THAT(tour.legs, IsEmpty());
+  EXPECT_THAT(tour.order, IsEmpty());
+}
+
+TEST_F(TernPOIOptimizationTest, destinationAtTheStartIsServedByIt) {
+  load({threeFloors, {{7, {{1, "A"}, {2, "H"}}}, {8, {{1, "D"}}}}, lifts});
+  const Tour tour = visitAll('A');
+  EXPECT_EQ(stops(), "AD");
+  EXPECT_THAT(tour.order, ElementsAre(7, 8));
+  EXPECT_EQ(ordering_->getScore(2), 0);
+}
+
+TEST_F(TernPOIOptimizationTest, twoDestinationsOnTheStartsLevelAreOrderedFromTheStart) {
+  load({threeFloors, {{7, {{1, "D"}}}, {8, {{1, "A"}}}}, lifts});
+  const Tour tour = visitAll('B');
+  EXPECT_EQ(stops(), "BAD");
+  EXPECT_THAT(tour.order, ElementsAre(8, 7));
+  EXPECT_EQ(tour.letters(), "BA, ABCD");
+}
+
+TEST_F(TernPOIOptimizationTest, ambiguousDestinationGoesWhereItIsNearestToTheOthers) {
+  load({threeFloors, {{7, {{2, "H"}, {3, "L"}}}, {8, {{2, "E"}}}, {9, {{3, "K"}}}}, lifts});
+  const Tour tour = visitAll('A');
+  EXPECT_THAT(tour.order, ElementsAre(8, 9, 7));
+  EXPECT_EQ(stops(), "AEKL");
+  EXPECT_EQ(ordering_->getScore(2), 1);
+  EXPECT_EQ(ordering_->getScore(3), 2);
+}
+
+TEST_F(TernPOIOptimizationTest, levelReachedForAnOpenDestinationDropsItsOtherLevels) {
+  load({threeFloors, {{7, {{2, "H"}, {3, "K"}}}}, lifts});
+  const Tour tour = visitAll('A');
+  EXPECT_EQ(stops(), "AK");
+  EXPECT_THAT(tour.order, ElementsAre(7));
+  EXPECT_EQ(tour.letters(), "AB JK");
+}
+
+TEST_F(TernPOIOptimizationTest, openDestinationGoesToTheNearestDoorOfItsLevel) {
+  load({threeFloors, {{7, {{2, "EGH"}}}}, lifts});
+  visitAll('A');
+  EXPECT_EQ(stops(), "AE");
+}
+
+TEST_F(TernPOIOptimizationTest, repeatedDestinationsCountOnce) {
+  load({threeFloors, {{7, {{1, "D"}}}, {8, {{1, "A"}}}}, lifts});
+  const auto all = venue_->destinations->getAll();
+  const Tour tour = visit('B', {all[0], all[1], all[0], nullptr, all[1]});
+  EXPECT_EQ(stops(), "BAD");
+  EXPECT_EQ(ordering_->getScore(1), 3);
+}
+
+TEST_F(TernPOIOptimizationTest, levelsAreVisitedFromNearToFar) {
+  load({threeFloors, {{7, {{2, "H"}}}, {8, {{3, "I"}}}, {9, {{1, "C"}}}}, lifts});
+  const Tour tour = visitAll('A');
+  EXPECT_THAT(tour.order, ElementsAre(9, 8, 7));
+  EXPECT_EQ(tour.letters(), "ABC, CB JI, IJ FGH");
+}
+
+TEST_F(TernPOIOptimizationTest, ofEquallyNearLevelsTheLowerMapIdComesFirst) {
+  load({threeFloors, {{7, {{3, "I"}}}, {8, {{2, "E"}}}}, lifts});
+  EXPECT_THAT(visitAll('A').order, ElementsAre(8, 7));
+}
+
+TEST_F(TernPOIOptimizationTest, unreachableDestinationsAreLeftOut) {
+  load({threeFloors, {{7, {{2, "H"}}}, {8, {{1, "D"}}}}, {}});
+  const Tour tour = visitAll('A');
+  EXPECT_THAT(tour.order, ElementsAre(8));
+  EXPECT_FALSE(ordering_->isReachable(2));
+  EXPECT_TRUE(ordering_->isReachable(1));
+}
+
+TEST_F(TernPOIOptimizationTest, accessibilityClosesConnectors) {
+  Drawing drawing = threeFloors;
+  drawing.pathTypes[0].accessibility = 50;
+  load({drawing, {{7, {{2, "H"}}}}, lifts});
+  EXPECT_THAT(visitAll('A', 0).order, IsEmpty());
+  EXPECT_THAT(visitAll('A', 100).order, ElementsAre(7));
+}
+
+TEST_F(TernPOIOptimizationTest, levelFoundByNoSearchIsTakenNextAndStartsAtItsFirstStop) {
+  // Connectors lead from the first floor only: from the second the search finds no way on.
+  Drawing drawing = threeFloors;
+  drawing.paths = {"A-B", "B-C", "C-D", "E-F",      "F-G",     "G-H",
+                   "I-J", "J-K", "K-L", "B-F lift", "B-J lift"};
+  load({drawing, {{7, {{2, "G"}}}, {8, {{3, "I"}}}, {9, {{3, "L"}}}, {10, {{3, "K"}}}}, lifts});
+  EXPECT_THAT(visitAll('A').order, ElementsAre(7, 10, 9, 8));
+}
+
+TEST_F(TernPOIOptimizationTest, legWithoutARouteIsEmpty) {
+  Drawing drawing = threeFloors;
+  drawing.paths[0] = "C-B";
+  load({drawing, {{7, {{1, "D"}}}}, lifts});
+  const Tour tour = visitAll('A');
+  EXPECT_THAT(tour.order, ElementsAre(7));
+  EXPECT_THAT(tour.legs, ElementsAre(IsEmpty()));
+}
+
+TEST_F(TernPOIOptimizationTest, stopsThatNoRouteReachesAreLostAndTheOneBeforeThemIsRepeated) {
+  // A stands alone.
+  Drawing drawing = threeFloors;
+  drawing.paths[0] = "C-B";
+  load({drawing, {{7, {{1, "B"}}}, {8, {{1, "C"}}}, {9, {{1, "D"}}}}, lifts});
+  EXPECT_THAT(visitAll('A').order, ElementsAre(7));
+  EXPECT_EQ(stops(), "ABAA");
+  EXPECT_THAT(log_.take(), ElementsAre("Tern SDK: NO PATH"));
+}
+
+TEST_F(TernPOIOptimizationTest, moreStopsThanAreSolvedKeepTheChain) {
+  std::string line;
+  std::vector<std::string> paths;
+  std::vector<Placed> destinations;
+  for (char letter = 'A'; letter <= 'Z'; ++letter) {
+    line += letter;
+    if (letter == 'A') continue;
+    paths.push_back(std::string{static_cast<char>(letter - 1), '-', letter});
+    destinations.push_back({letter, {{1, std::string(1, letter)}}});
+  }
+  load({{.floors = {{.lines = {line}}},
+         .paths = std::vector<std::string_view>(paths.begin(), paths.end())},
+        destinations});
+  visitAll('A');
+  EXPECT_EQ(stops(), line);
+  EXPECT_THAT(log_.take(), ElementsAre("Tern SDK: a tour of 26 places is not solved, only of 22"));
+}
+
+TEST_F(TernPOIOptimizationTest, knowsItsDestinationsAndTheirWaypoints) {
+  load({threeFloors, {{7, {{1, "D"}}}, {8, {{1, "A"}}}}, lifts});
+  visitAll('B');
+  EXPECT_EQ(ordering_->getDesinationById(8), venue_->destinations->getById(8));
+  EXPECT_EQ(ordering_->getDesinationById(9), nullptr);
+  EXPECT_EQ(ordering_->getbyWayPointId(idOf('D')), venue_->destinations->getById(7));
+  EXPECT_EQ(ordering_->getbyWayPointId(idOf('C')), nullptr);
+  const auto eight = venue_->destinations->getById(8);
+  EXPECT_EQ(TernPOIOptimization::getWayPointById(idOf('A'), *eight), waypointAt(*venue_, 'A'));
+  EXPECT_EQ(TernPOIOptimization::getWayPointById(idOf('D'), *eight), nullptr);
+  EXPECT_EQ(ordering_->getScore(99), 0);
+  EXPECT_FALSE(ordering_->isReachable(99));
+}
+
+TEST_F(TernPOIOptimizationTest, searchMayEndAnywhereWhileNothingIsAsked) {
+  load({.drawing = threeFloors});
+  EXPECT_TRUE(ordering_->isConditionPassedWithWaypoint(waypointAt(*venue_, 'A')));
+}
+
+TEST_F(TernPOIOptimizationTest, routeWithinAListGoesToTheCheapest) {
+  load({.drawing = threeFloors});
+  const auto route = ordering_->wayfindWithinArray(
+      *waypointAt(*venue_, 'A'), {waypointAt(*venue_, 'H'), waypointAt(*venue_, 'C')}, 100);
+  EXPECT_EQ(lettersOf(route), "ABC");
+  EXPECT_THAT(ordering_->wayfindWithinArray(*waypointAt(*venue_, 'A'), {}, 100), IsEmpty());
+}
+
+TEST_F(TernPOIOptimizationTest, eachRunForgetsTheOneBefore) {
+  load({threeFloors, {{7, {{1, "D"}}}, {8, {{2, "H"}}}}, lifts});
+  visitAll('A');
+  const Tour tour = visit('D', {});
+  EXPECT_EQ(stops(), "D");
+  EXPECT_EQ(ordering_->getDesinationById(7), nullptr);
+  EXPECT_EQ(ordering_->getScore(2), 0);
+}
+
+TEST_F(TernPOIOptimizationTest, withoutAStartNothingIsVisited) {
+  load({threeFloors, {{7, {{1, "D"}}}}, lifts});
+  int calls = 0;
+  ordering_->wayfindToMultipleDestinations(venue_->destinations->getAll(), nullptr, 100,
+                                           [&](const auto& legs, const auto& order) {
+                                             ++calls;
+                                             EXPECT_THAT(legs, IsEmpty());
+                                             EXPECT_THAT(order, IsEmpty());
+                                           });
+  EXPECT_EQ(calls, 1);
+}
+
+TEST_F(TernPOIOptimizationTest, outlivesItsVenue) {
+  load({threeFloors, {{7, {{1, "D"}}}, {8, {{2, "H"}}}}, lifts});
+  const auto start = waypointAt(*venue_, 'A');
+  const auto all = venue_->destinations->getAll();
+  venue_ = nullptr;
+  int calls = 0;
+  ordering_->wayfindToMultipleDestinations(all, start, 100, [&](const auto& legs, const auto&) {
+    ++calls;
+    EXPECT_THAT(legs, ElementsAre(IsEmpty()));
+  });
+  EXPECT_EQ(calls, 1);
+  EXPECT_THAT(ordering_->wayfindWithinArray(*start, {start}, 100), IsEmpty());
+}
+
+TEST_F(TernPOIOptimizationTest, venueForwardsToIt) {
+  load({threeFloors, {{7, {{1, "D"}}}, {8, {{2, "H"}}}}, lifts});
+  Tour tour;
+  venue_->wayfindToMultipleDestinations(venue_->destinations->getAll(), waypointAt(*venue_, 'A'),
+                                        100, [&](auto legs, const auto& order) {
+                                          ++tour.calls;
+                                          tour.legs = std::move(legs);
+                                          EXPECT_EQ(order.size(), 2U);
+                                        });
+  EXPECT_EQ(tour.calls, 1);
+  EXPECT_EQ(tour.letters(), "ABCD, DCB FGH");
+  EXPECT_EQ(venue_->nearestElement()->delegate, nullptr);
+}
+
+// Up to six destinations, each with a location or two of a door or two that it shares with none.
+std::vector<Placed> randomDestinations() {
+  std::vector<char> doors = {'A', 'B', 'C', 'D', 'E', 'F', 'G', 'H', 'I', 'J', 'K', 'L'};
+  std::vector<Placed> destinations;
+  const int count = *rc::gen::inRange(0, 7);
+  for (int id = 1; id <= count; ++id) {
+    std::map<std::int64_t, std::string> byMap;
+    for (int i = *rc::gen::inRange(1, 4); i > 0 && !doors.empty(); --i) {
+      const auto at = doors.begin() + *rc::gen::inRange<std::ptrdiff_t>(0, std::ssize(doors));
+      byMap[1 + (*at - 'A') / 4] += *at;
+      doors.erase(at);
+    }
+    destinations.push_back({id, {byMap.begin(), byMap.end()}});
+  }
+  return destinations;
+}
+
+RC_GTEST_PROP(TernPOIOptimizationProperty, visitsEachReachableDestinationAtMostOnce, ()) {
+  const CapturedLog log;
+  const auto venue = tourVenue({threeFloors, randomDestinations(), lifts});
+  const auto start = waypointAt(*venue, static_cast<char>('A' + *rc::gen::inRange(0, 12)));
+  int calls = 0;
+  venue->wayfindToMultipleDestinations(
+      venue->destinations->getAll(), start, *rc::gen::element(0, 1, 100),
+      [&](const TernPOIOptimization::Legs& legs, const auto& order) {
+        ++calls;
+        const std::set<std::shared_ptr<TernDestination>> different(order.begin(), order.end());
+        RC_ASSERT(different.size() == order.size());
+        RC_ASSERT(legs.size() <= order.size());
+        for (const TernRoute& leg : legs) RC_ASSERT(!leg.empty());
+      });
+  RC_ASSERT(calls == 1);
+}
+
+// Connectors that lead nowhere, ids that nobody has, absurd numbers, values of the wrong kind.
+TEST(TernPOIOptimizationRobustness, damagedVenuesNeverHang) {
+  setLogSink([](std::string_view) {});
+  const TourScene scene{threeFloors,
+                        {{7, {{2, "EGH"}}},
+                         {8, {{3, "I"}, {2, "E"}}},
+                         {9, {{1, "C"}}},
+                         {10, {{1, "D"}}},
+                         {11, {{3, "KL"}}}},
+                        lifts};
+  for (std::uint64_t seed = 0; seed < 400; ++seed) {
+    Mutations mutations(seed);
+    Value document = tourVenueDocument(scene);
+    Value building = drawBuildingDocument(scene.drawing);
+    mutations.damage(document, static_cast<int>(seed % 7));
+    mutations.damage(building, static_cast<int>(seed % 5));
+    const auto venue = loadTourVenue(std::move(document), std::move(building));
+    const auto all =
+        venue->destinations ? venue->destinations->getAll() : TernPOIOptimization::Destinations();
+    // A document that ends too early has no maps.
+    if (venue->maps == nullptr) continue;
+    for (const auto& start : venue->maps->getAllWaypoints()) {
+      int calls = 0;
+      venue->wayfindToMultipleDestinations(all, start, 100,
+                                           [&](const auto&, const auto&) { ++calls; });
+      EXPECT_EQ(calls, 1) << seed;
+    }
+  }
+  setLogSink({});
+}
+
+// Places that are no finite numbers, which no document can bring about.
+TEST(TernPOIOptimizationRobustness, absurdPlacesNeverWinAndNeverHang) {
+  setLogSink([](std::string_view) {});
+  constexpr double absurd[] = {std::numeric_limits<double>::quiet_NaN(),
+                               std::numeric_limits<double>::infinity(), -1e308, 1e308};
+  const auto venue = tourVenue(
+      {threeFloors, {{7, {{2, "EGH"}}}, {8, {{3, "I"}, {2, "F"}}}, {9, {{1, "CD"}}}}, lifts});
+  const auto waypoints = venue->maps->getAllWaypoints();
+  for (std::uint64_t seed = 0; seed < 200; ++seed) {
+    Mutations random(seed);
+    const auto changed = waypoints[random.below(waypoints.size())];
+    const Value before = changed->coordinates;
+    changed->coordinates = Value::list({absurd[random.below(4)], absurd[random.below(4)]});
+    venue->loadGridData();
+    venue->loadKDTree();
+    const auto ordering = TernPOIOptimization::initWithActiveVenue(venue, venue->nearestElement());
+    int calls = 0;
+    ordering->wayfindToMultipleDestinations(venue->destinations->getAll(),
+                                            waypoints[random.below(waypoints.size())], 100,
+                                            [&](const auto&, const auto&) { ++calls; });
+    EXPECT_EQ(calls, 1) << seed;
+    EXPECT_TRUE(ordering->isAllVisited()) << seed;
+    if (random.below(3) > 0) changed->coordinates = before;
+  }
+  setLogSink({});
+}
+
+}  // namespace
+}  // namespace tern::test

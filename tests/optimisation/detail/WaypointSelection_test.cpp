@@ -1,0 +1,135 @@
+#include "TernCoreKit/optimisation/detail/WaypointSelection.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/optimisation/TourVenue.hpp"
+
+namespace tern::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+// Three levels; every one of a destination's counts.
+class WaypointSelectionTest : public testing::Test {
+ protected:
+  void place(char start, const std::vector<Placed>& destinations) {
+    venue_ = tourVenue({.drawing = {.floors = {{.lines = {"A  B  C  D"}},
+                                               {.lines = {"E  F  G  H"}},
+                                               {.lines = {"I  J  K  L"}}}},
+                        .destinations = destinations});
+    tables_.startWayPoint = waypointAt(*venue_, start);
+    tables_.arrange(venue_->destinations->getAll());
+    for (std::int64_t map = 1; map <= 3; ++map) {
+      tables_.levelComputedDataDict[map].isVisited = false;
+      tables_.levelComputedDataDict[map].isReachable = true;
+    }
+    for (const auto& placed : destinations) {
+      for (const auto& [map, doors] : placed.at) ++tables_.levelComputedDataDict[map].score;
+    }
+  }
+  void select() { detail::WaypointSelection(tables_).selectWaypointsOfDestinations(); }
+
+  std::string decided(std::int64_t map) {
+    const auto& list = tables_.levelComputedDataDict[map].decidedWaypoints;
+    return list ? lettersOf(*list) : "none";
+  }
+  std::string open(std::int64_t map) {
+    return lettersOf(tables_.levelComputedDataDict[map].tbdWaypoints);
+  }
+  const detail::DestinationRecord& record(std::int64_t id) {
+    return tables_.intermediateStateOfDestination[id];
+  }
+
+  std::shared_ptr<TernActiveVenue> venue_;
+  detail::TourTables tables_;
+};
+
+TEST_F(WaypointSelectionTest, destinationAtTheStartGetsNoRecordAndLeavesItsOtherLevels) {
+  place('A', {{7, {{1, "A"}, {2, "H"}, {3, "L"}}}});
+  select();
+  EXPECT_THAT(tables_.intermediateStateOfDestination, IsEmpty());
+  EXPECT_EQ(decided(1), "A");
+  EXPECT_EQ(tables_.getScore(1), 1);
+  EXPECT_EQ(tables_.getScore(2), 0);
+  EXPECT_EQ(tables_.getScore(3), 0);
+}
+
+TEST_F(WaypointSelectionTest, theLevelThatMostCountIsChosen) {
+  place('A', {{7, {{2, "E"}, {3, "I"}}}, {8, {{3, "J"}}}});
+  select();
+  EXPECT_EQ(record(7).decidedMapid, 3);
+  EXPECT_EQ(decided(3), "IJ");
+  EXPECT_EQ(tables_.getScore(2), 0);
+}
+
+TEST_F(WaypointSelectionTest, tieIsOpenUntilTheLeastMeanDistanceSettlesIt) {
+  place('A', {{7, {{2, "H"}, {3, "L"}}}, {8, {{2, "E"}}}, {9, {{3, "K"}}}});
+  detail::WaypointSelection selection(tables_);
+  selection.finalizeWaypointFor(*venue_->destinations->getById(7), true);
+  EXPECT_THAT(record(7).tbdMapids, ElementsAre(3, 2));
+  EXPECT_EQ(open(2) + open(3), "HL");
+  tables_.intermediateStateOfDestination.clear();
+  tables_.levelComputedDataDict[2].tbdWaypoints.clear();
+  tables_.levelComputedDataDict[3].tbdWaypoints.clear();
+  select();
+  EXPECT_EQ(record(7).decidedMapid, 3);
+  EXPECT_THAT(record(7).tbdMapids, IsEmpty());
+  EXPECT_EQ(decided(3), "LK");
+  EXPECT_EQ(open(3), "");
+  EXPECT_EQ(tables_.getScore(2), 1);
+  EXPECT_EQ(tables_.getScore(3), 2);
+}
+
+TEST_F(WaypointSelectionTest, tieWithNothingToCompareWithStaysOpen) {
+  place('A', {{7, {{2, "H"}, {3, "L"}}}});
+  select();
+  EXPECT_FALSE(record(7).decidedMapid);
+  EXPECT_EQ(open(2) + open(3), "HL");
+  EXPECT_EQ(decided(2), "none");
+}
+
+TEST_F(WaypointSelectionTest, ofSeveralDoorsTheOneNearestToTheOthersIsChosen) {
+  place('A', {{7, {{1, "DC"}}}});
+  select();
+  EXPECT_EQ(decided(1), "AC");
+  EXPECT_EQ(open(1), "");
+}
+
+TEST_F(WaypointSelectionTest, unreachableDestinationIsMarkedAndNotSettled) {
+  place('A', {{7, {{2, "E"}}}});
+  tables_.levelComputedDataDict[2].isReachable = false;
+  select();
+  EXPECT_FALSE(record(7).isReachable);
+  EXPECT_FALSE(record(7).decidedMapid);
+  EXPECT_EQ(decided(2), "none");
+}
+
+TEST_F(WaypointSelectionTest, changedScoresSettleLaterDestinationsAnew) {
+  // 20 and 10 tie between the levels; 20 settles on the second and leaves the third to lose 10.
+  place(
+      'A',
+      {{10, {{3, "I"}, {2, "G"}}}, {20, {{3, "L"}, {2, "H"}}}, {30, {{2, "F"}}}, {40, {{3, "J"}}}});
+  select();
+  EXPECT_EQ(record(20).decidedMapid, 2);
+  EXPECT_EQ(record(10).decidedMapid, 2);
+  EXPECT_EQ(decided(3), "J");
+  EXPECT_EQ(tables_.getScore(2), 3);
+  EXPECT_EQ(tables_.getScore(3), 1);
+}
+
+TEST_F(WaypointSelectionTest, destinationsRankByScoreThenPlacesThenDoorsThenId) {
+  place('A', {{1, {{2, "E"}}},
+              {2, {{2, "F"}}},
+              {3, {{2, "GH"}}},
+              {4, {{3, "I"}}},
+              {5, {{2, "E"}, {3, "J"}}}});
+  detail::WaypointSelection(tables_).rearrangeDestinations();
+  std::vector<std::int64_t> ids;
+  for (const auto& each : tables_.destinations()) ids.push_back(each->id.integer());
+  EXPECT_THAT(ids, ElementsAre(5, 3, 2, 1, 4));
+}
+
+}  // namespace
+}  // namespace tern::test

@@ -1,0 +1,163 @@
+#include "TernCoreKit/platform/detail/PosixFiles.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "tests/support/TemporaryFolder.hpp"
+
+namespace tern::detail {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class PosixFiles : public testing::Test {
+ protected:
+  const test::TemporaryFolder folder_;
+  detail::PosixFiles files_{folder_.at("documents")};
+};
+using PosixFilesConcurrent = PosixFiles;
+
+TEST_F(PosixFiles, readsBackWhatItWrote) {
+  ASSERT_FALSE(files_.createFolders("/a/b"));
+  for (const std::string& text : {std::string("text"), std::string(), std::string(100'000, 'x')}) {
+    ASSERT_FALSE(files_.createFile("/a/b/c", text));
+    EXPECT_EQ(files_.readFile("a//b/c"), text);
+    EXPECT_EQ(folder_.read("documents/a/b/c"), text);
+  }
+  EXPECT_THAT(files_.list("/a/b"), ElementsAre("c"));
+}
+
+TEST_F(PosixFiles, makesTheDocumentsFolderForItsUserAlone) {
+  ASSERT_FALSE(files_.createFolders(""));
+  struct stat status {};
+  ASSERT_EQ(stat(folder_.at("documents").c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 0777U, 0700U);
+}
+
+TEST_F(PosixFiles, tellsFilesFromFolders) {
+  folder_.write("documents/a/file", "");
+  EXPECT_TRUE(files_.isFolder(""));
+  EXPECT_TRUE(files_.isFolder("a"));
+  EXPECT_FALSE(files_.isFile("a"));
+  EXPECT_TRUE(files_.isFile("a/file"));
+  EXPECT_FALSE(files_.isFolder("a/file"));
+  EXPECT_FALSE(files_.isFile("a/file/further"));
+  EXPECT_FALSE(files_.isFile("b"));
+}
+
+TEST_F(PosixFiles, reportsWhatIsMissing) {
+  EXPECT_EQ(files_.readFile("a"), std::nullopt);
+  EXPECT_THAT(files_.list("a"), IsEmpty());
+  const auto error = files_.remove("a");
+  ASSERT_TRUE(error);
+  EXPECT_EQ(error->code, ENOENT);
+  EXPECT_EQ(error->text, "No such file or directory");
+  EXPECT_EQ(files_.createFile("a/b", "text")->code, ENOENT);
+}
+
+TEST_F(PosixFiles, removesAFolderWithAllThatLiesInIt) {
+  folder_.write("documents/a/b/c/file", "");
+  folder_.write("documents/a/file", "");
+  folder_.write("documents/b", "");
+  EXPECT_FALSE(files_.remove("a"));
+  EXPECT_THAT(files_.list(""), ElementsAre("b"));
+}
+
+TEST_F(PosixFiles, neverRemovesTheDocumentsFolderItself) {
+  ASSERT_FALSE(files_.createFolders(""));
+  for (const char* path : {"", "/", "//"}) EXPECT_TRUE(files_.remove(path));
+  EXPECT_TRUE(files_.isFolder(""));
+}
+
+TEST_F(PosixFiles, leavesTheDocumentsFolderByNoName) {
+  folder_.write("outside", "secret");
+  ASSERT_FALSE(files_.createFolders("a"));
+  const std::string longName(256, 'x');
+  const std::string withNul("a\0b", 3);
+  for (const std::string& path : {std::string("../outside"), std::string("a/../../outside"),
+                                  std::string("./a/./x"), longName, withNul, "a/" + longName}) {
+    EXPECT_EQ(files_.readFile(path), std::nullopt) << path;
+    EXPECT_TRUE(files_.createFile(path, "text")) << path;
+    EXPECT_TRUE(files_.createFolders(path)) << path;
+    EXPECT_TRUE(files_.remove(path)) << path;
+    EXPECT_FALSE(files_.isFile(path)) << path;
+  }
+  EXPECT_EQ(folder_.read("outside"), "secret");
+  EXPECT_THAT(files_.list(""), ElementsAre("a"));
+  EXPECT_THAT(files_.list(".."), IsEmpty());
+}
+
+TEST_F(PosixFiles, followsNoLink) {
+  folder_.write("outside/file", "secret");
+  ASSERT_FALSE(files_.createFolders("a"));
+  fs::create_directory_symlink(folder_.at("outside"), folder_.at("documents/a/link"));
+  fs::create_symlink(folder_.at("outside/file"), folder_.at("documents/a/fileLink"));
+
+  EXPECT_EQ(files_.readFile("a/link/file"), std::nullopt);
+  EXPECT_EQ(files_.readFile("a/fileLink"), std::nullopt);
+  EXPECT_FALSE(files_.isFile("a/fileLink"));
+  EXPECT_FALSE(files_.isFolder("a/link"));
+  EXPECT_THAT(files_.list("a/link"), IsEmpty());
+  EXPECT_TRUE(files_.createFile("a/link/new", "text"));
+  EXPECT_TRUE(files_.createFolders("a/link/new"));
+  EXPECT_TRUE(files_.remove("a/link/file"));
+  // A link in the place of the file is replaced, and removed with its folder.
+  EXPECT_FALSE(files_.createFile("a/fileLink", "text"));
+  EXPECT_EQ(files_.readFile("a/fileLink"), "text");
+  EXPECT_FALSE(files_.remove("a"));
+
+  EXPECT_EQ(folder_.read("outside/file"), "secret");
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder_.path() / "outside"), {}), 1);
+  EXPECT_THAT(files_.list(""), IsEmpty());
+}
+
+TEST_F(PosixFiles, acceptsALinkOnTheWayToTheDocumentsFolder) {
+  fs::create_directory(folder_.at("real"));
+  fs::create_directory_symlink(folder_.at("real"), folder_.at("link"));
+  detail::PosixFiles files(folder_.at("link/documents"));
+  ASSERT_FALSE(files.createFolders("a"));
+  EXPECT_TRUE(fs::is_directory(folder_.at("real/documents/a")));
+}
+
+TEST_F(PosixFiles, doesNotWaitForAPipe) {
+  ASSERT_FALSE(files_.createFolders(""));
+  ASSERT_EQ(mkfifo(folder_.at("documents/pipe").c_str(), 0600), 0);
+  EXPECT_EQ(files_.readFile("pipe"), std::nullopt);
+  EXPECT_FALSE(files_.isFile("pipe"));
+}
+
+TEST_F(PosixFiles, keepsTheOldFileWhenTheNewOneCannotTakeItsPlace) {
+  folder_.write("documents/a/folder/file", "old");
+  EXPECT_TRUE(files_.createFile("a/folder", "new"));
+  EXPECT_THAT(files_.list("a"), ElementsAre("folder"));
+  EXPECT_EQ(files_.readFile("a/folder/file"), "old");
+}
+
+TEST_F(PosixFilesConcurrent, readersFindTheOldFileOrTheNewOne) {
+  ASSERT_FALSE(files_.createFolders(""));
+  const std::vector<std::string> texts{std::string(50'000, 'a'), std::string(70'000, 'b')};
+  ASSERT_FALSE(files_.createFile("file", texts[0]));
+  std::vector<std::jthread> writers;
+  for (const std::string& text : texts) {
+    writers.emplace_back([&] {
+      for (int i = 0; i < 50; ++i) EXPECT_FALSE(files_.createFile("file", text));
+    });
+  }
+  for (int i = 0; i < 200; ++i) {
+    const auto found = files_.readFile("file");
+    ASSERT_TRUE(found == texts[0] || found == texts[1]);
+  }
+  writers.clear();
+  EXPECT_THAT(files_.list(""), ElementsAre("file"));
+}
+
+}  // namespace
+}  // namespace tern::detail

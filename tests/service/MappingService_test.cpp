@@ -1,0 +1,192 @@
+#include "tools/service/MappingService.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <chrono>
+#include <thread>
+#include <vector>
+
+#include "TernCoreKit/platform/Json.hpp"
+#include "tests/support/FakeTransport.hpp"
+#include "tests/support/LocalService.hpp"
+#include "tests/support/LoopbackServer.hpp"
+#include "tests/support/TurnedClock.hpp"
+#include "tests/support/VenueFolders.hpp"
+
+namespace tern::service {
+namespace {
+
+using test::exchange;
+using test::LocalService;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class MappingServiceTest : public testing::Test {
+ protected:
+  MappingServiceTest() : service_(written(folder_)) {}
+
+  static std::string written(const test::TemporaryFolder& folder) {
+    test::writeTwoFloors(folder);
+    return folder.path();
+  }
+
+  HttpResponse post(const std::string& form, const std::string& path = "/QRVS/api/auth/token") {
+    return exchange(*transport_,
+                    {.url = service_.url() + path,
+                     .method = "POST",
+                     .headers = {{"Content-Type", "application/x-www-form-urlencoded"}},
+                     .body = form});
+  }
+  HttpResponse get(const std::string& path, std::vector<HttpHeader> headers) {
+    return exchange(*transport_, {.url = service_.url() + path, .headers = std::move(headers)});
+  }
+  std::string bearer() {
+    const HttpResponse answer = post(
+        "grant_type=client_credentials&scope=sdk.read&client_id=client&client_secret=open%"
+        "2Dsesame");
+    const Value body = decodeJson(answer.body.value_or("")).value;
+    EXPECT_EQ(body["expires_in"], Value(3600)) << answer.body.value_or("");
+    return "Bearer " + std::string(body["access_token"].text());
+  }
+  static void expectError(int status, const HttpResponse& answer) {
+    EXPECT_EQ(answer.status, status);
+    const Value body = decodeJson(answer.body.value_or("")).value;
+    EXPECT_EQ(body["statusCode"], Value(status)) << answer.body.value_or("");
+    EXPECT_TRUE(body["message"].isText());
+  }
+
+  const std::string venue_ = "/QRVS/api/customer/1/venue/1/full";
+  test::TemporaryFolder folder_;
+  LocalService service_;
+  std::shared_ptr<HttpTransport> transport_ = makeHttpTransport();
+};
+
+TEST_F(MappingServiceTest, documentIsServedForAToken) {
+  const HttpResponse answer = get(venue_, {{"Authorization", bearer()}});
+  EXPECT_EQ(answer.status, 200);
+  EXPECT_EQ(answer.body, folder_.read("venue/1/full.json"));
+  EXPECT_THAT(service_.takeTargets(), ElementsAre("POST /QRVS/api/auth/token", "GET " + venue_));
+}
+
+TEST_F(MappingServiceTest, documentThatHasNotChangedHasNoBody) {
+  folder_.write("venue/1/full.json", R"({"id":1,"generatedAt":77})");
+  const HttpResponse answer =
+      get(venue_, {{"Authorization", bearer()}, {"If-Modified-Since", "77"}});
+  EXPECT_EQ(answer.status, 304);
+  EXPECT_FALSE(answer.body);
+}
+
+TEST_F(MappingServiceTest, wrongCredentialsAreDenied) {
+  const std::string grant = "grant_type=client_credentials&";
+  expectError(401, post(grant + "client_id=client&client_secret=x"));
+  expectError(401, post(grant + "client_id=x&client_secret=open-sesame"));
+  expectError(401, post(grant));
+  expectError(400, post("client_id=client&client_secret=open-sesame"));
+  expectError(400, post(""));
+}
+
+TEST_F(MappingServiceTest, requestWithoutAValidTokenIsDenied) {
+  expectError(401, get(venue_, {}));
+  expectError(401, get(venue_, {{"Authorization", "Bearer nonsense"}}));
+  expectError(401, get(venue_, {{"Authorization", bearer().substr(7)}}));
+}
+
+TEST_F(MappingServiceTest, tokenEnds) {
+  test::TurnedClock clock;
+  const std::string token = bearer();
+  clock.turn(std::chrono::seconds(3599));
+  EXPECT_EQ(get(venue_, {{"Authorization", token}}).status, 200);
+  clock.turn(std::chrono::seconds(1));
+  expectError(401, get(venue_, {{"Authorization", token}}));
+}
+
+TEST_F(MappingServiceTest, whatDoesNotExistIsAnErrorInJson) {
+  expectError(404, get("/QRVS/api/customer/2/full", {{"Authorization", bearer()}}));
+  expectError(405, post("", "/elsewhere"));
+  expectError(405, exchange(*transport_, {.url = service_.url() + venue_, .method = "DELETE"}));
+}
+
+TEST_F(MappingServiceTest, requestsAreBounded) {
+  EXPECT_GE(post(std::string(100'000, 'x')).status, 400);
+  EXPECT_GE(get("/" + std::string(100'000, 'x'), {}).status, 400);
+  EXPECT_EQ(get(venue_, {{"Authorization", bearer()}}).status, 200);
+}
+
+TEST_F(MappingServiceTest, faultTakesThePlaceOfTheAnswer) {
+  service_.fault(venue_, test::httpAnswer("418 Odd", "tea"));
+  const std::string token = bearer();
+  EXPECT_EQ(get(venue_, {{"Authorization", token}}).status, 418);
+  EXPECT_EQ(get(venue_, {{"Authorization", token}}).status, 200);
+  service_.fault("/full", "", LocalService::Times::always);
+  EXPECT_EQ(get(venue_, {{"Authorization", token}}).status, 0);
+  EXPECT_EQ(get(venue_, {{"Authorization", token}}).status, 0);
+}
+
+// A connection that never says anything.
+int silentConnection(int port) {
+  const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_port = htons(static_cast<std::uint16_t>(port));
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  EXPECT_EQ(::connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+  return socket;
+}
+
+TEST_F(MappingServiceTest, silentConnectionsDoNotExhaustIt) {
+  std::vector<int> sockets;
+  const int port = std::stoi(service_.url().substr(service_.url().rfind(':') + 1));
+  for (int i = 0; i < 200; ++i) sockets.push_back(silentConnection(port));
+  EXPECT_EQ(get(venue_, {{"Authorization", bearer()}}).status, 200);
+  for (const int socket : sockets) ::close(socket);
+}
+
+TEST_F(MappingServiceTest, stopBreaksOffWhatIsUnderWay) {
+  service_.fault(venue_, "HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\nhalf");
+  EXPECT_FALSE(get(venue_, {}).body);
+  const std::string url = service_.url();
+  service_.stop();
+  EXPECT_EQ(exchange(*transport_, {.url = url + venue_}).status, 0);
+}
+
+TEST_F(MappingServiceTest, portInUseIsNamed) {
+  const int port = std::stoi(service_.url().substr(service_.url().rfind(':') + 1));
+  MappingService second({.folder = folder_.at(""), .port = port});
+  EXPECT_EQ(second.start(), "cannot listen on port " + std::to_string(port) +
+                                " of 127.0.0.1: Address already in use");
+}
+
+TEST_F(MappingServiceTest, addressOrFolderThatIsNoneIsNamed) {
+  EXPECT_THAT(*MappingService({.folder = folder_.at(""), .address = "256.1.1.1"}).start(),
+              StartsWith("cannot listen on port 0 of 256.1.1.1"));
+  EXPECT_THAT(*MappingService({.folder = folder_.at("x")}).start(), HasSubstr("no venue folder"));
+}
+
+using ConcurrentMappingService = MappingServiceTest;
+
+TEST_F(ConcurrentMappingService, requestsAreAllAnswered) {
+  const std::string token = bearer();
+  std::vector<std::thread> clients;
+  std::atomic<int> answered = 0;
+  for (int i = 0; i < 32; ++i) {
+    clients.emplace_back([&] {
+      const auto own = makeHttpTransport();
+      for (int j = 0; j < 5; ++j) {
+        const HttpResponse answer =
+            exchange(*own, {.url = service_.url() + venue_, .headers = {{"Authorization", token}}});
+        answered += answer.status == 200 ? 1 : 0;
+      }
+    });
+  }
+  for (std::thread& client : clients) client.join();
+  EXPECT_EQ(answered, 160);
+}
+
+}  // namespace
+}  // namespace tern::service

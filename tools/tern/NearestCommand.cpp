@@ -1,0 +1,79 @@
+#include "tools/tern/NearestCommand.hpp"
+
+#include <algorithm>
+#include <string>
+
+#include "TernCoreKit/model/TernMapCollection.hpp"
+#include "TernCoreKit/model/TernPathTypeCollection.hpp"
+#include "TernCoreKit/model/TernWaypoint.hpp"
+#include "tools/tern/Nearest.hpp"
+#include "tools/tern/Requests.hpp"
+#include "tools/tern/RouteFile.hpp"
+#include "tools/tern/RouteText.hpp"
+#include "tools/tern/Whereabouts.hpp"
+
+namespace tern::command {
+
+namespace {
+
+// The first path type that is placed at both ends of the connector.
+std::string connectorName(const TernActiveVenue& venue, const std::shared_ptr<TernWaypoint>& in,
+                          const std::shared_ptr<TernWaypoint>& out) {
+  if (!venue.pathTypes) return {};
+  for (const TernPathType& type : venue.pathTypes->each()) {
+    const auto isAt = [&](const auto& end) { return std::ranges::count(type.waypoints, end) > 0; };
+    if (isAt(in) && isAt(out)) return std::string(type.name.text());
+  }
+  return {};
+}
+
+//   Toilets (waypoint 12) on First Floor, 23 m away
+//   Toilets (waypoint 12) on First Floor, by Lift       where no route says how
+std::string headline(const TernActiveVenue& venue, const NearestSearch& search,
+                     const NearestFound& found, bool hasRoute) {
+  const auto map = venue.maps->getById(found.waypoint->mapId.integer());
+  std::string text = placeNameWithId(venue, found.waypoint->id.integer());
+  if (map != nullptr) text += " on " + floorName(venue, map);
+  if (found.connectors.empty()) {
+    return text + ", " + lengthText(*search.map, straightDistance(*found.waypoint, search.at)) +
+           " away\n";
+  }
+  if (hasRoute) return text + "\n";
+  const auto& taken = found.connectors;
+  for (std::size_t i = 0; i + 1 < taken.size(); i += 2) {
+    const std::string name = connectorName(venue, taken[i], taken[i + 1]);
+    text += (i == 0 ? ", by " : ", then ") + (name.empty() ? "connector" : name);
+  }
+  return text + "\n";
+}
+
+}  // namespace
+
+Outcome answerNearest(const Arguments& call, const TernActiveVenue& venue) {
+  RequestFields fields(call.request);
+  // The words have been checked.
+  const NearestSearch search = *nearestSearchOf(venue, fields);
+  const NearestFound found = findNearest(venue, search);
+  Answer answer;
+  if (call.json) answer.text = jsonLine(nearestAnswer(venue, search));
+  if (found.waypoint == nullptr) {
+    answer.status = ExitStatus::nothingFound;
+    if (!call.json) answer.remark = found.error->message;
+    return answer;
+  }
+  const auto start = TernActiveVenue::getClosestWaypointToCoordinateOnMap(search.map, search.at);
+  TernRoute route = venue.wayfind(start, found.waypoint, everyonesLevel);
+  if (!call.json) {
+    answer.text = headline(venue, search, found, !route.empty());
+    if (!route.empty()) answer.text += routeText(venue, route);
+  }
+  if (call.picture.empty()) return answer;
+  if (route.empty()) {
+    answer.remark = "--picture: there is no way to draw";
+    return answer;
+  }
+  if (auto failure = drawPicture(call.picture, venue, std::move(route))) return *std::move(failure);
+  return answer;
+}
+
+}  // namespace tern::command

@@ -1,0 +1,160 @@
+#include "tools/tern/VenueService.hpp"
+
+#include <algorithm>
+#include <future>
+#include <mutex>
+#include <tuple>
+#include <utility>
+
+#include "TernCoreKit/model/TernBuilding.hpp"
+#include "TernCoreKit/model/TernBuildingCollection.hpp"
+#include "TernCoreKit/model/TernFloorCollection.hpp"
+#include "TernCoreKit/platform/Files.hpp"
+#include "TernCoreKit/platform/WorkQueue.hpp"
+
+namespace tern::command {
+
+namespace {
+
+// A hub rebuilds the graph behind each building. These are dropped: the graph is built once, when
+// all buildings are there.
+class WithoutRebuilds {
+ public:
+  WithoutRebuilds() { setBackgroundQueue(std::make_shared<DroppingQueue>()); }
+  ~WithoutRebuilds() { setBackgroundQueue(queue_); }
+  WithoutRebuilds(const WithoutRebuilds&) = delete;
+  WithoutRebuilds& operator=(const WithoutRebuilds&) = delete;
+
+ private:
+  class DroppingQueue : public WorkQueue {
+   public:
+    void run(std::function<void()>) override {}
+  };
+
+  const std::shared_ptr<WorkQueue> queue_ = backgroundQueue();
+};
+
+HttpSettings settingsOf(const HostOptions& options) {
+  HttpSettings settings;
+  settings.stallTimeout = options.timeout;
+  settings.connectTimeout = std::min(settings.connectTimeout, settings.stallTimeout);
+  settings.certificateFile = options.caFile;
+  return settings;
+}
+
+// The first answer to a completion, which may be called more than once.
+template <class... Answer>
+class FirstAnswer {
+ public:
+  auto completion() const {
+    return [state = state_](Answer... answer) {
+      std::call_once(state->once,
+                     [&] { state->promise.set_value(std::tuple(std::move(answer)...)); });
+    };
+  }
+  std::tuple<Answer...> wait() const { return state_->promise.get_future().get(); }
+
+ private:
+  struct State {
+    std::once_flag once;
+    std::promise<std::tuple<Answer...>> promise;
+  };
+  std::shared_ptr<State> state_ = std::make_shared<State>();
+};
+
+using FirstVenue = FirstAnswer<std::shared_ptr<TernActiveVenue>, std::optional<TernError>>;
+
+}  // namespace
+
+VenueService::VenueService(const HostOptions& options, const std::string& cacheFolder,
+                           int diagnostics)
+    : host_(options.host),
+      transport_(std::make_shared<WatchedTransport>(makeHttpTransport(settingsOf(options)))) {
+  setHttpTransport(transport_);
+  setFileSystem(makeFileSystem(cacheFolder));
+  if (options.trace) trace_.emplace(diagnostics);
+  hub_ = TernHub::initCustomerWithDictionary(Value::map({{"customerId", options.customer},
+                                                         {"host", options.host},
+                                                         {"clientId", options.clientId},
+                                                         {"clientSecret", options.clientSecret},
+                                                         {"autoReloadCache", !options.noReload},
+                                                         {"locale", options.locale},
+                                                         {"geoJSON", options.geoJson}}));
+}
+
+VenueService::~VenueService() {
+  setFileSystem(nullptr);
+  setHttpTransport(nullptr);
+}
+
+Loaded<TernVenueCollection> VenueService::readVenues() {
+  const FirstAnswer<std::optional<TernError>> answer;
+  hub_->populateCoreWithExternalIds("", answer.completion());
+  const auto [error] = answer.wait();
+  if (error) return failed(*error);
+  auto venues = hub_->venues();
+  if (venues->getCount() == 0 && hub_->id().isAbsent()) return isEmpty("the list of venues");
+  return venues;
+}
+
+std::variant<std::int64_t, Failure> VenueService::chosenVenue(std::optional<std::int64_t> venueId) {
+  if (venueId) return *venueId;
+  const auto venues = readVenues();
+  if (const auto* failure = std::get_if<Failure>(&venues)) return *failure;
+  return onlyVenue(*std::get<std::shared_ptr<TernVenueCollection>>(venues), host_);
+}
+
+Loaded<TernActiveVenue> VenueService::loadVenue(std::optional<std::int64_t> venueId,
+                                                std::optional<std::int64_t> buildingId) {
+  const auto id = chosenVenue(venueId);
+  if (const auto* failure = std::get_if<Failure>(&id)) return *failure;
+  const FirstVenue answer;
+  hub_->populateVenueByVenueId(std::get<std::int64_t>(id), answer.completion());
+  const auto [venue, error] = answer.wait();
+  // A venue without its map template is a venue all the same.
+  if (venue == nullptr) return failed(*error);
+  if (auto failure = addBuildings(venue, buildingId)) return *std::move(failure);
+  buildGraph(*venue);
+  return venue;
+}
+
+std::optional<Failure> VenueService::addBuildings(const std::shared_ptr<TernActiveVenue>& venue,
+                                                  std::optional<std::int64_t> buildingId) {
+  const std::string name = "venue " + std::to_string(venue->id.integer()) + " of " + host_;
+  if (venue->id.isAbsent()) return isEmpty("the venue");
+  const auto ids = buildingIds(*venue, name, buildingId);
+  if (const auto* failure = std::get_if<Failure>(&ids)) return *failure;
+  const WithoutRebuilds untilAllAreThere;
+  for (const std::int64_t id : std::get<std::vector<std::int64_t>>(ids)) {
+    const FirstVenue answer;
+    hub_->populateBuildingInVenue(venue, id, answer.completion());
+    const auto [sameVenue, error] = answer.wait();
+    if (error) return failed(*error);
+    const auto building = venue->buildings->findById(id);
+    if (!transport_->failure().empty() && (building == nullptr || !building->floors)) {
+      return isEmpty("building " + std::to_string(id));
+    }
+  }
+  return std::nullopt;
+}
+
+std::string VenueService::remark() const {
+  const std::string failure = transport_->failure();
+  return failure.empty() ? failure
+                         : host_ + ": " + failure + "; what is missing comes from the cache";
+}
+
+Failure VenueService::isEmpty(const std::string& what) const {
+  const std::string failure = transport_->failure();
+  return notLoaded(TernErrorTypeConnection, host_ + ": " + what + " cannot be had" +
+                                                (failure.empty() ? "" : ": " + failure));
+}
+
+Failure VenueService::failed(const TernError& error) const {
+  Failure failure{ExitStatus::notLoaded, error};
+  failure.error.message = host_ + ": " + error.message;
+  if (!error.errorDescription.empty()) failure.error.message += ": " + error.errorDescription;
+  return failure;
+}
+
+}  // namespace tern::command

@@ -1,0 +1,55 @@
+// Reads venues from a mapping service through a TernHub, waiting for each answer.
+//
+// Only the documents that are asked for are requested. What the service does not answer is taken
+// from the disk cache, as a hub does; `remark` says so.
+//
+// Ownership: takes the place of the process's HTTP transport and file system while it lives, and of
+// its background queue during a load. Threads: one. Fails: by value, with one line that names the
+// service.
+//
+//   VenueService service(options, "/home/me/.cache", STDERR_FILENO);
+//   const auto venue = service.loadVenue(1, std::nullopt);
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "TernCoreKit/service/TernHub.hpp"
+#include "tools/tern/HostOptions.hpp"
+#include "tools/tern/RequestTrace.hpp"
+#include "tools/tern/VenueSource.hpp"
+#include "tools/tern/WatchedTransport.hpp"
+
+namespace tern::command {
+
+class VenueService final : public VenueSource {
+ public:
+  // The folder is the cache's; the trace goes to the descriptor, which stays the caller's.
+  VenueService(const HostOptions& options, const std::string& cacheFolder, int diagnostics);
+  ~VenueService() override;
+  VenueService(const VenueService&) = delete;
+  VenueService& operator=(const VenueService&) = delete;
+
+  Loaded<TernVenueCollection> readVenues() override;
+  Loaded<TernActiveVenue> loadVenue(std::optional<std::int64_t> venueId,
+                                    std::optional<std::int64_t> buildingId) override;
+  // That the service failed and the cache took its place.
+  std::string remark() const override;
+
+ private:
+  std::variant<std::int64_t, Failure> chosenVenue(std::optional<std::int64_t> venueId);
+  std::optional<Failure> addBuildings(const std::shared_ptr<TernActiveVenue>& venue,
+                                      std::optional<std::int64_t> buildingId);
+  // A load that found nothing to build on reports no error.
+  Failure isEmpty(const std::string& what) const;
+  Failure failed(const TernError& error) const;
+
+  const std::string host_;
+  const std::shared_ptr<WatchedTransport> transport_;
+  std::optional<RequestTrace> trace_;
+  std::shared_ptr<TernHub> hub_;
+};
+
+}  // namespace tern::command

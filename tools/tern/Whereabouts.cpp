@@ -1,0 +1,30 @@
+#include "tools/tern/Whereabouts.hpp"
+
+#include <cmath>
+
+#include "TernCoreKit/model/TernBuildingCollection.hpp"
+#include "TernCoreKit/model/TernFloor.hpp"
+#include "TernCoreKit/model/TernMap.hpp"
+#include "TernCoreKit/model/TernWaypoint.hpp"
+#include "tools/tern/Wording.hpp"
+
+namespace tern::command {
+
+std::string floorName(const TernActiveVenue& venue, const std::shared_ptr<TernMap>& map) {
+  const auto floor = venue.buildings ? venue.buildings->getFloorByMap(map) : nullptr;
+  if (floor != nullptr && !floor->name.text().empty()) return std::string(floor->name.text());
+  return "map " + std::to_string(map->id.integer());
+}
+
+double straightDistance(const TernWaypoint& waypoint, TernCoordinate point) {
+  const auto at = waypoint.coordinates.items();
+  return at.size() < 2 ? 0 : std::hypot(at[0].number() - point.x, at[1].number() - point.y);
+}
+
+std::string lengthText(const TernMap& map, double mapUnits) {
+  const double mmPerPixel = map.mmPerPixel.number();
+  if (!std::isfinite(mmPerPixel) || mmPerPixel <= 0) return roundedText(mapUnits) + " map units";
+  return roundedText(mapUnits * mmPerPixel / 1000) + " m";
+}
+
+}  // namespace tern::command

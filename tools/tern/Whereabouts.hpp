@@ -1,0 +1,20 @@
+// Where on its floor something is, and how far from there, in words.
+//
+// Threads: as readers of the venue. Fails: never.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "TernCoreKit/model/TernActiveVenue.hpp"
+
+namespace tern::command {
+
+// The name of the map's floor, "map 3" without one.
+std::string floorName(const TernActiveVenue& venue, const std::shared_ptr<TernMap>& map);
+// In map units.
+double straightDistance(const TernWaypoint& waypoint, TernCoordinate point);
+// In metres where the map's scale is known.
+std::string lengthText(const TernMap& map, double mapUnits);
+
+}  // namespace tern::command
