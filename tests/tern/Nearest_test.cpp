@@ -120,7 +120,9 @@ TEST_F(NearestTest, theCommandSaysWhatIsMissingAndExitsWithOne) {
   const Answer none = ask({"--map", "1", "--at", "3,4", "--destination", "99"});
   EXPECT_EQ(none.status, ExitStatus::nothingFound);
   EXPECT_EQ(none.text, "");
-  EXPECT_EQ(none.remark, "element must be TernDestination or TernAmenity or TernPathType");
+  EXPECT_EQ(none.remark, "there is no destination 99 in venue 1");
+  EXPECT_EQ(ask({"--map", "9", "--at", "3,4", "--amenity", "7"}).remark,
+            "there is no map 9 in venue 1");
 }
 
 TEST_F(NearestTest, theCommandsJsonIsThatOfTheRequest) {

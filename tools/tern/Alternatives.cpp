@@ -12,6 +12,7 @@
 #include "tools/tern/RouteFile.hpp"
 #include "tools/tern/RouteText.hpp"
 #include "tools/tern/Routing.hpp"
+#include "tools/tern/Whereabouts.hpp"
 
 namespace tern::command {
 
@@ -88,8 +89,7 @@ Outcome answerAlternatives(const Arguments& call, const std::shared_ptr<TernActi
     }
   }
   Answer answer{.text = {},
-                .remark = unknownWaypoints(*venue->globalASGrid(), from, to,
-                                           "venue " + std::to_string(venue->id.integer()))};
+                .remark = unknownWaypoints(*venue->globalASGrid(), from, to, venueTitle(*venue))};
   if (!found.optimal) answer.status = ExitStatus::nothingFound;
   if (call.json) {
     answer.text = jsonLine(answerOf(found));

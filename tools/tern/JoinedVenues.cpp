@@ -13,6 +13,7 @@
 #include "tools/tern/RouteFile.hpp"
 #include "tools/tern/RouteText.hpp"
 #include "tools/tern/Routing.hpp"
+#include "tools/tern/Whereabouts.hpp"
 
 namespace tern::command {
 
@@ -29,7 +30,7 @@ class Listener final : public TernMultiActiveVenuesDelegate {
 
 std::string nameOf(const TernActiveVenue& venue) {
   const std::string name(venue.name.text());
-  return name.empty() ? "venue " + std::to_string(venue.id.integer()) : name;
+  return name.empty() ? venueTitle(venue) : name;
 }
 
 // The segment on its map, behind so many map units of the same leg.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include "TernCoreKit/model/TernMapCollection.hpp"
 #include "TernCoreKit/model/TernPathTypeCollection.hpp"
@@ -47,6 +48,24 @@ std::string headline(const TernActiveVenue& venue, const NearestSearch& search,
   return text + "\n";
 }
 
+// Why there is nothing, for a person.
+std::string reason(const Value& request, const TernActiveVenue& venue, const NearestSearch& search,
+                   const TernError& error) {
+  if (search.map == nullptr) {
+    return "there is no map " + request["map"].printed() + " in " + venueTitle(venue);
+  }
+  if (search.element.record != nullptr) return error.message;
+  for (const auto& [key, name] : {std::pair("destination", "destination"),
+                                  {"amenity", "amenity"},
+                                  {"pathType", "path type"}}) {
+    const Value* id = request.find(key);
+    if (id != nullptr) {
+      return std::string("there is no ") + name + " " + id->printed() + " in " + venueTitle(venue);
+    }
+  }
+  return error.message;
+}
+
 }  // namespace
 
 Outcome answerNearest(const Arguments& call, const TernActiveVenue& venue) {
@@ -58,7 +77,7 @@ Outcome answerNearest(const Arguments& call, const TernActiveVenue& venue) {
   if (call.json) answer.text = jsonLine(nearestAnswer(venue, search));
   if (found.waypoint == nullptr) {
     answer.status = ExitStatus::nothingFound;
-    if (!call.json) answer.remark = found.error->message;
+    if (!call.json) answer.remark = reason(call.request, venue, search, *found.error);
     return answer;
   }
   const auto start = TernActiveVenue::getClosestWaypointToCoordinateOnMap(search.map, search.at);

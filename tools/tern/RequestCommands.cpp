@@ -27,10 +27,6 @@ namespace tern::command {
 
 namespace {
 
-std::string venueName(const TernActiveVenue& venue) {
-  return "venue " + std::to_string(venue.id.integer());
-}
-
 Outcome answerRoute(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
   const std::int64_t from = call.request["from"].integer();
   const std::int64_t to = call.request["to"].integer();
@@ -41,7 +37,7 @@ Outcome answerRoute(const Arguments& call, const std::shared_ptr<TernActiveVenue
     if (auto failure = drawPicture(call.picture, *venue, route)) return *std::move(failure);
   }
   Answer answer{.text = {},
-                .remark = unknownWaypoints(*venue->globalASGrid(), from, to, venueName(*venue))};
+                .remark = unknownWaypoints(*venue->globalASGrid(), from, to, venueTitle(*venue))};
   if (route.empty()) answer.status = ExitStatus::nothingFound;
   if (call.json) {
     answer.text = jsonLine(Requests(venue).answer(call.request));
@@ -61,7 +57,8 @@ Outcome answerClosest(const Arguments& call, const std::shared_ptr<TernActiveVen
   if (call.json) answer.text = jsonLine(found);
   if (found["waypoint"].isNull()) answer.status = ExitStatus::nothingFound;
   if (map == nullptr) {
-    answer.remark = "there is no map " + call.request["map"].printed() + " in " + venueName(*venue);
+    answer.remark =
+        "there is no map " + call.request["map"].printed() + " in " + venueTitle(*venue);
   } else if (!call.json && found["waypoint"].isNull()) {
     answer.text = "No waypoint lies on " + floorName(*venue, map) + "\n";
   } else if (!call.json) {

@@ -16,6 +16,7 @@
 #include "tools/tern/RouteFile.hpp"
 #include "tools/tern/RouteText.hpp"
 #include "tools/tern/Routing.hpp"
+#include "tools/tern/Whereabouts.hpp"
 #include "tools/tern/picture/Itinerary.hpp"
 
 namespace tern::command {
@@ -84,7 +85,7 @@ std::string nameWithId(const TernDestination& destination) {
 
 // What the venue does not have of what the call names.
 std::string unknownParts(const TernActiveVenue& venue, const TourSearch& search) {
-  const std::string place = "venue " + std::to_string(venue.id.integer());
+  const std::string place = venueTitle(venue);
   std::string text = unknownWaypoints(*venue.globalASGrid(), search.from, search.from, place);
   std::string names;
   for (const std::int64_t id : search.destinations) {

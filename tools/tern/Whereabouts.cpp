@@ -10,6 +10,10 @@
 
 namespace tern::command {
 
+std::string venueTitle(const TernActiveVenue& venue) {
+  return "venue " + std::to_string(venue.id.integer());
+}
+
 std::string floorName(const TernActiveVenue& venue, const std::shared_ptr<TernMap>& map) {
   const auto floor = venue.buildings ? venue.buildings->getFloorByMap(map) : nullptr;
   if (floor != nullptr && !floor->name.text().empty()) return std::string(floor->name.text());

@@ -1,4 +1,4 @@
-// Where on its floor something is, and how far from there, in words.
+// Which venue and floor something is on, and how far it is from there, in words.
 //
 // Threads: as readers of the venue. Fails: never.
 #pragma once
@@ -10,6 +10,8 @@
 
 namespace tern::command {
 
+// Such as "venue 1".
+std::string venueTitle(const TernActiveVenue& venue);
 // The name of the map's floor, "map 3" without one.
 std::string floorName(const TernActiveVenue& venue, const std::shared_ptr<TernMap>& map);
 // In map units.
