@@ -2,22 +2,10 @@
 
 #include <utility>
 
+#include "TernCoreKit/wayfinding/detail/NodeCopies.hpp"
 #include "TernCoreKit/wayfinding/detail/StandaloneNodes.hpp"
 
 namespace tern {
-
-namespace {
-
-// All of a node but its predecessor.
-detail::StandaloneNode pictureOf(const detail::NodeSource& source, detail::Position position) {
-  detail::StandaloneNode picture{source.facts(position), source.height(position),
-                                 source.progress(position), source.edges(position),
-                                 source.neighbors(position)};
-  picture.progress.parent = detail::noPosition;
-  return picture;
-}
-
-}  // namespace
 
 TernASNode TernASNode::initASNode(std::int64_t nodeId, double x, double y, float z,
                                   std::int64_t mapId, std::vector<TernASEdge> edges,
@@ -56,19 +44,19 @@ std::int64_t TernASNode::usedEdgeTypeId() const {
 void TernASNode::reset() { source_->clearProgress(position_); }
 
 TernASNode TernASNode::copyWithZone() const {
-  std::vector<detail::StandaloneNode> chain;
+  const auto copies = std::make_shared<detail::NodeCopies>();
+  detail::Position count = 0;
   for (const detail::Position at : source_->chainTo(position_)) {
-    if (!chain.empty()) chain.back().progress.parent = static_cast<detail::Position>(chain.size());
-    chain.push_back(pictureOf(*source_, at));
+    copies->add(source_, at);
+    if (count > 0) copies->setParent(count - 1, count);
+    ++count;
   }
-  return {std::make_shared<detail::StandaloneNodes>(std::move(chain)), 0};
+  return {copies, 0};
 }
 
 std::vector<TernASNode> TernASNode::copiesWithoutParents(const std::vector<TernASNode>& nodes) {
-  std::vector<detail::StandaloneNode> pictures;
-  pictures.reserve(nodes.size());
-  for (const TernASNode& node : nodes) pictures.push_back(pictureOf(*node.source_, node.position_));
-  const auto source = std::make_shared<detail::StandaloneNodes>(std::move(pictures));
+  const auto source = std::make_shared<detail::NodeCopies>();
+  for (const TernASNode& node : nodes) source->add(node.source_, node.position_);
   std::vector<TernASNode> copies;
   copies.reserve(nodes.size());
   for (std::size_t i = 0; i < nodes.size(); ++i) {

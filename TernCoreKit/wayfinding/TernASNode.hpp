@@ -5,7 +5,9 @@
 // `copyWithZone` gives a node of its own that no search changes.
 //
 // Ownership: shares the graph that the node is part of, which lives as long as a reference to it.
-// Threads: as the grid: one search or reader at a time.
+//   A copy keeps it alive too.
+// Threads: as the grid: one search or reader at a time. A copy may be read while the grid is
+//   searched, but for its edges and neighbours.
 // Fails: never; what a record leaves absent reads as 0.
 //
 //   for (const TernASNode& node : route.front().points) draw(node.x(), node.y());

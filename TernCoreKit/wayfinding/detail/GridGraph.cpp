@@ -213,6 +213,14 @@ std::vector<TernASEdge> GridGraph::edges(Position position) const {
   return edges;
 }
 
+std::vector<bool> GridGraph::blockedEdges(Position position) const {
+  const auto edges = edgeRefsOf(position);
+  std::vector<bool> blocked;
+  if (std::ranges::none_of(edges, &EdgeRef::isBlocked)) return blocked;
+  for (const EdgeRef edge : edges) blocked.push_back(edge.isBlocked());
+  return blocked;
+}
+
 std::vector<TernNeighbor> GridGraph::neighbors(Position position) const {
   std::vector<TernASEdge> linked;
   for (const EdgeRef edge : edgeRefsOf(position)) {

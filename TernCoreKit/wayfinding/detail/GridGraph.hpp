@@ -120,6 +120,7 @@ class GridGraph final : public NodeSource {
   std::vector<Position> chainTo(Position position) const override;
   void clearProgress(Position position) override;
   std::vector<TernASEdge> edges(Position position) const override;
+  std::vector<bool> blockedEdges(Position position) const override;
   std::vector<TernNeighbor> neighbors(Position position) const override;
   std::vector<std::int64_t> neighborIds(Position position) const override;
   void blockEdges(Position position, std::optional<std::int64_t> joining, bool block) override;

@@ -47,6 +47,8 @@ class NodeSource {
   virtual std::vector<Position> chainTo(Position position) const = 0;
   virtual void clearProgress(Position position) = 0;
   virtual std::vector<TernASEdge> edges(Position position) const = 0;
+  // The mark of each edge; none at all when no edge is blocked.
+  virtual std::vector<bool> blockedEdges(Position position) const = 0;
   virtual std::vector<TernNeighbor> neighbors(Position position) const = 0;
   // Ids of the nodes that the node has links to.
   virtual std::vector<std::int64_t> neighborIds(Position position) const = 0;

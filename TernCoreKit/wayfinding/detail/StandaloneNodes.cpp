@@ -12,6 +12,12 @@ std::vector<Position> StandaloneNodes::chainTo(Position position) const {
   return chain;
 }
 
+std::vector<bool> StandaloneNodes::blockedEdges(Position position) const {
+  std::vector<bool> blocked;
+  for (const TernASEdge& edge : nodes_[position].edges) blocked.push_back(edge.blocked);
+  return blocked;
+}
+
 std::vector<std::int64_t> StandaloneNodes::neighborIds(Position position) const {
   std::vector<std::int64_t> ids;
   for (const TernNeighbor& neighbor : nodes_[position].neighbors) {

@@ -1,4 +1,4 @@
-// Nodes outside any grid: made by hand, or copied from a grid so that no search changes them.
+// Nodes outside any grid, made by hand.
 #pragma once
 
 #include <cstdint>
@@ -27,6 +27,7 @@ class StandaloneNodes final : public NodeSource {
   std::vector<Position> chainTo(Position position) const override;
   void clearProgress(Position position) override { nodes_[position].progress = {}; }
   std::vector<TernASEdge> edges(Position position) const override { return nodes_[position].edges; }
+  std::vector<bool> blockedEdges(Position position) const override;
   std::vector<TernNeighbor> neighbors(Position position) const override {
     return nodes_[position].neighbors;
   }
