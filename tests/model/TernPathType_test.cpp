@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "TernCoreKit/model/TernLocation.hpp"
 #include "TernCoreKit/model/TernUriCollection.hpp"
 #include "TernCoreKit/model/TernWaypoint.hpp"
 #include "tests/model/RecordChecks.hpp"
@@ -33,24 +32,6 @@ TEST(TernPathType, aMapUnderUrisBecomesACollection) {
   expectNestedCollection("uris", &TernPathType::uris, Carried::yes);
 }
 
-TEST(TernPathType, withoutLocationsTheListIsEmpty) {
-  CapturedLog log;
-  EXPECT_TRUE(made<TernPathType>(R"({"id": 1})")->locations.empty());
-  EXPECT_TRUE(made<TernPathType>(R"({"locations": null})")->locations.empty());
-}
-
-TEST(TernPathType, locationsComeInTheirOrder) {
-  CapturedLog log;
-  const auto record = made<TernPathType>(
-      R"({"locations": [{"mapId": 4, "waypointIds": [1]}, {"mapId": 3}], "name": "x"})");
-  ASSERT_EQ(record->locations.size(), 2U);
-  EXPECT_EQ(record->locations[0]->mapId, Value(4));
-  EXPECT_EQ(record->locations[0]->waypointIds, Value::list({1}));
-  EXPECT_EQ(record->locations[1]->mapId, Value(3));
-  EXPECT_EQ(record->name, Value("x"));
-  EXPECT_EQ(record->copyWithZone()->locations, record->locations);
-}
-
 TEST(TernPathType, locationsThatAreNoListAreLoggedAndEmpty) {
   for (const Value& value : {Value(5), Value("here"), Value::map({{"mapId", 1}})}) {
     CapturedLog log;
@@ -65,30 +46,10 @@ TEST(TernPathType, locationsThatAreNoListAreLoggedAndEmpty) {
   }
 }
 
-TEST(TernPathType, aLocationThatIsNoMapIsLoggedAndEmpty) {
-  CapturedLog log;
-  const auto record = made<TernPathType>(R"({"locations": [7, {"mapId": 3}]})");
-  ASSERT_EQ(record->locations.size(), 2U);
-  EXPECT_TRUE(record->locations[0]->mapId.isAbsent());
-  EXPECT_EQ(record->locations[1]->mapId, Value(3));
-  EXPECT_THAT(log.take(),
-              testing::ElementsAre("Tern SDK: the document of TernLocation is not a map"));
-}
-
-TEST(TernPathType, waypointsAreNotReadFromTheDocument) {
-  CapturedLog log;
-  const auto record = made<TernPathType>(R"({"waypoints": [{"id": 1}], "name": "x"})");
-  EXPECT_TRUE(record->waypoints.empty());
-  EXPECT_EQ(record->name, Value("x"));
-}
-
-TEST(TernPathType, addWaypointsReplacesTheList) {
+TEST(TernPathType, aCopyHasNoWaypoints) {
   const auto record = std::make_shared<TernPathType>();
   const auto a = std::make_shared<TernWaypoint>();
-  const auto b = std::make_shared<TernWaypoint>();
   record->addWaypoints({a});
-  record->addWaypoints({b, a, b});
-  EXPECT_THAT(record->waypoints, testing::ElementsAre(b, a, b));
   EXPECT_THAT(record->copyWithZone()->waypoints, testing::IsEmpty());
 }
 

@@ -7,6 +7,11 @@
 #include <string>
 #include <vector>
 
+#include "TernCoreKit/model/TernAmenity.hpp"
+#include "TernCoreKit/model/TernDestination.hpp"
+#include "TernCoreKit/model/TernLocation.hpp"
+#include "TernCoreKit/model/TernPathType.hpp"
+#include "TernCoreKit/model/TernWaypoint.hpp"
 #include "tests/model/RecordChecks.hpp"
 
 namespace tern::test {
@@ -45,6 +50,56 @@ TEST(Locations, aValueThatIsNoListIsAFailure) {
     EXPECT_THAT(log.take(),
                 testing::ElementsAre("Tern SDK: \"locations\" of a record is not a list"));
   }
+}
+
+// What is placed on maps by its locations.
+template <class Record>
+class PlacedRecord : public testing::Test {};
+using PlacedRecords = testing::Types<TernAmenity, TernDestination, TernPathType>;
+TYPED_TEST_SUITE(PlacedRecord, PlacedRecords);
+
+TYPED_TEST(PlacedRecord, withoutLocationsTheListIsEmpty) {
+  CapturedLog log;
+  EXPECT_TRUE(made<TypeParam>(R"({"id": 1})")->locations.empty());
+  EXPECT_TRUE(made<TypeParam>(R"({"locations": null})")->locations.empty());
+}
+
+TYPED_TEST(PlacedRecord, locationsComeInTheirOrder) {
+  CapturedLog log;
+  const auto record = made<TypeParam>(
+      R"({"locations": [{"mapId": 4, "waypointIds": [1]}, {"mapId": 3}], "name": "x"})");
+  ASSERT_EQ(record->locations.size(), 2U);
+  EXPECT_EQ(record->locations[0]->mapId, Value(4));
+  EXPECT_EQ(record->locations[0]->waypointIds, Value::list({1}));
+  EXPECT_EQ(record->locations[1]->mapId, Value(3));
+  EXPECT_EQ(record->name, Value("x"));
+  EXPECT_EQ(record->copyWithZone()->locations, record->locations);
+}
+
+TYPED_TEST(PlacedRecord, aLocationThatIsNoMapIsLoggedAndEmpty) {
+  CapturedLog log;
+  const auto record = made<TypeParam>(R"({"locations": [7, {"mapId": 3}]})");
+  ASSERT_EQ(record->locations.size(), 2U);
+  EXPECT_TRUE(record->locations[0]->mapId.isAbsent());
+  EXPECT_EQ(record->locations[1]->mapId, Value(3));
+  EXPECT_THAT(log.take(),
+              testing::ElementsAre("Tern SDK: the document of TernLocation is not a map"));
+}
+
+TYPED_TEST(PlacedRecord, waypointsAreNotReadFromTheDocument) {
+  CapturedLog log;
+  const auto record = made<TypeParam>(R"({"waypoints": [{"id": 1}], "name": "x"})");
+  EXPECT_TRUE(record->waypoints.empty());
+  EXPECT_EQ(record->name, Value("x"));
+}
+
+TYPED_TEST(PlacedRecord, addWaypointsReplacesTheList) {
+  const auto record = std::make_shared<TypeParam>();
+  const auto a = std::make_shared<TernWaypoint>();
+  const auto b = std::make_shared<TernWaypoint>();
+  record->addWaypoints({a});
+  record->addWaypoints({b, a, b});
+  EXPECT_THAT(record->waypoints, testing::ElementsAre(b, a, b));
 }
 
 }  // namespace
