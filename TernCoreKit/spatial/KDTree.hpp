@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -119,10 +120,14 @@ class KDTree {
  private:
   using Node = KDTreeNode<E>;
   using Nodes = KDTreeNodes<E>;
-  // A node whose one subtree has been searched, and the range of the other.
+  // How far a region lies at least from the point on the first two axes, squared.
+  using Offsets = std::array<double, 2>;
+  // A node whose one subtree has been searched, and the range of the other, with what the squared
+  // distance from the point to both is at least.
   struct Pending {
     std::uint32_t node, begin, end;
-    double difference;
+    double bound;
+    Offsets offsets;
   };
   class PendingStack;
   template <class Predicate>
@@ -256,52 +261,59 @@ template <KDTreePoint E>
 class KDTree<E>::PendingStack {
  public:
   explicit PendingStack(std::size_t depth) {
-    if (depth <= few_.size()) return;
-    many_.resize(depth);
-    bottom_ = top_ = many_.data();
+    if (depth > few_.size()) many_.resize(depth);
   }
-  bool isEmpty() const { return top_ == bottom_; }
-  void push(const Pending& pending) { *top_++ = pending; }
-  const Pending& pop() { return *--top_; }
+  Pending* bottom() { return many_.empty() ? few_.data() : many_.data(); }
 
  private:
   std::array<Pending, 64> few_;
   std::vector<Pending> many_;
-  Pending* bottom_ = few_.data();
-  Pending* top_ = few_.data();
 };
 
 // Goes to the nearer subtree of each node first, then to the node and its other subtree if the
 // collector still wants what lies beyond the split. Subtrees of up to `handful` nodes are first
 // offered to the collector as a whole. True when the collector has ended the walk at a node.
+//
+// What is known of two axes together bounds the distance closer than the split alone. It leaves
+// room for a `squaredDistance` that rounds otherwise than the sum here, so that it never leaves out
+// what counts. Of more axes the first two do; where there are more than a point has coordinates
+// (see KDPoint::dimensions), those past them repeat one.
 template <KDTreePoint E>
 template <class Collector>
 bool KDTree<E>::walk(const E& point, Collector& collector, std::uint32_t handful) const {
   if (isEmpty()) return false;
+  constexpr double roundedDown = 1 - 1e-12;
   const Node* const nodes = nodes_->nodes.data();
-  PendingStack pending(std::min<std::size_t>(nodes_->depth, count()));
+  PendingStack stack(std::min<std::size_t>(nodes_->depth, count()));
+  Pending* const bottom = stack.bottom();
+  Pending* top = bottom;
   std::uint32_t begin = begin_;
   std::uint32_t end = end_;
+  Offsets offsets{};
   while (true) {
     while (end - begin > handful) {
       const Node& node = nodes[begin];
       const double difference = node.value.kdDimension(node.axis) - point.kdDimension(node.axis);
-      if (collector.endsAt(node.value, difference)) return true;
+      const double square = difference * difference;
+      if (collector.endsAt(node.value, square)) return true;
       const std::uint32_t right = begin + node.right;
       const bool isLeftNearer = difference > 0;
-      const Pending far{begin, isLeftNearer ? right : begin + 1, isLeftNearer ? end : right,
-                        difference};
+      const Offsets beyond{node.axis == 0 ? square : offsets[0],
+                           node.axis == 1 ? square : offsets[1]};
+      // In this order a square that is no number stays the bound.
+      const double bound = std::max(square, (beyond[0] + beyond[1]) * roundedDown);
+      *top++ = {begin, isLeftNearer ? right : begin + 1, isLeftNearer ? end : right, bound, beyond};
       begin = isLeftNearer ? begin + 1 : right;
       end = isLeftNearer ? right : end;
-      pending.push(far);
     }
     if (begin < end && collector.endsAtFew(*this, begin, end)) return true;
     do {
-      if (pending.isEmpty()) return false;
-      const Pending& next = pending.pop();
+      if (top == bottom) return false;
+      const Pending& next = *--top;
+      if (!collector.wantsBeyond(next.bound)) continue;
       begin = next.begin;
       end = next.end;
-      if (!collector.wantsBeyond(next.difference)) continue;
+      offsets = next.offsets;
       collector.offer(nodes[next.node].value);
       break;
     } while (true);
@@ -311,15 +323,18 @@ bool KDTree<E>::walk(const E& point, Collector& collector, std::uint32_t handful
 template <KDTreePoint E>
 template <class Predicate>
 struct KDTree<E>::Nearest {
+  // Looking at so few at once is faster than choosing among them.
+  static constexpr std::uint32_t handful = 16;
+
   const E& point;
   double distance;
   Predicate& where;
   const E* best = nullptr;
 
-  // Where the difference is not 0 the value does not equal the point, infinite coordinates aside.
-  bool endsAt(const E& value, double difference) {
-    if (difference != 0 && difference == difference) return false;
-    return value == point && endsWith(value);
+  // A value off the point on one axis is not equal to it. The square is no number where both are
+  // infinite.
+  bool endsAt(const E& value, double square) {
+    return !(square > 0) && value == point && endsWith(value);
   }
   bool endsWith(const E& value) {
     best = &value;
@@ -334,24 +349,39 @@ struct KDTree<E>::Nearest {
   // False where the order in which a walk meets the nodes matters: when one lies on the point, or
   // two are equally near.
   bool takeNearestOf(const Node* begin, const Node* end) {
-    double least = std::numeric_limits<double>::infinity();
-    bool areApart = true;
-    for (const Node* node = begin; node != end; ++node) {
-      const double squared = node->value.squaredDistance(point);
-      least = squared < least ? squared : least;
-      areApart &= squared > 0;
+    const auto count = static_cast<std::size_t>(end - begin);
+    std::array<double, handful> squared;
+    // Two at a time, as each comparison waits for the one before.
+    double least = end[-1].value.squaredDistance(point);
+    double second = least;
+    double total = least;
+    squared[count - 1] = least;
+    for (std::size_t i = 0; i + 1 < count; i += 2) {
+      const double a = squared[i] = begin[i].value.squaredDistance(point);
+      const double b = squared[i + 1] = begin[i + 1].value.squaredDistance(point);
+      least = a < least ? a : least;
+      second = b < second ? b : second;
+      total += a + b;
     }
-    if (!areApart) return false;
+    least = std::min(least, second);
+    // The total is no number when one of them is none.
+    if (!(least > 0 && total == total)) return false;
     if (!(least < distance)) return true;
+    // A bit for each node: which are set is not foreseen, so to make them does not branch.
+    constexpr bool areAllAccepted = std::is_same_v<Predicate, AcceptAll>;
+    std::uint32_t nearer = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+      const bool isNearer = areAllAccepted ? squared[i] <= least : squared[i] < distance;
+      nearer |= static_cast<std::uint32_t>(isNearer) << i;
+    }
     const E* found = nullptr;
     double foundDistance = distance;
-    for (const Node* node = begin; node != end; ++node) {
-      const double squared = node->value.squaredDistance(point);
-      if (squared > foundDistance || !where(node->value)) continue;
-      if (squared == foundDistance && found != nullptr) return false;
-      if (!(squared < foundDistance)) continue;
-      found = &node->value;
-      foundDistance = squared;
+    for (; nearer != 0; nearer &= nearer - 1) {
+      const auto i = static_cast<std::size_t>(std::countr_zero(nearer));
+      if (squared[i] > foundDistance || !where(begin[i].value)) continue;
+      if (squared[i] == foundDistance) return false;
+      found = &begin[i].value;
+      foundDistance = squared[i];
     }
     if (found != nullptr) take(*found, foundDistance);
     return true;
@@ -364,8 +394,8 @@ struct KDTree<E>::Nearest {
     }
     return !(squared > 0) && value == point && !where(value) && endsWith(value);
   }
-  // A difference that is no number does not say where the point lies.
-  bool wantsBeyond(double difference) const { return !(difference * difference >= distance); }
+  // A bound that is no number does not say where the point lies.
+  bool wantsBeyond(double bound) const { return !(bound >= distance); }
   void offer(const E& value) {
     const double squared = value.squaredDistance(point);
     if (squared < distance && where(value)) take(value, squared);
@@ -379,10 +409,8 @@ struct KDTree<E>::Nearest {
 template <KDTreePoint E>
 template <class Predicate>
 std::optional<E> KDTree<E>::nearest(const E& to, double maxDistance, Predicate where) const {
-  // Looking at so few at once is faster than choosing among them.
-  constexpr std::uint32_t handful = 16;
   Nearest<Predicate> collector{to, maxDistance, where};
-  walk(to, collector, handful);
+  walk(to, collector, collector.handful);
   if (collector.best == nullptr) return std::nullopt;
   return *collector.best;
 }
@@ -406,9 +434,7 @@ struct KDTree<E>::NearestK {
     offer(tree.nodes_->nodes[begin].value);
     return false;
   }
-  bool wantsBeyond(double difference) const {
-    return !isFull() || !(difference * difference >= entries.back().distance);
-  }
+  bool wantsBeyond(double bound) const { return !isFull() || !(bound >= entries.back().distance); }
   void offer(const E& value) {
     const double distance = value.squaredDistance(point);
     if (distance != distance || (isFull() && !(distance < entries.back().distance))) return;
@@ -444,7 +470,7 @@ struct KDTree<E>::Within {
     offer(tree.nodes_->nodes[begin].value);
     return false;
   }
-  bool wantsBeyond(double difference) const { return !(std::abs(difference) > radius); }
+  bool wantsBeyond(double bound) const { return !(bound > radius * radius); }
   void offer(const E& value) {
     if (value.squaredDistance(point) <= radius * radius) found.push_back(value);
   }

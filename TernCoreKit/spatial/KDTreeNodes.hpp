@@ -7,10 +7,13 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <numeric>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -53,18 +56,54 @@ struct KDTreeNodes {
   static std::optional<KDTreeNodes> of(std::vector<Node> nodes);
 };
 
+struct KDSortEntry {
+  std::uint64_t key;
+  std::uint32_t index;
+};
+
+// Orders as the coordinates do, of which none may be no number.
+inline std::uint64_t kdSortKey(double coordinate) {
+  // The addition makes one zero of the two.
+  const auto bits = std::bit_cast<std::uint64_t>(coordinate + 0.0);
+  constexpr std::uint64_t sign = std::uint64_t{1} << 63U;
+  return (bits & sign) != 0 ? ~bits : bits | sign;
+}
+
+// Sorts by the keys, digit by digit, and keeps the order of equal ones.
+inline void kdSort(std::vector<KDSortEntry>& entries, std::vector<KDSortEntry>& buffer) {
+  constexpr std::size_t digits = 8;
+  constexpr std::size_t radix = 256;
+  const auto digitOf = [](const KDSortEntry& entry, std::size_t digit) {
+    return (entry.key >> (digit * 8)) % radix;
+  };
+  std::array<std::array<std::uint32_t, radix>, digits> places{};
+  for (const KDSortEntry& entry : entries) {
+    for (std::size_t digit = 0; digit < digits; ++digit) ++places[digit][digitOf(entry, digit)];
+  }
+  for (std::size_t digit = 0; digit < digits && !entries.empty(); ++digit) {
+    auto& place = places[digit];
+    // Many coordinates are short numbers, of which most digits agree.
+    if (place[digitOf(entries[0], digit)] == entries.size()) continue;
+    std::exclusive_scan(place.begin(), place.end(), place.begin(), std::uint32_t{0});
+    for (const KDSortEntry& entry : entries) buffer[place[digitOf(entry, digit)]++] = entry;
+    entries.swap(buffer);
+  }
+}
+
 // Splits at the median, one axis a level. Of values with equal coordinates the one that came first
 // in the list becomes the node, and no other stands left of it; coordinates that differ by less
-// than the machine's epsilon count as equal. The time is that of sorting the points once for each
-// axis, however many of them coincide.
+// than the machine's epsilon count as equal. The values are sorted once for each axis; a split then
+// only deals out the lists of the other axes, however many of the points coincide.
 template <KDTreePoint E>
 class KDTreeBuilder {
  public:
+  // The values must outlive the builder.
   KDTreeBuilder(const std::vector<E>& values, std::size_t firstAxis);
   KDTreeNodes<E> build();
 
  private:
   using Node = KDTreeNode<E>;
+  using Indices = std::vector<std::uint32_t>;
   struct Range {
     std::size_t begin, end, axis, depth;
     // How many levels in succession before this one had nothing on the left.
@@ -72,24 +111,27 @@ class KDTreeBuilder {
   };
 
   std::size_t axisBelow(std::size_t axis) const { return axis + 1 < dimensions_ ? axis + 1 : 0; }
-  double at(const Node& node, std::size_t axis) const {
-    return kdOrder(node.value.kdDimension(axis));
+  double at(std::uint32_t index, std::size_t axis) const {
+    return kdOrder(values_[index].kdDimension(axis));
   }
-  auto before(std::size_t axis) const {
-    return [this, axis](const Node& a, const Node& b) {
-      const double x = at(a, axis);
-      const double y = at(b, axis);
-      return x < y || (x == y && a.right < b.right);
-    };
+  void add(std::uint32_t index, std::size_t right, std::size_t axis) {
+    nodes_.push_back(
+        {values_[index], static_cast<std::uint32_t>(right), static_cast<std::uint32_t>(axis)});
   }
-  using Place = typename std::vector<Node>::iterator;
-  void select(Place begin, Place middle, Place end, std::size_t axis);
   std::size_t split(const Range& range);
   Range takeCoincident(Range range);
 
+  const std::vector<E>& values_;
   std::size_t dimensions_;
   std::size_t firstAxis_;
-  // While a node has no place yet its `right` is its place in the list of values.
+  // For each axis the indices of the values in the order of their coordinates. What is left of a
+  // range lies at the same places of every list.
+  std::vector<Indices> sorted_;
+  // For each axis the place that each value had in that order at first.
+  std::vector<Indices> ranks_;
+  Indices spare_;
+  // By index: which have become nodes because they coincide. Empty while none has.
+  std::vector<bool> isTaken_;
   std::vector<Node> nodes_;
 };
 
@@ -118,17 +160,29 @@ std::optional<KDTreeNodes<E>> KDTreeNodes<E>::of(std::vector<Node> nodes) {
 
 template <KDTreePoint E>
 KDTreeBuilder<E>::KDTreeBuilder(const std::vector<E>& values, std::size_t firstAxis)
-    : dimensions_(std::max<std::size_t>(E::dimensions, 1)), firstAxis_(firstAxis % dimensions_) {
-  nodes_.reserve(values.size());
-  for (const E& value : values) {
-    nodes_.push_back({value, static_cast<std::uint32_t>(nodes_.size()), 0});
+    : values_(values),
+      dimensions_(std::max<std::size_t>(E::dimensions, 1)),
+      firstAxis_(firstAxis % dimensions_),
+      spare_(values.size()) {
+  std::vector<KDSortEntry> entries(values.size());
+  std::vector<KDSortEntry> buffer(values.size());
+  for (std::size_t axis = 0; axis < dimensions_; ++axis) {
+    for (std::uint32_t i = 0; i < values.size(); ++i) entries[i] = {kdSortKey(at(i, axis)), i};
+    kdSort(entries, buffer);
+    Indices& sorted = sorted_.emplace_back(values.size());
+    Indices& ranks = ranks_.emplace_back(values.size());
+    for (std::uint32_t place = 0; place < values.size(); ++place) {
+      sorted[place] = entries[place].index;
+      ranks[sorted[place]] = place;
+    }
   }
 }
 
 template <KDTreePoint E>
 KDTreeNodes<E> KDTreeBuilder<E>::build() {
+  nodes_.reserve(values_.size());
   std::size_t depth = 0;
-  std::vector<Range> pending{{0, nodes_.size(), firstAxis_, 0, 0}};
+  std::vector<Range> pending{{0, values_.size(), firstAxis_, 0, 0}};
   while (!pending.empty()) {
     Range range = pending.back();
     pending.pop_back();
@@ -140,100 +194,85 @@ KDTreeNodes<E> KDTreeBuilder<E>::build() {
       }
       depth = std::max(depth, ++range.depth);
       const std::size_t middle = split(range);
-      std::swap(nodes_[range.begin], nodes_[middle]);
-      Node& node = nodes_[range.begin];
-      node.right = static_cast<std::uint32_t>(middle - range.begin + 1);
-      node.axis = static_cast<std::uint32_t>(range.axis);
-      const std::size_t below = axisBelow(range.axis);
-      const std::size_t emptyLefts = middle == range.begin ? range.emptyLefts + 1 : 0;
-      pending.push_back({middle + 1, range.end, below, range.depth, emptyLefts});
-      range = {range.begin + 1, middle + 1, below, range.depth, 0};
+      add(sorted_[range.axis][middle], middle - range.begin + 1, range.axis);
+      range.axis = axisBelow(range.axis);
+      if (middle + 1 < range.end) {
+        const std::size_t emptyLefts = middle == range.begin ? range.emptyLefts + 1 : 0;
+        pending.push_back({middle + 1, range.end, range.axis, range.depth, emptyLefts});
+      }
+      range.end = middle;
+      range.emptyLefts = 0;
     }
   }
   return {std::move(nodes_), depth};
 }
 
-// As std::nth_element, by comparisons that do not branch: which way they go cannot be foreseen.
-template <KDTreePoint E>
-void KDTreeBuilder<E>::select(Place begin, Place middle, Place end, std::size_t axis) {
-  constexpr std::ptrdiff_t few = 4;
-  const auto isBefore = before(axis);
-  for (int rounds = 0; end - begin > few; ++rounds) {
-    if (rounds == 32) return std::nth_element(begin, middle, end, isBefore);
-    const auto pivot = begin + (end - begin) / 2;
-    if (isBefore(end[-1], *begin)) std::iter_swap(begin, end - 1);
-    if (isBefore(*pivot, *begin)) std::iter_swap(begin, pivot);
-    if (isBefore(*pivot, end[-1])) std::iter_swap(pivot, end - 1);
-    // The middle one of the three is now the last.
-    const double split = at(end[-1], axis);
-    const std::uint32_t order = end[-1].right;
-    auto place = begin;
-    for (auto each = begin; each != end - 1; ++each) {
-      const double x = at(*each, axis);
-      const bool isLess = (x < split) | ((x == split) & (each->right < order));
-      std::swap(*each, *place);
-      place += isLess;
-    }
-    std::iter_swap(place, end - 1);
-    if (place == middle) return;
-    (place < middle ? begin : end) = place < middle ? place + 1 : place;
-  }
-  for (auto each = begin; each != end; ++each) {
-    const Node node = *each;
-    auto place = each;
-    for (; place != begin && isBefore(node, place[-1]); --place) *place = place[-1];
-    *place = node;
-  }
-}
-
-// Brings the node of the range to its place, what is less before it and the rest behind.
+// Gives the place of the node in the list of the range's axis, and brings what lies before and
+// behind it there to the same places of the other lists.
 template <KDTreePoint E>
 std::size_t KDTreeBuilder<E>::split(const Range& range) {
-  const auto begin = nodes_.begin() + static_cast<std::ptrdiff_t>(range.begin);
-  const auto end = nodes_.begin() + static_cast<std::ptrdiff_t>(range.end);
-  const auto middle = begin + (end - begin) / 2;
-  select(begin, middle, end, range.axis);
-  const double median = at(*middle, range.axis);
-  const auto run = std::partition(begin, middle, [&](const Node& node) {
-    const double coordinate = at(node, range.axis);
-    return !(median - coordinate < std::numeric_limits<double>::epsilon() || coordinate == median);
-  });
-  if (run != middle) std::iter_swap(run, std::min_element(run, middle, before(range.axis)));
-  return static_cast<std::size_t>(run - nodes_.begin());
+  const Indices& sorted = sorted_[range.axis];
+  std::size_t middle = range.begin + (range.end - range.begin) / 2;
+  if (middle == range.begin) return middle;
+  const double median = at(sorted[middle], range.axis);
+  const auto isLevel = [&](std::size_t place) {
+    const double coordinate = at(sorted[place], range.axis);
+    return median - coordinate < std::numeric_limits<double>::epsilon() || coordinate == median;
+  };
+  while (middle > range.begin && isLevel(middle - 1)) --middle;
+  const std::uint32_t* const ranks = ranks_[range.axis].data();
+  const std::uint32_t rank = ranks[sorted[middle]];
+  for (std::size_t axis = 0; axis < dimensions_; ++axis) {
+    if (axis == range.axis) continue;
+    // Writes to both sides each time, as which one it is cannot be foreseen.
+    std::uint32_t* const list = sorted_[axis].data();
+    std::uint32_t* const right = spare_.data();
+    std::size_t lefts = range.begin;
+    std::size_t rights = 0;
+    for (std::size_t i = range.begin; i < range.end; ++i) {
+      const std::uint32_t index = list[i];
+      list[lefts] = right[rights] = index;
+      lefts += ranks[index] < rank;
+      rights += ranks[index] > rank;
+    }
+    std::copy_n(right, rights, list + middle + 1);
+  }
+  return middle;
 }
 
 // Where most points of a range are the least on their axis they become, one by one, nodes without a
-// left subtree. Looking through the whole range for each of them would take quadratic time.
+// left subtree. Dealing out the whole range for each of them would take quadratic time.
 template <KDTreePoint E>
 typename KDTreeBuilder<E>::Range KDTreeBuilder<E>::takeCoincident(Range range) {
-  std::vector<Node> rest(nodes_.begin() + static_cast<std::ptrdiff_t>(range.begin),
-                         nodes_.begin() + static_cast<std::ptrdiff_t>(range.end));
-  std::ranges::sort(rest, {}, &Node::right);
-  std::vector<double> least(dimensions_, std::numeric_limits<double>::infinity());
-  std::vector<std::vector<std::size_t>> leastOn(dimensions_);
-  for (std::size_t axis = 0; axis < dimensions_; ++axis) {
-    for (const Node& node : rest) least[axis] = std::min(least[axis], at(node, axis));
-    for (std::size_t i = rest.size(); i-- > 0;) {
-      if (at(rest[i], axis) == least[axis]) leastOn[axis].push_back(i);
-    }
-  }
-  std::vector<bool> isTaken(rest.size());
+  const std::size_t end = range.end;
+  std::vector<double> least(dimensions_);
   std::vector<std::size_t> count(dimensions_);
-  for (std::size_t axis = 0; axis < dimensions_; ++axis) count[axis] = leastOn[axis].size();
+  std::vector<std::size_t> next(dimensions_, range.begin);
+  for (std::size_t axis = 0; axis < dimensions_; ++axis) {
+    const Indices& sorted = sorted_[axis];
+    least[axis] = at(sorted[range.begin], axis);
+    std::size_t place = range.begin;
+    while (place < end && at(sorted[place], axis) == least[axis]) ++place;
+    count[axis] = place - range.begin;
+  }
+  isTaken_.resize(values_.size());
   while (range.begin != range.end && count[range.axis] > (range.end - range.begin) / 2) {
-    while (isTaken[leastOn[range.axis].back()]) leastOn[range.axis].pop_back();
-    const std::size_t taken = leastOn[range.axis].back();
-    isTaken[taken] = true;
+    const Indices& sorted = sorted_[range.axis];
+    while (isTaken_[sorted[next[range.axis]]]) ++next[range.axis];
+    const std::uint32_t taken = sorted[next[range.axis]];
+    isTaken_[taken] = true;
     for (std::size_t axis = 0; axis < dimensions_; ++axis) {
-      if (at(rest[taken], axis) == least[axis]) --count[axis];
+      count[axis] -= at(taken, axis) == least[axis];
     }
-    nodes_[range.begin++] = {rest[taken].value, 1, static_cast<std::uint32_t>(range.axis)};
+    add(taken, 1, range.axis);
     range.axis = axisBelow(range.axis);
     ++range.depth;
+    --range.end;
   }
-  std::size_t place = range.begin;
-  for (std::size_t i = 0; i < rest.size(); ++i) {
-    if (!isTaken[i]) nodes_[place++] = std::move(rest[i]);
+  for (Indices& sorted : sorted_) {
+    const auto first = sorted.begin() + static_cast<std::ptrdiff_t>(range.begin);
+    std::remove_if(first, sorted.begin() + static_cast<std::ptrdiff_t>(end),
+                   [&](std::uint32_t index) { return isTaken_[index]; });
   }
   range.emptyLefts = 0;
   return range;
