@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -169,6 +170,14 @@ TEST_F(VenueServiceTest, serviceThatFailsLeavesTheCache) {
   service_.fault("/building/4/", httpAnswer("500 Internal Server Error", "{}"));
   EXPECT_EQ(linksOf(load()), 4U);
   EXPECT_THAT(remark_, HasSubstr("it answers with status 500"));
+}
+
+TEST_F(VenueServiceTest, serviceThatStaysSilentLongerThanItMayLeavesTheCache) {
+  load();
+  options_.timeout = std::chrono::seconds(1);
+  service_.delay("/building/4/", std::chrono::seconds(2));
+  EXPECT_EQ(linksOf(load()), 4U);
+  EXPECT_THAT(remark_, HasSubstr("timed out"));
 }
 
 TEST_F(VenueServiceTest, serviceThatIsGoneAndWasNeverThereIsAFailure) {
