@@ -38,11 +38,9 @@ int main(int count, char** arguments) {
   }
   for (int i = 1; i < count; ++i) {
     if (runNamed(arguments[i])) continue;
-    std::fprintf(
-        stderr,
-        "no such benchmark: %s (decode, records, graph, search, spatial, alternatives, joined, "
-        "tour)\n",
-        arguments[i]);
+    std::fprintf(stderr, "no such benchmark: %s; there are", arguments[i]);
+    for (const Named& each : benchmarks) std::fprintf(stderr, " %s", each.name.data());
+    std::fputc('\n', stderr);
     return 2;
   }
   return 0;

@@ -4,6 +4,7 @@
 
 #include "TernCoreKit/model/TernMap.hpp"
 #include "TernCoreKit/model/TernWaypointCollection.hpp"
+#include "TernCoreKit/wayfinding/detail/GraphBuilder.hpp"
 
 namespace tern::test {
 
@@ -39,6 +40,14 @@ VenueLists corridor(std::size_t count) {
     lists.paths.push_back(pathOver({from, from + 1}));
   }
   return lists;
+}
+
+std::unique_ptr<detail::GridGraph> builtGraph(const VenueLists& lists) {
+  auto grid = std::make_unique<detail::GridGraph>(
+      detail::GridRecords{lists.waypoints, lists.paths, lists.pathTypes, lists.maps,
+                          lists.buildings, lists.isForMultiVenue});
+  detail::buildGraph(*grid);
+  return grid;
 }
 
 std::shared_ptr<TernPath> pathOver(const std::vector<std::int64_t>& waypointIds,

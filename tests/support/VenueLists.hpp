@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
+#include "TernCoreKit/wayfinding/detail/GridGraph.hpp"
 #include "tests/support/DrawnVenue.hpp"
 
 namespace tern::test {
@@ -29,6 +30,9 @@ VenueLists listsOf(const DrawnVenue& venue);
 VenueLists rowOfWaypoints(std::size_t count);
 // The same with a path between each waypoint and the next one.
 VenueLists corridor(std::size_t count);
+
+// The graph itself, of these lists.
+std::unique_ptr<detail::GridGraph> builtGraph(const VenueLists& lists);
 
 std::shared_ptr<TernPath> pathOver(const std::vector<std::int64_t>& waypointIds,
                                    std::int64_t pathTypeId = 1);

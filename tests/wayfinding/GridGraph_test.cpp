@@ -14,18 +14,11 @@
 namespace tern::detail {
 namespace {
 
+using test::builtGraph;
 using test::pathOver;
 using test::rowOfWaypoints;
 using test::VenueLists;
 using testing::ElementsAre;
-
-std::unique_ptr<GridGraph> built(const VenueLists& lists) {
-  auto grid =
-      std::make_unique<GridGraph>(GridRecords{lists.waypoints, lists.paths, lists.pathTypes,
-                                              lists.maps, lists.buildings, lists.isForMultiVenue});
-  buildGraph(*grid);
-  return grid;
-}
 
 // The ids of a node's neighbours whose links no block keeps shut.
 std::vector<std::int64_t> openNeighbours(const GridGraph& grid, std::int64_t id) {
@@ -49,7 +42,7 @@ std::shared_ptr<TernPathType> pathType(std::int64_t id, std::int64_t accessibili
 TEST(GridGraph, findsTheFirstNodeOfAnId) {
   VenueLists lists = rowOfWaypoints(3);
   lists.waypoints.push_back(lists.waypoints[1]);
-  const auto grid = built(lists);
+  const auto grid = builtGraph(lists);
   EXPECT_EQ(grid->find(2), grid->positionOf[1]);
   EXPECT_EQ(grid->find(4), noPosition);
 }
@@ -57,7 +50,7 @@ TEST(GridGraph, findsTheFirstNodeOfAnId) {
 TEST(GridGraph, findsAllNodesOfIdsInTheOrderOfTheWaypoints) {
   VenueLists lists = rowOfWaypoints(3);
   lists.waypoints.push_back(lists.waypoints[1]);
-  const auto grid = built(lists);
+  const auto grid = builtGraph(lists);
   const std::vector<std::int64_t> ids = {3, 2, 7, 3};
   EXPECT_THAT(grid->findAll(ids),
               ElementsAre(grid->positionOf[1], grid->positionOf[2], grid->positionOf[3]));
@@ -67,7 +60,7 @@ TEST(GridGraph, gatesBelowTheLimitAreThoseTheLevelAdmits) {
   VenueLists lists = rowOfWaypoints(2);
   lists.pathTypes = {pathType(1, 0), pathType(2, 100), pathType(3, -5), pathType(4, 100)};
   for (const std::int64_t type : {1, 2, 3, 4}) lists.paths.push_back(pathOver({1, 2}, type));
-  const auto grid = built(lists);
+  const auto grid = builtGraph(lists);
   EXPECT_EQ(grid->gateLimit(-6), 0U);
   EXPECT_EQ(grid->gateLimit(-5), 1U);
   EXPECT_EQ(grid->gateLimit(0), 2U);
@@ -80,7 +73,7 @@ TEST(GridGraph, gatesBelowTheLimitAreThoseTheLevelAdmits) {
 TEST(GridGraph, blockShutsEveryLinkToTheOther) {
   VenueLists lists = rowOfWaypoints(3);
   lists.paths = {pathOver({1, 2}), pathOver({1, 3}), pathOver({2, 1})};
-  const auto grid = built(lists);
+  const auto grid = builtGraph(lists);
   grid->blockEdges(grid->find(1), 2, true);
   EXPECT_THAT(openNeighbours(*grid, 1), ElementsAre(3));
   EXPECT_THAT(openNeighbours(*grid, 2), ElementsAre(1, 1));
@@ -92,7 +85,7 @@ TEST(GridGraph, blockShutsEveryLinkToTheOther) {
 TEST(GridGraph, markOfTheFirstEdgeDecidesForAllLinks) {
   VenueLists lists = rowOfWaypoints(3);
   lists.paths = {pathOver({1, 2, 3}), pathOver({1, 2})};
-  const auto grid = built(lists);
+  const auto grid = builtGraph(lists);
   grid->blockEdges(grid->find(1), 3, true);
   EXPECT_TRUE(grid->isEdgeBlocked(grid->find(1), 2));
   EXPECT_FALSE(grid->edges(grid->find(1)).at(1).blocked);
@@ -104,7 +97,7 @@ TEST(GridGraph, marksOfANodeWithManyLinksFollowTheSameRule) {
   VenueLists lists = rowOfWaypoints(count);
   lists.paths = {pathOver({1, 2, 3}), pathOver({2, 1})};
   for (std::int64_t id = 4; id <= count; ++id) lists.paths.push_back(pathOver({1, id}));
-  const auto grid = built(lists);
+  const auto grid = builtGraph(lists);
   grid->blockEdges(grid->find(1), 3, true);
   grid->blockEdges(grid->find(1), 7, true);
   const auto open = openNeighbours(*grid, 1);
@@ -120,7 +113,7 @@ TEST(GridGraph, linkToAnIdThatNoEdgeJoinsStaysOpen) {
     VenueLists lists = rowOfWaypoints(static_cast<std::size_t>(count));
     lists.waypoints[4]->id = 0;
     for (std::int64_t id = 2; id <= count; ++id) lists.paths.push_back(pathOver({1, id}));
-    const auto grid = built(lists);
+    const auto grid = builtGraph(lists);
     grid->blockEdges(grid->find(1), std::nullopt, true);
     EXPECT_THAT(openNeighbours(*grid, 1), ElementsAre(0));
   }
@@ -130,14 +123,14 @@ TEST(GridGraph, waypointsOfOneIdHaveMarksOfTheirOwn) {
   VenueLists lists = rowOfWaypoints(2);
   lists.waypoints.push_back(lists.waypoints[0]);
   lists.paths = {pathOver({1, 2})};
-  const auto grid = built(lists);
+  const auto grid = builtGraph(lists);
   grid->blockEdges(grid->positionOf[2], std::nullopt, true);
   EXPECT_FALSE(grid->isEdgeBlocked(grid->positionOf[0], 2));
   EXPECT_TRUE(grid->isEdgeBlocked(grid->positionOf[2], 2));
 }
 
 TEST(GridGraph, untouchedNodeHasNoProgress) {
-  const auto grid = built(test::corridor(2));
+  const auto grid = builtGraph(test::corridor(2));
   const NodeProgress progress = grid->progress(grid->find(1));
   EXPECT_FALSE(progress.visited);
   EXPECT_FALSE(progress.closed);
@@ -150,7 +143,7 @@ TEST(GridGraph, untouchedNodeHasNoProgress) {
 TEST(GridGraph, neighbourIdsAreThoseOfNodesThatThereAre) {
   VenueLists lists = rowOfWaypoints(2);
   lists.paths = {pathOver({1, 99, 2})};
-  EXPECT_THAT(built(lists)->neighborIds(0), ElementsAre(2));
+  EXPECT_THAT(builtGraph(lists)->neighborIds(0), ElementsAre(2));
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include "TernCoreKit/model/TernFloorCollection.hpp"
 #include "TernCoreKit/platform/Files.hpp"
 #include "TernCoreKit/platform/WorkQueue.hpp"
+#include "tools/tern/Whereabouts.hpp"
 
 namespace tern::command {
 
@@ -120,7 +121,7 @@ Loaded<TernActiveVenue> VenueService::loadVenue(std::optional<std::int64_t> venu
 
 std::optional<Failure> VenueService::addBuildings(const std::shared_ptr<TernActiveVenue>& venue,
                                                   std::optional<std::int64_t> buildingId) {
-  const std::string name = "venue " + std::to_string(venue->id.integer()) + " of " + host_;
+  const std::string name = venueTitle(*venue) + " of " + host_;
   if (venue->id.isAbsent()) return isEmpty("the venue");
   const auto ids = buildingIds(*venue, name, buildingId);
   if (const auto* failure = std::get_if<Failure>(&ids)) return *failure;

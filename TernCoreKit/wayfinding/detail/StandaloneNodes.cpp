@@ -4,14 +4,6 @@
 
 namespace tern::detail {
 
-std::vector<Position> StandaloneNodes::chainTo(Position position) const {
-  std::vector<Position> chain;
-  for (Position at = position; at != noPosition; at = nodes_[at].progress.parent) {
-    chain.push_back(at);
-  }
-  return chain;
-}
-
 std::vector<bool> StandaloneNodes::blockedEdges(Position position) const {
   std::vector<bool> blocked;
   for (const TernASEdge& edge : nodes_[position].edges) blocked.push_back(edge.blocked);

@@ -12,7 +12,7 @@ namespace tern::detail {
 struct StandaloneNode {
   NodeFacts facts;
   float height = 0;       // map units
-  NodeProgress progress;  // its parent is a place in the same list
+  NodeProgress progress;  // without a parent
   std::vector<TernASEdge> edges;
   std::vector<TernNeighbor> neighbors;
 };
@@ -24,7 +24,7 @@ class StandaloneNodes final : public NodeSource {
   NodeFacts facts(Position position) const override { return nodes_[position].facts; }
   float height(Position position) const override { return nodes_[position].height; }
   NodeProgress progress(Position position) const override { return nodes_[position].progress; }
-  std::vector<Position> chainTo(Position position) const override;
+  std::vector<Position> chainTo(Position position) const override { return {position}; }
   void clearProgress(Position position) override { nodes_[position].progress = {}; }
   std::vector<TernASEdge> edges(Position position) const override { return nodes_[position].edges; }
   std::vector<bool> blockedEdges(Position position) const override;

@@ -21,12 +21,16 @@ CURLM* newMulti() {
 }
 
 // A thread that starts meanwhile gets no signals: the application's handlers run on its own
-// threads, and a connection that breaks while something is written is an error, not the end.
+// threads, and a connection that breaks while something is written is an error, not the end. Those
+// of a fault in the thread itself stay, for an application that reports crashes.
 class BlockedSignals {
  public:
   BlockedSignals() {
     sigset_t all;
     sigfillset(&all);
+    for (const int fault : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGTRAP, SIGABRT}) {
+      sigdelset(&all, fault);
+    }
     pthread_sigmask(SIG_SETMASK, &all, &before_);
   }
   ~BlockedSignals() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
