@@ -6,8 +6,8 @@
 #include <span>
 #include <utility>
 
-#include "TernCoreKit/model/TernMapCollection.hpp"
-#include "TernCoreKit/model/TernWaypoint.hpp"
+#include "TernCoreKit/model/collections/TernMapCollection.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/wayfinding/TernASAlternativePath.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "bench/Bench.hpp"

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "TernCoreKit/model/VenueAssembly.hpp"
+#include "TernCoreKit/model/venue/VenueAssembly.hpp"
 
 namespace tern::bench {
 

@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "TernCoreKit/model/TernActiveVenue.hpp"
+#include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "bench/IndoorVenue.hpp"
 
 namespace tern::bench {

@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
-#include "TernCoreKit/model/TernActiveVenue.hpp"
-#include "TernCoreKit/model/TernBuilding.hpp"
+#include "TernCoreKit/model/records/TernBuilding.hpp"
+#include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "TernCoreKit/platform/Json.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "bench/Bench.hpp"

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <random>
 
-#include "TernCoreKit/model/TernMapCollection.hpp"
+#include "TernCoreKit/model/collections/TernMapCollection.hpp"
 #include "TernCoreKit/wayfinding/TernASSearch.hpp"
 #include "bench/Adjacency.hpp"
 #include "bench/Bench.hpp"

@@ -6,7 +6,7 @@
 #include <random>
 #include <vector>
 
-#include "TernCoreKit/spatial/KDTree.hpp"
+#include "TernCoreKit/spatial/tree/KDTree.hpp"
 #include "bench/Bench.hpp"
 
 namespace tern::bench {

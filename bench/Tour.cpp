@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
-#include "TernCoreKit/model/TernActiveVenue.hpp"
-#include "TernCoreKit/model/TernDestinationCollection.hpp"
+#include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
+#include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "TernCoreKit/optimisation/TernPOIOptimization.hpp"
 #include "TernCoreKit/optimisation/TernTSP.hpp"
 #include "TernCoreKit/platform/Json.hpp"
@@ -18,7 +18,7 @@
 #include "bench/Bench.hpp"
 #include "bench/LiteralTour.hpp"
 #include "bench/LoadedVenue.hpp"
-#include "tools/tern/generate/GenerateVenue.hpp"
+#include "tools/generate/GenerateVenue.hpp"
 
 namespace tern::bench {
 

@@ -55,10 +55,8 @@ add_library(tern_test_support OBJECT ${tern_test_support})
 tern_own_target(tern_test_support)
 target_link_libraries(tern_test_support PUBLIC
   TernCoreKit::TernCoreKit GTest::gmock rapidcheck rapidcheck_gtest rapidcheck_gmock)
-target_compile_definitions(tern_test_support PUBLIC TERN_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
-if(TARGET tern)
-  target_compile_definitions(tern_test_support PUBLIC TERN_BINARY_PATH="$<TARGET_FILE:tern>")
-endif()
+set_source_files_properties(${PROJECT_SOURCE_DIR}/tests/support/Paths.cpp PROPERTIES
+  COMPILE_DEFINITIONS "TERN_SOURCE_DIR=\"${PROJECT_SOURCE_DIR}\";TERN_BINARY_PATH=\"$<TARGET_FILE:tern>\"")
 
 # A program of the given test sources. ctest runs it in as many parts at once as `shards` says; a
 # part that hangs fails.

@@ -22,7 +22,7 @@
 #include <string>
 #include <string_view>
 
-#include "TernCoreKit/model/TernError.hpp"
+#include "TernCoreKit/model/records/TernError.hpp"
 #include "TernCoreKit/platform/Export.hpp"
 #include "TernCoreKit/platform/Files.hpp"
 #include "TernCoreKit/platform/Value.hpp"

@@ -3,15 +3,14 @@
 #include <array>
 #include <utility>
 
-#include "TernCoreKit/model/TernActiveVenue.hpp"
-#include "TernCoreKit/model/TernBuilding.hpp"
-#include "TernCoreKit/model/TernBuildingCollection.hpp"
-#include "TernCoreKit/model/TernLocaleCollection.hpp"
-#include "TernCoreKit/model/TernMultiActiveVenues.hpp"
-#include "TernCoreKit/model/TernVenueCollection.hpp"
-#include "TernCoreKit/model/TernVenueDestination.hpp"
-#include "TernCoreKit/model/VenueAssembly.hpp"
-#include "TernCoreKit/model/VenueDestinationCollection.hpp"
+#include "TernCoreKit/model/collections/TernBuildingCollection.hpp"
+#include "TernCoreKit/model/collections/TernLocaleCollection.hpp"
+#include "TernCoreKit/model/collections/TernVenueCollection.hpp"
+#include "TernCoreKit/model/collections/VenueDestinationCollection.hpp"
+#include "TernCoreKit/model/records/TernBuilding.hpp"
+#include "TernCoreKit/model/records/TernVenueDestination.hpp"
+#include "TernCoreKit/model/venue/TernActiveVenue.hpp"
+#include "TernCoreKit/model/venue/VenueAssembly.hpp"
 #include "TernCoreKit/platform/Log.hpp"
 #include "TernCoreKit/platform/Notifications.hpp"
 #include "TernCoreKit/service/ServiceHost.hpp"
@@ -19,6 +18,7 @@
 #include "TernCoreKit/service/detail/CachedFetch.hpp"
 #include "TernCoreKit/service/detail/UncachedFetch.hpp"
 #include "TernCoreKit/service/detail/VenuesInTurn.hpp"
+#include "TernCoreKit/wayfinding/joined/TernMultiActiveVenues.hpp"
 
 namespace tern {
 

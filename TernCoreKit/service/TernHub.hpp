@@ -35,7 +35,7 @@
 #include <variant>
 #include <vector>
 
-#include "TernCoreKit/model/TernError.hpp"
+#include "TernCoreKit/model/records/TernError.hpp"
 #include "TernCoreKit/platform/Export.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 #include "TernCoreKit/service/HTTPClient.hpp"

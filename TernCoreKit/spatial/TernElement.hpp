@@ -11,10 +11,10 @@
 #include <memory>
 #include <utility>
 
-#include "TernCoreKit/model/TernAmenity.hpp"
-#include "TernCoreKit/model/TernBaseModel.hpp"
-#include "TernCoreKit/model/TernDestination.hpp"
-#include "TernCoreKit/model/TernPathType.hpp"
+#include "TernCoreKit/model/records/TernAmenity.hpp"
+#include "TernCoreKit/model/records/TernBaseModel.hpp"
+#include "TernCoreKit/model/records/TernDestination.hpp"
+#include "TernCoreKit/model/records/TernPathType.hpp"
 
 namespace tern {
 

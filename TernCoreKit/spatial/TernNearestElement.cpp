@@ -6,16 +6,16 @@
 #include <unordered_set>
 #include <utility>
 
-#include "TernCoreKit/model/TernAmenityCollection.hpp"
-#include "TernCoreKit/model/TernBuildingCollection.hpp"
-#include "TernCoreKit/model/TernDestinationCollection.hpp"
-#include "TernCoreKit/model/TernFloor.hpp"
-#include "TernCoreKit/model/TernLocation.hpp"
-#include "TernCoreKit/model/TernMapCollection.hpp"
-#include "TernCoreKit/model/TernPathCollection.hpp"
-#include "TernCoreKit/model/TernPathTypeCollection.hpp"
-#include "TernCoreKit/model/TernVenueData.hpp"
-#include "TernCoreKit/model/TernWaypointCollection.hpp"
+#include "TernCoreKit/model/collections/TernAmenityCollection.hpp"
+#include "TernCoreKit/model/collections/TernBuildingCollection.hpp"
+#include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
+#include "TernCoreKit/model/collections/TernMapCollection.hpp"
+#include "TernCoreKit/model/collections/TernPathCollection.hpp"
+#include "TernCoreKit/model/collections/TernPathTypeCollection.hpp"
+#include "TernCoreKit/model/collections/TernVenueData.hpp"
+#include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
+#include "TernCoreKit/model/records/TernFloor.hpp"
+#include "TernCoreKit/model/records/TernLocation.hpp"
 
 namespace tern {
 

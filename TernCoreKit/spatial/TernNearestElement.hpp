@@ -29,12 +29,12 @@
 #include <utility>
 #include <vector>
 
-#include "TernCoreKit/model/TernError.hpp"
+#include "TernCoreKit/model/records/TernError.hpp"
 #include "TernCoreKit/platform/Export.hpp"
-#include "TernCoreKit/service/TernUtils.hpp"
-#include "TernCoreKit/spatial/KDTree.hpp"
+#include "TernCoreKit/service/coordinates/TernUtils.hpp"
 #include "TernCoreKit/spatial/TernElement.hpp"
 #include "TernCoreKit/spatial/TernNearestPoint.hpp"
+#include "TernCoreKit/spatial/tree/KDTree.hpp"
 
 namespace tern {
 

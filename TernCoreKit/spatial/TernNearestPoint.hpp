@@ -9,8 +9,8 @@
 #include <memory>
 #include <optional>
 
-#include "TernCoreKit/model/TernBaseModel.hpp"
-#include "TernCoreKit/model/TernWaypoint.hpp"
+#include "TernCoreKit/model/records/TernBaseModel.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
 
 namespace tern {
 

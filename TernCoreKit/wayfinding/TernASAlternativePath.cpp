@@ -3,7 +3,7 @@
 #include <cmath>
 #include <utility>
 
-#include "TernCoreKit/model/TernWaypoint.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "TernCoreKit/wayfinding/TernASSearch.hpp"
 #include "TernCoreKit/wayfinding/detail/BranchProbe.hpp"

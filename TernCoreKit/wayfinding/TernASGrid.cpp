@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "TernCoreKit/model/TernFloor.hpp"
-#include "TernCoreKit/model/TernPath.hpp"
-#include "TernCoreKit/model/TernWaypoint.hpp"
+#include "TernCoreKit/model/records/TernFloor.hpp"
+#include "TernCoreKit/model/records/TernPath.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/wayfinding/detail/GraphBuilder.hpp"
 #include "TernCoreKit/wayfinding/detail/GridGraph.hpp"
 

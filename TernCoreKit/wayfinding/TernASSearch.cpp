@@ -4,9 +4,9 @@
 #include <span>
 #include <utility>
 
-#include "TernCoreKit/model/TernMapCollection.hpp"
-#include "TernCoreKit/model/TernPathType.hpp"
-#include "TernCoreKit/model/TernWaypoint.hpp"
+#include "TernCoreKit/model/collections/TernMapCollection.hpp"
+#include "TernCoreKit/model/records/TernPathType.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/platform/Log.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "TernCoreKit/wayfinding/detail/GraphSearch.hpp"

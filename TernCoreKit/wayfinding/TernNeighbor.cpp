@@ -1,6 +1,6 @@
 #include "TernCoreKit/wayfinding/TernNeighbor.hpp"
 
-#include "TernCoreKit/model/TernWaypoint.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/wayfinding/TernASEdge.hpp"
 #include "TernCoreKit/wayfinding/detail/Coordinates.hpp"
 

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "TernCoreKit/platform/Json.hpp"
+#include "tests/support/Paths.hpp"
 #include "tests/support/Process.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 #include "tests/support/VenueFolders.hpp"
@@ -32,7 +33,7 @@ using testing::StartsWith;
 using Words = std::vector<std::string>;
 
 Words commandLine(Words words) {
-  words.insert(words.begin(), TERN_BINARY_PATH);
+  words.insert(words.begin(), test::commandPath());
   return words;
 }
 
@@ -232,7 +233,7 @@ TEST_F(CommandTest, readerWhoGoesAwayEndsABatch) {
 TEST_F(CommandTest, answerThatCannotBeWrittenIsTold) {
   const auto inShell = [&](const std::string& words) {
     return test::runProcess(
-        {"/bin/sh", "-c", TERN_BINARY_PATH " " + words + " --data " + folder_.at("")});
+        {"/bin/sh", "-c", test::commandPath() + " " + words + " --data " + folder_.at("")});
   };
   const ProcessResult full = inShell("info >/dev/full");
   EXPECT_EQ(full.status, 4);
@@ -343,12 +344,12 @@ TEST_F(CommandTest, generateWritesTheSameBytesForTheSameWords) {
 class CommandSampleTest : public testing::Test {
  protected:
   static ProcessResult ask(Words words, std::string_view input = {}) {
-    words.insert(words.begin() + 1, {"--data", TERN_SOURCE_DIR "/data/plaza"});
+    words.insert(words.begin() + 1, {"--data", test::samplePath()});
     return tern(words, input);
   }
   // The first waypoint of each destination.
   static std::vector<std::int64_t> doors() {
-    std::ifstream file(TERN_SOURCE_DIR "/data/plaza/venue/1/full.json", std::ios::binary);
+    std::ifstream file(test::samplePath() + "/venue/1/full.json", std::ios::binary);
     const Value venue = parsed({std::istreambuf_iterator<char>(file), {}});
     std::vector<std::int64_t> ids;
     for (const Value& shop : venue["destinations"]["items"].items()) {

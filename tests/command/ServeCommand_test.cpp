@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/Paths.hpp"
 #include "tests/support/Process.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 
@@ -21,10 +22,11 @@ using testing::MatchesRegex;
 
 using Words = std::vector<std::string>;
 
-const char* const sample = TERN_SOURCE_DIR "/data/plaza";
+const std::string sample = test::samplePath();
 
 Words tern(Words words, const std::string& secret = "local") {
-  words.insert(words.begin(), {"/usr/bin/env", "TERN_CLIENT_SECRET=" + secret, TERN_BINARY_PATH});
+  words.insert(words.begin(),
+               {"/usr/bin/env", "TERN_CLIENT_SECRET=" + secret, test::commandPath()});
   return words;
 }
 
@@ -45,7 +47,7 @@ TEST(ServeCommand, servesAndStopsAtASignal) {
 }
 
 TEST(ServeCommand, isLocalWithoutCredentials) {
-  Conversation service({TERN_BINARY_PATH, "serve", "--data", sample, "--port", "0"});
+  Conversation service({test::commandPath(), "serve", "--data", sample, "--port", "0"});
   const test::TemporaryFolder cache;
   EXPECT_EQ(test::runProcess(tern({"venues", "--host", addressIn(service.hear()), "--customer", "1",
                                    "--client-id", "local", "--cache", cache.at("")}))

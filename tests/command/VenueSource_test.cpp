@@ -10,6 +10,7 @@
 #include "TernCoreKit/platform/Json.hpp"
 #include "tests/support/LocalService.hpp"
 #include "tests/support/LoopbackServer.hpp"
+#include "tests/support/Paths.hpp"
 #include "tests/support/Process.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 
@@ -26,7 +27,7 @@ using testing::StartsWith;
 
 using Words = std::vector<std::string>;
 
-const char* const sample = TERN_SOURCE_DIR "/data/plaza";
+const std::string sample = test::samplePath();
 
 const char* const requests = R"({"op":"route","from":22001,"to":14016,"id":1})"
                              "\n"
@@ -39,7 +40,8 @@ class HostTest : public testing::Test {
  protected:
   ProcessResult ask(Words words, std::string_view input = {},
                     const std::string& secret = LocalService::clientSecret) const {
-    words.insert(words.begin(), {"/usr/bin/env", "TERN_CLIENT_SECRET=" + secret, TERN_BINARY_PATH});
+    words.insert(words.begin(),
+                 {"/usr/bin/env", "TERN_CLIENT_SECRET=" + secret, test::commandPath()});
     const ProcessResult result = test::runProcess(words, input);
     EXPECT_THAT(result.output + result.diagnostics, Not(HasSubstr(LocalService::clientSecret)));
     return result;

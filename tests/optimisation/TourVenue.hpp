@@ -15,10 +15,10 @@
 #include <utility>
 #include <vector>
 
-#include "TernCoreKit/model/TernActiveVenue.hpp"
-#include "TernCoreKit/model/TernDestinationCollection.hpp"
-#include "TernCoreKit/model/TernMapCollection.hpp"
-#include "TernCoreKit/model/VenueAssembly.hpp"
+#include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
+#include "TernCoreKit/model/collections/TernMapCollection.hpp"
+#include "TernCoreKit/model/venue/TernActiveVenue.hpp"
+#include "TernCoreKit/model/venue/VenueAssembly.hpp"
 #include "TernCoreKit/optimisation/TernPOIOptimization.hpp"
 #include "tests/support/DrawnVenue.hpp"
 

@@ -1,6 +1,6 @@
 #include "tests/support/ActiveVenue.hpp"
 
-#include "TernCoreKit/model/VenueAssembly.hpp"
+#include "TernCoreKit/model/venue/VenueAssembly.hpp"
 
 namespace tern::test {
 

@@ -5,7 +5,7 @@
 
 #include <memory>
 
-#include "TernCoreKit/model/TernActiveVenue.hpp"
+#include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "tests/support/DrawnVenue.hpp"
 
 namespace tern::test {

@@ -6,10 +6,10 @@
 #include <stdexcept>
 #include <utility>
 
-#include "TernCoreKit/model/TernFloorCollection.hpp"
-#include "TernCoreKit/model/TernPathCollection.hpp"
-#include "TernCoreKit/model/TernPathTypeCollection.hpp"
-#include "TernCoreKit/model/TernWaypointCollection.hpp"
+#include "TernCoreKit/model/collections/TernFloorCollection.hpp"
+#include "TernCoreKit/model/collections/TernPathCollection.hpp"
+#include "TernCoreKit/model/collections/TernPathTypeCollection.hpp"
+#include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
 
 namespace tern::test {
 

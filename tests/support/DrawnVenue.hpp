@@ -30,11 +30,11 @@
 #include <string_view>
 #include <vector>
 
-#include "TernCoreKit/model/TernBuilding.hpp"
-#include "TernCoreKit/model/TernMapCollection.hpp"
-#include "TernCoreKit/model/TernPath.hpp"
-#include "TernCoreKit/model/TernPathType.hpp"
-#include "TernCoreKit/model/TernWaypoint.hpp"
+#include "TernCoreKit/model/collections/TernMapCollection.hpp"
+#include "TernCoreKit/model/records/TernBuilding.hpp"
+#include "TernCoreKit/model/records/TernPath.hpp"
+#include "TernCoreKit/model/records/TernPathType.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 #include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
 

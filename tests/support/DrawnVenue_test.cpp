@@ -5,9 +5,9 @@
 
 #include <stdexcept>
 
-#include "TernCoreKit/model/TernFloorCollection.hpp"
-#include "TernCoreKit/model/TernPathCollection.hpp"
-#include "TernCoreKit/model/TernWaypointCollection.hpp"
+#include "TernCoreKit/model/collections/TernFloorCollection.hpp"
+#include "TernCoreKit/model/collections/TernPathCollection.hpp"
+#include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
 
 namespace tern::test {
 namespace {

@@ -1,7 +1,7 @@
 #include "tests/support/JoinedVenues.hpp"
 
-#include "TernCoreKit/model/TernMapCollection.hpp"
-#include "TernCoreKit/model/TernWaypointCollection.hpp"
+#include "TernCoreKit/model/collections/TernMapCollection.hpp"
+#include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
 
 namespace tern::test {
 

@@ -6,14 +6,14 @@
 #include <string>
 #include <utility>
 
-#include "TernCoreKit/model/TernBuilding.hpp"
-#include "TernCoreKit/model/TernFloor.hpp"
-#include "TernCoreKit/model/TernFloorCollection.hpp"
-#include "TernCoreKit/model/TernMap.hpp"
-#include "TernCoreKit/model/TernPath.hpp"
-#include "TernCoreKit/model/TernPathType.hpp"
-#include "TernCoreKit/model/TernWaypoint.hpp"
-#include "TernCoreKit/model/TernWaypointCollection.hpp"
+#include "TernCoreKit/model/collections/TernFloorCollection.hpp"
+#include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
+#include "TernCoreKit/model/records/TernBuilding.hpp"
+#include "TernCoreKit/model/records/TernFloor.hpp"
+#include "TernCoreKit/model/records/TernMap.hpp"
+#include "TernCoreKit/model/records/TernPath.hpp"
+#include "TernCoreKit/model/records/TernPathType.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
 
 namespace tern::test {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "TernCoreKit/model/TernMap.hpp"
-#include "TernCoreKit/model/TernWaypoint.hpp"
+#include "TernCoreKit/model/records/TernMap.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
 
 namespace tern::test {
 

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "TernCoreKit/model/TernMapCollection.hpp"
+#include "TernCoreKit/model/collections/TernMapCollection.hpp"
 #include "tests/support/LiteralGrid.hpp"
 
 namespace tern::test {

@@ -10,22 +10,23 @@
 #include <string>
 #include <vector>
 
-#include "TernCoreKit/model/TernActiveVenue.hpp"
-#include "TernCoreKit/model/TernAmenityCollection.hpp"
-#include "TernCoreKit/model/TernBuildingCollection.hpp"
-#include "TernCoreKit/model/TernDestinationCollection.hpp"
-#include "TernCoreKit/model/TernFloorCollection.hpp"
-#include "TernCoreKit/model/TernMapCollection.hpp"
-#include "TernCoreKit/model/TernMapLabelCollection.hpp"
-#include "TernCoreKit/model/TernPathCollection.hpp"
-#include "TernCoreKit/model/TernPathTypeCollection.hpp"
-#include "TernCoreKit/model/TernUriCollection.hpp"
-#include "TernCoreKit/model/TernWaypointCollection.hpp"
-#include "TernCoreKit/model/VenueAssembly.hpp"
+#include "TernCoreKit/model/collections/TernAmenityCollection.hpp"
+#include "TernCoreKit/model/collections/TernBuildingCollection.hpp"
+#include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
+#include "TernCoreKit/model/collections/TernFloorCollection.hpp"
+#include "TernCoreKit/model/collections/TernMapCollection.hpp"
+#include "TernCoreKit/model/collections/TernMapLabelCollection.hpp"
+#include "TernCoreKit/model/collections/TernPathCollection.hpp"
+#include "TernCoreKit/model/collections/TernPathTypeCollection.hpp"
+#include "TernCoreKit/model/collections/TernUriCollection.hpp"
+#include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
+#include "TernCoreKit/model/venue/TernActiveVenue.hpp"
+#include "TernCoreKit/model/venue/VenueAssembly.hpp"
 #include "TernCoreKit/platform/Json.hpp"
 #include "TernCoreKit/platform/Log.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "TernCoreKit/wayfinding/TernASSearch.hpp"
+#include "tests/support/Paths.hpp"
 
 namespace tern::test {
 namespace {
@@ -36,7 +37,7 @@ struct Documents {
 };
 
 Value readDocument(const std::string& path) {
-  std::ifstream file(std::string(TERN_SOURCE_DIR) + "/data/plaza/" + path);
+  std::ifstream file(samplePath() + "/" + path);
   std::stringstream text;
   text << file.rdbuf();
   JsonResult result = decodeJson(std::move(text).str());

@@ -1,6 +1,6 @@
 // Runs a program and gathers what it says.
 //
-//   const ProcessResult result = runProcess({TERN_BINARY_PATH, "info", "--data", "data/plaza"});
+//   const ProcessResult result = runProcess({commandPath(), "info", "--data", "data/plaza"});
 //
 // Threads: one at a time. Fails: a program that cannot be started ends with status 127; one that a
 // signal ends has the status 128 and the signal's number, as in a shell.

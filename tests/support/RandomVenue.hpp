@@ -15,7 +15,7 @@
 #include <memory>
 #include <vector>
 
-#include "TernCoreKit/model/TernMapCollection.hpp"
+#include "TernCoreKit/model/collections/TernMapCollection.hpp"
 #include "tests/support/LiteralGrid.hpp"
 
 namespace tern::test {

@@ -6,8 +6,8 @@
 #include <sstream>
 #include <type_traits>
 
-#include "TernCoreKit/model/TernMap.hpp"
-#include "TernCoreKit/model/TernPathType.hpp"
+#include "TernCoreKit/model/records/TernMap.hpp"
+#include "TernCoreKit/model/records/TernPathType.hpp"
 #include "tests/support/RandomVenue.hpp"
 
 namespace tern::test {

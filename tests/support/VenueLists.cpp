@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "TernCoreKit/model/TernMap.hpp"
-#include "TernCoreKit/model/TernWaypointCollection.hpp"
+#include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
+#include "TernCoreKit/model/records/TernMap.hpp"
 #include "TernCoreKit/wayfinding/detail/GraphBuilder.hpp"
 
 namespace tern::test {

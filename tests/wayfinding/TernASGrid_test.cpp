@@ -6,10 +6,10 @@
 
 #include <limits>
 
-#include "TernCoreKit/model/TernFloor.hpp"
-#include "TernCoreKit/model/TernPath.hpp"
-#include "TernCoreKit/model/TernPathType.hpp"
-#include "TernCoreKit/model/TernWaypoint.hpp"
+#include "TernCoreKit/model/records/TernFloor.hpp"
+#include "TernCoreKit/model/records/TernPath.hpp"
+#include "TernCoreKit/model/records/TernPathType.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/wayfinding/TernASSearch.hpp"
 #include "tests/support/CapturedLog.hpp"
 #include "tests/support/RandomVenue.hpp"

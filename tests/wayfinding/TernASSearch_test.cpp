@@ -6,8 +6,8 @@
 
 #include <algorithm>
 
-#include "TernCoreKit/model/TernPathType.hpp"
-#include "TernCoreKit/model/TernWaypoint.hpp"
+#include "TernCoreKit/model/records/TernPathType.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "tests/support/CapturedLog.hpp"
 #include "tests/support/DrawnVenue.hpp"

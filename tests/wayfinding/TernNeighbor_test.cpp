@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "TernCoreKit/model/TernWaypoint.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/wayfinding/TernASEdge.hpp"
 
 namespace tern {

@@ -4,8 +4,8 @@
 #include <string>
 #include <utility>
 
-#include "TernCoreKit/model/TernActiveVenue.hpp"
-#include "TernCoreKit/model/TernWaypoint.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
+#include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "tools/tern/Requests.hpp"
 #include "tools/tern/RouteAnswer.hpp"

@@ -11,9 +11,9 @@
 #include <vector>
 
 #include "TernCoreKit/platform/Value.hpp"
+#include "tools/generate/GenerateOptions.hpp"
 #include "tools/tern/Failure.hpp"
 #include "tools/tern/HostOptions.hpp"
-#include "tools/tern/generate/GenerateOptions.hpp"
 
 namespace tern::command {
 

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "TernCoreKit/model/TernError.hpp"
+#include "TernCoreKit/model/records/TernError.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
 namespace tern::command {

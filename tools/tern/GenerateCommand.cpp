@@ -5,7 +5,7 @@
 #include <string>
 #include <system_error>
 
-#include "tools/tern/generate/GenerateVenue.hpp"
+#include "tools/generate/GenerateVenue.hpp"
 
 namespace tern::command {
 

@@ -5,9 +5,9 @@
 #include <utility>
 #include <variant>
 
-#include "TernCoreKit/model/TernMapCollection.hpp"
-#include "TernCoreKit/model/TernWaypoint.hpp"
-#include "TernCoreKit/service/TernUtils.hpp"
+#include "TernCoreKit/model/collections/TernMapCollection.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
+#include "TernCoreKit/service/coordinates/TernUtils.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "tools/tern/Requests.hpp"
 #include "tools/tern/RouteFile.hpp"

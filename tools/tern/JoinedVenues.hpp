@@ -12,8 +12,8 @@
 #include <string>
 #include <vector>
 
-#include "TernCoreKit/model/TernActiveVenue.hpp"
-#include "TernCoreKit/model/TernMultiActiveVenues.hpp"
+#include "TernCoreKit/model/venue/TernActiveVenue.hpp"
+#include "TernCoreKit/wayfinding/joined/TernMultiActiveVenues.hpp"
 #include "tools/tern/Arguments.hpp"
 #include "tools/tern/Outcome.hpp"
 #include "tools/tern/VenueSource.hpp"

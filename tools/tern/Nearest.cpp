@@ -3,10 +3,10 @@
 #include <string_view>
 #include <utility>
 
-#include "TernCoreKit/model/TernAmenityCollection.hpp"
-#include "TernCoreKit/model/TernDestinationCollection.hpp"
-#include "TernCoreKit/model/TernMapCollection.hpp"
-#include "TernCoreKit/model/TernPathTypeCollection.hpp"
+#include "TernCoreKit/model/collections/TernAmenityCollection.hpp"
+#include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
+#include "TernCoreKit/model/collections/TernMapCollection.hpp"
+#include "TernCoreKit/model/collections/TernPathTypeCollection.hpp"
 #include "TernCoreKit/platform/Json.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "tools/tern/Failure.hpp"

@@ -10,7 +10,7 @@
 #include <memory>
 #include <optional>
 
-#include "TernCoreKit/model/TernActiveVenue.hpp"
+#include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "TernCoreKit/spatial/TernNearestElement.hpp"
 #include "tools/tern/RequestFields.hpp"
 

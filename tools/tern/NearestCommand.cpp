@@ -4,9 +4,9 @@
 #include <string>
 #include <utility>
 
-#include "TernCoreKit/model/TernMapCollection.hpp"
-#include "TernCoreKit/model/TernPathTypeCollection.hpp"
-#include "TernCoreKit/model/TernWaypoint.hpp"
+#include "TernCoreKit/model/collections/TernMapCollection.hpp"
+#include "TernCoreKit/model/collections/TernPathTypeCollection.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "tools/tern/Nearest.hpp"
 #include "tools/tern/Requests.hpp"
 #include "tools/tern/RouteFile.hpp"

@@ -3,7 +3,7 @@
 // Threads: one at a time, as it searches what the venue searches in. Fails: by value.
 #pragma once
 
-#include "TernCoreKit/model/TernActiveVenue.hpp"
+#include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "tools/tern/Arguments.hpp"
 #include "tools/tern/Outcome.hpp"
 

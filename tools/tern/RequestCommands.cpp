@@ -6,10 +6,10 @@
 #include <string>
 #include <utility>
 
-#include "TernCoreKit/model/TernBuildingCollection.hpp"
-#include "TernCoreKit/model/TernFloor.hpp"
-#include "TernCoreKit/model/TernMapCollection.hpp"
-#include "TernCoreKit/model/TernWaypointCollection.hpp"
+#include "TernCoreKit/model/collections/TernBuildingCollection.hpp"
+#include "TernCoreKit/model/collections/TernMapCollection.hpp"
+#include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
+#include "TernCoreKit/model/records/TernFloor.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "tools/tern/Alternatives.hpp"
 #include "tools/tern/AnswerLog.hpp"

@@ -18,7 +18,7 @@
 #include <vector>
 
 #include "TernCoreKit/platform/Value.hpp"
-#include "TernCoreKit/service/TernUtils.hpp"
+#include "TernCoreKit/service/coordinates/TernUtils.hpp"
 
 namespace tern::command {
 

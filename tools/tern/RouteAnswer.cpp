@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "TernCoreKit/model/TernPathType.hpp"
+#include "TernCoreKit/model/records/TernPathType.hpp"
 #include "TernCoreKit/platform/Json.hpp"
 
 namespace tern::command {

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "TernCoreKit/model/TernActiveVenue.hpp"
+#include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "tools/tern/Failure.hpp"
 #include "tools/tern/picture/RoutePicture.hpp"
 

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "TernCoreKit/model/TernAmenityCollection.hpp"
-#include "TernCoreKit/model/TernDestinationCollection.hpp"
-#include "TernCoreKit/model/TernMapCollection.hpp"
-#include "TernCoreKit/model/TernWaypoint.hpp"
+#include "TernCoreKit/model/collections/TernAmenityCollection.hpp"
+#include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
+#include "TernCoreKit/model/collections/TernMapCollection.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
 
 namespace tern::command {
 

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string>
 
-#include "TernCoreKit/model/TernVenueData.hpp"
+#include "TernCoreKit/model/collections/TernVenueData.hpp"
 #include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
 #include "tools/tern/picture/Itinerary.hpp"
 

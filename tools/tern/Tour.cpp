@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "TernCoreKit/model/TernDestinationCollection.hpp"
-#include "TernCoreKit/model/TernWaypoint.hpp"
+#include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/optimisation/TernPOIOptimization.hpp"
 #include "TernCoreKit/optimisation/TernTSP.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"

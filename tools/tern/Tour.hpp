@@ -6,7 +6,7 @@
 
 #include <memory>
 
-#include "TernCoreKit/model/TernActiveVenue.hpp"
+#include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "tools/tern/Arguments.hpp"
 #include "tools/tern/Outcome.hpp"
 #include "tools/tern/RequestFields.hpp"

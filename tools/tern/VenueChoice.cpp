@@ -4,7 +4,7 @@
 #include <future>
 #include <utility>
 
-#include "TernCoreKit/model/TernBuildingCollection.hpp"
+#include "TernCoreKit/model/collections/TernBuildingCollection.hpp"
 #include "tools/tern/Wording.hpp"
 
 namespace tern::command {

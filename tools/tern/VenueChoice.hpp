@@ -10,8 +10,8 @@
 #include <variant>
 #include <vector>
 
-#include "TernCoreKit/model/TernActiveVenue.hpp"
-#include "TernCoreKit/model/TernVenueCollection.hpp"
+#include "TernCoreKit/model/collections/TernVenueCollection.hpp"
+#include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "tools/tern/Failure.hpp"
 
 namespace tern::command {

@@ -3,8 +3,8 @@
 // Threads: as readers of the venue. Fails: never; the counts of what is missing are 0.
 #pragma once
 
-#include "TernCoreKit/model/TernActiveVenue.hpp"
-#include "TernCoreKit/model/TernVenueCollection.hpp"
+#include "TernCoreKit/model/collections/TernVenueCollection.hpp"
+#include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 #include "tools/tern/Outcome.hpp"
 

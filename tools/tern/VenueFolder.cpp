@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "TernCoreKit/model/VenueAssembly.hpp"
+#include "TernCoreKit/model/venue/VenueAssembly.hpp"
 #include "TernCoreKit/platform/Json.hpp"
 
 namespace tern::command {

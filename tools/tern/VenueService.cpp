@@ -6,9 +6,9 @@
 #include <tuple>
 #include <utility>
 
-#include "TernCoreKit/model/TernBuilding.hpp"
-#include "TernCoreKit/model/TernBuildingCollection.hpp"
-#include "TernCoreKit/model/TernFloorCollection.hpp"
+#include "TernCoreKit/model/collections/TernBuildingCollection.hpp"
+#include "TernCoreKit/model/collections/TernFloorCollection.hpp"
+#include "TernCoreKit/model/records/TernBuilding.hpp"
 #include "TernCoreKit/platform/Files.hpp"
 #include "TernCoreKit/platform/WorkQueue.hpp"
 #include "tools/tern/Whereabouts.hpp"

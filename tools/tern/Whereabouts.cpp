@@ -2,10 +2,10 @@
 
 #include <cmath>
 
-#include "TernCoreKit/model/TernBuildingCollection.hpp"
-#include "TernCoreKit/model/TernFloor.hpp"
-#include "TernCoreKit/model/TernMap.hpp"
-#include "TernCoreKit/model/TernWaypoint.hpp"
+#include "TernCoreKit/model/collections/TernBuildingCollection.hpp"
+#include "TernCoreKit/model/records/TernFloor.hpp"
+#include "TernCoreKit/model/records/TernMap.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "tools/tern/Wording.hpp"
 
 namespace tern::command {

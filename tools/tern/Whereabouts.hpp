@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "TernCoreKit/model/TernActiveVenue.hpp"
+#include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 
 namespace tern::command {
 

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "TernCoreKit/service/TernUtils.hpp"
+#include "TernCoreKit/service/coordinates/TernUtils.hpp"
 
 namespace tern::command {
 

@@ -23,8 +23,8 @@
 #include <utility>
 #include <vector>
 
-#include "TernCoreKit/model/Nested.hpp"
-#include "TernCoreKit/model/detail/Immortal.hpp"
+#include "TernCoreKit/platform/Immortal.hpp"
+#include "TernCoreKit/platform/Nested.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
 namespace tern::detail {

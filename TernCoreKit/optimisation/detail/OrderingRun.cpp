@@ -5,7 +5,7 @@
 #include <limits>
 #include <utility>
 
-#include "TernCoreKit/model/TernLocation.hpp"
+#include "TernCoreKit/model/records/TernLocation.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "TernCoreKit/wayfinding/TernASSearch.hpp"
 

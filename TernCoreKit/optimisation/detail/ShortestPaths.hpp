@@ -21,7 +21,7 @@
 #include <span>
 #include <vector>
 
-#include "TernCoreKit/platform/detail/LargeMemory.hpp"
+#include "TernCoreKit/platform/LargeMemory.hpp"
 
 namespace tern::detail {
 

@@ -11,8 +11,8 @@
 #include <unordered_map>
 #include <vector>
 
-#include "TernCoreKit/model/TernDestination.hpp"
-#include "TernCoreKit/model/TernWaypoint.hpp"
+#include "TernCoreKit/model/records/TernDestination.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
 
 namespace tern::detail {
 

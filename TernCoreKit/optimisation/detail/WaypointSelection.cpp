@@ -5,7 +5,7 @@
 #include <tuple>
 #include <utility>
 
-#include "TernCoreKit/service/TernUtils.hpp"
+#include "TernCoreKit/service/coordinates/TernUtils.hpp"
 
 namespace tern::detail {
 

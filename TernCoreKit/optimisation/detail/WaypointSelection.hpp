@@ -13,7 +13,7 @@
 #include <span>
 #include <vector>
 
-#include "TernCoreKit/model/TernLocation.hpp"
+#include "TernCoreKit/model/records/TernLocation.hpp"
 #include "TernCoreKit/optimisation/detail/TourTables.hpp"
 
 namespace tern::detail {

@@ -9,7 +9,7 @@
 #include <optional>
 #include <string>
 
-#include "TernCoreKit/model/TernError.hpp"
+#include "TernCoreKit/model/records/TernError.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
 namespace tern {

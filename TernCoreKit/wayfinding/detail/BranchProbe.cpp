@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "TernCoreKit/model/TernWaypoint.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
 
 namespace tern::detail {
 

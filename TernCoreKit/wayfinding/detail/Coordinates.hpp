@@ -3,7 +3,7 @@
 
 #include <cstddef>
 
-#include "TernCoreKit/model/TernWaypoint.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
 
 namespace tern::detail {
 

@@ -11,7 +11,7 @@
 #include <optional>
 #include <string_view>
 
-#include "TernCoreKit/model/TernWaypoint.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
 
 namespace tern::detail {
 

@@ -1,7 +1,7 @@
 #include "TernCoreKit/wayfinding/detail/FloorIndex.hpp"
 
-#include "TernCoreKit/model/TernFloorCollection.hpp"
-#include "TernCoreKit/model/TernMap.hpp"
+#include "TernCoreKit/model/collections/TernFloorCollection.hpp"
+#include "TernCoreKit/model/records/TernMap.hpp"
 
 namespace tern::detail {
 

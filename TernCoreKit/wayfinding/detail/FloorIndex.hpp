@@ -7,8 +7,8 @@
 #include <memory>
 #include <vector>
 
-#include "TernCoreKit/model/TernBuilding.hpp"
-#include "TernCoreKit/model/TernFloor.hpp"
+#include "TernCoreKit/model/records/TernBuilding.hpp"
+#include "TernCoreKit/model/records/TernFloor.hpp"
 #include "TernCoreKit/wayfinding/detail/IdIndex.hpp"
 
 namespace tern::detail {

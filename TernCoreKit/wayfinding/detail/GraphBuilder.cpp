@@ -6,11 +6,11 @@
 #include <numeric>
 #include <string>
 
-#include "TernCoreKit/model/TernMap.hpp"
-#include "TernCoreKit/model/TernPath.hpp"
-#include "TernCoreKit/model/TernPathType.hpp"
-#include "TernCoreKit/model/TernWaypoint.hpp"
-#include "TernCoreKit/model/TernWaypointCollection.hpp"
+#include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
+#include "TernCoreKit/model/records/TernMap.hpp"
+#include "TernCoreKit/model/records/TernPath.hpp"
+#include "TernCoreKit/model/records/TernPathType.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/platform/Log.hpp"
 #include "TernCoreKit/wayfinding/detail/ExitLink.hpp"
 

@@ -4,12 +4,12 @@
 #include <charconv>
 #include <limits>
 
-#include "TernCoreKit/model/TernMap.hpp"
-#include "TernCoreKit/model/TernPath.hpp"
-#include "TernCoreKit/model/TernPathType.hpp"
-#include "TernCoreKit/model/TernWaypoint.hpp"
-#include "TernCoreKit/model/TernWaypointCollection.hpp"
-#include "TernCoreKit/service/TernUtils.hpp"
+#include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
+#include "TernCoreKit/model/records/TernMap.hpp"
+#include "TernCoreKit/model/records/TernPath.hpp"
+#include "TernCoreKit/model/records/TernPathType.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
+#include "TernCoreKit/service/coordinates/TernUtils.hpp"
 #include "TernCoreKit/wayfinding/detail/Coordinates.hpp"
 
 namespace tern::detail {

@@ -15,7 +15,7 @@
 #include <string>
 #include <vector>
 
-#include "TernCoreKit/model/TernWaypoint.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "TernCoreKit/wayfinding/detail/FloorIndex.hpp"
 #include "TernCoreKit/wayfinding/detail/Graph.hpp"

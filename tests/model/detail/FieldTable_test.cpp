@@ -10,8 +10,8 @@
 #include <utility>
 #include <vector>
 
-#include "TernCoreKit/model/TernPosition.hpp"
-#include "tests/model/RecordChecks.hpp"
+#include "TernCoreKit/model/records/TernPosition.hpp"
+#include "tests/support/RecordChecks.hpp"
 
 namespace tern::test {
 namespace {

@@ -16,7 +16,7 @@
 #include <utility>
 #include <vector>
 
-#include "TernCoreKit/model/TernActiveVenue.hpp"
+#include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "TernCoreKit/platform/Json.hpp"
 #include "TernCoreKit/service/TernHub.hpp"
 #include "tests/support/LocalService.hpp"

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "TernCoreKit/model/TernActiveVenue.hpp"
+#include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "tests/support/WorkQueues.hpp"
 
 namespace tern::detail {

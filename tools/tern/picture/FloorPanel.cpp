@@ -5,7 +5,7 @@
 #include <optional>
 #include <string_view>
 
-#include "TernCoreKit/model/TernMap.hpp"
+#include "TernCoreKit/model/records/TernMap.hpp"
 #include "tools/tern/picture/LabelPlacer.hpp"
 #include "tools/tern/picture/MapWindow.hpp"
 #include "tools/tern/picture/Markup.hpp"

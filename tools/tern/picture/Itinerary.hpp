@@ -15,7 +15,7 @@
 #include <string>
 #include <vector>
 
-#include "TernCoreKit/model/TernVenueData.hpp"
+#include "TernCoreKit/model/collections/TernVenueData.hpp"
 #include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
 #include "tools/tern/picture/Geometry.hpp"
 

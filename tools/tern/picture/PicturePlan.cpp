@@ -4,7 +4,7 @@
 #include <set>
 #include <utility>
 
-#include "TernCoreKit/model/TernMap.hpp"
+#include "TernCoreKit/model/records/TernMap.hpp"
 
 namespace tern::picture {
 

@@ -22,7 +22,7 @@
 #include <string>
 #include <vector>
 
-#include "TernCoreKit/model/TernVenueData.hpp"
+#include "TernCoreKit/model/collections/TernVenueData.hpp"
 #include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
 
 namespace tern::picture {

@@ -1,0 +1,57 @@
+// The floors of a building. A sorted list is made on the first call that asks for it and kept: a
+// floor added later is not in it. Those three operations therefore write.
+//
+// Ownership, threads and failures are those of every collection: see TernBaseCollection.hpp.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "TernCoreKit/model/collections/TernTypedCollection.hpp"
+#include "TernCoreKit/model/records/TernFloor.hpp"
+
+namespace tern {
+
+struct TernDestination;
+struct TernMap;
+
+class TERN_API TernFloorCollection : public TernTypedCollection<TernFloor> {
+ public:
+  // Id of the floor that is shown first.
+  Value defaultFloorId = nullptr;
+
+  TernFloorCollection();
+
+  std::shared_ptr<TernFloorCollection> copyWithZone() const;
+
+  // The floor under `defaultFloorId`; without one that whose key comes first as text, in any case.
+  std::shared_ptr<TernFloor> getDefault() const;
+  // The first on that level, compared in 32 bits.
+  std::shared_ptr<TernFloor> getByLevel(std::int64_t level) const;
+  // The first that shows a map of the same id; null for a map without an id.
+  std::shared_ptr<TernFloor> getByMap(const std::shared_ptr<TernMap>& map) const;
+  // The floors that show a map on which the destination is placed, once for each such location.
+  std::vector<std::shared_ptr<TernFloor>> getByDestination(
+      const std::shared_ptr<TernDestination>& destination) const;
+  // All floors in ascending order, equal ones in that of the collection; frozen by the first call.
+  std::vector<std::shared_ptr<TernFloor>> getAllSortedByPreference();
+  std::vector<std::shared_ptr<TernFloor>> getAllSortedByLevel();
+  std::vector<std::shared_ptr<TernFloor>> getAllSortedByElevation();
+  std::vector<std::shared_ptr<TernFloor>> allFloors() const;
+
+  static const detail::FieldTable<TernFloorCollection>& fields();
+
+ private:
+  using Floors = std::vector<std::shared_ptr<TernFloor>>;
+
+  void takeFields(Value& batch) override;
+  const Floors& sortedOnce(std::optional<Floors>& cache, Value TernFloor::*order) const;
+
+  std::optional<Floors> preferencesArray_;
+  std::optional<Floors> levelsArray_;
+  std::optional<Floors> elevationsArray_;
+};
+
+}  // namespace tern

@@ -1,0 +1,101 @@
+#include "TernCoreKit/model/collections/TernMapCollection.hpp"
+
+#include <utility>
+
+#include "TernCoreKit/model/collections/TernFloorCollection.hpp"
+#include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
+#include "TernCoreKit/model/collections/detail/Queries.hpp"
+#include "TernCoreKit/model/collections/detail/RecordKind.hpp"
+#include "TernCoreKit/model/records/TernAmenity.hpp"
+#include "TernCoreKit/model/records/TernAssociation.hpp"
+#include "TernCoreKit/model/records/TernBuilding.hpp"
+#include "TernCoreKit/model/records/TernDestination.hpp"
+
+namespace tern {
+
+namespace {
+
+using Waypoints = std::vector<std::shared_ptr<TernWaypoint>>;
+
+Waypoints waypointsOf(const TernMap& map) {
+  return map.waypoints ? map.waypoints->getAll() : Waypoints();
+}
+
+// The waypoints of every map of whose associations `wanted` is true.
+template <class Wanted>
+Waypoints waypointsWith(const TernMapCollection& maps, Wanted wanted) {
+  const auto isWanted = [&](const TernWaypoint& waypoint) {
+    return waypoint.associations && wanted(*waypoint.associations.get());
+  };
+  Waypoints all;
+  for (const TernMap& map : maps.each()) {
+    if (map.waypoints) detail::append(all, map.waypoints->collect(isWanted));
+  }
+  return all;
+}
+
+}  // namespace
+
+TernMapCollection::TernMapCollection() { assignCollectionModelClass(detail::kindOf<TernMap>()); }
+
+std::shared_ptr<TernMapCollection> TernMapCollection::copyWithZone() const { return copyOf(*this); }
+
+Waypoints TernMapCollection::getAllWaypoints() const {
+  Waypoints all;
+  for (const TernMap& map : each()) detail::append(all, waypointsOf(map));
+  return all;
+}
+
+Waypoints TernMapCollection::getWaypointsByMap(const std::shared_ptr<TernMap>& map) const {
+  return map != nullptr ? waypointsOf(*map) : Waypoints();
+}
+
+Waypoints TernMapCollection::getWaypointsByFloor(const std::shared_ptr<TernFloor>& floor) const {
+  return floor != nullptr ? getWaypointsByMap(floor->map.record()) : Waypoints();
+}
+
+Waypoints TernMapCollection::getWaypointsByBuilding(
+    const std::shared_ptr<TernBuilding>& building) const {
+  if (building == nullptr || !building->floors) return {};
+  Waypoints all;
+  for (const TernFloor& floor : building->floors->each()) {
+    if (floor.map) detail::append(all, waypointsOf(*floor.map.get()));
+  }
+  return all;
+}
+
+Waypoints TernMapCollection::getWaypointsWithDestinations() const {
+  return waypointsWith(*this, [](const TernAssociation& association) {
+    return !association.destinations.items().empty();
+  });
+}
+
+Waypoints TernMapCollection::getWaypointsWithAmenities() const {
+  return waypointsWith(*this, [](const TernAssociation& association) {
+    return !association.amenities.items().empty();
+  });
+}
+
+Waypoints TernMapCollection::getWaypointsByDestination(
+    const std::shared_ptr<TernDestination>& destination) const {
+  if (destination == nullptr) return {};
+  return waypointsWith(*this, [&](const TernAssociation& association) {
+    return detail::containsId(association.destinations, destination->id);
+  });
+}
+
+Waypoints TernMapCollection::getWaypointsByAmenity(
+    const std::shared_ptr<TernAmenity>& amenity) const {
+  if (amenity == nullptr) return {};
+  return waypointsWith(*this, [&](const TernAssociation& association) {
+    return detail::containsId(association.amenities, amenity->id);
+  });
+}
+
+void TernMapCollection::addMapToCollection(std::shared_ptr<TernMap> map) {
+  if (map == nullptr) return;
+  Value key = RecordMap::keyOf(detail::isPresent(map->id) ? map->id : Value(0));
+  put(std::move(key), std::move(map));
+}
+
+}  // namespace tern

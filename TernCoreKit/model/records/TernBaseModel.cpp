@@ -1,0 +1,30 @@
+#include "TernCoreKit/model/records/TernBaseModel.hpp"
+
+#include <utility>
+
+#include "TernCoreKit/model/detail/FieldTable.hpp"
+
+namespace tern {
+
+const detail::FieldTable<TernBaseModel>& TernBaseModel::fields() {
+  using Table = detail::FieldTable<TernBaseModel>;
+  static const detail::Immortal table{
+      Table("TernBaseModel", {Table::copied<&TernBaseModel::id>("id"),
+                              Table::copied<&TernBaseModel::externalId>("externalId")})};
+  return table.value;
+}
+
+std::shared_ptr<TernBaseModel> TernBaseModel::initWithDictionary(Value dictionary) {
+  return fields().make(std::move(dictionary));
+}
+
+std::shared_ptr<TernBaseModel> TernBaseModel::copyWithZone() const { return fields().copy(*this); }
+
+std::shared_ptr<TernBaseModel> TernBaseModel::initWithId(Value id, Value externalId) {
+  auto record = std::make_shared<TernBaseModel>();
+  record->id = std::move(id);
+  record->externalId = std::move(externalId);
+  return record;
+}
+
+}  // namespace tern

@@ -1,0 +1,31 @@
+#include "TernCoreKit/model/records/TernLocation.hpp"
+
+#include <utility>
+
+#include "TernCoreKit/model/detail/FieldTable.hpp"
+#include "TernCoreKit/model/records/detail/Locations.hpp"
+
+namespace tern {
+
+const detail::FieldTable<TernLocation>& TernLocation::fields() {
+  using Table = detail::FieldTable<TernLocation>;
+  static const detail::Immortal table{
+      Table("TernLocation", {Table::copied<&TernLocation::mapId>("mapId"),
+                             Table::copied<&TernLocation::waypointIds>("waypointIds")})};
+  return table.value;
+}
+
+std::shared_ptr<TernLocation> TernLocation::initWithDictionary(Value dictionary) {
+  return fields().make(std::move(dictionary));
+}
+
+std::shared_ptr<TernLocation> TernLocation::copyWithZone() const { return fields().copy(*this); }
+
+std::vector<std::shared_ptr<TernLocation>> TernLocation::parseLocationsIntoArrayFormDictionary(
+    Value dictionary) {
+  std::vector<std::shared_ptr<TernLocation>> locations;
+  detail::takeLocations(dictionary, locations);
+  return locations;
+}
+
+}  // namespace tern

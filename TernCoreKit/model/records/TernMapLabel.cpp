@@ -1,0 +1,40 @@
+#include "TernCoreKit/model/records/TernMapLabel.hpp"
+
+#include <utility>
+
+#include "TernCoreKit/model/collections/TernMapLabelInstances.hpp"
+#include "TernCoreKit/model/collections/TernUriCollection.hpp"
+#include "TernCoreKit/model/detail/FieldTable.hpp"
+
+namespace tern {
+
+namespace {
+
+void finish(TernMapLabel& label, Value&) {
+  detail::makeCollection(label.uris);
+  detail::makeCollection(label.mapLabelInstances);
+}
+
+}  // namespace
+
+const detail::FieldTable<TernMapLabel>& TernMapLabel::fields() {
+  using Table = detail::FieldTable<TernMapLabel>;
+  static const detail::Immortal table{
+      Table("TernMapLabel",
+            {Table::uncopied<&TernMapLabel::id>("id"),
+             Table::uncopied<&TernMapLabel::externalId>("externalId"),
+             Table::copied<&TernMapLabel::name>("name"),
+             Table::copied<&TernMapLabel::mapLabelInstances>("mapLabelInstances"),
+             Table::copied<&TernMapLabel::uris>("uris"), Table::copied<&TernMapLabel::svg>("svg"),
+             Table::uncopied<&TernMapLabel::status>("status")},
+            finish)};
+  return table.value;
+}
+
+std::shared_ptr<TernMapLabel> TernMapLabel::initWithDictionary(Value dictionary) {
+  return fields().make(std::move(dictionary));
+}
+
+std::shared_ptr<TernMapLabel> TernMapLabel::copyWithZone() const { return fields().copy(*this); }
+
+}  // namespace tern

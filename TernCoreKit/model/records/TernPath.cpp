@@ -1,0 +1,28 @@
+#include "TernCoreKit/model/records/TernPath.hpp"
+
+#include <utility>
+
+#include "TernCoreKit/model/detail/FieldTable.hpp"
+
+namespace tern {
+
+const detail::FieldTable<TernPath>& TernPath::fields() {
+  using Table = detail::FieldTable<TernPath>;
+  static const detail::Immortal table{Table(
+      "TernPath",
+      {Table::copied<&TernPath::id>("id"), Table::copied<&TernPath::externalId>("externalId"),
+       Table::copied<&TernPath::pathTypeId>("pathTypeId"), Table::copied<&TernPath::name>("name"),
+       Table::copied<&TernPath::direction>("direction"),
+       Table::copied<&TernPath::waypointIds>("waypointIds"),
+       Table::uncopied<&TernPath::extensors>("extensors"),
+       Table::uncopied<&TernPath::status>("status")})};
+  return table.value;
+}
+
+std::shared_ptr<TernPath> TernPath::initWithDictionary(Value dictionary) {
+  return fields().make(std::move(dictionary));
+}
+
+std::shared_ptr<TernPath> TernPath::copyWithZone() const { return fields().copy(*this); }
+
+}  // namespace tern

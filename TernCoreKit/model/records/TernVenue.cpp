@@ -1,0 +1,35 @@
+#include "TernCoreKit/model/records/TernVenue.hpp"
+
+#include <utility>
+
+#include "TernCoreKit/model/detail/FieldTable.hpp"
+#include "TernCoreKit/model/records/TernPosition.hpp"
+
+namespace tern {
+
+namespace {
+
+void finish(TernVenue& venue, Value&) { detail::makeNested(venue.coordinates); }
+
+}  // namespace
+
+const detail::FieldTable<TernVenue>& TernVenue::fields() {
+  using Table = detail::FieldTable<TernVenue>;
+  static const detail::Immortal table{Table(
+      "TernVenue",
+      {Table::copied<&TernVenue::id>("id"), Table::copied<&TernVenue::externalId>("externalId"),
+       Table::copied<&TernVenue::name>("name"), Table::copied<&TernVenue::mapId>("mapId"),
+       Table::copied<&TernVenue::coordinates>("coordinates"),
+       Table::copied<&TernVenue::bbox>("bbox"), Table::uncopied<&TernVenue::status>("status"),
+       Table::uncopied<&TernVenue::customerId>("customerId")},
+      finish)};
+  return table.value;
+}
+
+std::shared_ptr<TernVenue> TernVenue::initWithDictionary(Value dictionary) {
+  return fields().make(std::move(dictionary));
+}
+
+std::shared_ptr<TernVenue> TernVenue::copyWithZone() const { return fields().copy(*this); }
+
+}  // namespace tern

@@ -1,0 +1,38 @@
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
+
+#include <utility>
+
+#include "TernCoreKit/model/detail/FieldTable.hpp"
+#include "TernCoreKit/model/records/TernAssociation.hpp"
+
+namespace tern {
+
+namespace {
+
+void finish(TernWaypoint& waypoint, Value&) { detail::makeNested(waypoint.associations); }
+
+}  // namespace
+
+const detail::FieldTable<TernWaypoint>& TernWaypoint::fields() {
+  using Table = detail::FieldTable<TernWaypoint>;
+  static const detail::Immortal table{
+      Table("TernWaypoint",
+            {Table::copied<&TernWaypoint::id>("id"),
+             Table::copied<&TernWaypoint::externalId>("externalId"),
+             Table::copied<&TernWaypoint::unitNumber>("unitNumber"),
+             Table::copied<&TernWaypoint::mapId>("mapId"),
+             Table::copied<&TernWaypoint::coordinates>("coordinates"),
+             Table::copied<&TernWaypoint::associations>("associations"),
+             Table::copied<&TernWaypoint::status>("status"),
+             Table::uncopied<&TernWaypoint::zoneId>("zoneId")},
+            finish)};
+  return table.value;
+}
+
+std::shared_ptr<TernWaypoint> TernWaypoint::initWithDictionary(Value dictionary) {
+  return fields().make(std::move(dictionary));
+}
+
+std::shared_ptr<TernWaypoint> TernWaypoint::copyWithZone() const { return fields().copy(*this); }
+
+}  // namespace tern

@@ -1,0 +1,47 @@
+#include "TernCoreKit/model/collections/TernMapLabelCollection.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "TernCoreKit/model/collections/TernMapLabelInstances.hpp"
+#include "TernCoreKit/model/records/TernMap.hpp"
+#include "tests/support/RecordChecks.hpp"
+
+namespace tern::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST(TernMapLabelCollection, aCopyIsOfTheSameKindWithTheSameRecords) {
+  CapturedLog log;
+  const auto collection = filled<TernMapLabelCollection>(R"([{"id": 2}, {"id": 1}])");
+  const std::shared_ptr<TernMapLabelCollection> copy = collection->copyWithZone();
+  EXPECT_EQ(copy->getAll(), collection->getAll());
+  copy->create(parsed(R"({"id": 3})"));
+  EXPECT_THAT(ids(copy->getAll()), ElementsAre(2, 1, 3));
+  EXPECT_THAT(ids(collection->getAll()), ElementsAre(2, 1));
+}
+
+TEST(TernMapLabelCollection, getByMapListsALabelOnceForEachInstanceOnItOrOnAllLevels) {
+  CapturedLog log;
+  const auto labels = filled<TernMapLabelCollection>(
+      R"([{"id": 1, "mapLabelInstances": {"items": [{"id": 11, "mapId": 5}, {"id": 12, "mapId": 5}]}},
+          {"id": 2, "mapLabelInstances": {"items": [{"id": 21, "mapId": 6}]}},
+          {"id": 3, "mapLabelInstances": {"items": [{"id": 31, "mapId": 6, "allLevels": true}]}},
+          {"id": 4}, {"id": 5, "mapLabelInstances": []}])");
+  EXPECT_THAT(ids(labels->getByMap(made<TernMap>(R"({"id": 5})"))), ElementsAre(1, 1, 3));
+  EXPECT_THAT(ids(labels->getByMap(made<TernMap>(R"({"id": 9})"))), ElementsAre(3));
+  EXPECT_THAT(labels->getByMap(nullptr), IsEmpty());
+}
+
+TEST(TernMapLabelCollection, labelsAreToldApartByTheirImage) {
+  CapturedLog log;
+  const auto labels = filled<TernMapLabelCollection>(
+      R"([{"id": 1, "svg": "<svg/>"}, {"id": 2}, {"id": 3, "svg": null}, {"id": 4, "svg": ""}])");
+  EXPECT_THAT(ids(labels->getLabelsWithImage()), ElementsAre(1, 4));
+  EXPECT_THAT(ids(labels->getLabelsWithoutImage()), ElementsAre(2, 3));
+}
+
+}  // namespace
+}  // namespace tern::test

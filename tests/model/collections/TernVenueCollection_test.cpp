@@ -1,0 +1,76 @@
+#include "TernCoreKit/model/collections/TernVenueCollection.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/support/RecordChecks.hpp"
+
+namespace tern::test {
+namespace {
+
+using testing::ElementsAre;
+
+TEST(TernVenueCollection, aCopyIsOfTheSameKindWithTheSameRecords) {
+  CapturedLog log;
+  const auto collection = filled<TernVenueCollection>(R"([{"id": 2}, {"id": 1}])");
+  const std::shared_ptr<TernVenueCollection> copy = collection->copyWithZone();
+  EXPECT_EQ(copy->getAll(), collection->getAll());
+  copy->create(parsed(R"({"id": 3})"));
+  EXPECT_THAT(ids(copy->getAll()), ElementsAre(2, 1, 3));
+  EXPECT_THAT(ids(collection->getAll()), ElementsAre(2, 1));
+}
+
+TEST(TernVenueCollection, getByNameFindsTheFirstEqualText) {
+  CapturedLog log;
+  const auto collection = filled<TernVenueCollection>(
+      R"([{"id": 1, "name": 5}, {"id": 2, "name": "a"}, {"id": 3, "name": "a"}, {"id": 4}])");
+  EXPECT_EQ(idOf(collection->getByName("a")), 2);
+  EXPECT_EQ(collection->getByName("A"), nullptr);
+  EXPECT_EQ(TernVenueCollection().getByName("a"), nullptr);
+}
+
+TEST(TernVenueCollection, getByNameOfAnotherKindThanTextGivesNull) {
+  CapturedLog log;
+  const auto collection = filled<TernVenueCollection>(R"([{"id": 1, "name": 5}, {"id": 2}])");
+  for (const Value& wrong : {Value(), Value(nullptr), Value(5), Value::list()}) {
+    EXPECT_EQ(collection->getByName(wrong), nullptr);
+  }
+}
+
+TEST(TernVenueCollection, aBatchFillsItsFields) {
+  CapturedLog log;
+  const auto venues = batch<TernVenueCollection>(
+      R"({"items": [{"id": 9}, {"id": 12}], "defaultId": 12, "loadedVenueCount": 2, "other": 1})");
+  EXPECT_EQ(venues->defaultId, Value(12));
+  EXPECT_EQ(venues->loadedVenueCount, Value(2));
+  EXPECT_EQ(idOf(venues->getDefault()), 12);
+}
+
+TEST(TernVenueCollection, aBatchWithoutItsFieldsLeavesThem) {
+  const auto venues = batch<TernVenueCollection>(R"({"items": [], "defaultId": 12})");
+  venues->createBatch(parsed(R"({"items": []})"));
+  EXPECT_EQ(venues->defaultId, Value(12));
+}
+
+TEST(TernVenueCollection, getDefaultTakesTheIdAsText) {
+  const auto venues = filled<TernVenueCollection>(R"([{"id": 12}])");
+  venues->defaultId = "12";
+  EXPECT_EQ(idOf(venues->getDefault()), 12);
+  venues->defaultId = 13;
+  EXPECT_EQ(venues->getDefault(), nullptr);
+}
+
+TEST(TernVenueCollection, withoutDefaultIdThereIsNoDefault) {
+  const auto venues = filled<TernVenueCollection>(R"([{"id": 0}, {"id": 1}])");
+  EXPECT_EQ(venues->getDefault(), nullptr);
+  venues->defaultId = nullptr;
+  EXPECT_EQ(venues->getDefault(), nullptr);
+}
+
+TEST(TernVenueCollection, aCopyDoesNotCarryItsFields) {
+  const auto venues = batch<TernVenueCollection>(R"({"items": [{"id": 9}], "defaultId": 9})");
+  EXPECT_TRUE(venues->copyWithZone()->defaultId.isAbsent());
+}
+
+}  // namespace
+}  // namespace tern::test

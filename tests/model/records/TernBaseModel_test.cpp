@@ -1,0 +1,33 @@
+#include "TernCoreKit/model/records/TernBaseModel.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/support/RecordChecks.hpp"
+
+namespace tern::test {
+namespace {
+
+TEST(TernBaseModel, keepsEveryFieldAsTheDocumentGivesItAndCopiesThoseItShould) {
+  expectPlainFields<TernBaseModel>(
+      {{"id", &TernBaseModel::id, true}, {"externalId", &TernBaseModel::externalId, true}});
+}
+
+TEST(TernBaseModel, anUnknownKeyStopsItAndIsLogged) {
+  expectStopAtUnknownKey<TernBaseModel>("TernBaseModel", "externalId", &TernBaseModel::externalId);
+}
+
+TEST(TernBaseModel, initWithIdSetsBothFields) {
+  const auto record = TernBaseModel::initWithId(7, "seven");
+  EXPECT_EQ(record->id, Value(7));
+  EXPECT_EQ(record->externalId, Value("seven"));
+}
+
+TEST(TernBaseModel, takesItsDocumentOverWithoutCopyingIt) {
+  Value document = Value::map({{"externalId", std::string(1000, 'x')}});
+  const char* text = document["externalId"].text().data();
+  EXPECT_EQ(TernBaseModel::initWithDictionary(std::move(document))->externalId.text().data(), text);
+}
+
+}  // namespace
+}  // namespace tern::test

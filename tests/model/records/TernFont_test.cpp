@@ -1,0 +1,18 @@
+#include "TernCoreKit/model/records/TernFont.hpp"
+
+#include <gtest/gtest.h>
+
+namespace tern::test {
+namespace {
+
+TEST(TernFont, carriesItsNameSizeAndTextColour) {
+  const TernColor red{1, 0, 0, 0.5F};
+  const TernFont font = TernFont::fontWithName("Sans", 12.5, red);
+  EXPECT_EQ(font.name(), "Sans");
+  EXPECT_EQ(font.sizePt(), 12.5);
+  EXPECT_EQ(font.textColor(), red);
+  EXPECT_NE(font.textColor(), TernColor{});
+}
+
+}  // namespace
+}  // namespace tern::test

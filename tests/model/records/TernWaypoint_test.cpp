@@ -1,0 +1,67 @@
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "TernCoreKit/model/records/TernAssociation.hpp"
+#include "tests/support/RecordChecks.hpp"
+
+namespace tern::test {
+namespace {
+
+TEST(TernWaypoint, keepsEveryFieldAsTheDocumentGivesItAndCopiesThoseItShould) {
+  expectPlainFields<TernWaypoint>({{"id", &TernWaypoint::id, true},
+                                   {"externalId", &TernWaypoint::externalId, true},
+                                   {"unitNumber", &TernWaypoint::unitNumber, true},
+                                   {"mapId", &TernWaypoint::mapId, true},
+                                   {"coordinates", &TernWaypoint::coordinates, true},
+                                   {"status", &TernWaypoint::status, true},
+                                   {"zoneId", &TernWaypoint::zoneId, false}});
+}
+
+TEST(TernWaypoint, anUnknownKeyStopsItAndIsLogged) {
+  expectStopAtUnknownKey<TernWaypoint>("TernWaypoint", "zoneId", &TernWaypoint::zoneId);
+}
+
+TEST(TernWaypoint, aMapUnderAssociationsBecomesARecord) {
+  expectNestedRecord("associations", &TernWaypoint::associations, Carried::yes);
+}
+
+TEST(TernWaypoint, associationsOfAListStayTheList) {
+  CapturedLog log;
+  const auto waypoint = made<TernWaypoint>(R"({"associations": [1, 2]})");
+  EXPECT_FALSE(waypoint->associations);
+  EXPECT_EQ(waypoint->associations.plain(), Value::list({1, 2}));
+}
+
+TEST(TernWaypoint, associationsOfAMapAreARecord) {
+  const auto waypoint =
+      made<TernWaypoint>(R"({"associations": {"destinations": [5], "amenities": []}})");
+  ASSERT_TRUE(waypoint->associations);
+  EXPECT_EQ(waypoint->associations->destinations, Value::list({5}));
+  EXPECT_EQ(waypoint->associations->amenities, Value::list());
+}
+
+TEST(TernWaypoint, anUnknownKeyLeavesLaterFieldsUnsetAndTheAssociationsAMap) {
+  CapturedLog log;
+  const auto waypoint =
+      made<TernWaypoint>(R"({"id": 1, "associations": {"destinations": [5]}, "x": 0, "mapId": 2})");
+  EXPECT_EQ(waypoint->id, Value(1));
+  EXPECT_TRUE(waypoint->mapId.isAbsent());
+  EXPECT_FALSE(waypoint->associations);
+  EXPECT_TRUE(waypoint->associations.plain().isMap());
+  EXPECT_THAT(log.take(), testing::ElementsAre("Tern SDK: unknown key \"x\" in TernWaypoint"));
+}
+
+TEST(TernWaypoint, anUnknownKeyWithinItsAssociationsStopsOnlyThose) {
+  CapturedLog log;
+  const auto waypoint =
+      made<TernWaypoint>(R"({"associations": {"x": 0, "destinations": [5]}, "mapId": 2})");
+  ASSERT_TRUE(waypoint->associations);
+  EXPECT_TRUE(waypoint->associations->destinations.isAbsent());
+  EXPECT_EQ(waypoint->mapId, Value(2));
+  EXPECT_THAT(log.take(), testing::ElementsAre("Tern SDK: unknown key \"x\" in TernAssociation"));
+}
+
+}  // namespace
+}  // namespace tern::test

@@ -1,0 +1,646 @@
+#include "TernCoreKit/model/venue/TernActiveVenue.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <atomic>
+#include <cmath>
+#include <future>
+#include <limits>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "TernCoreKit/model/collections/TernAmenityCollection.hpp"
+#include "TernCoreKit/model/collections/TernBuildingCollection.hpp"
+#include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
+#include "TernCoreKit/model/collections/TernMapCollection.hpp"
+#include "TernCoreKit/model/collections/TernMapLabelCollection.hpp"
+#include "TernCoreKit/model/collections/TernPathTypeCollection.hpp"
+#include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
+#include "TernCoreKit/model/records/TernPosition.hpp"
+#include "TernCoreKit/model/venue/VenueAssembly.hpp"
+#include "TernCoreKit/wayfinding/TernASGrid.hpp"
+#include "tests/support/CapturedLog.hpp"
+#include "tests/support/DrawnVenue.hpp"
+#include "tests/support/RecordChecks.hpp"
+#include "tests/support/WorkQueues.hpp"
+
+namespace tern::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+using Venue = std::shared_ptr<TernActiveVenue>;
+
+Venue venueOf(std::string document) { return made<TernActiveVenue>(std::move(document)); }
+
+// A venue with its building, not yet with a graph.
+Venue loadDrawn(const Drawing& drawing) {
+  auto venue = TernActiveVenue::initWithDictionary(drawVenueDocument(drawing));
+  addBuilding(*venue, 1, drawBuildingDocument(drawing));
+  return venue;
+}
+
+Venue readyDrawn(const Drawing& drawing) {
+  auto venue = loadDrawn(drawing);
+  venue->loadGridData();
+  return venue;
+}
+
+std::shared_ptr<TernWaypoint> at(const TernActiveVenue& venue, char letter) {
+  for (const TernMap& map : venue.maps->each()) {
+    if (auto waypoint = map.waypoints->getById(idOf(letter))) return waypoint;
+  }
+  return nullptr;
+}
+
+TernActiveVenue::Waypoints all(const TernActiveVenue& venue, std::string_view letters) {
+  TernActiveVenue::Waypoints waypoints;
+  for (const char letter : letters) waypoints.push_back(at(venue, letter));
+  return waypoints;
+}
+
+std::string route(const TernActiveVenue& venue, char from, char to, std::int64_t level = 100) {
+  return lettersOf(venue.wayfind(at(venue, from), at(venue, to), level));
+}
+
+// --- The document ---
+
+TEST(TernActiveVenue, keepsItsPlainFieldsAsTheDocumentGivesThem) {
+  CapturedLog log;
+  const auto venue = venueOf(R"({"id": 7, "externalId": "x", "name": "Plaza", "extensors": {"a": 1},
+      "defaultMapTemplateId": "t", "mapTemplateData": {"b": 2}, "customerId": 3, "generatedAt": 4,
+      "labelType": 5, "clustering": 6})");
+  EXPECT_EQ(venue->id, Value(7));
+  EXPECT_EQ(venue->externalId, Value("x"));
+  EXPECT_EQ(venue->name, Value("Plaza"));
+  EXPECT_EQ(venue->extensors, Value::map({{"a", 1}}));
+  EXPECT_EQ(venue->defaultMapTemplateId, Value("t"));
+  EXPECT_EQ(venue->mapTemplateData, Value::map({{"b", 2}}));
+  EXPECT_EQ(venue->customerId, Value(3));
+  EXPECT_EQ(venue->generatedAt, Value(4));
+  EXPECT_EQ(venue->labelType, Value(5));
+  EXPECT_EQ(venue->clustering, Value(6));
+}
+
+TEST(TernActiveVenue, mapsOfTheDocumentBecomeCollections) {
+  CapturedLog log;
+  const auto venue = venueOf(R"({"coordinates": {"topLeft": [1, 2]},
+      "buildings": {"items": [{"id": 1}]}, "destinations": {"items": [{"id": 2}]},
+      "amenities": {"items": [{"id": 3}]}, "pathTypes": {"items": [{"id": 4}]},
+      "mapLabels": {"items": [{"id": 5}]}})");
+  EXPECT_EQ(venue->coordinates->topLeft, Value::list({1, 2}));
+  EXPECT_THAT(ids(venue->buildings->getAll()), ElementsAre(1));
+  EXPECT_THAT(ids(venue->destinations->getAll()), ElementsAre(2));
+  EXPECT_THAT(ids(venue->amenities->getAll()), ElementsAre(3));
+  EXPECT_THAT(ids(venue->pathTypes->getAll()), ElementsAre(4));
+  EXPECT_THAT(ids(venue->mapLabels->getAll()), ElementsAre(5));
+}
+
+TEST(TernActiveVenue, whatIsNoMapStaysAPlainValue) {
+  CapturedLog log;
+  for (const Value& value : oddValues()) {
+    const auto venue = TernActiveVenue::initWithDictionary(Value::map({{"coordinates", value},
+                                                                       {"buildings", value},
+                                                                       {"destinations", value},
+                                                                       {"amenities", value},
+                                                                       {"pathTypes", value},
+                                                                       {"mapLabels", value},
+                                                                       {"map", value}}));
+    EXPECT_EQ(venue->coordinates.plain(), value);
+    EXPECT_EQ(venue->buildings.plain(), value);
+    EXPECT_EQ(venue->destinations.plain(), value);
+    EXPECT_EQ(venue->amenities.plain(), value);
+    EXPECT_EQ(venue->pathTypes.plain(), value);
+    EXPECT_EQ(venue->mapLabels.plain(), value);
+    EXPECT_EQ(venue->map.plain(), value);
+    EXPECT_EQ(venue->maps->getCount(), 0U);
+    // Such a venue has a graph too, and there is nothing in it.
+    venue->loadGridData();
+    EXPECT_EQ(venue->globalASGrid()->nodeCount(), 0U);
+  }
+}
+
+TEST(TernActiveVenue, anUnknownKeyStopsItBeforeAnythingIsMade) {
+  CapturedLog log;
+  const auto venue =
+      venueOf(R"({"id": 7, "buildings": {"items": []}, "odd": 1, "name": "n", "status": 1})");
+  EXPECT_THAT(log.take(), ElementsAre("Tern SDK: unknown key \"odd\" in TernActiveVenue"));
+  EXPECT_EQ(venue->id, Value(7));
+  EXPECT_TRUE(venue->buildings.plain().isMap());
+  EXPECT_TRUE(venue->name.isAbsent());
+  EXPECT_TRUE(venue->status.isAbsent());
+  EXPECT_TRUE(venue->labelType.isAbsent());
+  EXPECT_EQ(venue->maps, nullptr);
+}
+
+TEST(TernActiveVenue, aVenueThatWasStoppedAnswersNothing) {
+  CapturedLog log;
+  const auto venue = venueOf(R"({"odd": 1})");
+  venue->loadGridData();
+  attachWaypoints(*venue);
+  addBuilding(*venue, 1, Value::map({{"id", 1}}));
+  EXPECT_EQ(venue->globalASGrid()->nodeCount(), 0U);
+  EXPECT_EQ(venue->getCenterCoordinates(), TernCoordinate{});
+  EXPECT_THAT(log.take(), ElementsAre("Tern SDK: unknown key \"odd\" in TernActiveVenue",
+                                      "Invalid venue map."));
+}
+
+TEST(TernActiveVenue, statusIsTrueUnlessTheDocumentSaysOtherwise) {
+  EXPECT_EQ(venueOf("{}")->status, Value(true));
+  EXPECT_EQ(venueOf(R"({"status": 0})")->status, Value(false));
+  EXPECT_EQ(venueOf(R"({"status": false})")->status, Value(false));
+  EXPECT_EQ(venueOf(R"({"status": null})")->status, Value(false));
+  EXPECT_EQ(venueOf(R"({"status": 2})")->status, Value(true));
+}
+
+TEST(TernActiveVenue, aNumberUnderLabelTypeKeepsWhateverClusteringIs) {
+  const auto venue = venueOf(R"({"labelType": 2, "clustering": "much"})");
+  EXPECT_EQ(venue->labelType, Value(2));
+  EXPECT_EQ(venue->clustering, Value("much"));
+}
+
+TEST(TernActiveVenue, withoutANumberUnderLabelTypeBothCodesAreZero) {
+  for (const char* document : {"{}", R"({"labelType": "2", "clustering": 3})",
+                               R"({"labelType": null, "clustering": "much"})"}) {
+    const auto venue = venueOf(document);
+    EXPECT_EQ(venue->labelType, Value(0)) << document;
+    EXPECT_EQ(venue->clustering, Value(0)) << document;
+  }
+}
+
+TEST(TernActiveVenue, mapsStartEmptyWhateverTheDocumentHolds) {
+  CapturedLog log;
+  const auto venue = venueOf(R"({"maps": {"items": [{"id": 1}, {"id": 2}]}})");
+  ASSERT_NE(venue->maps, nullptr);
+  EXPECT_EQ(venue->maps->getCount(), 0U);
+}
+
+TEST(TernActiveVenue, theDocumentsOwnMapIsAmongItsMaps) {
+  const auto venue = venueOf(R"({"map": {"id": 9, "width": 30}})");
+  EXPECT_THAT(ids(venue->maps->getAll()), ElementsAre(9));
+  EXPECT_EQ(venue->map->width, Value(30));
+  EXPECT_EQ(venue->map.record(), venue->maps->getById(9));
+}
+
+TEST(TernActiveVenue, aMapWithoutAnIdIsNotAdded) {
+  CapturedLog log;
+  const auto venue = venueOf(R"({"map": {"width": 30}})");
+  EXPECT_EQ(venue->maps->getCount(), 0U);
+  EXPECT_THAT(log.take(), ElementsAre("Error in parsing data"));
+}
+
+TEST(TernActiveVenue, whatTheVenueMakesItselfIsNotReadFromTheDocument) {
+  CapturedLog log;
+  const auto venue = venueOf(R"({"globalASGrid": 1, "nearestElement": {"a": 2}, "name": "n"})");
+  EXPECT_EQ(venue->name, Value("n"));
+  EXPECT_EQ(venue->globalASGrid(), nullptr);
+}
+
+TEST(TernActiveVenue, aCopyHasSomeOfTheFields) {
+  const auto venue = venueOf(R"({"id": 7, "externalId": "x", "name": "Plaza",
+      "coordinates": {"topLeft": [1, 2]}, "buildings": {"items": [{"id": 1}]},
+      "destinations": {"items": [{"id": 2}]}, "amenities": {"items": [{"id": 3}]},
+      "pathTypes": {"items": [{"id": 4}]}, "mapLabels": {"items": [{"id": 5}]},
+      "map": {"id": 9, "width": 30}, "defaultMapTemplateId": "t", "extensors": {},
+      "status": true, "customerId": 3, "generatedAt": 4, "labelType": 5, "clustering": 6})");
+  venue->storeMapTemplateData(Value::map({{"b", 2}}));
+  venue->loadGridData();
+  const auto copy = venue->copyWithZone();
+  EXPECT_EQ(copy->id, Value(7));
+  EXPECT_EQ(copy->externalId, Value("x"));
+  EXPECT_EQ(copy->name, Value("Plaza"));
+  EXPECT_EQ(copy->coordinates->topLeft, Value::list({1, 2}));
+  EXPECT_NE(copy->buildings.get(), venue->buildings.get());
+  EXPECT_EQ(copy->buildings->getAll(), venue->buildings->getAll());
+  EXPECT_EQ(copy->destinations->getAll(), venue->destinations->getAll());
+  EXPECT_EQ(copy->amenities->getAll(), venue->amenities->getAll());
+  EXPECT_EQ(copy->pathTypes->getAll(), venue->pathTypes->getAll());
+  EXPECT_EQ(copy->mapLabels->getAll(), venue->mapLabels->getAll());
+  EXPECT_EQ(copy->map->width, Value(30));
+  EXPECT_EQ(copy->defaultMapTemplateId, Value("t"));
+  EXPECT_EQ(copy->mapTemplateData, Value::map({{"b", 2}}));
+  EXPECT_EQ(copy->maps, nullptr);
+  EXPECT_EQ(copy->globalASGrid(), nullptr);
+  for (const Value* left : {&copy->extensors, &copy->status, &copy->customerId, &copy->generatedAt,
+                            &copy->labelType, &copy->clustering}) {
+    EXPECT_TRUE(left->isAbsent());
+  }
+}
+
+// --- Routes ---
+
+const Drawing twoFloors{
+    .floors = {{.lines = {"A----B----C"}}, {.lines = {"          D----E"}}},
+    .paths = {"A-B", "B-C", "C-D lift", "D-E", "B-D stairs"},
+    .pathTypes = {{.name = "lift", .weight = 500}, {.name = "stairs", .accessibility = 2}}};
+
+TEST(TernActiveVenue, routesGoFromFloorToFloor) {
+  const auto venue = readyDrawn(twoFloors);
+  EXPECT_EQ(route(*venue, 'A', 'E'), "AB DE");
+  EXPECT_EQ(route(*venue, 'E', 'A'), "ED BA");
+}
+
+TEST(TernActiveVenue, routesHonourTheAccessibilityLevel) {
+  const auto venue = readyDrawn(twoFloors);
+  EXPECT_EQ(route(*venue, 'A', 'E', 2), "AB DE");
+  EXPECT_EQ(route(*venue, 'A', 'E', 1), "ABC DE");
+  EXPECT_EQ(route(*venue, 'A', 'E', -1), "");
+}
+
+TEST(TernActiveVenue, lengthsInMillimetresUseTheVenuesMaps) {
+  const auto venue = readyDrawn(twoFloors);
+  const TernRoute found = venue->wayfind(at(*venue, 'A'), at(*venue, 'C'), 100);
+  ASSERT_EQ(found.size(), 1U);
+  EXPECT_EQ(found[0].pixelDistance, 100.0F);
+  EXPECT_EQ(found[0].mmDistance, 10000.0F);
+}
+
+TEST(TernActiveVenue, noRouteIsAnEmptyList) {
+  const auto venue = readyDrawn({.floors = {{.lines = {"A-B  C"}}}, .paths = {"A-B"}});
+  EXPECT_THAT(venue->wayfind(at(*venue, 'A'), at(*venue, 'C'), 100), IsEmpty());
+  EXPECT_THAT(venue->wayfind(nullptr, at(*venue, 'C'), 100), IsEmpty());
+  EXPECT_THAT(venue->wayfind(at(*venue, 'A'), nullptr, 100), IsEmpty());
+}
+
+TEST(TernActiveVenue, aRouteFromAWaypointToItselfIsLoggedAsNone) {
+  CapturedLog log;
+  const auto venue = readyDrawn(twoFloors);
+  EXPECT_EQ(route(*venue, 'A', 'A'), "");
+  EXPECT_THAT(log.take(), ElementsAre("Tern SDK: NO PATH"));
+}
+
+TEST(TernActiveVenue, routesBeforeTheFirstRebuildAreLoggedAndEmpty) {
+  CapturedLog log;
+  const auto venue = loadDrawn(twoFloors);
+  EXPECT_EQ(route(*venue, 'A', 'B'), "");
+  EXPECT_THAT(log.take(), ElementsAre("Tern SDK: Grid has not been initialized, please wait for "
+                                      "wayfindDataLoaded callback before wayfinding."));
+}
+
+TEST(TernActiveVenue, routesCompareIdsIn32Bits) {
+  const auto venue = readyDrawn(twoFloors);
+  const auto wide =
+      TernWaypoint::initWithDictionary(Value::map({{"id", (std::int64_t{1} << 32) + idOf('C')}}));
+  EXPECT_EQ(lettersOf(venue->wayfind(at(*venue, 'A'), wide, 100)), "ABC");
+}
+
+// --- The nearest waypoint ---
+
+TEST(TernActiveVenue, theClosestWaypointIsThatOfTheShortestStraightLine) {
+  const auto venue = loadDrawn({.floors = {{.lines = {"A    B", "", "  C"}}}});
+  const auto waypoints = all(*venue, "ABC");
+  const auto closestTo = [&](TernCoordinate point) {
+    return TernActiveVenue::getClosestWaypointInArray(waypoints, point);
+  };
+  EXPECT_EQ(closestTo({0, 1}), at(*venue, 'A'));
+  EXPECT_EQ(closestTo({1e9, -1e9}), at(*venue, 'B'));
+  EXPECT_EQ(closestTo({20, 20}), at(*venue, 'C'));
+}
+
+TEST(TernActiveVenue, ofEquallyCloseWaypointsTheEarlierOneIsTaken) {
+  const auto venue = loadDrawn({.floors = {{.lines = {"A B"}}}});
+  const TernCoordinate middle{10, 0};
+  EXPECT_EQ(TernActiveVenue::getClosestWaypointInArray(all(*venue, "AB"), middle), at(*venue, 'A'));
+  EXPECT_EQ(TernActiveVenue::getClosestWaypointInArray(all(*venue, "BA"), middle), at(*venue, 'B'));
+}
+
+TEST(TernActiveVenue, coordinatesAreComparedInSinglePrecision) {
+  const auto far = [](int id, double x) {
+    return TernWaypoint::initWithDictionary(
+        Value::map({{"id", id}, {"coordinates", Value::list({x, 0})}}));
+  };
+  // Both are 16777216 in single precision.
+  const auto first = far(1, 16777216);
+  const auto second = far(2, 16777217);
+  EXPECT_EQ(TernActiveVenue::getClosestWaypointInArray({first, second}, {16777217, 0}), first);
+}
+
+TEST(TernActiveVenue, nothingIsClosestInAnEmptyListOrToNoPlace) {
+  const double nowhere = std::numeric_limits<double>::quiet_NaN();
+  const auto venue = loadDrawn(twoFloors);
+  EXPECT_EQ(TernActiveVenue::getClosestWaypointInArray({}, {1, 2}), nullptr);
+  EXPECT_EQ(TernActiveVenue::getClosestWaypointInArray({nullptr}, {1, 2}), nullptr);
+  EXPECT_EQ(TernActiveVenue::getClosestWaypointInArray(all(*venue, "AB"), {nowhere, 2}), nullptr);
+}
+
+TEST(TernActiveVenue, aWaypointWithoutCoordinatesLiesAtTheOrigin) {
+  const auto bare = made<TernWaypoint>(R"({"id": 1})");
+  const auto odd = made<TernWaypoint>(R"({"id": 2, "coordinates": ["x", null]})");
+  const auto far = made<TernWaypoint>(R"({"id": 3, "coordinates": [5]})");
+  EXPECT_EQ(TernActiveVenue::getClosestWaypointInArray({far, bare, odd}, {1, 0}), bare);
+  EXPECT_EQ(TernActiveVenue::getClosestWaypointInArray({far, bare}, {5, 1}), far);
+}
+
+TEST(TernActiveVenue, theClosestWaypointOnAMapIsOneOfItsOwn) {
+  const auto venue = loadDrawn(twoFloors);
+  EXPECT_EQ(TernActiveVenue::getClosestWaypointToCoordinateOnMap(venue->maps->getById(1), {140, 0}),
+            at(*venue, 'C'));
+  EXPECT_EQ(TernActiveVenue::getClosestWaypointToCoordinateOnMap(venue->maps->getById(2), {0, 0}),
+            at(*venue, 'D'));
+}
+
+TEST(TernActiveVenue, nothingIsClosestOnAMapWithoutWaypoints) {
+  EXPECT_EQ(TernActiveVenue::getClosestWaypointToCoordinateOnMap(nullptr, {1, 2}), nullptr);
+  for (const char* document : {R"({"id": 1})", R"({"id": 1, "waypoints": {"items": []}})"}) {
+    EXPECT_EQ(TernActiveVenue::getClosestWaypointToCoordinateOnMap(made<TernMap>(document), {1, 2}),
+              nullptr);
+  }
+}
+
+// B lies next to A, but the way round it is longer than that to C.
+const Drawing detour{.floors = {{.lines = {"B A    C  Z",   //
+                                           "", "", "", "",  //
+                                           "E D"}}},
+                     .paths = {"A-C", "A-D", "D-E", "E-B"}};
+
+TEST(TernActiveVenue, theClosestByRouteIsThatOfTheShortestWay) {
+  const auto venue = readyDrawn(detour);
+  const auto closest = venue->getClosestWaypointInArray(all(*venue, "BCE"), at(*venue, 'A'), 100);
+  EXPECT_EQ(closest, at(*venue, 'C'));
+}
+
+TEST(TernActiveVenue, theClosestByRouteSkipsWhatCannotBeReached) {
+  const auto venue = readyDrawn(detour);
+  const auto target = at(*venue, 'A');
+  EXPECT_EQ(venue->getClosestWaypointInArray(all(*venue, "ZB"), target, 100), at(*venue, 'B'));
+  EXPECT_EQ(venue->getClosestWaypointInArray(all(*venue, "Z"), target, 100), nullptr);
+  EXPECT_EQ(venue->getClosestWaypointInArray({}, target, 100), nullptr);
+  EXPECT_EQ(venue->getClosestWaypointInArray({nullptr}, target, 100), nullptr);
+  EXPECT_EQ(venue->getClosestWaypointInArray(all(*venue, "B"), nullptr, 100), nullptr);
+  EXPECT_EQ(venue->getClosestWaypointInArray(all(*venue, "BC"), target, -1), nullptr);
+}
+
+TEST(TernActiveVenue, theTargetItselfIsClosestEvenIfUnreachable) {
+  const auto venue = readyDrawn(detour);
+  const auto lonely = at(*venue, 'Z');
+  EXPECT_EQ(venue->getClosestWaypointInArray(all(*venue, "BZ"), lonely, 100), lonely);
+}
+
+TEST(TernActiveVenue, aWaypointAtTheTargetsPlaceIsNeverClosestByRoute) {
+  const auto venue =
+      readyDrawn({.floors = {{.lines = {"A  C"}}, {.lines = {"B"}}}, .paths = {"A-B", "A-C"}});
+  const auto target = at(*venue, 'A');
+  EXPECT_EQ(venue->getClosestWaypointInArray(all(*venue, "B"), target, 100), nullptr);
+  // Having no length, it is the best, and so there is none.
+  EXPECT_EQ(venue->getClosestWaypointInArray(all(*venue, "CB"), target, 100), nullptr);
+  EXPECT_EQ(venue->getClosestWaypointInArray(all(*venue, "C"), target, 100), at(*venue, 'C'));
+}
+
+TEST(TernActiveVenue, theJumpFromFloorToFloorCountsAsLength) {
+  // From C it is 30 to A, from D 40, all of it the jump.
+  const auto venue = readyDrawn({.floors = {{.lines = {"A  C"}}, {.lines = {"    D"}}},
+                                 .paths = {"A-C", "D-A lift"},
+                                 .pathTypes = {{.name = "lift"}}});
+  EXPECT_EQ(venue->getClosestWaypointInArray(all(*venue, "DC"), at(*venue, 'A'), 100),
+            at(*venue, 'C'));
+}
+
+// --- The centre ---
+
+TEST(TernActiveVenue, theCentreIsTheMiddleOfTheFirstMap) {
+  const auto venue = venueOf(R"({"map": {"id": 1, "width": 1000, "height": 1000},
+      "coordinates": {"topLeft": [10, 0], "bottomRight": [-10, 20]}})");
+  venue->maps->create(parsed(R"({"id": 2, "width": 5, "height": 5})"));
+  const TernCoordinate centre = venue->getCenterCoordinates();
+  EXPECT_NEAR(centre.x, 10, 1e-9);
+  EXPECT_NEAR(centre.y, 0, 1e-9);
+}
+
+TEST(TernActiveVenue, withoutAMapThereIsNoCentre) {
+  CapturedLog log;
+  EXPECT_EQ(venueOf("{}")->getCenterCoordinates(), TernCoordinate{});
+  EXPECT_THAT(log.take(), ElementsAre("Invalid venue map."));
+}
+
+// --- Rebuilding ---
+
+TEST(TernActiveVenue, aRebuildRunsOnTheBackgroundQueue) {
+  const auto queue = std::make_shared<OnDemandQueue>();
+  const ScopedBackgroundQueue scope(queue);
+  const auto venue = loadDrawn(twoFloors);
+  std::vector<bool> completions;
+  venue->updateWayfindDataWithCompletion([&](bool built) { completions.push_back(built); });
+  EXPECT_EQ(venue->globalASGrid(), nullptr);
+  EXPECT_THAT(completions, IsEmpty());
+  queue->runAll();
+  EXPECT_THAT(completions, ElementsAre(true));
+  EXPECT_EQ(route(*venue, 'A', 'E'), "AB DE");
+}
+
+TEST(TernActiveVenue, aRebuildNeedsNoCompletion) {
+  const ScopedBackgroundQueue scope(std::make_shared<RunNowQueue>());
+  const auto venue = loadDrawn(twoFloors);
+  venue->updateWayfindDataWithCompletion(nullptr);
+  EXPECT_NE(venue->globalASGrid(), nullptr);
+}
+
+TEST(TernActiveVenue, mapsAddedLaterAreSearchedAfterAnotherRebuild) {
+  const ScopedBackgroundQueue scope(std::make_shared<RunNowQueue>());
+  const auto venue = loadDrawn({.floors = {{.lines = {"A-B"}}}, .paths = {"A-B"}});
+  venue->updateWayfindDataWithCompletion(nullptr);
+  const auto before = venue->globalASGrid();
+  venue->maps->create(parsed(R"({"id": 8, "waypoints": {"items": [{"id": 99}]}})"));
+  EXPECT_EQ(venue->globalASGrid()->getNodeById(99), std::nullopt);
+  venue->updateWayfindDataWithCompletion(nullptr);
+  EXPECT_NE(venue->globalASGrid(), before);
+  EXPECT_NE(venue->globalASGrid()->getNodeById(99), std::nullopt);
+}
+
+TEST(TernActiveVenue, theGraphIsMadeOfAllMapsPathTypesAndBuildings) {
+  const auto venue = readyDrawn(twoFloors);
+  const auto grid = venue->globalASGrid();
+  EXPECT_THAT(ids(grid->waypoints()), ElementsAre(1, 2, 3, 4, 5));
+  EXPECT_THAT(ids(grid->paths()), ElementsAre(1, 2, 3, 5, 4));
+  EXPECT_THAT(ids(grid->pathTypes()), ElementsAre(1, 2, 3));
+  EXPECT_THAT(ids(grid->mapFulls()), ElementsAre(1, 2));
+  EXPECT_THAT(ids(grid->buildings()), ElementsAre(1));
+  EXPECT_FALSE(grid->isMultiVenueLoaded());
+}
+
+TEST(TernActiveVenue, aRouteOfTheGraphThatIsReplacedStaysReadable) {
+  const ScopedBackgroundQueue scope(std::make_shared<RunNowQueue>());
+  const auto venue = readyDrawn(twoFloors);
+  const TernRoute found = venue->wayfind(at(*venue, 'A'), at(*venue, 'C'), 100);
+  venue->updateWayfindDataWithCompletion(nullptr);
+  EXPECT_EQ(found.front().points.back().f(), 100.0F);
+  EXPECT_EQ(lettersOf(found), "ABC");
+}
+
+TEST(TernActiveVenue, theReplacedGraphIsLockedUntilTheCompletionHasRun) {
+  const ScopedBackgroundQueue scope(std::make_shared<RunNowQueue>());
+  const auto venue = readyDrawn(twoFloors);
+  const auto before = venue->globalASGrid();
+  const auto canBeLocked = [&] {
+    return std::async(std::launch::async,
+                      [&] {
+                        const std::unique_lock lock(before->mutex(), std::try_to_lock);
+                        return lock.owns_lock();
+                      })
+        .get();
+  };
+  bool duringCompletion = true;
+  venue->updateWayfindDataWithCompletion([&](bool) { duringCompletion = canBeLocked(); });
+  EXPECT_FALSE(duringCompletion);
+  EXPECT_TRUE(canBeLocked());
+}
+
+TEST(TernActiveVenue, aCompletionMayAskForAnotherRebuild) {
+  const ScopedBackgroundQueue scope(std::make_shared<RunNowQueue>());
+  const auto venue = loadDrawn(twoFloors);
+  int completions = 0;
+  venue->updateWayfindDataWithCompletion([&](bool) {
+    ++completions;
+    venue->updateWayfindDataWithCompletion([&](bool) { ++completions; });
+  });
+  EXPECT_EQ(completions, 2);
+}
+
+TEST(TernActiveVenue, aVenueThatNobodySharesIsRebuiltAtOnce) {
+  const auto queue = std::make_shared<OnDemandQueue>();
+  const ScopedBackgroundQueue scope(queue);
+  TernActiveVenue venue;
+  int completions = 0;
+  venue.updateWayfindDataWithCompletion([&](bool) { ++completions; });
+  EXPECT_EQ(completions, 1);
+  EXPECT_EQ(queue->waiting(), 0U);
+  EXPECT_NE(venue.globalASGrid(), nullptr);
+}
+
+TEST(TernActiveVenue, aRebuildKeepsTheVenueAliveAndNoLonger) {
+  const auto queue = std::make_shared<OnDemandQueue>();
+  const ScopedBackgroundQueue scope(queue);
+  auto venue = loadDrawn(twoFloors);
+  const std::weak_ptr<TernActiveVenue> watched = venue;
+  std::shared_ptr<TernASGrid> built;
+  venue->updateWayfindDataWithCompletion([&](bool) { built = watched.lock()->globalASGrid(); });
+  venue.reset();
+  EXPECT_FALSE(watched.expired());
+  queue->runAll();
+  EXPECT_EQ(built->nodeCount(), 5U);
+  EXPECT_TRUE(watched.expired());
+}
+
+// Rebuilds and counts the completions, which come on other threads.
+class Rebuilds {
+ public:
+  explicit Rebuilds(int expected) : expected_(expected) {}
+  void start(TernActiveVenue& venue) {
+    // Only the last completion may still need this object when it counts itself.
+    venue.updateWayfindDataWithCompletion([this, expected = expected_](bool built) {
+      if (built && ++completed_ == expected) isComplete_.set_value();
+    });
+  }
+  void wait() { isComplete_.get_future().wait(); }
+  int completed() const { return completed_; }
+
+ private:
+  const int expected_;
+  std::atomic<int> completed_ = 0;
+  std::promise<void> isComplete_;
+};
+
+TEST(TernActiveVenueConcurrent, overlappingRebuildsEachCompleteOnce) {
+  const auto venue = loadDrawn(twoFloors);
+  Rebuilds rebuilds(200);
+  for (int i = 0; i < 200; ++i) rebuilds.start(*venue);
+  rebuilds.wait();
+  EXPECT_EQ(rebuilds.completed(), 200);
+  EXPECT_EQ(route(*venue, 'A', 'E'), "AB DE");
+}
+
+TEST(TernActiveVenueConcurrent, readersGetAWholeGraphWhileItIsReplaced) {
+  const auto venue = readyDrawn(twoFloors);
+  Rebuilds rebuilds(100);
+  std::atomic<bool> isDone = false;
+  std::vector<std::thread> readers;
+  for (int reader = 0; reader < 3; ++reader) {
+    readers.emplace_back([&] {
+      do {
+        const auto grid = venue->globalASGrid();
+        EXPECT_EQ(grid->nodeCount(), 5U);
+        EXPECT_NE(grid->getNodeById(idOf('E')), std::nullopt);
+      } while (!isDone);
+    });
+  }
+  for (int i = 0; i < 100; ++i) rebuilds.start(*venue);
+  rebuilds.wait();
+  isDone = true;
+  for (std::thread& reader : readers) reader.join();
+}
+
+TEST(TernActiveVenueConcurrent, routesAreFoundWhileTheGraphIsReplaced) {
+  const auto venue = readyDrawn(twoFloors);
+  Rebuilds rebuilds(100);
+  for (int i = 0; i < 100; ++i) {
+    rebuilds.start(*venue);
+    EXPECT_EQ(route(*venue, 'A', 'E'), "AB DE");
+  }
+  rebuilds.wait();
+}
+
+TEST(TernActiveVenueConcurrent, aVenueMayBeReleasedWhileItIsRebuilt) {
+  std::vector<std::future<void>> completions;
+  std::vector<std::weak_ptr<TernActiveVenue>> watched;
+  for (int i = 0; i < 50; ++i) {
+    auto venue = loadDrawn(twoFloors);
+    watched.emplace_back(venue);
+    auto isComplete = std::make_shared<std::promise<void>>();
+    completions.push_back(isComplete->get_future());
+    venue->updateWayfindDataWithCompletion([isComplete](bool) { isComplete->set_value(); });
+  }
+  for (auto& completion : completions) completion.wait();
+  for (const auto& venue : watched) {
+    while (!venue.expired()) std::this_thread::yield();
+  }
+}
+
+TEST(TernActiveVenueConcurrent, theCompletionMayReleaseTheLastReference) {
+  struct Owner {
+    Venue venue;
+  };
+  const auto owner = std::make_shared<Owner>(Owner{loadDrawn(twoFloors)});
+  const std::weak_ptr<TernActiveVenue> watched = owner->venue;
+  std::promise<void> isComplete;
+  std::promise<void> mayRelease;
+  owner->venue->updateWayfindDataWithCompletion([&, owner](bool) {
+    mayRelease.get_future().wait();
+    owner->venue.reset();
+    isComplete.set_value();
+  });
+  mayRelease.set_value();
+  isComplete.get_future().wait();
+  while (!watched.expired()) std::this_thread::yield();
+}
+
+// --- Laws ---
+
+RC_GTEST_PROP(TernActiveVenue, noWaypointOfTheListIsCloserThanTheClosest, ()) {
+  const auto number = [] { return *rc::gen::inRange(-50, 50) / 4.0; };
+  TernActiveVenue::Waypoints waypoints;
+  for (int left = *rc::gen::inRange(0, 12); left > 0; --left) {
+    waypoints.push_back(TernWaypoint::initWithDictionary(
+        Value::map({{"id", left}, {"coordinates", Value::list({number(), number()})}})));
+  }
+  const TernCoordinate point{number(), number()};
+  const auto squaredDistance = [&](const TernWaypoint& waypoint) {
+    const double x = waypoint.coordinates.items()[0].number() - point.x;
+    const double y = waypoint.coordinates.items()[1].number() - point.y;
+    return x * x + y * y;
+  };
+  const auto closest = TernActiveVenue::getClosestWaypointInArray(waypoints, point);
+  RC_ASSERT((closest == nullptr) == waypoints.empty());
+  bool isBehindClosest = false;
+  for (const auto& waypoint : waypoints) {
+    isBehindClosest = isBehindClosest || waypoint == closest;
+    const double further = squaredDistance(*waypoint) - squaredDistance(*closest);
+    RC_ASSERT(further > 0 || (further == 0 && isBehindClosest));
+  }
+}
+
+}  // namespace
+}  // namespace tern::test

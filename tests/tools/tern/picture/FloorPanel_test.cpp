@@ -1,0 +1,121 @@
+#include "tools/tern/picture/FloorPanel.hpp"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "tests/support/ScannedMarkup.hpp"
+#include "tests/tools/tern/picture/PictureVenue.hpp"
+#include "tools/tern/picture/MapWindow.hpp"
+
+namespace tern::picture {
+namespace {
+
+struct DrawnPanel {
+  PanelDrawing drawing;
+  test::ScannedMarkup scanned;
+};
+
+DrawnPanel drawnPanel(const PictureFloor& floor, const TernPathPerFloor& stretch) {
+  const TernVenueData venue = pictureVenue({floor});
+  const Itinerary walk = itineraryOf(venue, {stretch});
+  DrawnPanel panel;
+  panel.drawing = drawFloor({&walk.visits[0], {}, "Start", "Goal", "p-"});
+  panel.scanned = test::scanMarkup("<svg>" + panel.drawing.markup + "</svg>");
+  EXPECT_EQ(panel.scanned.problem, "");
+  EXPECT_EQ(test::reachOf(panel.scanned), "");
+  return panel;
+}
+
+bool has(const std::string& text, std::string_view part) {
+  return text.find(part) != std::string::npos;
+}
+
+TEST(FloorPanel, drawingLiesUnderTheRouteAndItsEndsAreNamed) {
+  const DrawnPanel panel = drawnPanel({}, segment(1, {{40, 40}, {300, 40}, {300, 200}}, 420));
+  const std::string& markup = panel.drawing.markup;
+  EXPECT_LT(markup.find("#eee"), markup.find("#2563eb"));
+  EXPECT_TRUE(has(panel.scanned.text, "Start"));
+  EXPECT_TRUE(has(panel.scanned.text, "Goal"));
+  EXPECT_EQ(panel.drawing.note, "");
+}
+
+TEST(FloorPanel, textsAreAtLeastTwelvePixels) {
+  const DrawnPanel panel = drawnPanel({}, segment(1, {{40, 40}, {300, 200}}, 420));
+  const auto sizes = panel.scanned.valuesOf("font-size");
+  EXPECT_GE(sizes.size(), 3U);
+  for (const std::string& size : sizes) EXPECT_GE(std::stod(size), 12);
+}
+
+TEST(FloorPanel, unreadableDrawingIsLeftOutAndSaid) {
+  const DrawnPanel panel = drawnPanel({.svg = "<svg><g></svg>"}, segment(1, {{1, 1}, {9, 9}}, 9));
+  EXPECT_EQ(panel.drawing.note,
+            "The floor's drawing is left out: an end without a start on line 1.");
+  EXPECT_TRUE(has(panel.scanned.text, "Goal"));
+}
+
+TEST(FloorPanel, missingDrawingAndMissingMapAreSaid) {
+  EXPECT_EQ(drawnPanel({.svg = nullptr}, segment(1, {{1, 1}}, 9)).drawing.note,
+            "This floor has no drawing.");
+  EXPECT_EQ(drawnPanel({}, segment(9, {{1, 1}}, 9)).drawing.note,
+            "The venue has no map of this floor.");
+  EXPECT_EQ(drawnPanel({.svg = "<svg/>"}, segment(1, {{1, 1}}, 9)).drawing.note,
+            "The floor's drawing is left out: it says no size.");
+}
+
+TEST(FloorPanel, pointsOffTheMapAreSaid) {
+  EXPECT_EQ(drawnPanel({}, segment(1, {{1, 1}, {1e30F, 1}}, 9)).drawing.note,
+            "Part of the route lies off this map.");
+  EXPECT_EQ(drawnPanel({}, segment(1, {{1e30F, 1}}, 9)).drawing.note,
+            "The route has no place on this map.");
+}
+
+TEST(FloorPanel, absurdCoordinatesLeaveAllNumbersSmall) {
+  const DrawnPanel panel =
+      drawnPanel({.svg = "<svg viewBox='0 0 0.0001 9000000'/>", .mmPerPixel = 1e-300},
+                 segment(1, {{9000000, -9000000}, {-9000000, 9000000}, {0, 0}}, 3e38F));
+  for (const char* attribute : {"x", "y", "width", "height", "r"}) {
+    for (const std::string& value : panel.scanned.valuesOf(attribute)) {
+      EXPECT_LE(std::abs(std::stod(value)), 1e12) << attribute;
+    }
+  }
+}
+
+TEST(FloorPanel, scaleBarNeedsAScale) {
+  const auto stretch = segment(1, {{40, 40}, {300, 200}}, 420);
+  EXPECT_TRUE(has(drawnPanel({}, stretch).scanned.text, "50 m"));
+  EXPECT_FALSE(has(drawnPanel({.mmPerPixel = nullptr}, stretch).scanned.text, " m"));
+}
+
+TEST(FloorPanel, longRouteOfTinyStepsStaysSmall) {
+  std::vector<std::pair<float, float>> points;
+  for (int i = 0; i < 100'000; ++i) {
+    points.emplace_back(static_cast<float>(i % 400), static_cast<float>(i / 400 % 2));
+  }
+  EXPECT_LT(drawnPanel({}, segment(1, points, 9)).drawing.markup.size(), 5'000'000U);
+}
+
+TEST(FloorPanel, changesOfFloorAreNamedOnTheMap) {
+  const TernVenueData venue = pictureVenue({{.id = 1}, {.id = 2, .name = "First", .level = 1}});
+  const Itinerary walk = itineraryOf(venue, {segment(1, {{40, 40}, {90, 40}}, 50, pathType("Lift")),
+                                             segment(2, {{90, 40}, {200, 40}}, 160)});
+  const FloorPanel first{&walk.visits[0], {}, "Café <A>", "", "p1-"};
+  const FloorPanel second{&walk.visits[1], {&walk.visits[0]}, "", "", "p2-"};
+  EXPECT_TRUE(has(drawFloor(first).markup, "Lift to First"));
+  EXPECT_TRUE(has(drawFloor(first).markup, "Café &lt;A&gt;"));
+  EXPECT_TRUE(has(drawFloor(second).markup, "From Ground floor"));
+  EXPECT_TRUE(has(drawFloor(second).markup, "#8a97a8"));
+}
+
+TEST(FloorPanel, wordsTellTheSameAsThePicture) {
+  const TernVenueData venue = pictureVenue({{.id = 1}, {.id = 2, .name = "First", .level = 1}});
+  const Itinerary walk = itineraryOf(venue, {segment(1, {{40, 40}, {90, 40}}, 50, pathType("Lift")),
+                                             segment(2, {{90, 40}, {200, 40}}, 160)});
+  EXPECT_EQ(inWords({&walk.visits[0], {}, "Bakery", "", ""}),
+            "Ground floor. Start at Bakery. Walk 50 m. Lift up to First.");
+  EXPECT_EQ(inWords({&walk.visits[1], {}, "", "Exit", ""}),
+            "First. Arrive from Ground floor. Walk 110 m. Arrive at Exit.");
+}
+
+}  // namespace
+}  // namespace tern::picture

@@ -1,0 +1,38 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+
+#include "tests/support/ScannedMarkup.hpp"
+#include "tests/tools/tern/picture/PictureVenue.hpp"
+#include "tools/tern/picture/RoutePicture.hpp"
+
+namespace tern::picture {
+namespace {
+
+TEST(RoutePictureHtml, pageFitsAPhoneAndForbidsLoading) {
+  const TernVenueData venue = pictureVenue({{.id = 1}});
+  const auto markup =
+      scanned(routePictureHtml({venue, "", RouteSet::choices, {{"", "A", "B", threeSegments()}}}));
+  const auto contents = markup.valuesOf("content");
+  ASSERT_EQ(contents.size(), 2U);
+  EXPECT_EQ(contents[0], "default-src &#39;none&#39;; style-src &#39;unsafe-inline&#39;");
+  EXPECT_EQ(contents[1], "width=device-width, initial-scale=1");
+}
+
+TEST(RoutePictureHtml, everyMapIsLabelledByItsOwnWords) {
+  const TernVenueData venue = pictureVenue({{.id = 1}, {.id = 2}});
+  const auto markup =
+      scanned(routePictureHtml({venue, "", RouteSet::choices, {{"", "A", "B", threeSegments()}}}));
+  const auto ids = markup.valuesOf("id");
+  const auto labels = markup.valuesOf("aria-labelledby");
+  ASSERT_EQ(labels.size(), 3U);
+  for (const std::string& label : labels) {
+    const std::size_t blank = label.find(' ');
+    EXPECT_EQ(std::count(ids.begin(), ids.end(), label.substr(0, blank)), 1) << label;
+    EXPECT_EQ(std::count(ids.begin(), ids.end(), label.substr(blank + 1)), 1) << label;
+  }
+}
+
+}  // namespace
+}  // namespace tern::picture
