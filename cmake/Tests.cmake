@@ -6,6 +6,11 @@ set(tern_test_support ${tern_test_sources})
 list(FILTER tern_test_support EXCLUDE REGEX "_test\\.cpp$")
 list(FILTER tern_test_sources INCLUDE REGEX "_test\\.cpp$")
 
+set(TERN_ONLY_TESTS "" CACHE STRING "Regular expression of the test sources to build; empty for all")
+if(TERN_ONLY_TESTS)
+  list(FILTER tern_test_sources INCLUDE REGEX "${TERN_ONLY_TESTS}")
+endif()
+
 # Compiles sources without linking them, when there are any.
 function(tern_add_check target)
   if(ARGN)

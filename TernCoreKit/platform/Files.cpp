@@ -1,9 +1,9 @@
 #include "TernCoreKit/platform/Files.hpp"
 
 #include <cstdlib>
-#include <mutex>
 #include <utility>
 
+#include "TernCoreKit/platform/detail/Current.hpp"
 #include "TernCoreKit/platform/detail/PosixFiles.hpp"
 
 namespace tern {
@@ -26,17 +26,6 @@ std::string defaultDocumentsFolder() {
   return data + "/TernCoreKit";
 }
 
-struct Current {
-  std::mutex mutex;
-  std::shared_ptr<FileSystem> fileSystem;  // guarded by mutex; null stands for the default one
-};
-
-// Never destroyed: other static objects may still ask for it.
-Current& current() {
-  static auto& current = *new Current;
-  return current;
-}
-
 }  // namespace
 
 std::shared_ptr<FileSystem> makeFileSystem(std::string documentsFolder) {
@@ -44,17 +33,12 @@ std::shared_ptr<FileSystem> makeFileSystem(std::string documentsFolder) {
 }
 
 std::shared_ptr<FileSystem> fileSystem() {
-  {
-    const std::lock_guard lock(current().mutex);
-    if (current().fileSystem != nullptr) return current().fileSystem;
-  }
+  if (auto own = detail::current<FileSystem>().get()) return own;
   return makeFileSystem(defaultDocumentsFolder());
 }
 
 void setFileSystem(std::shared_ptr<FileSystem> fileSystem) {
-  // The old one goes away outside the lock.
-  const std::lock_guard lock(current().mutex);
-  current().fileSystem.swap(fileSystem);
+  detail::current<FileSystem>().set(std::move(fileSystem));
 }
 
 }  // namespace tern

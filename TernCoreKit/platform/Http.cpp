@@ -1,38 +1,27 @@
 #include "TernCoreKit/platform/Http.hpp"
 
-#include <mutex>
+#include <utility>
 
-#include "TernCoreKit/platform/detail/DefaultHttpTransport.hpp"
+#include "TernCoreKit/platform/detail/Current.hpp"
 
 namespace tern {
-namespace {
 
-struct CurrentTransport {
-  std::mutex mutex;
-  std::shared_ptr<HttpTransport> transport;  // guarded by mutex; null stands for the default one
-};
+namespace detail {
 
-// Never destroyed: other static objects may send requests until the very end.
-CurrentTransport& current() {
-  static auto& current = *new CurrentTransport;
-  return current;
-}
+// Made by the first call and never destroyed. Which one it is, is settled when the library is
+// built: curl/CurlTransport.cpp or NoHttpTransport.cpp defines it, and `makeHttpTransport`.
+HttpTransport& defaultHttpTransport();
 
-}  // namespace
+}  // namespace detail
 
 std::shared_ptr<HttpTransport> httpTransport() {
-  {
-    const std::lock_guard lock(current().mutex);
-    if (current().transport != nullptr) return current().transport;
-  }
+  if (auto transport = detail::current<HttpTransport>().get()) return transport;
   // It outlives everyone, so there is nothing to count.
   return {std::shared_ptr<void>(), &detail::defaultHttpTransport()};
 }
 
 void setHttpTransport(std::shared_ptr<HttpTransport> transport) {
-  // The old transport goes away outside the lock.
-  const std::lock_guard lock(current().mutex);
-  current().transport.swap(transport);
+  detail::current<HttpTransport>().set(std::move(transport));
 }
 
 }  // namespace tern

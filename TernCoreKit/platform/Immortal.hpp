@@ -1,4 +1,5 @@
-// A static object that is never destroyed: other threads may still use it while the process ends.
+// A static object that is never destroyed: other threads, and objects that end after `main`, may
+// still use it while the process ends.
 //
 //   static const Immortal table{Table("TernPath", ...)};
 //   return table.value;
@@ -12,11 +13,15 @@ namespace tern::detail {
 
 template <class T>
 union Immortal {
-  explicit Immortal(T object) : value(std::move(object)) {}
+  template <class... Arguments>
+  explicit Immortal(Arguments&&... arguments) : value(std::forward<Arguments>(arguments)...) {}
   // The object outlives its holder on purpose.
   ~Immortal() {}
 
   T value;
 };
+
+template <class T>
+Immortal(T) -> Immortal<T>;
 
 }  // namespace tern::detail

@@ -2,24 +2,13 @@
 
 #include <cstdio>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <utility>
 
+#include "TernCoreKit/platform/detail/Current.hpp"
+
 namespace tern {
 namespace {
-
-// Guarded by `mutex`; a caller keeps the sink alive by its own pointer while it writes.
-struct Slot {
-  std::mutex mutex;
-  std::shared_ptr<const LogSink> sink;
-};
-
-// Never destroyed: objects that end after `main` may still log.
-Slot& slot() {
-  static Slot& slot = *new Slot;
-  return slot;
-}
 
 void writeToStandardError(std::string_view line) {
   // One call, so that lines of several threads do not mix.
@@ -30,19 +19,12 @@ void writeToStandardError(std::string_view line) {
 }  // namespace
 
 void setLogSink(LogSink sink) {
-  auto next = sink ? std::make_shared<const LogSink>(std::move(sink)) : nullptr;
-  // The old sink goes outside the lock: what it owns may log when it ends.
-  const std::lock_guard lock(slot().mutex);
-  slot().sink.swap(next);
+  detail::current<const LogSink>().set(sink ? std::make_shared<const LogSink>(std::move(sink))
+                                            : nullptr);
 }
 
 void logLine(std::string_view line) {
-  std::shared_ptr<const LogSink> sink;
-  {
-    const std::lock_guard lock(slot().mutex);
-    sink = slot().sink;
-  }
-  if (sink != nullptr) {
+  if (const auto sink = detail::current<const LogSink>().get()) {
     (*sink)(line);
   } else {
     writeToStandardError(line);

@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "TernCoreKit/platform/Immortal.hpp"
+
 namespace tern {
 
 namespace {
@@ -26,8 +28,8 @@ struct Observers {
 
 // Never destroyed: objects that end after `main` may still post.
 Observers& observers() {
-  static auto& observers = *new Observers;
-  return observers;
+  static detail::Immortal<Observers> observers;
+  return observers.value;
 }
 
 }  // namespace

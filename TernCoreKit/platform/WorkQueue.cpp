@@ -1,8 +1,8 @@
 #include "TernCoreKit/platform/WorkQueue.hpp"
 
-#include <mutex>
 #include <utility>
 
+#include "TernCoreKit/platform/detail/Current.hpp"
 #include "TernCoreKit/platform/detail/ThreadPool.hpp"
 
 namespace tern {
@@ -19,36 +19,21 @@ detail::ThreadPool& defaultPool() {
     detail::ThreadPool& pool;
     ~StopAtExit() { pool.stop(); }
   };
-  static auto& pool = *new detail::ThreadPool(defaultThreadCount);
-  static const StopAtExit stopAtExit{pool};
-  return pool;
-}
-
-struct CurrentQueue {
-  std::mutex mutex;
-  std::shared_ptr<WorkQueue> queue;  // guarded by mutex; null stands for the default one
-};
-
-CurrentQueue& current() {
-  static auto& current = *new CurrentQueue;
-  return current;
+  static detail::Immortal<detail::ThreadPool> pool(defaultThreadCount);
+  static const StopAtExit stopAtExit{pool.value};
+  return pool.value;
 }
 
 }  // namespace
 
 std::shared_ptr<WorkQueue> backgroundQueue() {
-  {
-    const std::lock_guard lock(current().mutex);
-    if (current().queue != nullptr) return current().queue;
-  }
+  if (auto queue = detail::current<WorkQueue>().get()) return queue;
   // It outlives everyone, so there is nothing to count.
   return {std::shared_ptr<void>(), &defaultPool()};
 }
 
 void setBackgroundQueue(std::shared_ptr<WorkQueue> queue) {
-  // The old queue goes away outside the lock.
-  const std::lock_guard lock(current().mutex);
-  current().queue.swap(queue);
+  detail::current<WorkQueue>().set(std::move(queue));
 }
 
 }  // namespace tern

@@ -4,6 +4,8 @@
 #include <mutex>
 #include <utility>
 
+#include "TernCoreKit/platform/Immortal.hpp"
+
 namespace tern {
 
 struct OAuthConnector::Fields {
@@ -69,8 +71,8 @@ OAuthConnector::~OAuthConnector() = default;
 
 std::shared_ptr<OAuthConnector> OAuthConnector::sharedInstance() {
   // Never destroyed: other static objects may use it until the very end.
-  static auto& instance = *new auto(std::make_shared<OAuthConnector>());
-  return instance;
+  static const detail::Immortal instance{std::make_shared<OAuthConnector>()};
+  return instance.value;
 }
 
 std::string_view OAuthConnector::tokenAPIEndpoint() { return "/QRVS/api/auth/token"; }

@@ -3,6 +3,8 @@
 #include <mutex>
 #include <utility>
 
+#include "TernCoreKit/platform/Immortal.hpp"
+
 namespace tern {
 
 namespace {
@@ -13,8 +15,8 @@ struct Host {
 };
 
 Host& host() {
-  static auto& host = *new Host;
-  return host;
+  static detail::Immortal<Host> host;
+  return host.value;
 }
 
 }  // namespace

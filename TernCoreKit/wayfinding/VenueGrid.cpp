@@ -1,17 +1,23 @@
 #include "TernCoreKit/wayfinding/VenueGrid.hpp"
 
-#include <iterator>
 #include <utility>
-#include <vector>
 
 #include "TernCoreKit/model/collections/TernBuildingCollection.hpp"
 #include "TernCoreKit/model/collections/TernMapCollection.hpp"
 #include "TernCoreKit/model/collections/TernPathCollection.hpp"
 #include "TernCoreKit/model/collections/TernPathTypeCollection.hpp"
 
-namespace tern::detail {
+namespace tern {
 
 namespace {
+
+struct Lists {
+  TernASGrid::Waypoints waypoints;
+  TernASGrid::Paths paths;
+  TernASGrid::PathTypes pathTypes;
+  TernASGrid::Maps maps;
+  TernASGrid::Buildings buildings;
+};
 
 template <class Record>
 void appendAll(std::vector<std::shared_ptr<Record>>& list,
@@ -19,27 +25,31 @@ void appendAll(std::vector<std::shared_ptr<Record>>& list,
   if (list.empty()) {
     list = std::move(more);
   } else {
-    list.insert(list.end(), std::move_iterator(more.begin()), std::move_iterator(more.end()));
+    list.insert(list.end(), more.begin(), more.end());
   }
+}
+
+void append(Lists& lists, const TernVenueData& venue) {
+  if (venue.maps != nullptr) {
+    appendAll(lists.waypoints, venue.maps->getAllWaypoints());
+    appendAll(lists.maps, venue.maps->getAll());
+    for (const TernMap& map : venue.maps->each()) {
+      if (map.paths) appendAll(lists.paths, map.paths->getAll());
+    }
+  }
+  if (venue.pathTypes) appendAll(lists.pathTypes, venue.pathTypes->getAll());
+  if (venue.buildings) appendAll(lists.buildings, venue.buildings->getAll());
 }
 
 }  // namespace
 
-void GridLists::append(const TernVenueData& venue) {
-  if (venue.maps != nullptr) {
-    appendAll(waypoints, venue.maps->getAllWaypoints());
-    appendAll(maps, venue.maps->getAll());
-    for (const TernMap& map : venue.maps->each()) {
-      if (map.paths) appendAll(paths, map.paths->getAll());
-    }
-  }
-  if (venue.pathTypes) appendAll(pathTypes, venue.pathTypes->getAll());
-  if (venue.buildings) appendAll(buildings, venue.buildings->getAll());
+std::shared_ptr<TernASGrid> makeGrid(std::span<const TernVenueData* const> venues,
+                                     bool isForMultiVenue) {
+  Lists lists;
+  for (const TernVenueData* venue : venues) append(lists, *venue);
+  return TernASGrid::initASGrid(std::move(lists.waypoints), std::move(lists.paths),
+                                std::move(lists.pathTypes), std::move(lists.maps),
+                                std::move(lists.buildings), isForMultiVenue);
 }
 
-std::shared_ptr<TernASGrid> GridLists::makeGrid(bool isForMultiVenue) && {
-  return TernASGrid::initASGrid(std::move(waypoints), std::move(paths), std::move(pathTypes),
-                                std::move(maps), std::move(buildings), isForMultiVenue);
-}
-
-}  // namespace tern::detail
+}  // namespace tern

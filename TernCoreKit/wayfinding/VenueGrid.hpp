@@ -1,25 +1,21 @@
-// The records of one venue, or of several, that a graph is built of.
+// The graph of one venue, or of several that are joined.
 //
-// Ownership: shares the records. Threads: as readers of the venues. Fails: never.
+// Ownership: the graph shares the venues' records. Threads: as readers of the venues.
+// Fails: never; what a venue lacks, its graph lacks.
 #pragma once
 
 #include <memory>
+#include <span>
 
 #include "TernCoreKit/model/collections/TernVenueData.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 
-namespace tern::detail {
+namespace tern {
 
-struct GridLists {
-  TernASGrid::Waypoints waypoints;
-  TernASGrid::Paths paths;
-  TernASGrid::PathTypes pathTypes;
-  TernASGrid::Maps maps;
-  TernASGrid::Buildings buildings;
+// Of the venues' records, one venue's behind the other's. See `TernASGrid::initASGrid` for what
+// `isForMultiVenue` changes.
+// REQUIRES: none of the venues is null.
+TERN_API std::shared_ptr<TernASGrid> makeGrid(std::span<const TernVenueData* const> venues,
+                                              bool isForMultiVenue);
 
-  // Puts the venue's records behind those that are there.
-  void append(const TernVenueData& venue);
-  std::shared_ptr<TernASGrid> makeGrid(bool isForMultiVenue) &&;
-};
-
-}  // namespace tern::detail
+}  // namespace tern

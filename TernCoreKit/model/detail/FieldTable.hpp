@@ -23,6 +23,7 @@
 #include <utility>
 #include <vector>
 
+#include "TernCoreKit/model/detail/HeldCollections.hpp"
 #include "TernCoreKit/platform/Immortal.hpp"
 #include "TernCoreKit/platform/Nested.hpp"
 #include "TernCoreKit/platform/Value.hpp"
@@ -52,10 +53,12 @@ inline void copyField(const Value& from, Value& to) { to = from; }
 
 template <class T>
 void copyField(const Nested<T>& from, Nested<T>& to) {
-  if (from) {
-    to = from->copyWithZone();
-  } else {
+  if (!from) {
     to = from.plain();
+  } else if constexpr (HeldCollection<T>) {
+    to = copyOfCollection(*from.get());
+  } else {
+    to = from->copyWithZone();
   }
 }
 
@@ -114,15 +117,6 @@ class FieldTable {
 template <class T>
 void makeNested(Nested<T>& field) {
   if (field.plain().isMap()) field = T::initWithDictionary(field.takePlain());
-}
-
-// Makes a field's map a collection.
-template <class Collection>
-void makeCollection(Nested<Collection>& field) {
-  if (!field.plain().isMap()) return;
-  auto collection = std::make_shared<Collection>();
-  collection->createBatch(field.takePlain());
-  field = std::move(collection);
 }
 
 // Bodies follow.

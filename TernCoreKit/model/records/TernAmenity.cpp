@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "TernCoreKit/model/collections/TernUriCollection.hpp"
 #include "TernCoreKit/model/detail/FieldTable.hpp"
 #include "TernCoreKit/model/records/TernLocation.hpp"
 #include "TernCoreKit/model/records/TernWaypoint.hpp"

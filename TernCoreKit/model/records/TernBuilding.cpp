@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "TernCoreKit/model/collections/TernFloorCollection.hpp"
 #include "TernCoreKit/model/detail/FieldTable.hpp"
 #include "TernCoreKit/model/records/TernPosition.hpp"
 

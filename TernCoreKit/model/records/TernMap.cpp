@@ -2,9 +2,6 @@
 
 #include <utility>
 
-#include "TernCoreKit/model/collections/TernPathCollection.hpp"
-#include "TernCoreKit/model/collections/TernUriCollection.hpp"
-#include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
 #include "TernCoreKit/model/detail/FieldTable.hpp"
 #include "TernCoreKit/model/records/detail/ViewBox.hpp"
 

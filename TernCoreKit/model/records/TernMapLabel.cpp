@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "TernCoreKit/model/collections/TernMapLabelInstances.hpp"
-#include "TernCoreKit/model/collections/TernUriCollection.hpp"
 #include "TernCoreKit/model/detail/FieldTable.hpp"
 
 namespace tern {

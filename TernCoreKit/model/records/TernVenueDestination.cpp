@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
 #include "TernCoreKit/model/detail/FieldTable.hpp"
 
 namespace tern {

@@ -91,7 +91,7 @@ std::int32_t narrowId(const TernWaypoint& waypoint) {
 
 const detail::FieldTable<TernActiveVenue>& TernActiveVenue::fields() {
   using Table = detail::FieldTable<TernActiveVenue>;
-  static const Table& table = *new Table(
+  static const detail::Immortal table{Table(
       "TernActiveVenue",
       {Table::copied<&TernActiveVenue::id>("id"),
        Table::copied<&TernActiveVenue::externalId>("externalId"),
@@ -113,8 +113,8 @@ const detail::FieldTable<TernActiveVenue>& TernActiveVenue::fields() {
        Table::uncopied<&TernActiveVenue::clustering>("clustering"),
        // Made by the venue, never of its document.
        Table::ignored("maps"), Table::ignored("nearestElement"), Table::ignored("globalASGrid")},
-      finish);
-  return table;
+      finish)};
+  return table.value;
 }
 
 std::shared_ptr<TernActiveVenue> TernActiveVenue::initWithDictionary(Value dictionary) {
@@ -131,9 +131,8 @@ std::shared_ptr<TernASGrid> TernActiveVenue::globalASGrid() const {
 }
 
 void TernActiveVenue::loadGridData() {
-  detail::GridLists lists;
-  lists.append(*this);
-  auto grid = std::move(lists).makeGrid(false);
+  const TernVenueData* venue = this;
+  auto grid = makeGrid({&venue, 1}, false);
   // The graph that is replaced goes away outside the lock.
   const std::lock_guard lock(gridMutex_);
   globalASGrid_.swap(grid);

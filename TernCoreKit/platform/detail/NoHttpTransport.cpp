@@ -1,7 +1,7 @@
 // The transports of a library that is built without libcurl (TERN_WITH_CURL off).
 
 #include "TernCoreKit/platform/Http.hpp"
-#include "TernCoreKit/platform/detail/DefaultHttpTransport.hpp"
+#include "TernCoreKit/platform/Immortal.hpp"
 
 namespace tern {
 namespace {
@@ -16,10 +16,14 @@ class NoHttpTransport final : public HttpTransport {
 
 }  // namespace
 
-HttpTransport& detail::defaultHttpTransport() {
-  static auto& transport = *new NoHttpTransport;
-  return transport;
+namespace detail {
+
+HttpTransport& defaultHttpTransport() {
+  static Immortal<NoHttpTransport> transport;
+  return transport.value;
 }
+
+}  // namespace detail
 
 std::shared_ptr<HttpTransport> makeHttpTransport(HttpSettings /*settings*/) {
   return std::make_shared<NoHttpTransport>();

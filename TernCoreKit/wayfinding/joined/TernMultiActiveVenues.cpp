@@ -8,6 +8,7 @@
 #include "TernCoreKit/model/collections/TernMapCollection.hpp"
 #include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
 #include "TernCoreKit/model/venue/TernActiveVenue.hpp"
+#include "TernCoreKit/platform/Immortal.hpp"
 #include "TernCoreKit/platform/Log.hpp"
 #include "TernCoreKit/platform/WorkQueue.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
@@ -77,8 +78,8 @@ std::int64_t idOf(const std::shared_ptr<TernActiveVenue>& venue) {
 
 TernMultiActiveVenues::Shared& TernMultiActiveVenues::shared() {
   // Never destroyed: a rebuild may still run while the process ends.
-  static Shared& shared = *new Shared;
-  return shared;
+  static detail::Immortal<Shared> shared;
+  return shared.value;
 }
 
 std::shared_ptr<TernMultiActiveVenues> TernMultiActiveVenues::initWithActiveVenues(
@@ -190,9 +191,9 @@ void TernMultiActiveVenues::loadGridData() {
   const VenuesById known = dictOfActiveVenues();
   const RecordsLock records(venues);
   Connections connections = connectionsOf(venues, known);
-  detail::GridLists lists;
-  for (const auto& venue : venues) lists.append(*venue);
-  auto grid = std::move(lists).makeGrid(true);
+  std::vector<const TernVenueData*> data;
+  for (const auto& venue : venues) data.push_back(venue.get());
+  auto grid = makeGrid(data, true);
   // What is replaced goes away outside the lock.
   const std::lock_guard lock(shared().mutex);
   shared().connections.swap(connections);

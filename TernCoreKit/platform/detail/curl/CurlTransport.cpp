@@ -2,7 +2,7 @@
 
 #include <curl/curl.h>
 
-#include "TernCoreKit/platform/detail/DefaultHttpTransport.hpp"
+#include "TernCoreKit/platform/Immortal.hpp"
 #include "TernCoreKit/platform/detail/curl/CurlWorker.hpp"
 
 namespace tern {
@@ -26,9 +26,9 @@ HttpTransport& defaultHttpTransport() {
     CurlTransport& transport;
     ~DropAtExit() { transport.dropAll(); }
   };
-  static auto& transport = *new CurlTransport({});
-  static const DropAtExit dropAtExit{transport};
-  return transport;
+  static Immortal<CurlTransport> transport(HttpSettings{});
+  static const DropAtExit dropAtExit{transport.value};
+  return transport.value;
 }
 
 }  // namespace detail
