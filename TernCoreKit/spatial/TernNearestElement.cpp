@@ -40,13 +40,9 @@ std::string keyOf(const MapId& mapId) { return mapId ? std::to_string(*mapId) : 
 
 TernNearestPoint pointOf(const std::shared_ptr<TernWaypoint>& waypoint,
                          std::shared_ptr<TernBaseModel> element = nullptr) {
-  const auto coordinates = waypoint->coordinates.items();
-  TernNearestPoint point{0, 0, idOf(waypoint->mapId), std::move(element), waypoint};
-  if (!coordinates.empty()) {
-    point.x = coordinates.front().number();
-    point.y = coordinates.back().number();
-  }
-  return point;
+  const double x = waypoint->coordinate(0).number();
+  const double y = waypoint->coordinate(waypoint->coordinates.size() - 1).number();
+  return {x, y, idOf(waypoint->mapId), std::move(element), waypoint};
 }
 
 template <class Trees>
@@ -88,10 +84,10 @@ std::shared_ptr<TernWaypoint> connectedWaypoint(const TernNearestPoint& connecto
 }
 
 std::optional<TernCoordinate> placeOf(const TernWaypoint& waypoint) {
-  const auto coordinates = waypoint.coordinates.items();
-  if (coordinates.size() != 2) return std::nullopt;
-  if (!coordinates[0].isNumber() || !coordinates[1].isNumber()) return std::nullopt;
-  return TernCoordinate{coordinates[0].number(), coordinates[1].number()};
+  const Value& x = waypoint.coordinate(0);
+  const Value& y = waypoint.coordinate(1);
+  if (waypoint.coordinates.size() != 2 || !x.isNumber() || !y.isNumber()) return std::nullopt;
+  return TernCoordinate{x.number(), y.number()};
 }
 
 float legLength(const TernWaypoint& from, const TernWaypoint& to) {

@@ -2,7 +2,6 @@
 
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/wayfinding/TernASEdge.hpp"
-#include "TernCoreKit/wayfinding/detail/Coordinates.hpp"
 
 namespace tern {
 
@@ -11,8 +10,8 @@ TernNeighbor TernNeighbor::initNeighbor(const TernWaypoint* waypoint, const Tern
   TernNeighbor neighbor;
   if (waypoint != nullptr) {
     neighbor.neighborId = waypoint->id;
-    neighbor.x = detail::coordinate(*waypoint, 0);
-    neighbor.y = detail::coordinate(*waypoint, 1);
+    neighbor.x = waypoint->coordinate(0);
+    neighbor.y = waypoint->coordinate(1);
   }
   neighbor.cost = totalCost;
   neighbor.acc = currentEdge.acc;

@@ -21,8 +21,9 @@ std::string floorName(const TernActiveVenue& venue, const std::shared_ptr<TernMa
 }
 
 double straightDistance(const TernWaypoint& waypoint, TernCoordinate point) {
-  const auto at = waypoint.coordinates.items();
-  return at.size() < 2 ? 0 : std::hypot(at[0].number() - point.x, at[1].number() - point.y);
+  const Value& x = waypoint.coordinate(0);
+  const Value& y = waypoint.coordinate(1);
+  return y.isAbsent() ? 0 : std::hypot(x.number() - point.x, y.number() - point.y);
 }
 
 std::string lengthText(const TernMap& map, double mapUnits) {

@@ -9,6 +9,8 @@ namespace tern {
 
 namespace {
 
+const Value absent;
+
 void finish(TernWaypoint& waypoint, Value&) { detail::makeNested(waypoint.associations); }
 
 }  // namespace
@@ -27,6 +29,11 @@ const detail::FieldTable<TernWaypoint>& TernWaypoint::fields() {
              Table::uncopied<&TernWaypoint::zoneId>("zoneId")},
             finish)};
   return table.value;
+}
+
+const Value& TernWaypoint::coordinate(std::size_t axis) const {
+  const auto items = coordinates.items();
+  return axis < items.size() ? items[axis] : absent;
 }
 
 std::shared_ptr<TernWaypoint> TernWaypoint::initWithDictionary(Value dictionary) {

@@ -72,8 +72,7 @@ float drawnLength(const TernRoute& route) {
 
 // As single precision holds it; 0 when there is none.
 double roundedCoordinate(const TernWaypoint& waypoint, std::size_t axis) {
-  const auto coordinates = waypoint.coordinates.items();
-  return axis < coordinates.size() ? static_cast<float>(coordinates[axis].number()) : 0.0F;
+  return static_cast<float>(waypoint.coordinate(axis).number());
 }
 
 double straightDistance(const TernWaypoint& waypoint, TernCoordinate point) {

@@ -16,8 +16,7 @@ bool holds(std::span<const std::int64_t> ids, std::int64_t id) {
 }
 
 double roundedCoordinate(const TernWaypoint& waypoint, std::size_t axis) {
-  const auto coordinates = waypoint.coordinates.items();
-  return axis < coordinates.size() ? static_cast<float>(coordinates[axis].number()) : 0.0F;
+  return static_cast<float>(waypoint.coordinate(axis).number());
 }
 
 TernCoordinate placeOf(const TernWaypoint& waypoint) {

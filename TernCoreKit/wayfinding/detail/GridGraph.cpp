@@ -10,7 +10,6 @@
 #include "TernCoreKit/model/records/TernPathType.hpp"
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/service/coordinates/TernUtils.hpp"
-#include "TernCoreKit/wayfinding/detail/Coordinates.hpp"
 
 namespace tern::detail {
 
@@ -98,8 +97,8 @@ Place GridGraph::place(const TernWaypoint* waypoint) const {
 }
 
 Place GridGraph::place(const TernWaypoint& waypoint, const FloorIndex::Facts& floor) const {
-  double x = coordinate(waypoint, 0).number();
-  double y = coordinate(waypoint, 1).number();
+  double x = waypoint.coordinate(0).number();
+  double y = waypoint.coordinate(1).number();
   if (records.isForMultiVenue) {
     x = TernUtils::convertLongitudeEPSG4326ToEPSG3857(x);
     y = TernUtils::convertLatitudeEPSG4326ToEPSG3857(y);
@@ -168,7 +167,7 @@ std::vector<TernNeighbor> GridGraph::neighborsOver(std::int64_t waypointId,
 
 NodeFacts GridGraph::facts(Position position) const {
   const TernWaypoint& waypoint = *records.waypoints[placeOf[position]];
-  return {waypoint.id.integer(), coordinate(waypoint, 0).number(), coordinate(waypoint, 1).number(),
+  return {waypoint.id.integer(), waypoint.coordinate(0).number(), waypoint.coordinate(1).number(),
           waypoint.mapId.integer()};
 }
 

@@ -63,5 +63,18 @@ TEST(TernWaypoint, anUnknownKeyWithinItsAssociationsStopsOnlyThose) {
   EXPECT_THAT(log.take(), testing::ElementsAre("Tern SDK: unknown key \"x\" in TernAssociation"));
 }
 
+TEST(TernWaypoint, aCoordinateIsReadAsItIsStored) {
+  const auto waypoint = made<TernWaypoint>(R"({"coordinates": [7, 2.5]})");
+  EXPECT_TRUE(waypoint->coordinate(0).isInteger());
+  EXPECT_EQ(waypoint->coordinate(0), Value(7));
+  EXPECT_EQ(waypoint->coordinate(1), Value(2.5));
+}
+
+TEST(TernWaypoint, aCoordinateThatIsNotThereIsAbsent) {
+  EXPECT_TRUE(made<TernWaypoint>(R"({"coordinates": [7]})")->coordinate(1).isAbsent());
+  EXPECT_TRUE(made<TernWaypoint>(R"({"coordinates": {"x": 1, "y": 2}})")->coordinate(0).isAbsent());
+  EXPECT_TRUE(made<TernWaypoint>("{}")->coordinate(0).isAbsent());
+}
+
 }  // namespace
 }  // namespace tern::test
