@@ -54,6 +54,7 @@
 #include "TernCoreKit/platform/Log.hpp"
 #include "TernCoreKit/platform/Nested.hpp"
 #include "TernCoreKit/platform/Notifications.hpp"
+#include "TernCoreKit/platform/Numbers.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 #include "TernCoreKit/platform/WorkQueue.hpp"
 #include "TernCoreKit/service/HTTPClient.hpp"

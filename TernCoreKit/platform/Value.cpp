@@ -9,6 +9,8 @@
 #include <stdexcept>
 #include <vector>
 
+#include "TernCoreKit/platform/Numbers.hpp"
+
 namespace tern {
 namespace {
 
@@ -221,21 +223,11 @@ void Value::set(std::string_view key, Value value) {
   ++block()->size;
 }
 
-namespace {
-
-// Exact, where the nearest double of the integer may be another number.
-bool sameNumber(std::int64_t integer, double number) {
-  constexpr double limit = 9223372036854775808.0;
-  return number >= -limit && number < limit && static_cast<double>(integer) == number &&
-         static_cast<std::int64_t>(number) == integer;
-}
-
-}  // namespace
-
 bool operator==(const Value& a, const Value& b) noexcept {
   if (a.isInteger() && b.isInteger()) return a.integer() == b.integer();
-  if (a.isInteger() && b.isNumber()) return sameNumber(a.integer(), b.number());
-  if (a.isNumber() && b.isInteger()) return sameNumber(b.integer(), a.number());
+  // Exact, where the nearest double of the integer may be another number.
+  if (a.isInteger() && b.isNumber()) return wholeNumber(b.number()) == a.integer();
+  if (a.isNumber() && b.isInteger()) return wholeNumber(a.number()) == b.integer();
   if (a.isNumber() && b.isNumber()) return a.number() == b.number();
   if (a.kind() != b.kind()) return false;
   switch (a.kind()) {

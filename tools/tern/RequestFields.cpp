@@ -1,7 +1,8 @@
 #include "tools/tern/RequestFields.hpp"
 
 #include <algorithm>
-#include <cmath>
+
+#include "TernCoreKit/platform/Numbers.hpp"
 
 namespace tern::command {
 
@@ -12,11 +13,7 @@ constexpr std::string_view wantsMatrix = " must be a square list of lists of num
 
 std::optional<std::int64_t> wholeNumber(const Value& value) {
   if (value.isInteger()) return value.integer();
-  const double number = value.number();
-  constexpr double limit = 9223372036854775808.0;  // 2^63
-  const bool fits = std::trunc(number) == number && number >= -limit && number < limit;
-  if (!value.isNumber() || !fits) return std::nullopt;
-  return value.integer();
+  return value.isNumber() ? tern::wholeNumber(value.number()) : std::nullopt;
 }
 
 bool isPoint(const Value& value) {

@@ -1,14 +1,13 @@
 #include "TernCoreKit/wayfinding/detail/GridGraph.hpp"
 
 #include <algorithm>
-#include <charconv>
-#include <limits>
 
 #include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
 #include "TernCoreKit/model/records/TernMap.hpp"
 #include "TernCoreKit/model/records/TernPath.hpp"
 #include "TernCoreKit/model/records/TernPathType.hpp"
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
+#include "TernCoreKit/platform/Numbers.hpp"
 #include "TernCoreKit/service/coordinates/TernUtils.hpp"
 
 namespace tern::detail {
@@ -24,13 +23,8 @@ IdIndex indexIds(const TernASGrid::PathTypes& types) {
 
 // Both ids, the smaller first, written one behind the other and read as one number.
 std::int64_t virtualEdgeId(VirtualPath path) {
-  const std::string text =
-      std::to_string(std::min(path.a, path.b)) + std::to_string(std::max(path.a, path.b));
-  std::int64_t id = 0;
-  const auto read = std::from_chars(text.data(), text.data() + text.size(), id);
-  if (read.ec != std::errc::result_out_of_range) return id;
-  return text.front() == '-' ? std::numeric_limits<std::int64_t>::min()
-                             : std::numeric_limits<std::int64_t>::max();
+  return leadingInteger(std::to_string(std::min(path.a, path.b)) +
+                        std::to_string(std::max(path.a, path.b)));
 }
 
 }  // namespace
