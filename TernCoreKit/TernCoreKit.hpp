@@ -55,6 +55,7 @@
 #include "TernCoreKit/platform/Nested.hpp"
 #include "TernCoreKit/platform/Notifications.hpp"
 #include "TernCoreKit/platform/Numbers.hpp"
+#include "TernCoreKit/platform/Utf8.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 #include "TernCoreKit/platform/WorkQueue.hpp"
 #include "TernCoreKit/service/HTTPClient.hpp"

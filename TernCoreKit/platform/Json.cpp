@@ -7,6 +7,7 @@
 #include <limits>
 #include <utility>
 
+#include "TernCoreKit/platform/Utf8.hpp"
 #include "TernCoreKit/platform/detail/JsonReader.hpp"
 #include "TernCoreKit/platform/detail/JsonText.hpp"
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "TernCoreKit/platform/Utf8.hpp"
+
 namespace tern::generate {
 
 namespace {
@@ -13,8 +15,6 @@ int widthOf(char letter) {
   if (narrow.find(letter) != std::string_view::npos) return 40;
   return wide.find(letter) != std::string_view::npos ? 92 : 66;
 }
-
-bool isContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; }
 
 // The next word, an "&" together with what follows it.
 std::string takeWord(std::string_view& words) {
@@ -52,7 +52,7 @@ bool fits(const std::vector<std::string>& lines, int widthPx, int heightPx, int 
 
 int textWidthPx(std::string_view text, int size) {
   int hundredths = 0;
-  for (char letter : text) hundredths += isContinuation(letter) ? 0 : widthOf(letter);
+  for (char letter : text) hundredths += continuesUtf8(letter) ? 0 : widthOf(letter);
   return hundredths * size / 100;
 }
 

@@ -5,13 +5,13 @@
 #include <charconv>
 #include <cmath>
 
+#include "TernCoreKit/platform/Utf8.hpp"
+
 namespace tern::command {
 
 namespace {
 
 constexpr std::size_t shownBytes = 40;
-
-bool continuesCharacter(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; }
 
 bool isAsciiControl(char byte) { return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7F; }
 
@@ -41,7 +41,7 @@ std::string printed(double number, Format... format) {
 std::string shortened(std::string_view text) {
   if (text.size() <= shownBytes) return std::string(text);
   std::size_t end = shownBytes;
-  while (end > 0 && continuesCharacter(text[end])) --end;
+  while (end > 0 && continuesUtf8(text[end])) --end;
   return std::string(text.substr(0, end)) + "...";
 }
 

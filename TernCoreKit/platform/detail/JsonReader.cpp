@@ -11,6 +11,7 @@
 #include <system_error>
 #include <utility>
 
+#include "TernCoreKit/platform/Utf8.hpp"
 #include "TernCoreKit/platform/detail/JsonText.hpp"
 #include "TernCoreKit/platform/detail/RepeatedKeys.hpp"
 

@@ -12,16 +12,17 @@
 #pragma once
 
 #include <concepts>
-#include <cstdint>
 #include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "TernCoreKit/platform/Utf8.hpp"
+
 namespace tern::picture {
 
 // Appends the code point; false when XML does not allow the character.
-bool appendUtf8(std::string& to, std::uint32_t code);
+bool appendUtf8(std::string& to, char32_t code);
 
 // The text as it stands between tags or within quotes.
 std::string escaped(std::string_view text);
@@ -77,17 +78,13 @@ class Markup {
 };
 
 namespace detail {
-struct CodePoint {
-  std::uint32_t code;
-  std::size_t size;
-};
-CodePoint firstCodePoint(std::string_view text);
+Utf8Character firstCharacter(std::string_view text);
 }  // namespace detail
 
 template <class Use>
 void eachCodePoint(std::string_view text, Use use) {
   while (!text.empty()) {
-    const detail::CodePoint first = detail::firstCodePoint(text);
+    const Utf8Character first = detail::firstCharacter(text);
     use(first.code, text.substr(0, first.size));
     text.remove_prefix(first.size);
   }

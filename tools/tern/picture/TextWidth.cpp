@@ -1,7 +1,6 @@
 #include "tools/tern/picture/TextWidth.hpp"
 
 #include <algorithm>
-#include <cstdint>
 
 #include "tools/tern/picture/Markup.hpp"
 
@@ -13,7 +12,7 @@ constexpr std::string_view ellipsis = "\xE2\x80\xA6";
 constexpr std::string_view space = " \t\r\n";
 
 // In parts of the font size.
-double widthOf(std::uint32_t code) {
+double widthOf(char32_t code) {
   constexpr std::string_view narrow = "fijlrtI.,:;'|!()[]/- ";
   constexpr std::string_view wide = "mwMW%@";
   if (code < 0x80) {
@@ -31,7 +30,7 @@ double widthOf(std::uint32_t code) {
 std::string_view beginning(std::string_view text, double fontSize, double width) {
   std::size_t size = 0;
   bool fits = true;
-  eachCodePoint(text, [&](std::uint32_t code, std::string_view bytes) {
+  eachCodePoint(text, [&](char32_t code, std::string_view bytes) {
     width -= widthOf(code) * fontSize;
     fits = fits && width >= 0;
     if (fits) size += bytes.size();
@@ -47,8 +46,7 @@ std::string_view withoutBlanksBehind(std::string_view text) {
 
 double textWidth(std::string_view text, double fontSize) {
   double width = 0;
-  eachCodePoint(text,
-                [&](std::uint32_t code, std::string_view) { width += widthOf(code) * fontSize; });
+  eachCodePoint(text, [&](char32_t code, std::string_view) { width += widthOf(code) * fontSize; });
   return width;
 }
 
