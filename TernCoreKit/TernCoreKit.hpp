@@ -1,6 +1,7 @@
 // Everything a program may use of this library, in one include.
 #pragma once
 
+#include "TernCoreKit/Version.hpp"
 #include "TernCoreKit/model/collections/RecordMap.hpp"
 #include "TernCoreKit/model/collections/RecordRange.hpp"
 #include "TernCoreKit/model/collections/TernAmenityCollection.hpp"

@@ -7,6 +7,7 @@
 #include <functional>
 #include <utility>
 
+#include "TernCoreKit/Version.hpp"
 #include "tools/tern/CommandWords.hpp"
 #include "tools/tern/HelpText.hpp"
 #include "tools/tern/Wording.hpp"
@@ -471,7 +472,7 @@ bool isHelp(const std::string& word) { return word == "--help" || word == "-h"; 
 ParsedCall parseWithoutCommand(const std::vector<std::string>& words) {
   if (std::ranges::any_of(words, isHelp)) return Information{generalHelp()};
   if (std::ranges::find(words, "--version") != words.end()) {
-    return Information{"tern " TERN_VERSION "\n"};
+    return Information{"tern " + std::string(version()) + "\n"};
   }
   return wrongWords("a command is missing; there are " + namesOfCommands() + " (see tern --help)");
 }
