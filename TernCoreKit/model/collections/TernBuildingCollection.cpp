@@ -16,7 +16,8 @@ std::shared_ptr<TernBuildingCollection> TernBuildingCollection::copyWithZone() c
   return copyOf(*this);
 }
 
-const detail::FieldTable<TernBuildingCollection>& TernBuildingCollection::fields() {
+template <>
+const detail::FieldTable<TernBuildingCollection>& detail::fieldsOf<TernBuildingCollection>() {
   using Table = detail::FieldTable<TernBuildingCollection>;
   static const detail::Immortal table{
       Table("TernBuildingCollection",
@@ -28,7 +29,7 @@ const detail::FieldTable<TernBuildingCollection>& TernBuildingCollection::fields
 
 void TernBuildingCollection::takeFields(Value& batch) {
   detail::KeyOrder order;
-  fields().fill(*this, batch, order);
+  detail::fieldsOf<TernBuildingCollection>().fill(*this, batch, order);
 }
 
 void TernBuildingCollection::assignDefaultBuildingWithId(std::int64_t buildingId) {

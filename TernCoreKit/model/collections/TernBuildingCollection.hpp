@@ -39,8 +39,6 @@ class TERN_API TernBuildingCollection : public TernTypedCollection<TernBuilding>
   std::shared_ptr<TernFloor> getFloorByMap(const std::shared_ptr<TernMap>& map) const;
   std::vector<std::shared_ptr<TernFloor>> getAllFloors() const;
 
-  static const detail::FieldTable<TernBuildingCollection>& fields();
-
  private:
   void takeFields(Value& batch) override;
 };

@@ -29,7 +29,8 @@ std::shared_ptr<TernFloorCollection> TernFloorCollection::copyWithZone() const {
   return copyOf(*this);
 }
 
-const detail::FieldTable<TernFloorCollection>& TernFloorCollection::fields() {
+template <>
+const detail::FieldTable<TernFloorCollection>& detail::fieldsOf<TernFloorCollection>() {
   using Table = detail::FieldTable<TernFloorCollection>;
   static const detail::Immortal table{
       Table("TernFloorCollection",
@@ -40,7 +41,7 @@ const detail::FieldTable<TernFloorCollection>& TernFloorCollection::fields() {
 
 void TernFloorCollection::takeFields(Value& batch) {
   detail::KeyOrder order;
-  fields().fill(*this, batch, order);
+  detail::fieldsOf<TernFloorCollection>().fill(*this, batch, order);
 }
 
 std::shared_ptr<TernFloor> TernFloorCollection::getDefault() const {

@@ -41,8 +41,6 @@ class TERN_API TernFloorCollection : public TernTypedCollection<TernFloor> {
   std::vector<std::shared_ptr<TernFloor>> getAllSortedByElevation();
   std::vector<std::shared_ptr<TernFloor>> allFloors() const;
 
-  static const detail::FieldTable<TernFloorCollection>& fields();
-
  private:
   using Floors = std::vector<std::shared_ptr<TernFloor>>;
 

@@ -14,7 +14,8 @@ std::shared_ptr<TernVenueCollection> TernVenueCollection::copyWithZone() const {
   return copyOf(*this);
 }
 
-const detail::FieldTable<TernVenueCollection>& TernVenueCollection::fields() {
+template <>
+const detail::FieldTable<TernVenueCollection>& detail::fieldsOf<TernVenueCollection>() {
   using Table = detail::FieldTable<TernVenueCollection>;
   static const detail::Immortal table{
       Table("TernVenueCollection",
@@ -26,7 +27,7 @@ const detail::FieldTable<TernVenueCollection>& TernVenueCollection::fields() {
 
 void TernVenueCollection::takeFields(Value& batch) {
   detail::KeyOrder order;
-  fields().fill(*this, batch, order);
+  detail::fieldsOf<TernVenueCollection>().fill(*this, batch, order);
 }
 
 std::shared_ptr<TernVenue> TernVenueCollection::getDefault() const {

@@ -26,8 +26,6 @@ class TERN_API TernVenueCollection : public TernTypedCollection<TernVenue> {
   // The first of that name.
   std::shared_ptr<TernVenue> getByName(const Value& name) const;
 
-  static const detail::FieldTable<TernVenueCollection>& fields();
-
  private:
   void takeFields(Value& batch) override;
 };

@@ -1,7 +1,8 @@
 // A record declares its fields once, as a table of names and members; making a record from a
 // document, copying one and filling a collection's own fields are generic code over such tables.
 //
-//   const detail::FieldTable<TernPath>& TernPath::fields() {
+//   template <>
+//   const detail::FieldTable<TernPath>& detail::fieldsOf<TernPath>() {
 //     using Table = detail::FieldTable<TernPath>;
 //     static const detail::Immortal table{
 //         Table("TernPath", {Table::copied<&TernPath::id>("id"), ...})};
@@ -112,6 +113,11 @@ class FieldTable {
   Finish finish_;
   UnknownKeys unknownKeys_;
 };
+
+// The table of a kind of record, or of a collection's own fields; defined in the source of that
+// kind.
+template <class Record>
+const FieldTable<Record>& fieldsOf();
 
 // Makes a field's map a record.
 template <class T>

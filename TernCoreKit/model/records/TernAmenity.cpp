@@ -18,7 +18,8 @@ void finish(TernAmenity& amenity, Value& dictionary) {
 
 }  // namespace
 
-const detail::FieldTable<TernAmenity>& TernAmenity::fields() {
+template <>
+const detail::FieldTable<TernAmenity>& detail::fieldsOf<TernAmenity>() {
   using Table = detail::FieldTable<TernAmenity>;
   static const detail::Immortal table{Table(
       "TernAmenity",
@@ -39,10 +40,12 @@ const detail::FieldTable<TernAmenity>& TernAmenity::fields() {
 }
 
 std::shared_ptr<TernAmenity> TernAmenity::initWithDictionary(Value dictionary) {
-  return fields().make(std::move(dictionary));
+  return detail::fieldsOf<TernAmenity>().make(std::move(dictionary));
 }
 
-std::shared_ptr<TernAmenity> TernAmenity::copyWithZone() const { return fields().copy(*this); }
+std::shared_ptr<TernAmenity> TernAmenity::copyWithZone() const {
+  return detail::fieldsOf<TernAmenity>().copy(*this);
+}
 
 void TernAmenity::addWaypoints(std::vector<std::shared_ptr<TernWaypoint>> list) {
   waypoints = std::move(list);

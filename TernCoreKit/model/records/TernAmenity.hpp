@@ -36,8 +36,6 @@ struct TERN_API TernAmenity : TernBaseModel {
   std::shared_ptr<TernAmenity> copyWithZone() const;
   // Replaces `waypoints`.
   void addWaypoints(std::vector<std::shared_ptr<TernWaypoint>> list);
-
-  static const detail::FieldTable<TernAmenity>& fields();
 };
 
 }  // namespace tern

@@ -6,7 +6,8 @@
 
 namespace tern {
 
-const detail::FieldTable<TernAssociation>& TernAssociation::fields() {
+template <>
+const detail::FieldTable<TernAssociation>& detail::fieldsOf<TernAssociation>() {
   using Table = detail::FieldTable<TernAssociation>;
   static const detail::Immortal table{
       Table("TernAssociation", {Table::copied<&TernAssociation::id>("id"),
@@ -17,11 +18,11 @@ const detail::FieldTable<TernAssociation>& TernAssociation::fields() {
 }
 
 std::shared_ptr<TernAssociation> TernAssociation::initWithDictionary(Value dictionary) {
-  return fields().make(std::move(dictionary));
+  return detail::fieldsOf<TernAssociation>().make(std::move(dictionary));
 }
 
 std::shared_ptr<TernAssociation> TernAssociation::copyWithZone() const {
-  return fields().copy(*this);
+  return detail::fieldsOf<TernAssociation>().copy(*this);
 }
 
 }  // namespace tern

@@ -16,8 +16,6 @@ struct TERN_API TernAssociation : TernBaseModel {
 
   static std::shared_ptr<TernAssociation> initWithDictionary(Value dictionary);
   std::shared_ptr<TernAssociation> copyWithZone() const;
-
-  static const detail::FieldTable<TernAssociation>& fields();
 };
 
 }  // namespace tern

@@ -6,7 +6,8 @@
 
 namespace tern {
 
-const detail::FieldTable<TernBaseModel>& TernBaseModel::fields() {
+template <>
+const detail::FieldTable<TernBaseModel>& detail::fieldsOf<TernBaseModel>() {
   using Table = detail::FieldTable<TernBaseModel>;
   static const detail::Immortal table{
       Table("TernBaseModel", {Table::copied<&TernBaseModel::id>("id"),
@@ -15,10 +16,12 @@ const detail::FieldTable<TernBaseModel>& TernBaseModel::fields() {
 }
 
 std::shared_ptr<TernBaseModel> TernBaseModel::initWithDictionary(Value dictionary) {
-  return fields().make(std::move(dictionary));
+  return detail::fieldsOf<TernBaseModel>().make(std::move(dictionary));
 }
 
-std::shared_ptr<TernBaseModel> TernBaseModel::copyWithZone() const { return fields().copy(*this); }
+std::shared_ptr<TernBaseModel> TernBaseModel::copyWithZone() const {
+  return detail::fieldsOf<TernBaseModel>().copy(*this);
+}
 
 std::shared_ptr<TernBaseModel> TernBaseModel::initWithId(Value id, Value externalId) {
   auto record = std::make_shared<TernBaseModel>();

@@ -25,11 +25,6 @@
 
 namespace tern {
 
-namespace detail {
-template <class Record>
-class FieldTable;
-}  // namespace detail
-
 struct TERN_API TernBaseModel {
   // A number, unique within its kind in one venue.
   Value id;
@@ -40,8 +35,6 @@ struct TERN_API TernBaseModel {
   // Takes the document over and moves the parts out of it.
   static std::shared_ptr<TernBaseModel> initWithDictionary(Value dictionary);
   std::shared_ptr<TernBaseModel> copyWithZone() const;
-
-  static const detail::FieldTable<TernBaseModel>& fields();
 };
 
 }  // namespace tern

@@ -16,7 +16,8 @@ void finish(TernBuilding& building, Value&) {
 
 }  // namespace
 
-const detail::FieldTable<TernBuilding>& TernBuilding::fields() {
+template <>
+const detail::FieldTable<TernBuilding>& detail::fieldsOf<TernBuilding>() {
   using Table = detail::FieldTable<TernBuilding>;
   static const detail::Immortal table{
       Table("TernBuilding",
@@ -38,9 +39,11 @@ const detail::FieldTable<TernBuilding>& TernBuilding::fields() {
 }
 
 std::shared_ptr<TernBuilding> TernBuilding::initWithDictionary(Value dictionary) {
-  return fields().make(std::move(dictionary));
+  return detail::fieldsOf<TernBuilding>().make(std::move(dictionary));
 }
 
-std::shared_ptr<TernBuilding> TernBuilding::copyWithZone() const { return fields().copy(*this); }
+std::shared_ptr<TernBuilding> TernBuilding::copyWithZone() const {
+  return detail::fieldsOf<TernBuilding>().copy(*this);
+}
 
 }  // namespace tern

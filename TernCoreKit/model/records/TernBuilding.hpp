@@ -30,8 +30,6 @@ struct TERN_API TernBuilding : TernBaseModel {
 
   static std::shared_ptr<TernBuilding> initWithDictionary(Value dictionary);
   std::shared_ptr<TernBuilding> copyWithZone() const;
-
-  static const detail::FieldTable<TernBuilding>& fields();
 };
 
 }  // namespace tern

@@ -18,7 +18,8 @@ void finish(TernDestination& destination, Value& dictionary) {
 
 }  // namespace
 
-const detail::FieldTable<TernDestination>& TernDestination::fields() {
+template <>
+const detail::FieldTable<TernDestination>& detail::fieldsOf<TernDestination>() {
   using Table = detail::FieldTable<TernDestination>;
   static const detail::Immortal table{
       Table("TernDestination",
@@ -44,11 +45,11 @@ const detail::FieldTable<TernDestination>& TernDestination::fields() {
 }
 
 std::shared_ptr<TernDestination> TernDestination::initWithDictionary(Value dictionary) {
-  return fields().make(std::move(dictionary));
+  return detail::fieldsOf<TernDestination>().make(std::move(dictionary));
 }
 
 std::shared_ptr<TernDestination> TernDestination::copyWithZone() const {
-  return fields().copy(*this);
+  return detail::fieldsOf<TernDestination>().copy(*this);
 }
 
 void TernDestination::addWaypoints(std::vector<std::shared_ptr<TernWaypoint>> list) {

@@ -38,8 +38,6 @@ struct TERN_API TernDestination : TernBaseModel {
   std::shared_ptr<TernDestination> copyWithZone() const;
   // Replaces `waypoints`.
   void addWaypoints(std::vector<std::shared_ptr<TernWaypoint>> list);
-
-  static const detail::FieldTable<TernDestination>& fields();
 };
 
 }  // namespace tern

@@ -19,7 +19,8 @@ void finish(TernFloor& floor, Value&) {
 
 }  // namespace
 
-const detail::FieldTable<TernFloor>& TernFloor::fields() {
+template <>
+const detail::FieldTable<TernFloor>& detail::fieldsOf<TernFloor>() {
   using Table = detail::FieldTable<TernFloor>;
   static const detail::Immortal table{Table(
       "TernFloor",
@@ -36,9 +37,11 @@ const detail::FieldTable<TernFloor>& TernFloor::fields() {
 }
 
 std::shared_ptr<TernFloor> TernFloor::initWithDictionary(Value dictionary) {
-  return fields().make(std::move(dictionary));
+  return detail::fieldsOf<TernFloor>().make(std::move(dictionary));
 }
 
-std::shared_ptr<TernFloor> TernFloor::copyWithZone() const { return fields().copy(*this); }
+std::shared_ptr<TernFloor> TernFloor::copyWithZone() const {
+  return detail::fieldsOf<TernFloor>().copy(*this);
+}
 
 }  // namespace tern

@@ -28,8 +28,6 @@ struct TERN_API TernFloor : TernBaseModel {
 
   static std::shared_ptr<TernFloor> initWithDictionary(Value dictionary);
   std::shared_ptr<TernFloor> copyWithZone() const;
-
-  static const detail::FieldTable<TernFloor>& fields();
 };
 
 }  // namespace tern

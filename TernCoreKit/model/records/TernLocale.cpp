@@ -6,7 +6,8 @@
 
 namespace tern {
 
-const detail::FieldTable<TernLocale>& TernLocale::fields() {
+template <>
+const detail::FieldTable<TernLocale>& detail::fieldsOf<TernLocale>() {
   using Table = detail::FieldTable<TernLocale>;
   static const detail::Immortal table{Table(
       "TernLocale",
@@ -17,9 +18,11 @@ const detail::FieldTable<TernLocale>& TernLocale::fields() {
 }
 
 std::shared_ptr<TernLocale> TernLocale::initWithDictionary(Value dictionary) {
-  return fields().make(std::move(dictionary));
+  return detail::fieldsOf<TernLocale>().make(std::move(dictionary));
 }
 
-std::shared_ptr<TernLocale> TernLocale::copyWithZone() const { return fields().copy(*this); }
+std::shared_ptr<TernLocale> TernLocale::copyWithZone() const {
+  return detail::fieldsOf<TernLocale>().copy(*this);
+}
 
 }  // namespace tern

@@ -15,8 +15,6 @@ struct TERN_API TernLocale : TernBaseModel {
 
   static std::shared_ptr<TernLocale> initWithDictionary(Value dictionary);
   std::shared_ptr<TernLocale> copyWithZone() const;
-
-  static const detail::FieldTable<TernLocale>& fields();
 };
 
 }  // namespace tern

@@ -7,7 +7,8 @@
 
 namespace tern {
 
-const detail::FieldTable<TernLocation>& TernLocation::fields() {
+template <>
+const detail::FieldTable<TernLocation>& detail::fieldsOf<TernLocation>() {
   using Table = detail::FieldTable<TernLocation>;
   static const detail::Immortal table{
       Table("TernLocation", {Table::copied<&TernLocation::mapId>("mapId"),
@@ -16,10 +17,12 @@ const detail::FieldTable<TernLocation>& TernLocation::fields() {
 }
 
 std::shared_ptr<TernLocation> TernLocation::initWithDictionary(Value dictionary) {
-  return fields().make(std::move(dictionary));
+  return detail::fieldsOf<TernLocation>().make(std::move(dictionary));
 }
 
-std::shared_ptr<TernLocation> TernLocation::copyWithZone() const { return fields().copy(*this); }
+std::shared_ptr<TernLocation> TernLocation::copyWithZone() const {
+  return detail::fieldsOf<TernLocation>().copy(*this);
+}
 
 std::vector<std::shared_ptr<TernLocation>> TernLocation::parseLocationsIntoArrayFormDictionary(
     Value dictionary) {

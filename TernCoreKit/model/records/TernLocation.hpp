@@ -11,11 +11,6 @@
 
 namespace tern {
 
-namespace detail {
-template <class Record>
-class FieldTable;
-}  // namespace detail
-
 struct TERN_API TernLocation {
   // Id of the map on which it lies.
   Value mapId;
@@ -30,8 +25,6 @@ struct TERN_API TernLocation {
   // value that is no list is logged and gives none.
   static std::vector<std::shared_ptr<TernLocation>> parseLocationsIntoArrayFormDictionary(
       Value dictionary);
-
-  static const detail::FieldTable<TernLocation>& fields();
 };
 
 }  // namespace tern

@@ -31,7 +31,8 @@ void finish(TernMap& map, Value&) {
 
 }  // namespace
 
-const detail::FieldTable<TernMap>& TernMap::fields() {
+template <>
+const detail::FieldTable<TernMap>& detail::fieldsOf<TernMap>() {
   using Table = detail::FieldTable<TernMap>;
   static const detail::Immortal table{Table(
       "TernMap",
@@ -47,9 +48,11 @@ const detail::FieldTable<TernMap>& TernMap::fields() {
 }
 
 std::shared_ptr<TernMap> TernMap::initWithDictionary(Value dictionary) {
-  return fields().make(std::move(dictionary));
+  return detail::fieldsOf<TernMap>().make(std::move(dictionary));
 }
 
-std::shared_ptr<TernMap> TernMap::copyWithZone() const { return fields().copy(*this); }
+std::shared_ptr<TernMap> TernMap::copyWithZone() const {
+  return detail::fieldsOf<TernMap>().copy(*this);
+}
 
 }  // namespace tern

@@ -34,8 +34,6 @@ struct TERN_API TernMap : TernBaseModel {
 
   static std::shared_ptr<TernMap> initWithDictionary(Value dictionary);
   std::shared_ptr<TernMap> copyWithZone() const;
-
-  static const detail::FieldTable<TernMap>& fields();
 };
 
 }  // namespace tern

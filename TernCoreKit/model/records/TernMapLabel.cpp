@@ -15,7 +15,8 @@ void finish(TernMapLabel& label, Value&) {
 
 }  // namespace
 
-const detail::FieldTable<TernMapLabel>& TernMapLabel::fields() {
+template <>
+const detail::FieldTable<TernMapLabel>& detail::fieldsOf<TernMapLabel>() {
   using Table = detail::FieldTable<TernMapLabel>;
   static const detail::Immortal table{
       Table("TernMapLabel",
@@ -30,9 +31,11 @@ const detail::FieldTable<TernMapLabel>& TernMapLabel::fields() {
 }
 
 std::shared_ptr<TernMapLabel> TernMapLabel::initWithDictionary(Value dictionary) {
-  return fields().make(std::move(dictionary));
+  return detail::fieldsOf<TernMapLabel>().make(std::move(dictionary));
 }
 
-std::shared_ptr<TernMapLabel> TernMapLabel::copyWithZone() const { return fields().copy(*this); }
+std::shared_ptr<TernMapLabel> TernMapLabel::copyWithZone() const {
+  return detail::fieldsOf<TernMapLabel>().copy(*this);
+}
 
 }  // namespace tern

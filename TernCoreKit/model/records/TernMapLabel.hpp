@@ -23,8 +23,6 @@ struct TERN_API TernMapLabel : TernBaseModel {
 
   static std::shared_ptr<TernMapLabel> initWithDictionary(Value dictionary);
   std::shared_ptr<TernMapLabel> copyWithZone() const;
-
-  static const detail::FieldTable<TernMapLabel>& fields();
 };
 
 }  // namespace tern

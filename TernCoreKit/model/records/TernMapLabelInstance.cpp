@@ -6,7 +6,8 @@
 
 namespace tern {
 
-const detail::FieldTable<TernMapLabelInstance>& TernMapLabelInstance::fields() {
+template <>
+const detail::FieldTable<TernMapLabelInstance>& detail::fieldsOf<TernMapLabelInstance>() {
   using Table = detail::FieldTable<TernMapLabelInstance>;
   static const detail::Immortal table{Table(
       "TernMapLabelInstance", {Table::copied<&TernMapLabelInstance::id>("id"),
@@ -23,11 +24,11 @@ const detail::FieldTable<TernMapLabelInstance>& TernMapLabelInstance::fields() {
 }
 
 std::shared_ptr<TernMapLabelInstance> TernMapLabelInstance::initWithDictionary(Value dictionary) {
-  return fields().make(std::move(dictionary));
+  return detail::fieldsOf<TernMapLabelInstance>().make(std::move(dictionary));
 }
 
 std::shared_ptr<TernMapLabelInstance> TernMapLabelInstance::copyWithZone() const {
-  return fields().copy(*this);
+  return detail::fieldsOf<TernMapLabelInstance>().copy(*this);
 }
 
 }  // namespace tern

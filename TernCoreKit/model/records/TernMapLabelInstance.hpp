@@ -25,8 +25,6 @@ struct TERN_API TernMapLabelInstance : TernBaseModel {
 
   static std::shared_ptr<TernMapLabelInstance> initWithDictionary(Value dictionary);
   std::shared_ptr<TernMapLabelInstance> copyWithZone() const;
-
-  static const detail::FieldTable<TernMapLabelInstance>& fields();
 };
 
 }  // namespace tern

@@ -6,7 +6,8 @@
 
 namespace tern {
 
-const detail::FieldTable<TernPath>& TernPath::fields() {
+template <>
+const detail::FieldTable<TernPath>& detail::fieldsOf<TernPath>() {
   using Table = detail::FieldTable<TernPath>;
   static const detail::Immortal table{Table(
       "TernPath",
@@ -20,9 +21,11 @@ const detail::FieldTable<TernPath>& TernPath::fields() {
 }
 
 std::shared_ptr<TernPath> TernPath::initWithDictionary(Value dictionary) {
-  return fields().make(std::move(dictionary));
+  return detail::fieldsOf<TernPath>().make(std::move(dictionary));
 }
 
-std::shared_ptr<TernPath> TernPath::copyWithZone() const { return fields().copy(*this); }
+std::shared_ptr<TernPath> TernPath::copyWithZone() const {
+  return detail::fieldsOf<TernPath>().copy(*this);
+}
 
 }  // namespace tern

@@ -21,8 +21,6 @@ struct TERN_API TernPath : TernBaseModel {
 
   static std::shared_ptr<TernPath> initWithDictionary(Value dictionary);
   std::shared_ptr<TernPath> copyWithZone() const;
-
-  static const detail::FieldTable<TernPath>& fields();
 };
 
 }  // namespace tern

@@ -18,7 +18,8 @@ void finish(TernPathType& pathType, Value& dictionary) {
 
 }  // namespace
 
-const detail::FieldTable<TernPathType>& TernPathType::fields() {
+template <>
+const detail::FieldTable<TernPathType>& detail::fieldsOf<TernPathType>() {
   using Table = detail::FieldTable<TernPathType>;
   static const detail::Immortal table{
       Table("TernPathType",
@@ -41,10 +42,12 @@ const detail::FieldTable<TernPathType>& TernPathType::fields() {
 }
 
 std::shared_ptr<TernPathType> TernPathType::initWithDictionary(Value dictionary) {
-  return fields().make(std::move(dictionary));
+  return detail::fieldsOf<TernPathType>().make(std::move(dictionary));
 }
 
-std::shared_ptr<TernPathType> TernPathType::copyWithZone() const { return fields().copy(*this); }
+std::shared_ptr<TernPathType> TernPathType::copyWithZone() const {
+  return detail::fieldsOf<TernPathType>().copy(*this);
+}
 
 void TernPathType::addWaypoints(std::vector<std::shared_ptr<TernWaypoint>> list) {
   waypoints = std::move(list);

@@ -39,8 +39,6 @@ struct TERN_API TernPathType : TernBaseModel {
   std::shared_ptr<TernPathType> copyWithZone() const;
   // Replaces `waypoints`.
   void addWaypoints(std::vector<std::shared_ptr<TernWaypoint>> list);
-
-  static const detail::FieldTable<TernPathType>& fields();
 };
 
 }  // namespace tern

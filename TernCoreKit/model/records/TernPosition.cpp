@@ -6,7 +6,8 @@
 
 namespace tern {
 
-const detail::FieldTable<TernPosition>& TernPosition::fields() {
+template <>
+const detail::FieldTable<TernPosition>& detail::fieldsOf<TernPosition>() {
   using Table = detail::FieldTable<TernPosition>;
   static const detail::Immortal table{
       Table("TernPosition", {Table::copied<&TernPosition::topLeft>("topLeft"),
@@ -15,9 +16,11 @@ const detail::FieldTable<TernPosition>& TernPosition::fields() {
 }
 
 std::shared_ptr<TernPosition> TernPosition::initWithDictionary(Value dictionary) {
-  return fields().make(std::move(dictionary));
+  return detail::fieldsOf<TernPosition>().make(std::move(dictionary));
 }
 
-std::shared_ptr<TernPosition> TernPosition::copyWithZone() const { return fields().copy(*this); }
+std::shared_ptr<TernPosition> TernPosition::copyWithZone() const {
+  return detail::fieldsOf<TernPosition>().copy(*this);
+}
 
 }  // namespace tern

@@ -10,11 +10,6 @@
 
 namespace tern {
 
-namespace detail {
-template <class Record>
-class FieldTable;
-}  // namespace detail
-
 struct TERN_API TernPosition {
   // Lists of two numbers: latitude and longitude in degrees.
   Value topLeft;
@@ -22,8 +17,6 @@ struct TERN_API TernPosition {
 
   static std::shared_ptr<TernPosition> initWithDictionary(Value dictionary);
   std::shared_ptr<TernPosition> copyWithZone() const;
-
-  static const detail::FieldTable<TernPosition>& fields();
 };
 
 }  // namespace tern

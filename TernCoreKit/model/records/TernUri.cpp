@@ -6,7 +6,8 @@
 
 namespace tern {
 
-const detail::FieldTable<TernUri>& TernUri::fields() {
+template <>
+const detail::FieldTable<TernUri>& detail::fieldsOf<TernUri>() {
   using Table = detail::FieldTable<TernUri>;
   static const detail::Immortal table{Table(
       "TernUri",
@@ -17,9 +18,11 @@ const detail::FieldTable<TernUri>& TernUri::fields() {
 }
 
 std::shared_ptr<TernUri> TernUri::initWithDictionary(Value dictionary) {
-  return fields().make(std::move(dictionary));
+  return detail::fieldsOf<TernUri>().make(std::move(dictionary));
 }
 
-std::shared_ptr<TernUri> TernUri::copyWithZone() const { return fields().copy(*this); }
+std::shared_ptr<TernUri> TernUri::copyWithZone() const {
+  return detail::fieldsOf<TernUri>().copy(*this);
+}
 
 }  // namespace tern

@@ -16,8 +16,6 @@ struct TERN_API TernUri : TernBaseModel {
 
   static std::shared_ptr<TernUri> initWithDictionary(Value dictionary);
   std::shared_ptr<TernUri> copyWithZone() const;
-
-  static const detail::FieldTable<TernUri>& fields();
 };
 
 }  // namespace tern

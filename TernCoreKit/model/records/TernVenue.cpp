@@ -13,7 +13,8 @@ void finish(TernVenue& venue, Value&) { detail::makeNested(venue.coordinates); }
 
 }  // namespace
 
-const detail::FieldTable<TernVenue>& TernVenue::fields() {
+template <>
+const detail::FieldTable<TernVenue>& detail::fieldsOf<TernVenue>() {
   using Table = detail::FieldTable<TernVenue>;
   static const detail::Immortal table{Table(
       "TernVenue",
@@ -27,9 +28,11 @@ const detail::FieldTable<TernVenue>& TernVenue::fields() {
 }
 
 std::shared_ptr<TernVenue> TernVenue::initWithDictionary(Value dictionary) {
-  return fields().make(std::move(dictionary));
+  return detail::fieldsOf<TernVenue>().make(std::move(dictionary));
 }
 
-std::shared_ptr<TernVenue> TernVenue::copyWithZone() const { return fields().copy(*this); }
+std::shared_ptr<TernVenue> TernVenue::copyWithZone() const {
+  return detail::fieldsOf<TernVenue>().copy(*this);
+}
 
 }  // namespace tern

@@ -22,8 +22,6 @@ struct TERN_API TernVenue : TernBaseModel {
 
   static std::shared_ptr<TernVenue> initWithDictionary(Value dictionary);
   std::shared_ptr<TernVenue> copyWithZone() const;
-
-  static const detail::FieldTable<TernVenue>& fields();
 };
 
 }  // namespace tern

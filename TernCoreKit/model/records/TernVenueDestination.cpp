@@ -12,7 +12,8 @@ void finish(TernVenueDestination& entry, Value&) { detail::makeCollection(entry.
 
 }  // namespace
 
-const detail::FieldTable<TernVenueDestination>& TernVenueDestination::fields() {
+template <>
+const detail::FieldTable<TernVenueDestination>& detail::fieldsOf<TernVenueDestination>() {
   using Table = detail::FieldTable<TernVenueDestination>;
   static const detail::Immortal table{
       Table("TernVenueDestination",
@@ -23,11 +24,11 @@ const detail::FieldTable<TernVenueDestination>& TernVenueDestination::fields() {
 }
 
 std::shared_ptr<TernVenueDestination> TernVenueDestination::initWithDictionary(Value dictionary) {
-  return fields().make(std::move(dictionary));
+  return detail::fieldsOf<TernVenueDestination>().make(std::move(dictionary));
 }
 
 std::shared_ptr<TernVenueDestination> TernVenueDestination::copyWithZone() const {
-  return fields().copy(*this);
+  return detail::fieldsOf<TernVenueDestination>().copy(*this);
 }
 
 }  // namespace tern

@@ -11,11 +11,6 @@
 
 namespace tern {
 
-namespace detail {
-template <class Record>
-class FieldTable;
-}  // namespace detail
-
 class TernDestinationCollection;
 
 struct TERN_API TernVenueDestination {
@@ -24,8 +19,6 @@ struct TERN_API TernVenueDestination {
 
   static std::shared_ptr<TernVenueDestination> initWithDictionary(Value dictionary);
   std::shared_ptr<TernVenueDestination> copyWithZone() const;
-
-  static const detail::FieldTable<TernVenueDestination>& fields();
 };
 
 }  // namespace tern

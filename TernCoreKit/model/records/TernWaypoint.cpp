@@ -15,7 +15,8 @@ void finish(TernWaypoint& waypoint, Value&) { detail::makeNested(waypoint.associ
 
 }  // namespace
 
-const detail::FieldTable<TernWaypoint>& TernWaypoint::fields() {
+template <>
+const detail::FieldTable<TernWaypoint>& detail::fieldsOf<TernWaypoint>() {
   using Table = detail::FieldTable<TernWaypoint>;
   static const detail::Immortal table{
       Table("TernWaypoint",
@@ -37,9 +38,11 @@ const Value& TernWaypoint::coordinate(std::size_t axis) const {
 }
 
 std::shared_ptr<TernWaypoint> TernWaypoint::initWithDictionary(Value dictionary) {
-  return fields().make(std::move(dictionary));
+  return detail::fieldsOf<TernWaypoint>().make(std::move(dictionary));
 }
 
-std::shared_ptr<TernWaypoint> TernWaypoint::copyWithZone() const { return fields().copy(*this); }
+std::shared_ptr<TernWaypoint> TernWaypoint::copyWithZone() const {
+  return detail::fieldsOf<TernWaypoint>().copy(*this);
+}
 
 }  // namespace tern

@@ -29,8 +29,6 @@ struct TERN_API TernWaypoint : TernBaseModel {
 
   static std::shared_ptr<TernWaypoint> initWithDictionary(Value dictionary);
   std::shared_ptr<TernWaypoint> copyWithZone() const;
-
-  static const detail::FieldTable<TernWaypoint>& fields();
 };
 
 }  // namespace tern

@@ -88,7 +88,8 @@ std::int32_t narrowId(const TernWaypoint& waypoint) {
 
 }  // namespace
 
-const detail::FieldTable<TernActiveVenue>& TernActiveVenue::fields() {
+template <>
+const detail::FieldTable<TernActiveVenue>& detail::fieldsOf<TernActiveVenue>() {
   using Table = detail::FieldTable<TernActiveVenue>;
   static const detail::Immortal table{Table(
       "TernActiveVenue",
@@ -117,11 +118,11 @@ const detail::FieldTable<TernActiveVenue>& TernActiveVenue::fields() {
 }
 
 std::shared_ptr<TernActiveVenue> TernActiveVenue::initWithDictionary(Value dictionary) {
-  return fields().make(std::move(dictionary));
+  return detail::fieldsOf<TernActiveVenue>().make(std::move(dictionary));
 }
 
 std::shared_ptr<TernActiveVenue> TernActiveVenue::copyWithZone() const {
-  return fields().copy(*this);
+  return detail::fieldsOf<TernActiveVenue>().copy(*this);
 }
 
 std::shared_ptr<TernASGrid> TernActiveVenue::globalASGrid() const {

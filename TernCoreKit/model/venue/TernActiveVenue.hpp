@@ -144,8 +144,6 @@ struct TERN_API TernActiveVenue : TernVenueData,
   // (0, 0).
   TernCoordinate getCenterCoordinates() const;
 
-  static const detail::FieldTable<TernActiveVenue>& fields();
-
  private:
   void rebuild(const std::function<void(bool)>& completion);
 

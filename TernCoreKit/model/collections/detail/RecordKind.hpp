@@ -23,9 +23,9 @@ struct RecordKind {
 template <class Record>
 const RecordKind& kindOf() {
   static const Immortal kind{
-      RecordKind{Record::fields().kind(), std::make_shared<const Record>(),
+      RecordKind{fieldsOf<Record>().kind(), std::make_shared<const Record>(),
                  [](Value&& dictionary, KeyOrder& order) -> std::shared_ptr<TernBaseModel> {
-                   return Record::fields().make(std::move(dictionary), order);
+                   return fieldsOf<Record>().make(std::move(dictionary), order);
                  }}};
   return kind.value;
 }

@@ -16,7 +16,7 @@ bool takeLocations(Value& dictionary, std::vector<std::shared_ptr<TernLocation>>
   locations.reserve(list->size());
   KeyOrder order;
   for (Value& element : list->items()) {
-    locations.push_back(TernLocation::fields().make(std::move(element), order));
+    locations.push_back(fieldsOf<TernLocation>().make(std::move(element), order));
   }
   return true;
 }
