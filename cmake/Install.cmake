@@ -1,5 +1,5 @@
 # Headers, library, CMake package and pkg-config file. Headers in a detail/ folder stay out, and no
-# header outside one may include them (scripts/checks/public-headers).
+# header outside one may include them (scripts/checks/file-includes).
 
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
@@ -28,6 +28,9 @@ install(FILES
     ${PROJECT_BINARY_DIR}/TernCoreKitConfigVersion.cmake
   DESTINATION ${tern_package_dir})
 
+if(BUILD_SHARED_LIBS)
+  set(tern_pc_cflags -DTERN_SHARED)
+endif()
 # Relative to the file itself, so that a moved or staged prefix still works.
 file(RELATIVE_PATH tern_pc_prefix /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
 configure_file(cmake/TernCoreKit.pc.in TernCoreKit.pc @ONLY)

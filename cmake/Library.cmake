@@ -50,11 +50,19 @@ if(TERN_WITH_CURL)
 endif()
 set_source_files_properties(${PROJECT_SOURCE_DIR}/TernCoreKit/service/ServiceHost.cpp PROPERTIES
   COMPILE_DEFINITIONS TERN_DEFAULT_SERVICE_HOST="${TERN_DEFAULT_SERVICE_HOST}")
+
+# What TERN_API marks is exported from the shared library. A program or plugin that links the static
+# one exports nothing of it: neither what is ours nor what its objects made of standard templates.
+if(BUILD_SHARED_LIBS)
+  target_compile_definitions(TernCoreKit PUBLIC TERN_SHARED)
+elseif(CMAKE_SYSTEM_NAME MATCHES "Linux|Android|BSD")
+  set(tern_keep_symbols -Wl,--exclude-libs,libTernCoreKit.a)
+  target_link_options(TernCoreKit INTERFACE ${tern_keep_symbols})
+endif()
 set_target_properties(TernCoreKit PROPERTIES
   CXX_VISIBILITY_PRESET hidden
   VISIBILITY_INLINES_HIDDEN ON
   POSITION_INDEPENDENT_CODE ON
-  # Static and shared builds compile the same objects, so a cached one serves both.
-  DEFINE_SYMBOL ""
+  DEFINE_SYMBOL ""  # TERN_SHARED is what the headers ask for
   VERSION ${PROJECT_VERSION}
   SOVERSION ${PROJECT_VERSION_MAJOR})
