@@ -16,6 +16,7 @@
 /// The version of these headers as one number for comparison: 51202 is 5.12.2.
 #define TERN_VERSION (TERN_VERSION_MAJOR * 10000 + TERN_VERSION_MINOR * 100 + TERN_VERSION_PATCH)
 
+/// All of TernCoreKit.
 namespace tern {
 
 /// The version of the library that the program runs with, such as "5.12.2". With a shared library

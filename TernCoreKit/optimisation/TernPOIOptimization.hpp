@@ -1,25 +1,3 @@
-// Plans a visit to several destinations: which waypoint of each to go to, in which order the levels
-// (the floors' maps) are visited, and in which order the waypoints on each.
-//
-// First each level is scored by how many of the destinations it holds; then each destination is
-// settled on one waypoint; then, from the start's level on, the stops of a level are put in order
-// and the next level is the one whose nearest stop lies nearest to the last, by the straight-line
-// measure of TernNearestElement. The stops of a level are ordered exactly, by lengths measured
-// along a chain from each to the nearest of the rest; a level of more than `TernTSP::mostPlaces`
-// stops, the one it starts at included, keeps that chain as its order.
-//
-// A destination that no connector leads to is left out. A level to which the search finds no way
-// counts as nearest and starts at its first stop; one at a distance that is no finite number is
-// never chosen, and when none can be chosen the rest are dropped.
-//
-// Ownership: holds the venue and the search weakly; shares records. It must be held by a
-//   std::shared_ptr. It is the search's delegate while it runs, and the search has none afterwards.
-// Threads: one run at a time on one grid and one search object.
-// Fails: never; what cannot be reached is not in the answer.
-//
-//   auto tour = TernPOIOptimization::initWithActiveVenue(venue, venue->nearestElement());
-//   tour->wayfindToMultipleDestinations({cafe, bakery}, here, 100, [](auto legs, auto order)
-//   {...});
 #pragma once
 
 #include <cstdint>
@@ -39,45 +17,72 @@ class TourTables;
 
 struct TernDestination;
 
+/// Plans a visit to several destinations: which waypoint of each to go to, in which order the
+/// levels (the floors' maps) are visited, and in which order the waypoints on each.
+///
+/// First each level is scored by how many of the destinations it holds; then each destination is
+/// settled on one waypoint; then, from the start's level on, the stops of a level are put in order
+/// and the next level is the one whose nearest stop lies nearest to the last, by the straight-line
+/// measure of TernNearestElement. The stops of a level are ordered exactly, by lengths measured
+/// along a chain from each to the nearest of the rest; a level of more than `TernTSP::mostPlaces`
+/// stops, the one it starts at included, keeps that chain as its order.
+///
+/// A destination that no connector leads to is left out. A level to which the search finds no way
+/// counts as nearest and starts at its first stop; one at a distance that is no finite number is
+/// never chosen, and when none can be chosen the rest are dropped.
+///
+/// Ownership: holds the venue and the search weakly; shares records. It must be held by a
+/// std::shared_ptr. It is the search's delegate while it runs, and the search has none afterwards.
+/// Threads: one run at a time on one grid and one search object.
+/// Fails: never; what cannot be reached is not in the answer.
+///
+///     auto tour = TernPOIOptimization::initWithActiveVenue(venue, venue->nearestElement());
+///     tour->wayfindToMultipleDestinations({cafe, bakery}, here, 100,
+///                                         [](auto legs, auto order) { ... });
 class TERN_API TernPOIOptimization : public TernNearestElementDelegate,
                                      public std::enable_shared_from_this<TernPOIOptimization> {
  public:
+  /// Places to visit.
   using Destinations = std::vector<std::shared_ptr<TernDestination>>;
+  /// Stops.
   using Waypoints = std::vector<std::shared_ptr<TernWaypoint>>;
-  // A route for each stop from the one before it, empty without one; and the destinations in
-  // visiting order, one for each of its stops.
+  /// A route for each stop from the one before it, empty without one.
   using Legs = std::vector<TernRoute>;
+  /// Takes the routes and the destinations in visiting order, one for each of its stops.
   using Completion = std::function<void(Legs, Destinations)>;
 
+  /// Plans in that venue, by that search; both may be gone, and then nothing is reached.
   static std::shared_ptr<TernPOIOptimization> initWithActiveVenue(
       std::weak_ptr<const TernRouting> activeVenue,
       std::weak_ptr<TernNearestElement> nearestElement);
   ~TernPOIOptimization() override;
 
-  // Of a destination that is listed twice the first counts. The completion is called once, before
-  // the call returns, and may be empty. The routes are copies that later searches do not change.
+  /// Of a destination that is listed twice the first counts. The completion is called once, before
+  /// the call returns, and may be empty. The routes are copies that later searches do not change.
   void wayfindToMultipleDestinations(const Destinations& destinations,
                                      const std::shared_ptr<TernWaypoint>& fromStartPoint,
                                      std::int64_t accessibility, const Completion& completion);
 
-  // Whether the search may end there: at any waypoint unless the run has named some.
+  /// Whether the search may end there: at any waypoint unless the run has named some.
   bool isConditionPassedWithWaypoint(const std::shared_ptr<TernWaypoint>& waypoint) override;
 
-  // What the last run came to know; null, 0 and false for what it does not.
+  /// The destination of that id in the last run; null without one.
   std::shared_ptr<TernDestination> getDesinationById(std::int64_t id) const;
-  // The first destination that has a waypoint of that id.
+  /// The first destination of the last run that has a waypoint of that id; null without one.
   std::shared_ptr<TernDestination> getbyWayPointId(std::int64_t id) const;
+  /// The waypoint of that id among the destination's; null without one.
   static std::shared_ptr<TernWaypoint> getWayPointById(std::int64_t id,
                                                        const TernDestination& forDestination);
-  // How many destinations count the map's level.
+  /// How many destinations of the last run count the map's level; 0 without a run.
   std::int64_t getScore(std::int64_t mapId) const;
-  // Whether the search found the first destination placed on the map's level.
+  /// Whether the last run's search found the first destination placed on the map's level.
   bool isReachable(std::int64_t mapId) const;
+  /// Whether the last run has settled every level.
   bool isAllVisited() const;
-  // The stops in visiting order, the start first.
+  /// The stops of the last run in visiting order, the start first.
   const Waypoints& finalOrderOfWaypoints() const;
 
-  // The route to whichever waypoint is cheapest to reach; empty without one.
+  /// The route to whichever waypoint is cheapest to reach; empty without one.
   TernRoute wayfindWithinArray(const TernWaypoint& from, const Waypoints& to,
                                std::int64_t accessibility) const;
 

@@ -1,10 +1,11 @@
-// The process-wide diagnostic log: one line a call, no levels.
-//
-// A host application may put its own sink in place of the default one, which writes each line to
-// standard error. A line never holds a secret or a token.
-// Threads: `logLine` may be called from any thread; the sink is called on that thread, outside
-// every lock of the library, and must itself be safe to call from several at once. `setLogSink` may
-// be called at any time: a line that is being written goes to the old sink or to the new one.
+/// @file
+/// The process-wide diagnostic log: one line a call, no levels.
+///
+/// A host application may put its own sink in place of the default one, which writes each line to
+/// standard error. A line never holds a secret or a token.
+/// Threads: `logLine` may be called from any thread; the sink is called on that thread, outside
+/// every lock of the library, and must itself be safe to call from several at once. `setLogSink`
+/// may be called at any time: a line that is being written goes to the old sink or to the new one.
 #pragma once
 
 #include <functional>
@@ -14,15 +15,16 @@
 
 namespace tern {
 
-// The line is valid only during the call; it has no line break at its end.
+/// Takes one line, which is valid only during the call and has no line break at its end.
 using LogSink = std::function<void(std::string_view line)>;
 
-// An empty sink brings the default back.
+/// Puts a sink in the place of the current one; an empty one brings the default back.
 TERN_API void setLogSink(LogSink sink);
 
+/// Hands a line, without a line break, to the sink.
 TERN_API void logLine(std::string_view line);
 
-// Writes the line behind the library's own prefix, "Tern SDK: ".
+/// Writes the line behind the library's own prefix, "Tern SDK: ".
 TERN_API void logSdk(std::string_view text);
 
 }  // namespace tern

@@ -1,20 +1,3 @@
-// The one dynamic type of the library: what a decoded document is made of and what a record's field
-// holds.
-//
-// A Value is absent, JSON null, a boolean, a 64-bit integer, a double, a text, a list or a map. A
-// map keeps the order of its document. Sixteen bytes; moving one is two stores, copying one copies
-// all that lies below it. Texts of up to fifteen bytes live inside.
-//
-// Ownership: a Value owns its contents; views that it hands out (`text`, `items`, `entries`) live
-// as long as it is neither changed, moved nor destroyed. Threads: as a standard container: any
-// number of readers, or one writer. Fails: reading never does: a typed reader of another kind gives
-// 0, false or empty, an unknown key gives an absent value. Growing past 2^32 - 1 elements or bytes
-// throws std::length_error.
-//
-//   Value point = Value::map({{"id", 7}, {"coordinates", Value::list({1.5, 2.0})}});
-//   point["id"].integer();                  // 7
-//   point["coordinates"].items()[0].number();  // 1.5
-//   point["name"].isAbsent();               // true
 #pragma once
 
 #include <bit>
@@ -32,28 +15,51 @@
 
 namespace tern {
 
+/// The one dynamic type of the library: what a decoded document is made of and what a record's
+/// field holds.
+///
+/// A Value is absent, JSON null, a boolean, a 64-bit integer, a double, a text, a list or a map. A
+/// map keeps the order of its document. Sixteen bytes; moving one is two stores, copying one copies
+/// all that lies below it. Texts of up to fifteen bytes live inside.
+///
+/// Ownership: a Value owns its contents; views that it hands out (`text`, `items`, `entries`) live
+/// as long as it is neither changed, moved nor destroyed.
+/// Threads: as a standard container: any number of readers, or one writer.
+/// Fails: reading never does: a typed reader of another kind gives 0, false or empty, an unknown
+/// key gives an absent value. Growing past 2^32 - 1 elements or bytes throws std::length_error.
+///
+///     Value point = Value::map({{"id", 7}, {"coordinates", Value::list({1.5, 2.0})}});
+///     point["id"].integer();                  // 7
+///     point["coordinates"].items()[0].number();  // 1.5
+///     point["name"].isAbsent();               // true
 class TERN_API Value {
  public:
+  /// What a Value is; `number` is a double.
   enum class Kind : std::uint8_t { absent, null, boolean, integer, number, text, list, map };
 
-  // One key of a map with its value, in document order. The key is always a text.
+  /// One key of a map with its value, in document order.
   struct Entry;
 
   Value() noexcept = default;
+  /// JSON null.
   Value(std::nullptr_t) noexcept {
     setWords(0, tagWord(tagNull));
-  }                                               // NOLINT(google-explicit-constructor)
+  }  // NOLINT(google-explicit-constructor)
+  /// A boolean.
   Value(std::same_as<bool> auto flag) noexcept {  // NOLINT(google-explicit-constructor)
     setWords(std::uint64_t{flag}, tagWord(tagBoolean));
   }
+  /// An integer.
   template <std::integral T>
   requires(!std::same_as<T, bool> && (sizeof(T) < 8 || std::signed_integral<T>)) Value(T integer)
   noexcept {  // NOLINT(google-explicit-constructor)
     setWords(static_cast<std::uint64_t>(static_cast<std::int64_t>(integer)), tagWord(tagInteger));
   }
+  /// A double.
   Value(std::floating_point auto number) noexcept {  // NOLINT(google-explicit-constructor)
     setWords(std::bit_cast<std::uint64_t>(static_cast<double>(number)), tagWord(tagNumber));
   }
+  /// A text.
   Value(std::string_view text) {  // NOLINT(google-explicit-constructor)
     if (text.size() < tagPlace + 1) {
       setShortText(text);
@@ -61,17 +67,26 @@ class TERN_API Value {
       setLongText(text);
     }
   }
-  Value(const char* text) : Value(std::string_view(text)) {}         // NOLINT
+  /// A text.
+  /// REQUIRES: not null.
+  Value(const char* text) : Value(std::string_view(text)) {}  // NOLINT
+  /// A text.
   Value(const std::string& text) : Value(std::string_view(text)) {}  // NOLINT
 
+  /// A list of these items.
   static Value list(std::initializer_list<Value> items = {});
+  /// A map of these entries.
+  /// REQUIRES: the keys differ.
   static Value map(std::initializer_list<Entry> entries = {});
 
-  // Takes the given values out of their places and makes a list of them, or a map of every second
-  // one as a key (a text) and the one behind it as its value. The keys must differ.
+  /// Takes the values out of their places and makes a list of them.
   static Value listOf(std::span<Value> items);
+  /// Takes the values out of their places and makes a map of every second one as a key and the one
+  /// behind it as its value.
+  /// REQUIRES: their number is even; the keys are texts and differ.
   static Value mapOf(std::span<Value> keysAndValues);
 
+  /// Copies all that lies below.
   Value(const Value& other) {
     if (other.ownsBlock()) {
       copyBlock(other);
@@ -79,15 +94,17 @@ class TERN_API Value {
       setWords(other.words_[0], other.words_[1]);
     }
   }
+  /// Leaves an absent value behind.
   Value(Value&& other) noexcept {
     setWords(other.words_[0], other.words_[1]);
     other.setWords(0, 0);
   }
+  /// Copies all that lies below; the other value may lie within this one.
   Value& operator=(const Value& other) {
     if (this != &other) *this = Value(other);
     return *this;
   }
-  // The old contents go last: the other value may lie within them.
+  /// The other value may lie within this one.
   Value& operator=(Value&& other) noexcept {
     Value taken(std::move(other));
     std::swap(words_, taken.words_);
@@ -97,55 +114,74 @@ class TERN_API Value {
     if (ownsBlock()) release();
   }
 
+  /// What it is.
   Kind kind() const noexcept;
+  /// What a Value is before something is put into it.
   bool isAbsent() const noexcept { return tag() == tagAbsent; }
+  /// JSON null.
   bool isNull() const noexcept { return tag() == tagNull; }
+  /// True or false.
   bool isBoolean() const noexcept { return tag() == tagBoolean; }
+  /// A whole number of 64 bits.
   bool isInteger() const noexcept { return tag() == tagInteger; }
-  // An integer or a double.
+  /// An integer or a double.
   bool isNumber() const noexcept { return tag() == tagInteger || tag() == tagNumber; }
+  /// Text in UTF-8.
   bool isText() const noexcept { return tag() == tagShortText || tag() == tagLongText; }
+  /// A list of values.
   bool isList() const noexcept { return tag() == tagList; }
+  /// Keys with values.
   bool isMap() const noexcept { return tag() == tagMap; }
 
-  // A double is cut towards zero and held within 64 bits; a boolean reads as 0 or 1.
+  /// The number, 0 for what is none. A double is cut towards zero and held within 64 bits; a
+  /// boolean reads as 0 or 1.
   std::int64_t integer() const noexcept {
     return isInteger() ? static_cast<std::int64_t>(words_[0]) : cutToInteger();
   }
+  /// The number as a double, 0 for what is none; a boolean reads as 0 or 1.
   double number() const noexcept;
-  // True for true and for any number but 0.
+  /// True for true and for any number but 0.
   bool flag() const noexcept;
+  /// The text, empty for what is none. Valid until the value changes, moves or ends.
   std::string_view text() const noexcept;
 
-  // What a text template prints for the value: a text itself, a number in decimal (a double in the
-  // shortest form that reads back as the same double), 1 or 0 for a boolean, "<null>" for null;
-  // empty for what is absent, a list or a map.
+  /// What a text template prints for the value: a text itself, a number in decimal (a double in the
+  /// shortest form that reads back as the same double), 1 or 0 for a boolean, "<null>" for null;
+  /// empty for what is absent, a list or a map.
   std::string printed() const;
 
-  // Elements of a list or entries of a map; 0 for every other kind.
+  /// Elements of a list or entries of a map; 0 for every other kind.
   std::size_t size() const noexcept;
+  /// The elements of a list; empty for every other kind. Valid until the value changes, moves or
+  /// ends.
   std::span<const Value> items() const noexcept;
+  /// The elements of a list, to change them in their places.
   std::span<Value> items() noexcept;
+  /// The entries of a map; empty for every other kind. Valid until the value changes, moves or
+  /// ends.
   std::span<const Entry> entries() const noexcept;
+  /// The entries of a map, to change their values in their places.
   std::span<Entry> entries() noexcept;
 
-  // The value under the key of a map, by a scan; absent, or null, when there is none.
+  /// The value under the key of a map, by a scan; absent when there is none.
   const Value& operator[](std::string_view key) const noexcept;
+  /// The value under the key of a map, by a scan; null when there is none.
   const Value* find(std::string_view key) const noexcept;
+  /// The same, to change it in its place.
   Value* find(std::string_view key) noexcept;
 
-  // Adds to a list; anything else becomes a list first.
+  /// Adds to a list; anything else becomes a list first.
   void append(Value item);
-  // Sets a key of a map, in its place when it is there, else at the end; anything else becomes a
-  // map first.
+  /// Sets a key of a map, in its place when it is there, else at the end; anything else becomes a
+  /// map first.
   void set(std::string_view key, Value value);
 
-  // Equal kind and contents; an integer and a double are equal when their numbers are. Maps are
-  // equal only in the same order.
+  /// Equal kind and contents; an integer and a double are equal when their numbers are. Maps are
+  /// equal only in the same order.
   friend TERN_API bool operator==(const Value& a, const Value& b) noexcept;
 
-  // Whether two texts of up to fifteen bytes, or any two other values without contents of their
-  // own, are the same, by their bytes alone: a quick test that may say no to equal longer texts.
+  /// Whether two texts of up to fifteen bytes, or any two other values without contents of their
+  /// own, are the same, by their bytes alone: a quick test that may say no to equal longer texts.
   bool sameBytes(const Value& other) const noexcept {
     return words_[0] == other.words_[0] && words_[1] == other.words_[1];
   }
@@ -197,18 +233,24 @@ class TERN_API Value {
   std::uint64_t words_[2] = {};
 };
 
+/// One key of a map with its value, in document order.
 struct Value::Entry {
+  /// A text, always.
   Value key;
+  /// What stands under it.
   Value value;
 };
 
 static_assert(sizeof(Value) == 16 && sizeof(Value::Entry) == 32);
 
-// What lies on the heap for a long text, a list or a map: this header and the elements behind it.
+/// What lies on the heap for a long text, a list or a map: this header and the elements behind it.
 struct Value::Block {
+  /// How many elements there are.
   std::uint32_t size;
+  /// How many there is room for.
   std::uint32_t capacity;
 
+  /// The first of them.
   template <class Element>
   Element* elements() {
     return reinterpret_cast<Element*>(this + 1);
@@ -247,8 +289,8 @@ inline std::span<const Value::Entry> Value::entries() const noexcept {
   return const_cast<Value*>(this)->entries();
 }
 
-// Puts the words together from loads of a fixed size, which may overlap: a copy of a size that is
-// known only at run time costs more than all the rest.
+/// Puts the words together from loads of a fixed size, which may overlap: a copy of a size that is
+/// known only at run time costs more than all the rest.
 inline void Value::setShortText(std::string_view text) noexcept {
   const std::size_t size = text.size();
   const std::uint64_t last = tagWord(tagShortText | size << 4U);

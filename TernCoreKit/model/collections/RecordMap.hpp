@@ -1,12 +1,3 @@
-// The records of a collection by their keys, in the order in which the keys came.
-//
-// A key is the text of a record's id. Texts that are plain decimal integers of 64 bits are held as
-// such, so that 7 and "7" are one key. A key that comes again keeps its place and takes the new
-// record.
-//
-// Ownership: shares the records. Copying one copies the map, not the records.
-// Threads: as a standard container: any number of readers, or one writer.
-// Fails: never; a key that is not there gives null.
 #pragma once
 
 #include <cstddef>
@@ -21,29 +12,46 @@
 
 namespace tern {
 
+/// The records of a collection by their keys, in the order in which the keys came.
+///
+/// A key is the text of a record's id. Texts that are plain decimal integers of 64 bits are held as
+/// such, so that 7 and "7" are one key. A key that comes again keeps its place and takes the new
+/// record.
+///
+/// Ownership: shares the records. Copying one copies the map, not the records.
+/// Threads: as a standard container: any number of readers, or one writer.
+/// Fails: never; a key that is not there gives null.
 class TERN_API RecordMap {
  public:
+  /// A record with its key.
   struct Entry {
+    /// May be null.
     std::shared_ptr<TernBaseModel> record;
-    // An integer or a text.
+    /// An integer or a text.
     Value key;
   };
 
-  // The key of an id: its printed text, as an integer where it is one.
+  /// The key of an id: its printed text, as an integer where it is one.
   static Value keyOf(const Value& id);
 
   RecordMap() = default;
-  // REQUIRES: the keys come from `keyOf`; they may repeat.
+  /// The entries by their keys; of one key the last record, at the first place.
+  /// REQUIRES: the keys come from `keyOf`.
   explicit RecordMap(std::vector<Entry> entries);
 
-  // REQUIRES: the key comes from `keyOf`.
+  /// Puts the record under the key, in place of one that is there.
+  /// REQUIRES: the key comes from `keyOf`.
   void set(Value key, std::shared_ptr<TernBaseModel> record);
 
-  // REQUIRES: the key comes from `keyOf`.
+  /// The entry of the key; null without one. Valid until the map changes.
+  /// REQUIRES: the key comes from `keyOf`.
   const Entry* find(const Value& key) const noexcept;
+  /// The entry of that id.
   const Entry* find(std::int64_t id) const noexcept { return find(Value(id)); }
 
+  /// How many entries there are.
   std::size_t size() const noexcept { return entries_.size(); }
+  /// All entries in the order in which their keys came. Valid until the map changes.
   std::span<const Entry> entries() const noexcept { return entries_; }
 
  private:

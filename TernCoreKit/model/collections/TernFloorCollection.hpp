@@ -1,7 +1,3 @@
-// The floors of a building. A sorted list is made on the first call that asks for it and kept: a
-// floor added later is not in it. Those three operations therefore write.
-//
-// Ownership, threads and failures are those of every collection: see TernBaseCollection.hpp.
 #pragma once
 
 #include <cstdint>
@@ -17,28 +13,38 @@ namespace tern {
 struct TernDestination;
 struct TernMap;
 
+/// The floors of a building. A sorted list is made on the first call that asks for it and kept: a
+/// floor added later is not in it. Those three operations therefore write.
+///
+/// Ownership, threads and failures are those of every collection: see TernBaseCollection.
 class TERN_API TernFloorCollection : public TernTypedCollection<TernFloor> {
  public:
-  // Id of the floor that is shown first.
+  /// Id of the floor that is shown first.
   Value defaultFloorId = nullptr;
 
+  /// Without records.
   TernFloorCollection();
 
+  /// A new collection of the same records, and nothing else of this one.
   std::shared_ptr<TernFloorCollection> copyWithZone() const;
 
-  // The floor under `defaultFloorId`; without one that whose key comes first as text, in any case.
+  /// The floor under `defaultFloorId`; without one that whose key comes first as text, in any case.
   std::shared_ptr<TernFloor> getDefault() const;
-  // The first on that level, compared in 32 bits.
+  /// The first on that level, compared in 32 bits.
   std::shared_ptr<TernFloor> getByLevel(std::int64_t level) const;
-  // The first that shows a map of the same id; null for a map without an id.
+  /// The first that shows a map of the same id; null for a map without an id.
   std::shared_ptr<TernFloor> getByMap(const std::shared_ptr<TernMap>& map) const;
-  // The floors that show a map on which the destination is placed, once for each such location.
+  /// The floors that show a map on which the destination is placed, once for each such location.
   std::vector<std::shared_ptr<TernFloor>> getByDestination(
       const std::shared_ptr<TernDestination>& destination) const;
-  // All floors in ascending order, equal ones in that of the collection; frozen by the first call.
+  /// All floors by ascending preference, equal ones in the order of the collection; frozen by the
+  /// first call.
   std::vector<std::shared_ptr<TernFloor>> getAllSortedByPreference();
+  /// The same by level.
   std::vector<std::shared_ptr<TernFloor>> getAllSortedByLevel();
+  /// The same by elevation.
   std::vector<std::shared_ptr<TernFloor>> getAllSortedByElevation();
+  /// The same as `getAll`.
   std::vector<std::shared_ptr<TernFloor>> allFloors() const;
 
  private:

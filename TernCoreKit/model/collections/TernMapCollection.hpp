@@ -1,6 +1,3 @@
-// The maps of a venue's loaded floors.
-//
-// Ownership, threads and failures are those of every collection: see TernBaseCollection.hpp.
 #pragma once
 
 #include <memory>
@@ -17,28 +14,39 @@ struct TernDestination;
 struct TernFloor;
 struct TernWaypoint;
 
+/// The maps of a venue's loaded floors.
+///
+/// Ownership, threads and failures are those of every collection: see TernBaseCollection.
 class TERN_API TernMapCollection : public TernTypedCollection<TernMap> {
  public:
+  /// Without records.
   TernMapCollection();
 
+  /// A new collection of the same records, and nothing else of this one.
   std::shared_ptr<TernMapCollection> copyWithZone() const;
 
-  // Those of every map, of one map, of a floor's map, of all floors of a building.
+  /// The waypoints of every map.
   std::vector<std::shared_ptr<TernWaypoint>> getAllWaypoints() const;
+  /// The waypoints of one map.
   std::vector<std::shared_ptr<TernWaypoint>> getWaypointsByMap(
       const std::shared_ptr<TernMap>& map) const;
+  /// The waypoints of the floor's map.
   std::vector<std::shared_ptr<TernWaypoint>> getWaypointsByFloor(
       const std::shared_ptr<TernFloor>& floor) const;
+  /// The waypoints of all floors of the building.
   std::vector<std::shared_ptr<TernWaypoint>> getWaypointsByBuilding(
       const std::shared_ptr<TernBuilding>& building) const;
-  // Those of any map at which something, or the given place, is reached.
+  /// Those of any map at which some destination is reached.
   std::vector<std::shared_ptr<TernWaypoint>> getWaypointsWithDestinations() const;
+  /// Those of any map at which some amenity is reached.
   std::vector<std::shared_ptr<TernWaypoint>> getWaypointsWithAmenities() const;
+  /// Those of any map whose associations name the destination.
   std::vector<std::shared_ptr<TernWaypoint>> getWaypointsByDestination(
       const std::shared_ptr<TernDestination>& destination) const;
+  /// Those of any map whose associations name the amenity.
   std::vector<std::shared_ptr<TernWaypoint>> getWaypointsByAmenity(
       const std::shared_ptr<TernAmenity>& amenity) const;
-  // Puts the map under its id, in place of one that is there; null is ignored, an absent id is 0.
+  /// Puts the map under its id, in place of one that is there; null is ignored, an absent id is 0.
   void addMapToCollection(std::shared_ptr<TernMap> map);
 };
 

@@ -1,6 +1,3 @@
-// The placements of a label.
-//
-// Ownership, threads and failures are those of every collection: see TernBaseCollection.hpp.
 #pragma once
 
 #include <cstdint>
@@ -12,14 +9,20 @@
 
 namespace tern {
 
+/// The placements of a label.
+///
+/// Ownership, threads and failures are those of every collection: see TernBaseCollection.
 class TERN_API TernMapLabelInstances : public TernTypedCollection<TernMapLabelInstance> {
  public:
+  /// Without records.
   TernMapLabelInstances();
 
+  /// A new collection of the same records, and nothing else of this one.
   std::shared_ptr<TernMapLabelInstances> copyWithZone() const;
 
-  // Those on that map and those on all levels.
+  /// Those on that map and those on all levels.
   std::vector<std::shared_ptr<TernMapLabelInstance>> getByMapId(std::int64_t mapId) const;
+  /// Those on all levels.
   std::vector<std::shared_ptr<TernMapLabelInstance>> getLocationOnAllLevels() const;
 };
 

@@ -1,6 +1,3 @@
-// What every collection of one kind of record offers, in the types of that kind.
-//
-// Ownership, threads and failures are those of every collection: see TernBaseCollection.hpp.
 #pragma once
 
 #include <cstddef>
@@ -13,26 +10,35 @@
 
 namespace tern {
 
+/// What every collection of one kind of record offers, in the types of that kind.
+///
+/// Ownership, threads and failures are those of every collection: see TernBaseCollection.
 template <class T>
 class TernTypedCollection : public TernBaseCollection {
  public:
-  // In the order of the batch.
+  /// Every record, in the order of the batch.
   std::vector<std::shared_ptr<T>> getAll() const;
+  /// The record of that id; null without one.
   std::shared_ptr<T> getById(std::int64_t id) const { return shared(items().find(id)); }
+  /// The records of that external id; most often one at most.
   std::vector<std::shared_ptr<T>> getByExternalId(const Value& externalId) const;
 
-  // The same without a copy or a change of reference counts. Valid until the collection changes.
+  /// Every record, without a copy or a change of reference counts. Valid until the collection
+  /// changes.
   RecordRange<T> each() const { return RecordRange<T>(items().entries()); }
+  /// The record of that id, without a change of reference counts; null without one. Valid until the
+  /// collection changes.
   T* findById(std::int64_t id) const;
 
-  // Each record as often as `times` says of it (a flag counts as once or not at all).
+  /// Each record as often as `times` says of it (a flag counts as once or not at all).
   template <class Times>
   std::vector<std::shared_ptr<T>> collect(Times times) const;
-  // The first record of which `wanted` is true; null without one.
+  /// The first record of which `wanted` is true; null without one.
   template <class Wanted>
   std::shared_ptr<T> first(Wanted wanted) const;
 
  protected:
+  /// The record of an entry as what it is; null of none.
   static std::shared_ptr<T> shared(const RecordMap::Entry* entry);
 };
 

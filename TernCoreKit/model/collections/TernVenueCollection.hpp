@@ -1,6 +1,3 @@
-// The venues of a customer.
-//
-// Ownership, threads and failures are those of every collection: see TernBaseCollection.hpp.
 #pragma once
 
 #include <memory>
@@ -11,19 +8,25 @@
 
 namespace tern {
 
+/// The venues of a customer.
+///
+/// Ownership, threads and failures are those of every collection: see TernBaseCollection.
 class TERN_API TernVenueCollection : public TernTypedCollection<TernVenue> {
  public:
-  // Filled by a batch that has keys of these names.
+  /// How many venues count as loaded; filled by a batch that has the key.
   Value loadedVenueCount;
+  /// Id of the venue to show first; filled by a batch that has the key.
   Value defaultId;
 
+  /// Without records.
   TernVenueCollection();
 
+  /// A new collection of the same records, and nothing else of this one.
   std::shared_ptr<TernVenueCollection> copyWithZone() const;
 
-  // The venue under `defaultId`; null without one.
+  /// The venue under `defaultId`; null without one.
   std::shared_ptr<TernVenue> getDefault() const;
-  // The first of that name.
+  /// The first of that name.
   std::shared_ptr<TernVenue> getByName(const Value& name) const;
 
  private:

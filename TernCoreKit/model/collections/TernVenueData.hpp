@@ -1,7 +1,3 @@
-// What a venue holds, as far as building its graph, searching it for something near and converting
-// its coordinates read it. The active venue is one; a test can fill one by hand.
-//
-// Ownership, threads and failures are those of every record: see TernBaseModel.hpp.
 #pragma once
 
 #include <memory>
@@ -18,13 +14,22 @@ class TernMapCollection;
 class TernPathTypeCollection;
 struct TernPosition;
 
+/// What a venue holds, as far as building its graph, searching it for something near and converting
+/// its coordinates read it. The active venue is one; a test can fill one by hand.
+///
+/// Ownership, threads and failures are those of every record: see TernBaseModel.
 struct TERN_API TernVenueData : TernBaseModel {
+  /// Its corners on the globe, which the corners of its first map lie on.
   Nested<TernPosition> coordinates;
+  /// Its buildings, loaded or not.
   Nested<TernBuildingCollection> buildings;
+  /// The places that a visitor can be led to.
   Nested<TernDestinationCollection> destinations;
+  /// The kinds of facility.
   Nested<TernAmenityCollection> amenities;
+  /// The kinds of path, with their costs.
   Nested<TernPathTypeCollection> pathTypes;
-  // Every map of every loaded floor; may be null.
+  /// Every map of every loaded floor; may be null.
   std::shared_ptr<TernMapCollection> maps;
 };
 

@@ -1,6 +1,3 @@
-// The waypoints of a map.
-//
-// Ownership, threads and failures are those of every collection: see TernBaseCollection.hpp.
 #pragma once
 
 #include <memory>
@@ -14,15 +11,23 @@ namespace tern {
 struct TernAmenity;
 struct TernDestination;
 
+/// The waypoints of a map.
+///
+/// Ownership, threads and failures are those of every collection: see TernBaseCollection.
 class TERN_API TernWaypointCollection : public TernTypedCollection<TernWaypoint> {
  public:
+  /// Without records.
   TernWaypointCollection();
 
+  /// A new collection of the same records, and nothing else of this one.
   std::shared_ptr<TernWaypointCollection> copyWithZone() const;
 
-  // Those that one of its locations on the waypoint's map names, once for each such location.
+  /// Those that a location of the destination names, on the waypoint's own map; once for each such
+  /// location.
   std::vector<std::shared_ptr<TernWaypoint>> getByDestination(
       const std::shared_ptr<TernDestination>& destination) const;
+  /// Those that a location of the amenity names, on the waypoint's own map; once for each such
+  /// location.
   std::vector<std::shared_ptr<TernWaypoint>> getByAmenity(
       const std::shared_ptr<TernAmenity>& amenity) const;
 };

@@ -1,7 +1,3 @@
-// The destinations of several venues, one entry for each venue. Its queries look into the entries'
-// destinations and answer with entries.
-//
-// Ownership, threads and failures are those of every collection: see TernBaseCollection.hpp.
 #pragma once
 
 #include <cstdint>
@@ -14,31 +10,45 @@
 
 namespace tern {
 
+/// The destinations of several venues, one entry for each venue. Its queries look into the entries'
+/// destinations and answer with entries.
+///
+/// Ownership, threads and failures are those of every collection: see TernBaseCollection.
 class TERN_API VenueDestinationCollection {
  public:
+  /// One entry for each venue.
   using Entries = std::vector<std::shared_ptr<TernVenueDestination>>;
 
-  // REQUIRES: no entry is null.
+  /// The entries in their order.
+  /// REQUIRES: none is null.
   Entries items;
 
+  /// A collection of these entries.
   static std::shared_ptr<VenueDestinationCollection> initWithItems(Entries items);
 
+  /// The same as `items`.
   const Entries& getAll() const { return items; }
 
-  // The first entry of that venue, or with such a destination.
+  /// The first entry of that venue.
   std::shared_ptr<TernVenueDestination> getByVenueId(std::int64_t venueId) const;
+  /// The first entry with a destination of that id.
   std::shared_ptr<TernVenueDestination> getByDestinationId(std::int64_t destinationId) const;
+  /// The first entry with a destination placed on that map.
   std::shared_ptr<TernVenueDestination> getByDestinationMapId(std::int64_t mapId) const;
+  /// The first entry with a destination whose locations name that waypoint.
   std::shared_ptr<TernVenueDestination> getByDestinationWaypointId(std::int64_t waypointId) const;
+  /// The first entry with a destination of that unit number.
   std::shared_ptr<TernVenueDestination> getByDestinationUnitNumber(const Value& unitNumber) const;
 
-  // Each entry once for each of its destinations that matches.
+  /// Each entry once for each of its destinations of that name.
   Entries getByDestinationName(const Value& name) const;
+  /// Each entry once for each of its destinations with that tag.
   Entries getByDestinationTag(const Value& tag) const;
+  /// Each entry once for each of its destinations with that keyword.
   Entries getByDestinationKeyword(const Value& keyword) const;
 
-  // Every entry, whatever the argument: an entry counts when its destinations answer with a list,
-  // and they always do.
+  /// Every entry, whatever the argument: an entry counts when its destinations answer with a list,
+  /// and they always do.
   Entries getByDestinationExternalId(const Value& externalId) const;
 };
 

@@ -1,6 +1,3 @@
-// What is reached at a waypoint.
-//
-// Ownership, threads and failures are those of every record: see TernBaseModel.hpp.
 #pragma once
 
 #include <memory>
@@ -9,12 +6,18 @@
 
 namespace tern {
 
+/// What is reached at a waypoint.
+///
+/// Ownership, threads and failures are those of every record: see TernBaseModel.
 struct TERN_API TernAssociation : TernBaseModel {
-  // Lists of ids.
+  /// List of the ids of destinations.
   Value destinations;
+  /// List of the ids of amenities.
   Value amenities;
 
+  /// See TernBaseModel::initWithDictionary. No field becomes anything else.
   static std::shared_ptr<TernAssociation> initWithDictionary(Value dictionary);
+  /// See TernBaseModel::copyWithZone. Every field is copied.
   std::shared_ptr<TernAssociation> copyWithZone() const;
 };
 

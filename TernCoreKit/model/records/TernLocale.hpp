@@ -1,6 +1,3 @@
-// A language that the venue's texts are available in.
-//
-// Ownership, threads and failures are those of every record: see TernBaseModel.hpp.
 #pragma once
 
 #include <memory>
@@ -9,11 +6,18 @@
 
 namespace tern {
 
+/// A language that the venue's texts are available in.
+///
+/// Ownership, threads and failures are those of every record: see TernBaseModel.
 struct TERN_API TernLocale : TernBaseModel {
+  /// The language, for visitors.
   Value name;
+  /// Code of the language, such as "en-US".
   Value localeCode;
 
+  /// See TernBaseModel::initWithDictionary. No field becomes anything else.
   static std::shared_ptr<TernLocale> initWithDictionary(Value dictionary);
+  /// See TernBaseModel::copyWithZone. Every field is copied.
   std::shared_ptr<TernLocale> copyWithZone() const;
 };
 

@@ -1,6 +1,3 @@
-// The bounding corners of a venue or a building.
-//
-// Ownership, threads and failures are those of every record: see TernBaseModel.hpp.
 #pragma once
 
 #include <memory>
@@ -10,12 +7,18 @@
 
 namespace tern {
 
+/// The bounding corners of a venue or a building.
+///
+/// Ownership, threads and failures are those of every record: see TernBaseModel.
 struct TERN_API TernPosition {
-  // Lists of two numbers: latitude and longitude in degrees.
+  /// Latitude and longitude in degrees.
   Value topLeft;
+  /// Latitude and longitude in degrees.
   Value bottomRight;
 
+  /// See TernBaseModel::initWithDictionary. No field becomes anything else.
   static std::shared_ptr<TernPosition> initWithDictionary(Value dictionary);
+  /// See TernBaseModel::copyWithZone. Every field is copied.
   std::shared_ptr<TernPosition> copyWithZone() const;
 };
 

@@ -1,6 +1,3 @@
-// One entry of the customer's list of venues.
-//
-// Ownership, threads and failures are those of every record: see TernBaseModel.hpp.
 #pragma once
 
 #include <memory>
@@ -12,15 +9,26 @@ namespace tern {
 
 struct TernPosition;
 
+/// One entry of the customer's list of venues.
+///
+/// Ownership, threads and failures are those of every record: see TernBaseModel.
 struct TERN_API TernVenue : TernBaseModel {
+  /// A text for visitors.
   Value name;
+  /// Id of a map; passed on.
   Value mapId;
+  /// Its corners on the globe.
   Nested<TernPosition> coordinates;
+  /// List of numbers: the bounding box; passed on.
   Value bbox;
+  /// Code; passed on.
   Value status;
+  /// Id of the customer it belongs to.
   Value customerId;
 
+  /// See TernBaseModel::initWithDictionary. "coordinates" becomes a TernPosition.
   static std::shared_ptr<TernVenue> initWithDictionary(Value dictionary);
+  /// See TernBaseModel::copyWithZone. Left out: `status` and `customerId`.
   std::shared_ptr<TernVenue> copyWithZone() const;
 };
 

@@ -1,6 +1,3 @@
-// The destinations of one venue, for an application that loads several.
-//
-// Ownership, threads and failures are those of every record: see TernBaseModel.hpp.
 #pragma once
 
 #include <memory>
@@ -13,11 +10,18 @@ namespace tern {
 
 class TernDestinationCollection;
 
+/// The destinations of one venue, for an application that loads several.
+///
+/// Ownership, threads and failures are those of every record: see TernBaseModel.
 struct TERN_API TernVenueDestination {
+  /// Id of the venue.
   Value venueId;
+  /// The destinations of that venue.
   Nested<TernDestinationCollection> destinations;
 
+  /// See TernBaseModel::initWithDictionary. "destinations" becomes a collection.
   static std::shared_ptr<TernVenueDestination> initWithDictionary(Value dictionary);
+  /// See TernBaseModel::copyWithZone. Every field is copied.
   std::shared_ptr<TernVenueDestination> copyWithZone() const;
 };
 
