@@ -31,7 +31,8 @@ struct ScannedMarkup {
 ScannedMarkup scanMarkup(std::string_view markup);
 
 // The first thing in a picture that could load, run or reach anything outside of it, or that refers
-// to an id that is not there or is there twice; empty when there is none.
+// to an id that is not there or is there twice; empty when there is none. An image that the picture
+// itself holds reaches nothing.
 std::string reachOf(const ScannedMarkup& scanned);
 
 }  // namespace tern::test

@@ -28,10 +28,6 @@ std::string attribute(std::string_view name, std::string_view value) {
   return std::string(name) + "=\"" + std::string(value) + "\"";
 }
 
-bool overlap(const Box& a, const Box& b) {
-  return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
-}
-
 class FloorDrawer {
  public:
   FloorDrawer(const VenueModel& venue, const FloorModel& floor)
@@ -99,16 +95,16 @@ class FloorDrawer {
   bool isOpenGround(const Box& spot) const {
     for (const BuildingPlan& building : venue_.site.buildings) {
       const Box& box = building.footprint;
-      if (overlap(spot, box.grownBy(3 * wallPx))) return false;
-      if (overlap(spot, {box.left, box.top - 120, box.centre().x, box.top})) return false;
+      if (spot.meets(box.grownBy(3 * wallPx))) return false;
+      if (spot.meets({box.left, box.top - 120, box.centre().x, box.top})) return false;
       for (int x : building.crossings) {
-        if (overlap(spot, {x - 90, box.top - 100, x + 90, box.bottom + 100})) return false;
+        if (spot.meets({x - 90, box.top - 100, x + 90, box.bottom + 100})) return false;
       }
       const int y = building.concourseY(building.mainConcourse());
-      if (overlap(spot, {box.left - 100, y - 90, box.right + 100, y + 90})) return false;
+      if (spot.meets({box.left - 100, y - 90, box.right + 100, y + 90})) return false;
     }
     return std::none_of(venue_.site.links.begin(), venue_.site.links.end(),
-                        [&](const BuildingLink& link) { return overlap(spot, linkBox(link)); });
+                        [&](const BuildingLink& link) { return spot.meets(linkBox(link)); });
   }
 
   // The same trees on every floor that sees them.

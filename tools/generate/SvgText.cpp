@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "tools/drawing/XmlText.hpp"
+
 namespace tern::generate {
 
 namespace {
@@ -21,24 +23,6 @@ void endTag(std::string& out, std::string_view style) {
 }
 
 }  // namespace
-
-std::string escapedXml(std::string_view text) {
-  std::string out;
-  for (char c : text) {
-    if (c == '&') {
-      out += "&amp;";
-    } else if (c == '<') {
-      out += "&lt;";
-    } else if (c == '>') {
-      out += "&gt;";
-    } else if (c == '"') {
-      out += "&quot;";
-    } else {
-      out += c;
-    }
-  }
-  return out;
-}
 
 SvgText::SvgText(int width, int height)
     : out_("<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 " + std::to_string(width) +
@@ -76,7 +60,7 @@ void SvgText::text(Point at, int size, std::string_view words, std::string_view 
   if (!style.empty()) out_ += ' ';
   out_ += style;
   out_ += '>';
-  out_ += escapedXml(words);
+  out_ += drawing::escaped(words);
   out_ += "</text>";
 }
 

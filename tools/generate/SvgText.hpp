@@ -10,9 +10,6 @@
 
 namespace tern::generate {
 
-// The text with what XML takes as markup replaced.
-std::string escapedXml(std::string_view text);
-
 class SvgText {
  public:
   // Opens the document; its viewBox is "0 0 width height".

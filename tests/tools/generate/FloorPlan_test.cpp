@@ -8,10 +8,6 @@
 namespace tern::generate {
 namespace {
 
-bool overlap(const Box& a, const Box& b) {
-  return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
-}
-
 bool isRented(const Room& room) {
   return room.kind == RoomKind::shop || room.kind == RoomKind::anchor;
 }
@@ -39,7 +35,7 @@ RC_GTEST_PROP(FloorPlan, roomsDoNotOverlapAndStayInside, ()) {
     RC_ASSERT(box.width() > 0 && box.height() > 0);
     RC_ASSERT(box.left >= walls.left && box.right <= walls.right);
     RC_ASSERT(box.top >= walls.top && box.bottom <= walls.bottom);
-    for (std::size_t j = 0; j < i; ++j) RC_ASSERT(!overlap(box, rooms[j].box));
+    for (std::size_t j = 0; j < i; ++j) RC_ASSERT(!box.meets(rooms[j].box));
   }
 }
 
@@ -54,7 +50,7 @@ RC_GTEST_PROP(FloorPlan, noCorridorRunsThroughARoom, ()) {
     const Box way = Box{std::min(line.from.x, line.to.x), std::min(line.from.y, line.to.y),
                         std::max(line.from.x, line.to.x), std::max(line.from.y, line.to.y)}
                         .grownBy(1);
-    for (const Room& room : floor.plan.rooms) RC_ASSERT(!overlap(way, room.box));
+    for (const Room& room : floor.plan.rooms) RC_ASSERT(!way.meets(room.box));
   }
 }
 

@@ -10,10 +10,6 @@
 namespace tern::generate {
 namespace {
 
-bool overlap(const Box& a, const Box& b) {
-  return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
-}
-
 SitePlan anySite() {
   return planSite(*rc::gen::inRange(1, 13), *rc::gen::inRange(1, 9), *rc::gen::inRange(1, 3000));
 }
@@ -25,7 +21,7 @@ RC_GTEST_PROP(SitePlan, buildingsStandApartWithinTheSite, ()) {
     RC_ASSERT(box.left > 0 && box.top > 0);
     RC_ASSERT(box.right < site.widthPx && box.bottom < site.heightPx);
     for (const BuildingPlan& other : site.buildings) {
-      RC_ASSERT(other.index == building.index || !overlap(box, other.footprint));
+      RC_ASSERT(other.index == building.index || !box.meets(other.footprint));
     }
   }
 }

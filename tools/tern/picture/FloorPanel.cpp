@@ -10,7 +10,6 @@
 #include "tools/tern/picture/MapWindow.hpp"
 #include "tools/tern/picture/Markup.hpp"
 #include "tools/tern/picture/Palette.hpp"
-#include "tools/tern/picture/SafeDrawing.hpp"
 #include "tools/tern/picture/Symbols.hpp"
 #include "tools/tern/picture/TextWidth.hpp"
 
@@ -35,28 +34,6 @@ constexpr double finestPx = 0.3;
 constexpr double widestScaleBarPx = 64;
 constexpr double leastSpanMetres = 45;
 constexpr double leastSpanOfFloor = 1.0 / 6;
-
-struct FloorDrawing {
-  SafeDrawing drawing;
-  std::optional<Box> frame;
-  std::string note;
-};
-
-FloorDrawing drawingOf(const TernMap* map, bool isWanted) {
-  if (map == nullptr) return {{}, {}, "The venue has no map of this floor."};
-  std::optional<Box> stated;
-  const Size size{map->width.number(), map->height.number()};
-  if (size.width > 0 && size.width <= 1e7 && size.height > 0 && size.height <= 1e7) {
-    stated = Box{0, 0, size.width, size.height};
-  }
-  if (!map->svg.isText()) return {{}, stated, "This floor has no drawing."};
-  if (!isWanted) return {{}, stated, "The floor's drawing is left out: the picture is too large."};
-  ReadDrawing read = SafeDrawing::read(map->svg.text());
-  const std::optional<Box> frame = read.drawing.frame() ? read.drawing.frame() : stated;
-  if (read.problem.empty() && !frame) read.problem = "it says no size";
-  if (read.problem.empty()) return {std::move(read.drawing), frame, {}};
-  return {{}, stated, "The floor's drawing is left out: " + read.problem + "."};
-}
 
 double leastSpanOf(const TernMap* map, const std::optional<Box>& frame) {
   const double mmPerUnit = map != nullptr ? map->mmPerPixel.number() : 0;
@@ -91,7 +68,7 @@ class PanelPainter {
   explicit PanelPainter(const FloorPanel& panel)
       : panel_(panel),
         visit_(*panel.visit),
-        floor_(drawingOf(visit_.map, panel.withDrawing)),
+        floor_(*panel.drawing),
         window_({visit_.points, floor_.frame, leastSpanOf(visit_.map, floor_.frame)}),
         placer_(window_.size()),
         line_(inPicture(visit_.points)) {}
@@ -129,21 +106,13 @@ class PanelPainter {
   }
 
   void paintFloor() {
-    if (!floor_.note.empty()) return;
-    const Box& frame = *floor_.frame;
-    const Point corner = window_.toPicture({frame.left, frame.top});
-    out_.open("svg",
-              {{"x", corner.x},
-               {"y", corner.y},
-               {"width", significant(frame.width() * window_.scale())},
-               {"height", significant(frame.height() * window_.scale())},
-               {"viewBox", significant(frame.left) + " " + significant(frame.top) + " " +
-                               significant(frame.width()) + " " + significant(frame.height())},
-               {"preserveAspectRatio", "none"},
-               {"opacity", floorOpacity}})
-        .raw(floor_.drawing.markup(panel_.idPrefix + "d", window_.scale()))
-        .close()
-        .line();
+    if (floor_.id.empty()) return;
+    const Point origin = window_.toPicture({0, 0});
+    const std::string placing = "translate(" + significant(origin.x) + " " + significant(origin.y) +
+                                ") scale(" + significant(window_.scale()) + ")";
+    out_.leaf("use",
+              {{"href", "#" + floor_.id}, {"transform", placing}, {"opacity", floorOpacity}});
+    out_.line();
   }
 
   void paintStroke(const std::vector<Point>& line, std::string_view colour, double width) {
@@ -332,7 +301,7 @@ class PanelPainter {
 
   const FloorPanel& panel_;
   const FloorVisit& visit_;
-  FloorDrawing floor_;
+  const FloorDrawing& floor_;
   MapWindow window_;
   LabelPlacer placer_;
   std::vector<Point> line_;

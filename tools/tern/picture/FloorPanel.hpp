@@ -1,14 +1,15 @@
 // The map of one stop of a route: the floor's drawing, the route over it, its ends and what they
 // are called.
 //
-// Ownership: borrows the visits, which must outlive the call.
+// Ownership: borrows the visits and the drawing, which must outlive the call.
 // Threads: free functions.
-// Fails: never; a drawing that cannot be shown is left out, and the note says so.
+// Fails: never.
 #pragma once
 
 #include <string>
 #include <vector>
 
+#include "tools/tern/picture/FloorDrawings.hpp"
 #include "tools/tern/picture/Geometry.hpp"
 #include "tools/tern/picture/Itinerary.hpp"
 
@@ -16,6 +17,7 @@ namespace tern::picture {
 
 struct FloorPanel {
   const FloorVisit* visit = nullptr;
+  const FloorDrawing* drawing = nullptr;
   // Other stretches on the same map, drawn faintly.
   std::vector<const FloorVisit*> others;
   // What the ends are called; empty where the route neither begins nor ends.
@@ -23,17 +25,17 @@ struct FloorPanel {
   std::string goal;
   // Of every id in the panel: letters, digits and -.
   std::string idPrefix;
-  bool withDrawing = true;
 };
 
 struct PanelDrawing {
-  // SVG elements between (0, 0) and the size, in pixels of the picture.
+  // SVG elements between (0, 0) and the size, in pixels of the picture. They refer to the drawing.
   std::string markup;
   Size size;
   // What the reader of the picture should know; empty when there is nothing.
   std::string note;
 };
 
+// REQUIRES: a visit and a drawing.
 PanelDrawing drawFloor(const FloorPanel& panel);
 
 // The panel in words: "Start at Juniper Bakery. Walk 120 m. Lift up to First floor."

@@ -14,7 +14,7 @@ double perUnit(double pixels, double units) { return units > 0 ? pixels / units 
 std::optional<Box> boundsOf(const std::vector<Point>& points) {
   if (points.empty()) return std::nullopt;
   Box box{points[0].x, points[0].y, points[0].x, points[0].y};
-  for (Point point : points) box = box.with(point);
+  for (Point point : points) box = box.with({point.x, point.y, point.x, point.y});
   return box;
 }
 
@@ -43,8 +43,7 @@ MapWindow::MapWindow(const WindowRequest& request) {
   fit(wanted, route ? padding : 0, perUnit(width, request.leastSpan));
   Box all = wanted;
   if (request.floor) {
-    all = {std::min(wanted.left, floor.left), std::min(wanted.top, floor.top),
-           std::max(wanted.right, floor.right), std::max(wanted.bottom, floor.bottom)};
+    all = wanted.with(floor);
     const double wholeScale =
         std::min(perUnit(width, all.width()), perUnit(mostHeight, all.height()));
     if (scale_ < wholeScale) fit(all, 0, boundless);

@@ -6,62 +6,15 @@
 #include <cmath>
 #include <utility>
 
+#include "tools/drawing/XmlText.hpp"
+
 namespace tern::picture {
 
 namespace {
 
 constexpr double largestNumber = 1e7;
 
-bool isAllowed(char32_t code) {
-  if (code < 0x20) return code == '\t' || code == '\n' || code == '\r';
-  if (code >= 0xD800 && code < 0xE000) return false;
-  return code != 0xFFFE && code != 0xFFFF && code <= 0x10FFFF;
-}
-
-std::string_view named(char32_t code) {
-  switch (code) {
-    case '<':
-      return "&lt;";
-    case '>':
-      return "&gt;";
-    case '&':
-      return "&amp;";
-    case '"':
-      return "&quot;";
-    case '\'':
-      return "&#39;";
-    default:
-      return {};
-  }
-}
-
 }  // namespace
-
-bool appendUtf8(std::string& to, char32_t code) {
-  if (!isAllowed(code)) return false;
-  std::array<char, 4> bytes{};
-  to.append(bytes.data(), putUtf8(bytes.data(), code));
-  return true;
-}
-
-Utf8Character detail::firstCharacter(std::string_view text) {
-  const Utf8Character first = firstUtf8Character(text);
-  if (first.size > 1 && !isAllowed(first.code)) return {Utf8Character::replacement, 1};
-  return first;
-}
-
-std::string escaped(std::string_view text) {
-  std::string out;
-  out.reserve(text.size());
-  eachCodePoint(text, [&](char32_t code, std::string_view) {
-    if (const std::string_view name = named(code); !name.empty()) {
-      out += name;
-    } else if (!appendUtf8(out, code)) {
-      appendUtf8(out, Utf8Character::replacement);
-    }
-  });
-  return out;
-}
 
 std::string decimal(double number) {
   if (!std::isfinite(number)) return "0";
@@ -92,7 +45,7 @@ void Markup::begin(std::string_view element, Attributes attributes) {
     out_ += ' ';
     out_ += attribute.name;
     out_ += "=\"";
-    out_ += escaped(attribute.value);
+    out_ += drawing::escaped(attribute.value);
     out_ += '"';
   }
 }
@@ -123,7 +76,7 @@ Markup& Markup::leaf(std::string_view element, Attributes attributes, std::strin
 }
 
 Markup& Markup::text(std::string_view text) {
-  out_ += escaped(text);
+  out_ += drawing::escaped(text);
   return *this;
 }
 

@@ -17,15 +17,7 @@
 #include <string_view>
 #include <vector>
 
-#include "TernCoreKit/platform/Utf8.hpp"
-
 namespace tern::picture {
-
-// Appends the code point; false when XML does not allow the character.
-bool appendUtf8(std::string& to, char32_t code);
-
-// The text as it stands between tags or within quotes.
-std::string escaped(std::string_view text);
 
 // At most two decimals and no exponent, held within ten million; 0 for what is not finite.
 std::string decimal(double number);
@@ -33,11 +25,6 @@ std::string decimal(double number);
 // Nine significant digits, with an exponent where that is shorter, as attributes of drawings take
 // them; 0 for what is not finite.
 std::string significant(double number);
-
-// Calls `use` with each code point of a text and the bytes it is written with; U+FFFD for each byte
-// that is not UTF-8.
-template <class Use>
-void eachCodePoint(std::string_view text, Use use);
 
 class Markup {
  public:
@@ -76,18 +63,5 @@ class Markup {
   std::string out_;
   std::vector<std::string_view> open_;
 };
-
-namespace detail {
-Utf8Character firstCharacter(std::string_view text);
-}  // namespace detail
-
-template <class Use>
-void eachCodePoint(std::string_view text, Use use) {
-  while (!text.empty()) {
-    const Utf8Character first = detail::firstCharacter(text);
-    use(first.code, text.substr(0, first.size));
-    text.remove_prefix(first.size);
-  }
-}
 
 }  // namespace tern::picture

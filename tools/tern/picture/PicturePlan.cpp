@@ -4,7 +4,7 @@
 #include <set>
 #include <utility>
 
-#include "TernCoreKit/model/records/TernMap.hpp"
+#include "tools/tern/picture/FloorDrawings.hpp"
 
 namespace tern::picture {
 
@@ -16,10 +16,8 @@ std::string summaryOf(const WalkLength& length, std::size_t floors) {
   return text + (floors == 1 ? ", 1 floor" : ", " + std::to_string(floors) + " floors");
 }
 
-// A picture is to be looked at: beyond this many stretches nobody scrolls, and beyond this size of
-// all drawings together a phone gives up.
+// A picture is to be looked at: beyond this many stretches nobody scrolls.
 constexpr std::size_t mostPanels = 200;
-constexpr std::size_t mostDrawnBytes = 48U << 20U;
 constexpr std::size_t mostOthers = 50;
 
 class Planner {
@@ -41,6 +39,7 @@ class Planner {
       plan.goal = isTour ? plan.routes.back().goal : plan.routes.front().goal;
       plan.summary = isTour ? tourSummary() : plan.routes.front().summary;
     }
+    plan.drawings = drawings_.takeMarkup();
     return plan;
   }
 
@@ -66,15 +65,12 @@ class Planner {
     const FloorVisit& visit = walk.visits[j];
     FloorPanel panel;
     panel.visit = &visit;
+    panel.drawing = &drawings_.of(visit.map);
     panel.others = othersOn(visit);
     if (j == 0) panel.start = picture_.routes[i].start;
     if (j + 1 == walk.visits.size()) panel.goal = picture_.routes[i].goal;
     panel.idPrefix = "r" + std::to_string(i + 1) + "f" + std::to_string(j + 1) + "-";
-    if (visit.map != nullptr) drawnBytes_ += visit.map->svg.text().size();
-    panel.withDrawing = drawnBytes_ <= mostDrawnBytes;
-    PanelDrawing drawing = drawFloor(panel);
-    drawnBytes_ += drawing.markup.size();
-    return {visit.name, visit.length.text(), std::move(drawing), inWords(panel), visit.departure};
+    return {visit.name, visit.length.text(), drawFloor(panel), inWords(panel), visit.departure};
   }
 
   std::vector<const FloorVisit*> othersOn(const FloorVisit& visit) const {
@@ -107,7 +103,7 @@ class Planner {
   const RoutePicture& picture_;
   std::vector<Itinerary> walks_;
   std::size_t panels_ = 0;
-  std::size_t drawnBytes_ = 0;
+  FloorDrawings drawings_;
 };
 
 }  // namespace

@@ -39,6 +39,8 @@ struct PicturePlan {
   std::string goal;
   std::string summary;
   std::vector<PlannedRoute> routes;
+  // SVG elements that the panels refer to.
+  std::string drawings;
 
   // "Route from Juniper Bakery to North exit"
   std::string title() const;

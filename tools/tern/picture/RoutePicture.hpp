@@ -4,7 +4,7 @@
 //
 // Several routes stand one below the other, each with its own floors; what the others do on the
 // same floor is drawn faintly. The picture is a file of its own: it loads nothing and runs nothing,
-// and a floor's drawing is cleaned of whatever might (see SafeDrawing.hpp).
+// and a floor's drawing stands in it as an image (see DrawingImage.hpp).
 //
 // Positions are map units, so routes of a graph that joins several venues, whose positions are
 // degrees, have no picture.

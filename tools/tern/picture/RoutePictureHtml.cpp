@@ -46,7 +46,9 @@ class Page {
     page_.raw("<!DOCTYPE html>\n");
     page_.open("html", {{"lang", "en"}}).line();
     writeHead();
-    page_.open("body").open("main").line();
+    page_.open("body").line();
+    writeDrawings();
+    page_.open("main").line();
     writeHeader();
     for (std::size_t i = 0; i < plan_.routes.size(); ++i) writeRoute(plan_.routes[i], i + 1);
     page_.close().close().close().line();
@@ -57,8 +59,9 @@ class Page {
   void writeHead() {
     page_.open("head").line();
     page_.leaf("meta", {{"charset", "utf-8"}}).line();
-    page_.leaf("meta", {{"http-equiv", "Content-Security-Policy"},
-                        {"content", "default-src 'none'; style-src 'unsafe-inline'"}});
+    page_.leaf("meta",
+               {{"http-equiv", "Content-Security-Policy"},
+                {"content", "default-src 'none'; style-src 'unsafe-inline'; img-src data:"}});
     page_.line();
     page_.leaf("meta", {{"name", "viewport"}, {"content", "width=device-width, initial-scale=1"}});
     page_.line().leaf("title", {}, plan_.title()).line();
@@ -88,6 +91,11 @@ class Page {
     writeEnd(" to ", plan_.goal, "-13 -31 26 36", [](Markup& out) { drawGoal(out, {}); });
     page_.close();
     page_.leaf("p", {}, plan_.summary).close().line();
+  }
+
+  void writeDrawings() {
+    page_.open("svg", {{"class", "unseen"}, {"width", 0}, {"height", 0}, {"aria-hidden", "true"}});
+    page_.open("defs").line().raw(plan_.drawings).close().close().line();
   }
 
   void writeRoute(const PlannedRoute& route, std::size_t number) {

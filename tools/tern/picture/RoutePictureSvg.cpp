@@ -136,6 +136,7 @@ class Column {
     file.line().leaf("title", {{"id", "title"}}, plan_.title());
     file.line().leaf("desc", {{"id", "description"}}, plan_.words());
     file.line().leaf("rect", {{"width", "100%"}, {"height", "100%"}, {"fill", palette::page}});
+    file.line().open("defs").line().raw(plan_.drawings).close();
     file.line().raw(body).close().line();
     return file.take();
   }

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "tools/tern/picture/Markup.hpp"
+#include "TernCoreKit/platform/Utf8.hpp"
 
 namespace tern::picture {
 
@@ -29,12 +29,12 @@ double widthOf(char32_t code) {
 // The longest beginning that is no wider than that.
 std::string_view beginning(std::string_view text, double fontSize, double width) {
   std::size_t size = 0;
-  bool fits = true;
-  eachCodePoint(text, [&](char32_t code, std::string_view bytes) {
-    width -= widthOf(code) * fontSize;
-    fits = fits && width >= 0;
-    if (fits) size += bytes.size();
-  });
+  while (size < text.size()) {
+    const Utf8Character next = firstUtf8Character(text.substr(size));
+    width -= widthOf(next.code) * fontSize;
+    if (width < 0) break;
+    size += next.size;
+  }
   return text.substr(0, size);
 }
 
@@ -46,7 +46,11 @@ std::string_view withoutBlanksBehind(std::string_view text) {
 
 double textWidth(std::string_view text, double fontSize) {
   double width = 0;
-  eachCodePoint(text, [&](char32_t code, std::string_view) { width += widthOf(code) * fontSize; });
+  while (!text.empty()) {
+    const Utf8Character next = firstUtf8Character(text);
+    width += widthOf(next.code) * fontSize;
+    text.remove_prefix(next.size);
+  }
   return width;
 }
 

@@ -19,9 +19,12 @@ struct DrawnPanel {
 DrawnPanel drawnPanel(const PictureFloor& floor, const TernPathPerFloor& stretch) {
   const TernVenueData venue = pictureVenue({floor});
   const Itinerary walk = itineraryOf(venue, {stretch});
+  FloorDrawings drawings;
+  const FloorVisit& visit = walk.visits[0];
   DrawnPanel panel;
-  panel.drawing = drawFloor({&walk.visits[0], {}, "Start", "Goal", "p-"});
-  panel.scanned = test::scanMarkup("<svg>" + panel.drawing.markup + "</svg>");
+  panel.drawing = drawFloor({&visit, &drawings.of(visit.map), {}, "Start", "Goal", "p-"});
+  panel.scanned =
+      test::scanMarkup("<svg>" + drawings.takeMarkup() + panel.drawing.markup + "</svg>");
   EXPECT_EQ(panel.scanned.problem, "");
   EXPECT_EQ(test::reachOf(panel.scanned), "");
   return panel;
@@ -34,7 +37,7 @@ bool has(const std::string& text, std::string_view part) {
 TEST(FloorPanel, drawingLiesUnderTheRouteAndItsEndsAreNamed) {
   const DrawnPanel panel = drawnPanel({}, segment(1, {{40, 40}, {300, 40}, {300, 200}}, 420));
   const std::string& markup = panel.drawing.markup;
-  EXPECT_LT(markup.find("#eee"), markup.find("#2563eb"));
+  EXPECT_LT(markup.find("<use href=\"#drawing-1\""), markup.find("#2563eb"));
   EXPECT_TRUE(has(panel.scanned.text, "Start"));
   EXPECT_TRUE(has(panel.scanned.text, "Goal"));
   EXPECT_EQ(panel.drawing.note, "");
@@ -48,19 +51,26 @@ TEST(FloorPanel, textsAreAtLeastTwelvePixels) {
 }
 
 TEST(FloorPanel, unreadableDrawingIsLeftOutAndSaid) {
-  const DrawnPanel panel = drawnPanel({.svg = "<svg><g></svg>"}, segment(1, {{1, 1}, {9, 9}}, 9));
-  EXPECT_EQ(panel.drawing.note,
-            "The floor's drawing is left out: an end without a start on line 1.");
+  const DrawnPanel panel = drawnPanel({.svg = "<html/>"}, segment(1, {{1, 1}, {9, 9}}, 9));
+  EXPECT_EQ(panel.drawing.note, "The floor's drawing is left out: it is not an SVG.");
+  EXPECT_FALSE(panel.scanned.has("use"));
   EXPECT_TRUE(has(panel.scanned.text, "Goal"));
 }
 
-TEST(FloorPanel, missingDrawingAndMissingMapAreSaid) {
-  EXPECT_EQ(drawnPanel({.svg = nullptr}, segment(1, {{1, 1}}, 9)).drawing.note,
-            "This floor has no drawing.");
-  EXPECT_EQ(drawnPanel({}, segment(9, {{1, 1}}, 9)).drawing.note,
-            "The venue has no map of this floor.");
-  EXPECT_EQ(drawnPanel({.svg = "<svg/>"}, segment(1, {{1, 1}}, 9)).drawing.note,
-            "The floor's drawing is left out: it says no size.");
+TEST(FloorPanel, routeLiesWhereTheDrawingHasIt) {
+  const std::string marked = "<svg viewBox='-100 50 400 300'/>";
+  const DrawnPanel panel =
+      drawnPanel({.svg = std::string_view(marked)}, segment(1, {{-100, 50}}, 0));
+  // The scale is the same in both directions, so one point settles the other's place.
+  const std::string placing = panel.scanned.valuesOf("transform").front();
+  double x = 0;
+  double y = 0;
+  double scale = 0;
+  ASSERT_EQ(std::sscanf(placing.c_str(), "translate(%lf %lf) scale(%lf)", &x, &y, &scale), 3);
+  const std::string start = "translate(" + decimal(x - 100 * scale) + " " + decimal(y + 50 * scale);
+  EXPECT_TRUE(has(panel.drawing.markup, start)) << start;
+  EXPECT_EQ(panel.scanned.valuesOf("x").front(), "-100");
+  EXPECT_EQ(panel.scanned.valuesOf("width").front(), "400");
 }
 
 TEST(FloorPanel, pointsOffTheMapAreSaid) {
@@ -99,8 +109,9 @@ TEST(FloorPanel, changesOfFloorAreNamedOnTheMap) {
   const TernVenueData venue = pictureVenue({{.id = 1}, {.id = 2, .name = "First", .level = 1}});
   const Itinerary walk = itineraryOf(venue, {segment(1, {{40, 40}, {90, 40}}, 50, pathType("Lift")),
                                              segment(2, {{90, 40}, {200, 40}}, 160)});
-  const FloorPanel first{&walk.visits[0], {}, "Café <A>", "", "p1-"};
-  const FloorPanel second{&walk.visits[1], {&walk.visits[0]}, "", "", "p2-"};
+  const FloorDrawing none;
+  const FloorPanel first{&walk.visits[0], &none, {}, "Café <A>", "", "p1-"};
+  const FloorPanel second{&walk.visits[1], &none, {&walk.visits[0]}, "", "", "p2-"};
   EXPECT_TRUE(has(drawFloor(first).markup, "Lift to First"));
   EXPECT_TRUE(has(drawFloor(first).markup, "Café &lt;A&gt;"));
   EXPECT_TRUE(has(drawFloor(second).markup, "From Ground floor"));
@@ -111,9 +122,9 @@ TEST(FloorPanel, wordsTellTheSameAsThePicture) {
   const TernVenueData venue = pictureVenue({{.id = 1}, {.id = 2, .name = "First", .level = 1}});
   const Itinerary walk = itineraryOf(venue, {segment(1, {{40, 40}, {90, 40}}, 50, pathType("Lift")),
                                              segment(2, {{90, 40}, {200, 40}}, 160)});
-  EXPECT_EQ(inWords({&walk.visits[0], {}, "Bakery", "", ""}),
+  EXPECT_EQ(inWords({&walk.visits[0], {}, {}, "Bakery", "", ""}),
             "Ground floor. Start at Bakery. Walk 50 m. Lift up to First.");
-  EXPECT_EQ(inWords({&walk.visits[1], {}, "", "Exit", ""}),
+  EXPECT_EQ(inWords({&walk.visits[1], {}, {}, "", "Exit", ""}),
             "First. Arrive from Ground floor. Walk 110 m. Arrive at Exit.");
 }
 

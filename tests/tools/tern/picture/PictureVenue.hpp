@@ -102,6 +102,24 @@ inline test::ScannedMarkup scanned(std::string_view file) {
   return markup;
 }
 
+// The drawing that an image's address holds.
+inline std::string drawingIn(std::string_view uri) {
+  constexpr std::string_view digits =
+      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+  std::string drawing;
+  std::uint32_t bits = 0;
+  int count = 0;
+  for (char letter : uri.substr(uri.find(',') + 1)) {
+    if (letter == '=') break;
+    bits = bits << 6U | static_cast<std::uint32_t>(digits.find(letter));
+    count += 6;
+    if (count < 8) continue;
+    count -= 8;
+    drawing += static_cast<char>(bits >> count & 0xFFU);
+  }
+  return drawing;
+}
+
 inline bool has(const test::ScannedMarkup& markup, std::string_view text) {
   return markup.text.find(text) != std::string::npos;
 }

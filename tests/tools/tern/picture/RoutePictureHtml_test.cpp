@@ -16,7 +16,7 @@ TEST(RoutePictureHtml, pageFitsAPhoneAndForbidsLoading) {
       scanned(routePictureHtml({venue, "", RouteSet::choices, {{"", "A", "B", threeSegments()}}}));
   const auto contents = markup.valuesOf("content");
   ASSERT_EQ(contents.size(), 2U);
-  EXPECT_EQ(contents[0], "default-src &#39;none&#39;; style-src &#39;unsafe-inline&#39;");
+  EXPECT_EQ(contents[0], "default-src 'none'; style-src 'unsafe-inline'; img-src data:");
   EXPECT_EQ(contents[1], "width=device-width, initial-scale=1");
 }
 

@@ -1,0 +1,79 @@
+#include "tools/tern/picture/FloorDrawings.hpp"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "TernCoreKit/model/records/TernMap.hpp"
+#include "tests/support/ScannedMarkup.hpp"
+#include "tests/tools/tern/picture/PictureVenue.hpp"
+#include "tools/tern/picture/DrawingImage.hpp"
+
+namespace tern::picture {
+namespace {
+
+std::shared_ptr<TernMap> mapWith(Value svg, Value width = {}) {
+  return TernMap::initWithDictionary(
+      Value::map({{"id", 1}, {"svg", std::move(svg)}, {"width", width}, {"height", width}}));
+}
+
+TEST(FloorDrawings, everyMapIsHeldOnce) {
+  const auto one = mapWith("<svg viewBox='1 2 30 40'/>");
+  const auto two = mapWith("<svg viewBox='0 0 9 9'/>");
+  FloorDrawings drawings;
+  const FloorDrawing& first = drawings.of(one.get());
+  EXPECT_EQ(drawings.of(two.get()).id, "drawing-2");
+  EXPECT_EQ(&drawings.of(one.get()), &first);
+  EXPECT_EQ(first.id, "drawing-1");
+  EXPECT_EQ(first.note, "");
+  const auto markup = test::scanMarkup("<defs>" + drawings.takeMarkup() + "</defs>");
+  EXPECT_EQ(markup.problem, "");
+  EXPECT_EQ(test::reachOf(markup), "");
+  EXPECT_EQ(markup.valuesOf("x"), (std::vector<std::string>{"1", "0"}));
+  EXPECT_EQ(markup.valuesOf("y"), (std::vector<std::string>{"2", "0"}));
+  EXPECT_EQ(markup.valuesOf("width"), (std::vector<std::string>{"30", "9"}));
+  EXPECT_EQ(markup.valuesOf("height"), (std::vector<std::string>{"40", "9"}));
+  EXPECT_EQ(markup.valuesOf("preserveAspectRatio"), (std::vector<std::string>{"none", "none"}));
+}
+
+TEST(FloorDrawings, whatCannotBeShownIsSaid) {
+  const auto noteOf = [](const TernMap* map) {
+    FloorDrawings drawings;
+    const FloorDrawing& drawing = drawings.of(map);
+    EXPECT_EQ(drawing.id, "");
+    EXPECT_EQ(drawings.takeMarkup(), "");
+    return drawing.note;
+  };
+  EXPECT_EQ(noteOf(nullptr), "The venue has no map of this floor.");
+  EXPECT_EQ(noteOf(mapWith(nullptr).get()), "This floor has no drawing.");
+  EXPECT_EQ(noteOf(mapWith(7).get()), "This floor has no drawing.");
+  EXPECT_EQ(noteOf(mapWith("").get()), "The floor's drawing is left out: it is not an SVG.");
+  EXPECT_EQ(noteOf(mapWith("<svg/>").get()), "The floor's drawing is left out: it says no size.");
+  EXPECT_EQ(noteOf(mapWith("<svg/>", 1e8).get()),
+            "The floor's drawing is left out: it says no size.");
+}
+
+TEST(FloorDrawings, sizeOfTheMapStandsInForTheDrawings) {
+  const auto drawn = mapWith("<svg/>", 50);
+  const auto bare = mapWith(nullptr, 50);
+  FloorDrawings drawings;
+  EXPECT_EQ(drawings.of(drawn.get()).frame->width(), 50);
+  EXPECT_EQ(drawings.of(drawn.get()).id, "drawing-1");
+  EXPECT_EQ(drawings.of(bare.get()).frame->height(), 50);
+}
+
+TEST(FloorDrawings, allTogetherAreBounded) {
+  const std::string svg =
+      "<svg viewBox='0 0 4 3'>" + std::string(mostDrawingBytes - 100, ' ') + "</svg>";
+  FloorDrawings drawings;
+  std::vector<std::shared_ptr<TernMap>> maps;
+  for (int i = 0; i < 6; ++i) maps.push_back(mapWith(std::string_view(svg)));
+  for (int i = 0; i < 5; ++i) EXPECT_EQ(drawings.of(maps[i].get()).note, "");
+  EXPECT_EQ(drawings.of(maps[5].get()).note,
+            "The floor's drawing is left out: the picture is too large.");
+  EXPECT_EQ(drawings.of(maps[5].get()).frame->width(), 4);
+}
+
+}  // namespace
+}  // namespace tern::picture

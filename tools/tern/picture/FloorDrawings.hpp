@@ -1,0 +1,52 @@
+// The drawings of the floors that a picture shows, each held once however many panels show it.
+//
+// Ownership: borrows the maps until the markup is taken.
+// Threads: one caller at a time.
+// Fails: never; a drawing that cannot be shown is left out, and its note says so.
+//
+//   FloorDrawings drawings;
+//   const FloorDrawing& drawing = drawings.of(map);
+//   panel.leaf("use", {{"href", "#" + drawing.id}});
+//   picture.open("defs").raw(drawings.takeMarkup()).close();
+#pragma once
+
+#include <cstddef>
+#include <map>
+#include <optional>
+#include <string>
+
+#include "tools/tern/picture/Geometry.hpp"
+#include "tools/tern/picture/Markup.hpp"
+
+namespace tern {
+struct TernMap;
+}  // namespace tern
+
+namespace tern::picture {
+
+struct FloorDrawing {
+  // Of the element that draws it in map units; empty when there is none.
+  std::string id;
+  // What the floor fills, in map units.
+  std::optional<Box> frame;
+  // What the reader of the picture should know; empty when there is nothing.
+  std::string note;
+};
+
+class FloorDrawings {
+ public:
+  // The map's drawing, or why there is none. `map` may be null; the answer stays in place.
+  const FloorDrawing& of(const TernMap* map);
+
+  // The elements that the ids name.
+  std::string takeMarkup() { return images_.take(); }
+
+ private:
+  FloorDrawing read(const TernMap* map);
+
+  std::map<const TernMap*, FloorDrawing> known_;
+  Markup images_;
+  std::size_t bytes_ = 0;
+};
+
+}  // namespace tern::picture
