@@ -35,7 +35,7 @@ struct FloorDrawing {
 
 class FloorDrawings {
  public:
-  // The map's drawing, or why there is none. `map` may be null; the answer stays in place.
+  // The map's drawing, or why there is none; it lives as long as this object. `map` may be null.
   const FloorDrawing& of(const TernMap* map);
 
   // The elements that the ids name.
