@@ -11,8 +11,8 @@
 //
 // Ownership: the venue is borrowed until the call returns.
 // Threads: as readers of the venue.
-// Fails: never. What is unknown or unreadable is left out, and the picture says so; a route without
-//   segments is shown as not found.
+// Fails: never. What is unknown or unreadable is left out, and the picture says so; a drawing that
+//   is not well-formed shows nothing. A route without segments is shown as not found.
 //
 //   RoutePicture picture{venue, "Harbour Plaza"};
 //   picture.routes.push_back({"", "Juniper Bakery", "North exit", route});
