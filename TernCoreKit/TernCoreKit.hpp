@@ -2,6 +2,8 @@
 #pragma once
 
 #include "TernCoreKit/Version.hpp"
+#include "TernCoreKit/answers/ErrorAnswer.hpp"
+#include "TernCoreKit/answers/TernAnswers.hpp"
 #include "TernCoreKit/model/collections/RecordMap.hpp"
 #include "TernCoreKit/model/collections/RecordRange.hpp"
 #include "TernCoreKit/model/collections/TernAmenityCollection.hpp"

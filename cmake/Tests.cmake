@@ -32,7 +32,7 @@ tern_add_check(tern_header_checks ${tern_header_checks})
 # The heart of the library neither throws nor catches: it compiles with exceptions off.
 set(tern_no_exceptions ${tern_library_sources})
 list(FILTER tern_no_exceptions INCLUDE
-  REGEX "/TernCoreKit/(model|wayfinding|spatial|optimisation)/")
+  REGEX "/TernCoreKit/(model|wayfinding|spatial|optimisation|answers)/")
 tern_add_check(tern_no_exceptions ${tern_no_exceptions})
 if(TARGET tern_no_exceptions)
   target_compile_options(tern_no_exceptions PRIVATE -fno-exceptions)

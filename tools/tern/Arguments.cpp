@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "TernCoreKit/Version.hpp"
+#include "TernCoreKit/answers/ErrorAnswer.hpp"
 #include "tools/tern/CommandWords.hpp"
 #include "tools/tern/HelpText.hpp"
 #include "tools/tern/Wording.hpp"

@@ -5,12 +5,12 @@
 // Threads: one. Fails: by the error of the reader or of the output, at which it ends.
 #pragma once
 
+#include "TernCoreKit/answers/TernAnswers.hpp"
 #include "tools/tern/LineReader.hpp"
 #include "tools/tern/Output.hpp"
-#include "tools/tern/Requests.hpp"
 
 namespace tern::command {
 
-void answerLines(LineReader& lines, Requests& requests, Output& output);
+void answerLines(LineReader& lines, TernAnswers& answers, Output& output);
 
 }  // namespace tern::command

@@ -7,6 +7,8 @@
 #include <utility>
 #include <variant>
 
+#include "TernCoreKit/answers/ErrorAnswer.hpp"
+#include "TernCoreKit/answers/TernAnswers.hpp"
 #include "tools/tern/Arguments.hpp"
 #include "tools/tern/Batch.hpp"
 #include "tools/tern/GenerateCommand.hpp"
@@ -79,7 +81,7 @@ class Run {
         call, [&](VenueSource& source) { return source.loadVenue(call.venue, call.building); });
     if (const auto* failure = std::get_if<Failure>(&loaded)) return show(*failure);
     const auto& venue = std::get<std::shared_ptr<TernActiveVenue>>(loaded);
-    if (call.command == "batch") return answerBatch(Requests(venue));
+    if (call.command == "batch") return answerBatch(TernAnswers(venue));
     if (call.command == "info") return show(describeVenue(*venue, call.json));
     return show(answerCall(call, venue));
   }
@@ -100,13 +102,13 @@ class Run {
         load(call, [&](VenueSource& source) { return loadVenues(source, call.venues); });
     if (const auto* failure = std::get_if<Failure>(&loaded)) return show(*failure);
     const auto& venues = std::get<std::shared_ptr<TernMultiActiveVenues>>(loaded);
-    if (call.command == "batch") return answerBatch(Requests(venues));
+    if (call.command == "batch") return answerBatch(TernAnswers(venues));
     return show(answerJoinedRoute(call, venues));
   }
 
-  ExitStatus answerBatch(Requests requests) {
+  ExitStatus answerBatch(TernAnswers answers) {
     LineReader lines(streams_.requests);
-    answerLines(lines, requests, answers_);
+    answerLines(lines, answers, answers_);
     if (lines.error() == 0) return ExitStatus::answered;
     complain(std::string("cannot read the requests: ") +
              std::generic_category().message(lines.error()));

@@ -9,14 +9,4 @@ Failure wrongWords(std::string message) {
           TernError::initWithErrorType(TernErrorTypeIncorrectObjectType, std::move(message))};
 }
 
-Value errorAnswer(const TernError& error) {
-  return Value::map({{"error", Value::map({{"code", error.code},
-                                           {"message", error.message},
-                                           {"description", error.errorDescription}})}});
-}
-
-Value notUnderstoodAnswer(std::string message) {
-  return errorAnswer(wrongWords(std::move(message)).error);
-}
-
 }  // namespace tern::command

@@ -6,7 +6,6 @@
 #include <string>
 
 #include "TernCoreKit/model/records/TernError.hpp"
-#include "TernCoreKit/platform/Value.hpp"
 
 namespace tern::command {
 
@@ -27,10 +26,5 @@ struct [[nodiscard]] Failure {
 };
 
 Failure wrongWords(std::string message);
-
-// {"error": {"code", "message", "description"}}
-Value errorAnswer(const TernError& error);
-// The same for a request that is not understood.
-Value notUnderstoodAnswer(std::string message);
 
 }  // namespace tern::command

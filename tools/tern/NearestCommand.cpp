@@ -1,98 +1,115 @@
-#include "tools/tern/NearestCommand.hpp"
-
 #include <algorithm>
 #include <string>
 #include <utility>
 
+#include "TernCoreKit/answers/TernAnswers.hpp"
+#include "TernCoreKit/model/collections/TernAmenityCollection.hpp"
+#include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
 #include "TernCoreKit/model/collections/TernMapCollection.hpp"
 #include "TernCoreKit/model/collections/TernPathTypeCollection.hpp"
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
-#include "tools/tern/Nearest.hpp"
-#include "tools/tern/Requests.hpp"
+#include "TernCoreKit/wayfinding/TernASGrid.hpp"
+#include "tools/tern/RequestCommands.hpp"
 #include "tools/tern/RouteFile.hpp"
 #include "tools/tern/RouteText.hpp"
+#include "tools/tern/Telling.hpp"
 #include "tools/tern/Whereabouts.hpp"
 
 namespace tern::command {
 
 namespace {
 
-// The first path type that is placed at both ends of the connector.
-std::string connectorName(const TernActiveVenue& venue, const std::shared_ptr<TernWaypoint>& in,
-                          const std::shared_ptr<TernWaypoint>& out) {
+// The name of the first path type that is placed at both ends of the connector.
+std::string connectorName(const TernActiveVenue& venue, std::int64_t in, std::int64_t out) {
   if (!venue.pathTypes) return {};
   for (const TernPathType& type : venue.pathTypes->each()) {
-    const auto isAt = [&](const auto& end) { return std::ranges::count(type.waypoints, end) > 0; };
+    const auto isAt = [&](std::int64_t id) {
+      return std::ranges::any_of(type.waypoints,
+                                 [&](const auto& end) { return end->id.integer() == id; });
+    };
     if (isAt(in) && isAt(out)) return std::string(type.name.text());
   }
   return {};
 }
 
+// ", by Lift, then Stairs"
+std::string connectorsText(const TernActiveVenue& venue, const Value& connectors) {
+  std::string text;
+  const auto taken = connectors.items();
+  for (std::size_t i = 0; i + 1 < taken.size(); i += 2) {
+    const std::string name = connectorName(venue, taken[i].integer(), taken[i + 1].integer());
+    text += (i == 0 ? ", by " : ", then ") + (name.empty() ? "connector" : name);
+  }
+  return text;
+}
+
+// What the venue does not have of what is asked for; empty when it has all.
+std::string unknownPart(const TernActiveVenue& venue, const Value& request) {
+  std::string text;
+  const auto check = [&](std::string_view key, std::string_view name, const auto& collection) {
+    const Value* id = request.find(key);
+    if (id == nullptr || !text.empty()) return;
+    if (collection && collection->findById(id->integer()) != nullptr) return;
+    text.append("there is no ").append(name).append(" " + id->printed() + " in ");
+    text += venueTitle(venue);
+  };
+  check("map", "map", venue.maps);
+  check("destination", "destination", venue.destinations);
+  check("amenity", "amenity", venue.amenities);
+  check("pathType", "path type", venue.pathTypes);
+  return text;
+}
+
+// The way to the waypoint from the one closest to where the request asks.
+Value wayTo(const Value& waypoint, const Value& request, TernAnswers& answers) {
+  const Value start = answers.answer(
+      Value::map({{"op", "closest"}, {"map", request["map"]}, {"at", request["at"]}}));
+  const Value asked = Value::map({{"op", "route"}, {"from", start["waypoint"]}, {"to", waypoint}});
+  return answers.answer(asked)["route"];
+}
+
 //   Toilets (waypoint 12) on First Floor, 23 m away
 //   Toilets (waypoint 12) on First Floor, by Lift       where no route says how
-std::string headline(const TernActiveVenue& venue, const NearestSearch& search,
-                     const NearestFound& found, bool hasRoute) {
-  const auto map = venue.maps->getById(found.waypoint->mapId.integer());
-  std::string text = placeNameWithId(venue, found.waypoint->id.integer());
-  if (map != nullptr) text += " on " + floorName(venue, map);
-  if (found.connectors.empty()) {
-    return text + ", " + lengthText(*search.map, straightDistance(*found.waypoint, search.at)) +
-           " away\n";
-  }
-  if (hasRoute) return text + "\n";
-  const auto& taken = found.connectors;
-  for (std::size_t i = 0; i + 1 < taken.size(); i += 2) {
-    const std::string name = connectorName(venue, taken[i], taken[i + 1]);
-    text += (i == 0 ? ", by " : ", then ") + (name.empty() ? "connector" : name);
+std::string headline(const TernActiveVenue& venue, const Value& request, const Value& answer,
+                     bool hasRoute) {
+  const auto waypoint = venue.globalASGrid()->getWPById(answer["waypoint"].integer());
+  std::string text = placeOnFloor(venue, *waypoint);
+  if (answer["connectors"].size() == 0) {
+    text += awayText(venue, *waypoint, request["at"]);
+  } else if (!hasRoute) {
+    text += connectorsText(venue, answer["connectors"]);
   }
   return text + "\n";
 }
 
-// Why there is nothing, for a person.
-std::string reason(const Value& request, const TernActiveVenue& venue, const NearestSearch& search,
-                   const TernError& error) {
-  if (search.map == nullptr) {
-    return "there is no map " + request["map"].printed() + " in " + venueTitle(venue);
+Telling tellFound(const TernActiveVenue& venue, const Value& request, const Value& answer,
+                  const Value& route) {
+  const bool hasRoute = route.size() > 0;
+  Telling told{.text = headline(venue, request, answer, hasRoute)};
+  if (hasRoute) {
+    told.text += routeText(venue, route);
+    told.picture.emplace(pictureOf(venue, route));
   }
-  if (search.element.record != nullptr) return error.message;
-  for (const auto& [key, name] : {std::pair("destination", "destination"),
-                                  {"amenity", "amenity"},
-                                  {"pathType", "path type"}}) {
-    const Value* id = request.find(key);
-    if (id != nullptr) {
-      return std::string("there is no ") + name + " " + id->printed() + " in " + venueTitle(venue);
-    }
-  }
-  return error.message;
+  return told;
 }
 
 }  // namespace
 
-Outcome answerNearest(const Arguments& call, const TernActiveVenue& venue) {
-  RequestFields fields(call.request);
-  // The words have been checked.
-  const NearestSearch search = *nearestSearchOf(venue, fields);
-  const NearestFound found = findNearest(venue, search);
-  Answer answer;
-  if (call.json) answer.text = jsonLine(nearestAnswer(venue, search));
-  if (found.waypoint == nullptr) {
-    answer.status = ExitStatus::nothingFound;
-    if (!call.json) answer.remark = reason(call.request, venue, search, *found.error);
-    return answer;
+Outcome answerNearest(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
+  TernAnswers answers(venue);
+  const Value answer = answers.answer(call.request);
+  if (answer["waypoint"].isNull()) {
+    Telling told{.isFound = false};
+    if (!call.json) told.remark = unknownPart(*venue, call.request);
+    if (!call.json && told.remark.empty()) told.remark = answer["error"]["message"].printed();
+    return outcomeOf(call, answer, told);
   }
-  const auto start = TernActiveVenue::getClosestWaypointToCoordinateOnMap(search.map, search.at);
-  TernRoute route = venue.wayfind(start, found.waypoint, everyonesLevel);
-  if (!call.json) {
-    answer.text = headline(venue, search, found, !route.empty());
-    if (!route.empty()) answer.text += routeText(venue, route);
-  }
-  if (call.picture.empty()) return answer;
-  if (route.empty()) {
-    answer.remark = "--picture: there is no way to draw";
-    return answer;
-  }
-  if (auto failure = drawPicture(call.picture, venue, std::move(route))) return *std::move(failure);
-  return answer;
+  // The answer does not say the way, which JSON alone does not need.
+  if (call.json && call.picture.empty()) return outcomeOf(call, answer, {});
+  const Value route = wayTo(answer["waypoint"], call.request, answers);
+  Telling told = tellFound(*venue, call.request, answer, route);
+  if (!told.picture && !call.picture.empty()) told.remark = "--picture: there is no way to draw";
+  return outcomeOf(call, answer, told);
 }
 
 }  // namespace tern::command

@@ -1,12 +1,18 @@
 #include "tools/tern/RouteFile.hpp"
 
-#include <cstdint>
 #include <fstream>
-#include <utility>
 
-#include "tools/tern/RouteText.hpp"
+#include "tools/tern/AnsweredRoute.hpp"
+#include "tools/tern/Whereabouts.hpp"
 
 namespace tern::command {
+
+picture::RoutePicture pictureOf(const TernActiveVenue& venue, const Value& segments) {
+  picture::RoutePicture drawn{venue, std::string(venue.name.text()), {}, {}};
+  drawn.routes.push_back({"", placeName(venue, startOf(segments)),
+                          placeName(venue, endOf(segments)), routeOf(venue, segments)});
+  return drawn;
+}
 
 std::optional<Failure> writePicture(const std::string& file, const picture::RoutePicture& drawn) {
   std::ofstream stream(file, std::ios::binary | std::ios::trunc);
@@ -14,15 +20,6 @@ std::optional<Failure> writePicture(const std::string& file, const picture::Rout
   stream.close();
   if (stream) return std::nullopt;
   return wrongWords("--picture: cannot write " + file);
-}
-
-std::optional<Failure> drawPicture(const std::string& file, const TernActiveVenue& venue,
-                                   TernRoute route) {
-  const std::int64_t from = route.front().points.front().nodeId();
-  const std::int64_t to = route.back().points.back().nodeId();
-  picture::RoutePicture drawn{venue, std::string(venue.name.text()), {}, {}};
-  drawn.routes.push_back({"", placeName(venue, from), placeName(venue, to), std::move(route)});
-  return writePicture(file, drawn);
 }
 
 }  // namespace tern::command

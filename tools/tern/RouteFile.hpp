@@ -7,15 +7,16 @@
 #include <string>
 
 #include "TernCoreKit/model/venue/TernActiveVenue.hpp"
+#include "TernCoreKit/platform/Value.hpp"
 #include "tools/tern/Failure.hpp"
 #include "tools/tern/picture/RoutePicture.hpp"
 
 namespace tern::command {
 
+// Of one answered route. REQUIRES: a segment.
+picture::RoutePicture pictureOf(const TernActiveVenue& venue, const Value& segments);
+
 // A file that ends in ".html" becomes a page, any other an SVG.
 std::optional<Failure> writePicture(const std::string& file, const picture::RoutePicture& drawn);
-// The same of one route. REQUIRES: a segment.
-std::optional<Failure> drawPicture(const std::string& file, const TernActiveVenue& venue,
-                                   TernRoute route);
 
 }  // namespace tern::command

@@ -1,33 +1,11 @@
 #include "tools/tern/RouteText.hpp"
 
-#include <algorithm>
-
-#include "TernCoreKit/model/collections/TernAmenityCollection.hpp"
-#include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
-#include "TernCoreKit/model/collections/TernMapCollection.hpp"
-#include "TernCoreKit/model/records/TernWaypoint.hpp"
+#include "tools/tern/AnsweredRoute.hpp"
+#include "tools/tern/Whereabouts.hpp"
 
 namespace tern::command {
 
 namespace {
-
-// The names of the records that are reached at the waypoint, "" without any.
-template <class Collection>
-std::string namesAt(const Nested<Collection>& collection, std::int64_t waypointId) {
-  std::string names;
-  if (!collection) return names;
-  for (const auto& record : collection->each()) {
-    const auto isHere = [&](const auto& waypoint) { return waypoint->id.integer() == waypointId; };
-    if (record.name.text().empty() || std::ranges::none_of(record.waypoints, isHere)) continue;
-    names.append(names.empty() ? "" : ", ").append(record.name.text());
-  }
-  return names;
-}
-
-std::string namesAt(const TernVenueData& venue, std::int64_t waypointId) {
-  std::string names = namesAt(venue.destinations, waypointId);
-  return names.empty() ? namesAt(venue.amenities, waypointId) : names;
-}
 
 std::string visitText(const picture::FloorVisit& visit) {
   const std::string length = visit.length.text();
@@ -39,20 +17,9 @@ std::string visitText(const picture::FloorVisit& visit) {
 
 }  // namespace
 
-std::string placeName(const TernVenueData& venue, std::int64_t waypointId) {
-  const std::string names = namesAt(venue, waypointId);
-  return names.empty() ? "waypoint " + std::to_string(waypointId) : names;
-}
-
-std::string placeNameWithId(const TernVenueData& venue, std::int64_t waypointId) {
-  const std::string names = namesAt(venue, waypointId);
-  const std::string waypoint = "waypoint " + std::to_string(waypointId);
-  return names.empty() ? waypoint : names + " (" + waypoint + ")";
-}
-
-std::string noRouteText(const TernVenueData& venue, std::int64_t from, std::int64_t to) {
-  return "No route from " + placeNameWithId(venue, from) + " to " + placeNameWithId(venue, to) +
-         "\n";
+std::string noRouteText(const TernVenueData& venue, const Value& request) {
+  return "No route from " + placeNameWithId(venue, request["from"].integer()) + " to " +
+         placeNameWithId(venue, request["to"].integer()) + "\n";
 }
 
 std::string stagesText(const picture::Itinerary& itinerary) {
@@ -61,13 +28,12 @@ std::string stagesText(const picture::Itinerary& itinerary) {
   return text;
 }
 
-std::string routeText(const TernVenueData& venue, const TernRoute& route) {
-  const picture::Itinerary itinerary = picture::itineraryOf(venue, route);
-  std::string text = "From " + placeNameWithId(venue, route.front().points.front().nodeId()) + "\n";
-  text += stagesText(itinerary);
-  text += "To " + placeNameWithId(venue, route.back().points.back().nodeId()) + "\n";
+std::string routeText(const TernVenueData& venue, const Value& segments) {
+  const picture::Itinerary itinerary = picture::itineraryOf(venue, routeOf(venue, segments));
   const std::string length = itinerary.length.text();
-  return length.empty() ? text : text + length + " in all\n";
+  return "From " + placeNameWithId(venue, startOf(segments)) + "\n" + stagesText(itinerary) +
+         "To " + placeNameWithId(venue, endOf(segments)) + "\n" +
+         (length.empty() ? "" : length + " in all\n");
 }
 
 }  // namespace tern::command

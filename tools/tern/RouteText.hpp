@@ -1,4 +1,4 @@
-// A route in words, for a person to read.
+// Answered routes in words, for a person to read.
 //
 // Threads: as readers of the venue. Fails: never; what has no name is called by its id.
 #pragma once
@@ -7,18 +7,13 @@
 #include <string>
 
 #include "TernCoreKit/model/collections/TernVenueData.hpp"
-#include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
+#include "TernCoreKit/platform/Value.hpp"
 #include "tools/tern/picture/Itinerary.hpp"
 
 namespace tern::command {
 
-// What is at a waypoint: the names of its destinations and amenities, "waypoint 12" without one.
-std::string placeName(const TernVenueData& venue, std::int64_t waypointId);
-// The same with the id behind the names.
-std::string placeNameWithId(const TernVenueData& venue, std::int64_t waypointId);
-
-// "No route from ... to ...", with a line break.
-std::string noRouteText(const TernVenueData& venue, std::int64_t from, std::int64_t to);
+// "No route from ... to ...", with a line break, for a request that names both.
+std::string noRouteText(const TernVenueData& venue, const Value& request);
 
 // A line for each floor that is visited and for what leads on from there, indented.
 std::string stagesText(const picture::Itinerary& itinerary);
@@ -31,6 +26,6 @@ std::string stagesText(const picture::Itinerary& itinerary);
 //   143 m in all
 //
 // REQUIRES: a segment.
-std::string routeText(const TernVenueData& venue, const TernRoute& route);
+std::string routeText(const TernVenueData& venue, const Value& segments);
 
 }  // namespace tern::command

@@ -4,6 +4,7 @@
 #include <future>
 #include <utility>
 
+#include "TernCoreKit/answers/ErrorAnswer.hpp"
 #include "TernCoreKit/model/collections/TernBuildingCollection.hpp"
 #include "tools/tern/Wording.hpp"
 

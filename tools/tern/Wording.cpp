@@ -5,13 +5,9 @@
 #include <charconv>
 #include <cmath>
 
-#include "TernCoreKit/platform/Utf8.hpp"
-
 namespace tern::command {
 
 namespace {
-
-constexpr std::size_t shownBytes = 40;
 
 bool isAsciiControl(char byte) { return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7F; }
 
@@ -28,22 +24,7 @@ std::optional<Number> parseAll(std::string_view text) {
   return number;
 }
 
-template <class... Format>
-std::string printed(double number, Format... format) {
-  std::array<char, 400> digits;  // room for the largest double without an exponent
-  const auto [end, error] =
-      std::to_chars(digits.data(), digits.data() + digits.size(), number, format...);
-  return error == std::errc() ? std::string(digits.data(), end) : std::string();
-}
-
 }  // namespace
-
-std::string shortened(std::string_view text) {
-  if (text.size() <= shownBytes) return std::string(text);
-  std::size_t end = shownBytes;
-  while (end > 0 && continuesUtf8(text[end])) --end;
-  return std::string(text.substr(0, end)) + "...";
-}
 
 std::string onOneLine(std::string_view text) {
   std::string line = onItsLines(text);
@@ -96,14 +77,11 @@ std::optional<TernCoordinate> parsePoint(std::string_view text) {
   return TernCoordinate{*x, *y};
 }
 
-std::string numberText(double number) { return printed(number == 0 ? 0 : number); }
-
-std::string roundedText(double number) {
-  std::string text = printed(number, std::chars_format::fixed, 2);
-  if (text.find('.') == std::string::npos) return text;
-  text.erase(text.find_last_not_of('0') + 1);
-  if (text.back() == '.') text.pop_back();
-  return text == "-0" ? "0" : text;
+std::string numberText(double number) {
+  std::array<char, 32> digits;
+  const auto end =
+      std::to_chars(digits.data(), digits.data() + digits.size(), number == 0 ? 0 : number).ptr;
+  return {digits.data(), end};
 }
 
 }  // namespace tern::command

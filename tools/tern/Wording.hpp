@@ -13,9 +13,6 @@
 
 namespace tern::command {
 
-// At most the first forty bytes, cut between two characters, with "..." behind what was cut.
-std::string shortened(std::string_view text);
-
 // The text with a space for every control character, so that what the data calls itself cannot
 // command a terminal; on one line, or with its line breaks.
 std::string onOneLine(std::string_view text);
@@ -33,7 +30,5 @@ std::optional<TernCoordinate> parsePoint(std::string_view text);
 // In the shortest form that reads back as the same number, without an exponent where that is
 // readable.
 std::string numberText(double number);
-// Hundredths at most, without zeros at the end.
-std::string roundedText(double number);
 
 }  // namespace tern::command

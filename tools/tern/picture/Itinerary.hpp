@@ -18,6 +18,8 @@
 #include "TernCoreKit/model/collections/TernVenueData.hpp"
 #include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
 #include "tools/tern/picture/Geometry.hpp"
+#include "tools/tern/words/FloorName.hpp"
+#include "tools/tern/words/WalkLength.hpp"
 
 namespace tern {
 struct TernMap;
@@ -25,24 +27,10 @@ struct TernMap;
 
 namespace tern::picture {
 
-// A length as the map's scale gives it; in map units where the scale is unknown.
-struct WalkLength {
-  double mapUnits = 0;
-  std::optional<double> metres;
-
-  // "120 m", "1.2 km", "340 map units"; empty for what rounds to nothing.
-  std::string text() const;
-};
+using words::FloorName;
+using words::WalkLength;
 
 enum class Heading { up, down, across };
-
-struct FloorName {
-  std::string floor;
-  // Empty when all of the venue is one building.
-  std::string building;
-
-  std::string text() const { return building.empty() ? floor : building + ", " + floor; }
-};
 
 struct FloorChange {
   // The path type's name; empty when it is unknown.
@@ -76,8 +64,5 @@ struct Itinerary {
 };
 
 Itinerary itineraryOf(const TernVenueData& venue, const TernRoute& route);
-
-// Their sum; in metres only when both are.
-WalkLength operator+(const WalkLength& a, const WalkLength& b);
 
 }  // namespace tern::picture

@@ -1,11 +1,13 @@
-#include "tools/tern/RouteAnswer.hpp"
+#include "TernCoreKit/answers/detail/AnswerParts.hpp"
 
+#include <utility>
 #include <vector>
 
 #include "TernCoreKit/model/records/TernPathType.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/platform/Json.hpp"
 
-namespace tern::command {
+namespace tern::detail {
 
 namespace {
 
@@ -17,28 +19,40 @@ Value listOf(const Items& items, ValueOf valueOf) {
   return Value::listOf(values);
 }
 
-Value segmentAnswer(const TernPathPerFloor& segment) {
+Value segmentPart(const TernPathPerFloor& segment) {
   const auto nodeId = [](const TernASNode& node) { return Value(node.nodeId()); };
   const auto place = [](const TernPoint& point) {
     return Value::list({shortestDouble(point.x), shortestDouble(point.y)});
   };
-  Value answer =
+  Value part =
       Value::map({{"mapId", segment.mapId},
                   {"mover", segment.mover ? Value(segment.mover->id.integer()) : Value(nullptr)},
                   {"cost", shortestDouble(segment.cost)},
                   {"pixelDistance", shortestDouble(segment.pixelDistance)},
                   {"mmDistance", shortestDouble(segment.mmDistance)}});
   // Set apart, since what stands in braces is copied.
-  answer.set("points", listOf(segment.points, nodeId));
-  answer.set("mapPoints", listOf(segment.mapPoints, place));
-  return answer;
+  part.set("points", listOf(segment.points, nodeId));
+  part.set("mapPoints", listOf(segment.mapPoints, place));
+  return part;
 }
 
 }  // namespace
 
-Value routeAnswer(const TernRoute& route) { return listOf(route, segmentAnswer); }
+Value answerOf(std::string_view key, Value value) {
+  Value answer = Value::map();
+  answer.set(key, std::move(value));
+  return answer;
+}
 
-Value neighborAnswer(const TernNeighbor& neighbor) {
+Value waypointPart(const std::shared_ptr<TernWaypoint>& waypoint) {
+  return waypoint != nullptr ? Value(waypoint->id.integer()) : Value(nullptr);
+}
+
+Value pointPart(TernCoordinate point) { return Value::list({point.x, point.y}); }
+
+Value routePart(const TernRoute& route) { return listOf(route, segmentPart); }
+
+Value neighborPart(const TernNeighbor& neighbor) {
   return Value::map({{"id", neighbor.neighborId.integer()},
                      {"cost", shortestDouble(neighbor.cost)},
                      {"distance", shortestDouble(neighbor.distance)},
@@ -47,4 +61,4 @@ Value neighborAnswer(const TernNeighbor& neighbor) {
                      {"pathType", neighbor.edgeTypeId.integer()}});
 }
 
-}  // namespace tern::command
+}  // namespace tern::detail

@@ -8,7 +8,7 @@
 //   RequestFields fields(request);
 //   const std::int64_t from = fields.integer("from");
 //   const TernCoordinate at = fields.point("at");
-//   if (fields.error()) return refuse(*fields.error());
+//   if (fields.error()) return {};
 #pragma once
 
 #include <cstdint>
@@ -20,7 +20,7 @@
 #include "TernCoreKit/platform/Value.hpp"
 #include "TernCoreKit/service/coordinates/TernUtils.hpp"
 
-namespace tern::command {
+namespace tern::detail {
 
 class RequestFields {
  public:
@@ -29,8 +29,8 @@ class RequestFields {
 
   // A number without a fraction, such as 12 or 12.0, that fits 64 bits.
   std::int64_t integer(std::string_view name);
-  // The same, or what stands in for a missing one.
-  std::int64_t integerOr(std::string_view name, std::int64_t missing);
+  // The accessibility level; everyone's, 100, when the request names none.
+  std::int64_t level();
   std::vector<std::int64_t> integers(std::string_view name);
   // A list of as many lists of numbers, at most so many; the diagonal may be anything and reads as
   // 0.
@@ -55,4 +55,4 @@ class RequestFields {
   std::optional<std::string> error_;
 };
 
-}  // namespace tern::command
+}  // namespace tern::detail

@@ -1,10 +1,10 @@
-#include "tools/tern/RequestFields.hpp"
+#include "TernCoreKit/answers/detail/RequestFields.hpp"
 
 #include <algorithm>
 
 #include "TernCoreKit/platform/Numbers.hpp"
 
-namespace tern::command {
+namespace tern::detail {
 
 namespace {
 
@@ -41,8 +41,8 @@ std::int64_t RequestFields::integer(std::string_view name) {
   return whole.value_or(0);
 }
 
-std::int64_t RequestFields::integerOr(std::string_view name, std::int64_t missing) {
-  return request_.find(name) != nullptr ? integer(name) : missing;
+std::int64_t RequestFields::level() {
+  return has("accessibility") ? integer("accessibility") : 100;
 }
 
 std::vector<std::int64_t> RequestFields::integers(std::string_view name) {
@@ -111,4 +111,4 @@ std::string_view RequestFields::text(std::string_view name) {
   return field != nullptr ? field->text() : std::string_view();
 }
 
-}  // namespace tern::command
+}  // namespace tern::detail

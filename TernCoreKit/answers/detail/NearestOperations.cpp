@@ -1,0 +1,134 @@
+// The nearest destination, amenity or path type: from a point over the floors in straight lines,
+// and from a waypoint on a given map.
+#include <optional>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "TernCoreKit/answers/ErrorAnswer.hpp"
+#include "TernCoreKit/answers/detail/AnswerParts.hpp"
+#include "TernCoreKit/answers/detail/Operations.hpp"
+#include "TernCoreKit/model/collections/TernAmenityCollection.hpp"
+#include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
+#include "TernCoreKit/model/collections/TernMapCollection.hpp"
+#include "TernCoreKit/model/collections/TernPathTypeCollection.hpp"
+#include "TernCoreKit/model/venue/TernActiveVenue.hpp"
+#include "TernCoreKit/platform/Json.hpp"
+#include "TernCoreKit/spatial/TernNearestElement.hpp"
+#include "TernCoreKit/wayfinding/TernASGrid.hpp"
+
+namespace tern::detail {
+
+namespace {
+
+template <class Collection>
+auto recordOf(const Nested<Collection>& collection, std::int64_t id) {
+  return collection ? collection->getById(id) : nullptr;
+}
+
+// Of several kinds the destination, then the amenity.
+TernElement elementOf(const TernActiveVenue& venue, RequestFields& fields) {
+  if (!fields.has("destination") && fields.has("amenity")) {
+    return recordOf(venue.amenities, fields.integer("amenity"));
+  }
+  if (!fields.has("destination") && fields.has("pathType")) {
+    return recordOf(venue.pathTypes, fields.integer("pathType"));
+  }
+  return recordOf(venue.destinations, fields.integer("destination"));
+}
+
+// Those of the ids that the collection knows.
+template <class Collection>
+void appendElements(const Nested<Collection>& collection, const std::vector<std::int64_t>& ids,
+                    TernNearestElement::Elements& elements) {
+  for (const std::int64_t id : ids) {
+    if (auto record = recordOf(collection, id)) elements.emplace_back(std::move(record));
+  }
+}
+
+// Destinations come first, then amenities, then path types.
+TernNearestElement::Elements elementsOf(const TernActiveVenue& venue, RequestFields& fields) {
+  const bool hasOthers = fields.has("amenities") || fields.has("pathTypes");
+  TernNearestElement::Elements elements;
+  if (fields.has("destinations") || !hasOthers) {
+    appendElements(venue.destinations, fields.integers("destinations"), elements);
+  }
+  if (fields.has("amenities")) {
+    appendElements(venue.amenities, fields.integers("amenities"), elements);
+  }
+  if (fields.has("pathTypes")) {
+    appendElements(venue.pathTypes, fields.integers("pathTypes"), elements);
+  }
+  return elements;
+}
+
+std::string_view nameOf(TernElement::Kind kind) {
+  if (kind == TernElement::Kind::destination) return "destination";
+  return kind == TernElement::Kind::amenity ? "amenity" : "pathType";
+}
+
+Value elementPart(const TernElement& element) {
+  return Value::map({{"kind", nameOf(element.kind)}, {"id", element.record->id.integer()}});
+}
+
+Value waypointsPart(const TernNearestElement::Waypoints& waypoints) {
+  Value ids = Value::list();
+  for (const auto& waypoint : waypoints) ids.append(waypointPart(waypoint));
+  return ids;
+}
+
+Value errorPart(const std::optional<TernError>& error) {
+  return error ? errorAnswer(*error)["error"] : Value(nullptr);
+}
+
+std::shared_ptr<TernNearestElement> searcherOf(const TernActiveVenue& venue) {
+  auto nearest = venue.nearestElement();
+  // Else a search that leaves no error would repeat that of an earlier one.
+  nearest->setError(std::nullopt);
+  return nearest;
+}
+
+}  // namespace
+
+Value answerNearest(TernActiveVenue& venue, RequestFields& fields) {
+  const std::int64_t map = fields.integer("map");
+  const TernCoordinate at = fields.point("at");
+  const TernElement element = elementOf(venue, fields);
+  if (fields.error()) return {};
+  const auto nearest = searcherOf(venue);
+  Value answer;
+  nearest->searchNearestElement(
+      element, at, venue.maps->getById(map),
+      [&](const auto& waypoint, const auto&, const auto& error) {
+        const bool isFound = waypoint != nullptr;
+        answer = Value::map({{"waypoint", waypointPart(waypoint)},
+                             {"element", isFound ? elementPart(element) : Value(nullptr)},
+                             {"connectors", isFound ? waypointsPart(nearest->arrayOfPathTypeTaken())
+                                                    : Value::list()},
+                             {"error", errorPart(error)}});
+      });
+  return answer;
+}
+
+Value answerNearestOnMap(TernActiveVenue& venue, RequestFields& fields) {
+  const std::int64_t from = fields.integer("from");
+  const std::int64_t toMap = fields.integer("toMap");
+  const std::int64_t level = fields.level();
+  const TernNearestElement::Elements elements = elementsOf(venue, fields);
+  if (fields.error()) return {};
+  const auto nearest = searcherOf(venue);
+  const auto start = venue.globalASGrid()->getWPById(from);
+  const auto found = nearest->getNearestElementFrom(start, toMap, elements, level);
+  if (!found) {
+    return Value::map({{"waypoint", nullptr},
+                       {"totalDistance", nullptr},
+                       {"connectors", Value::list()},
+                       {"error", errorPart(nearest->error())}});
+  }
+  return Value::map({{"waypoint", waypointPart(found->waypoint)},
+                     {"totalDistance", shortestDouble(found->totalDistance)},
+                     {"connectors", waypointsPart(nearest->arrayOfPathTypeTaken())},
+                     {"error", nullptr}});
+}
+
+}  // namespace tern::detail

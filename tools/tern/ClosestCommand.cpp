@@ -1,0 +1,27 @@
+#include "TernCoreKit/answers/TernAnswers.hpp"
+#include "TernCoreKit/model/collections/TernMapCollection.hpp"
+#include "TernCoreKit/wayfinding/TernASGrid.hpp"
+#include "tools/tern/RequestCommands.hpp"
+#include "tools/tern/Telling.hpp"
+#include "tools/tern/Whereabouts.hpp"
+#include "tools/tern/words/FloorName.hpp"
+
+namespace tern::command {
+
+Outcome answerClosest(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
+  const Value answer = TernAnswers(venue).answer(call.request);
+  const Value& mapId = call.request["map"];
+  Telling told{.isFound = !answer["waypoint"].isNull()};
+  if (venue->maps->findById(mapId.integer()) == nullptr) {
+    told.remark = "there is no map " + mapId.printed() + " in " + venueTitle(*venue);
+  } else if (told.isFound) {
+    const auto waypoint = venue->globalASGrid()->getWPById(answer["waypoint"].integer());
+    told.text =
+        placeOnFloor(*venue, *waypoint) + awayText(*venue, *waypoint, call.request["at"]) + "\n";
+  } else {
+    told.text = "No waypoint lies on " + words::floorName(*venue, mapId.integer()).text() + "\n";
+  }
+  return outcomeOf(call, answer, told);
+}
+
+}  // namespace tern::command

@@ -1,0 +1,107 @@
+#include "tools/tern/JoinedRouteCommand.hpp"
+
+#include <string>
+#include <utility>
+
+#include "TernCoreKit/answers/TernAnswers.hpp"
+#include "TernCoreKit/model/collections/TernMapCollection.hpp"
+#include "TernCoreKit/service/coordinates/TernUtils.hpp"
+#include "TernCoreKit/wayfinding/TernASGrid.hpp"
+#include "tools/tern/AnsweredRoute.hpp"
+#include "tools/tern/RequestCommands.hpp"
+#include "tools/tern/RouteText.hpp"
+#include "tools/tern/Telling.hpp"
+#include "tools/tern/Whereabouts.hpp"
+
+namespace tern::command {
+
+namespace {
+
+std::string nameOf(const TernActiveVenue& venue) {
+  const std::string name(venue.name.text());
+  return name.empty() ? venueTitle(venue) : name;
+}
+
+// The segment on its map, behind so many map units of the same leg.
+Value onItsMap(const Value& segment, const TernActiveVenue& venue, double walkedPx) {
+  const auto grid = venue.globalASGrid();
+  Value mapPoints = Value::list();
+  std::optional<TernCoordinate> last;
+  for (const Value& id : segment["points"].items()) {
+    const auto node = grid->getNodeById(id.integer());
+    if (!node) continue;
+    const TernCoordinate at =
+        TernUtils::convertPoint({node->x(), node->y()}, "EPSG:4326", "tern:local", &venue);
+    if (last) walkedPx += TernUtils::distanceBetweenPoint1(*last, at);
+    last = at;
+    mapPoints.append(Value::list({at.x, at.y}));
+  }
+  const TernMap* map = venue.maps->findById(segment["mapId"].integer());
+  Value local = segment;
+  local.set("pixelDistance", walkedPx);
+  local.set("mmDistance", walkedPx * map->mmPerPixel.number());
+  local.set("mapPoints", std::move(mapPoints));
+  return local;
+}
+
+std::string textOf(const std::vector<VenueLeg>& legs) {
+  std::string text;
+  for (std::size_t i = 0; i < legs.size(); ++i) {
+    if (i > 0) {
+      text += "\nLeave " + nameOf(*legs[i - 1].venue) + " at waypoint " +
+              std::to_string(endOf(legs[i - 1].segments)) + " and enter " + nameOf(*legs[i].venue) +
+              " at waypoint " + std::to_string(startOf(legs[i].segments)) + "\n\n";
+    }
+    text += "In " + nameOf(*legs[i].venue) + "\n" + routeText(*legs[i].venue, legs[i].segments);
+  }
+  return text;
+}
+
+picture::RoutePicture pictureOf(const std::vector<VenueLeg>& legs) {
+  picture::RoutePicture drawn{*legs.front().venue, {}, picture::RouteSet::legs, {}};
+  for (const auto& [venue, segments] : legs) {
+    const std::string name = nameOf(*venue);
+    drawn.venueName += drawn.venueName.empty() ? name : ", " + name;
+    drawn.routes.push_back({name, placeName(*venue, startOf(segments)),
+                            placeName(*venue, endOf(segments)), routeOf(*venue, segments),
+                            venue.get()});
+  }
+  return drawn;
+}
+
+}  // namespace
+
+std::vector<VenueLeg> legsOf(const TernMultiActiveVenues& venues, const Value& segments) {
+  std::vector<VenueLeg> legs;
+  double walkedPx = 0;
+  for (const Value& segment : segments.items()) {
+    const auto venue = venues.getVenueByMapId(segment["mapId"].integer());
+    if (venue == nullptr) continue;
+    if (legs.empty() || legs.back().venue != venue) {
+      legs.push_back({venue, Value::list()});
+      walkedPx = 0;
+    }
+    Value local = onItsMap(segment, *venue, walkedPx);
+    walkedPx = local["pixelDistance"].number();
+    legs.back().segments.append(std::move(local));
+  }
+  return legs;
+}
+
+Outcome answerJoinedRoute(const Arguments& call,
+                          const std::shared_ptr<TernMultiActiveVenues>& venues) {
+  const Value answer = TernAnswers(venues).answer(call.request);
+  const std::vector<VenueLeg> legs = legsOf(*venues, answer["route"]);
+  Telling told{.isFound = answer["route"].size() > 0,
+               .remark = unknownWaypoints(call.request, *venues->globalASGrid(), "these venues")};
+  if (!legs.empty()) {
+    told.text = textOf(legs);
+    told.picture.emplace(pictureOf(legs));
+  } else if (told.remark.empty()) {
+    told.text = "No route from waypoint " + call.request["from"].printed() + " to waypoint " +
+                call.request["to"].printed() + "\n";
+  }
+  return outcomeOf(call, answer, told);
+}
+
+}  // namespace tern::command

@@ -1,0 +1,130 @@
+#include <algorithm>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "TernCoreKit/answers/TernAnswers.hpp"
+#include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
+#include "TernCoreKit/wayfinding/TernASGrid.hpp"
+#include "tools/tern/AnsweredRoute.hpp"
+#include "tools/tern/RequestCommands.hpp"
+#include "tools/tern/RouteText.hpp"
+#include "tools/tern/Telling.hpp"
+#include "tools/tern/Whereabouts.hpp"
+#include "tools/tern/picture/Itinerary.hpp"
+
+namespace tern::command {
+
+namespace {
+
+std::shared_ptr<TernDestination> destinationOf(const TernActiveVenue& venue, const Value& id) {
+  return venue.destinations ? venue.destinations->getById(id.integer()) : nullptr;
+}
+
+// Each once, in the order of the request.
+std::vector<Value> differentOnes(const Value& ids) {
+  std::vector<Value> different;
+  for (const Value& id : ids.items()) {
+    if (std::ranges::count(different, id) == 0) different.push_back(id);
+  }
+  return different;
+}
+
+// What the venue does not have of what the call names.
+std::string unknownParts(const TernActiveVenue& venue, const Value& request) {
+  const std::string place = venueTitle(venue);
+  std::string text = unknownWaypoints(request, *venue.globalASGrid(), place);
+  std::string names;
+  for (const Value& id : differentOnes(request["destinations"])) {
+    if (destinationOf(venue, id) != nullptr) continue;
+    names += (names.empty() ? "destination " : " and no destination ") + id.printed();
+  }
+  if (names.empty()) return text;
+  return text + (text.empty() ? "" : "; ") + "there is no " + names + " in " + place;
+}
+
+// The ways that there are: a leg without a route is empty.
+std::vector<const Value*> waysOf(const Value& answer) {
+  std::vector<const Value*> ways;
+  for (const Value& leg : answer["legs"].items()) {
+    if (leg.size() > 0) ways.push_back(&leg);
+  }
+  return ways;
+}
+
+std::string nameWithId(const TernDestination& destination) {
+  const std::string id = "destination " + destination.id.printed();
+  const std::string name(destination.name.text());
+  return name.empty() ? id : name + " (" + id + ")";
+}
+
+// A destination is visited when one of its waypoints is the start or ends a way.
+std::string leftOutText(const TernActiveVenue& venue, const Value& request,
+                        const std::vector<const Value*>& ways) {
+  std::vector<std::int64_t> visited{request["from"].integer()};
+  for (const Value* way : ways) visited.push_back(endOf(*way));
+  std::string text;
+  for (const Value& id : differentOnes(request["destinations"])) {
+    const auto destination = destinationOf(venue, id);
+    const bool isVisited =
+        destination == nullptr || std::ranges::any_of(destination->waypoints, [&](const auto& at) {
+          return std::ranges::count(visited, at->id.integer()) > 0;
+        });
+    if (!isVisited) text += "Left out: " + nameWithId(*destination) + "; no way to it was found\n";
+  }
+  return text;
+}
+
+//   From Juniper Bakery (waypoint 12)
+//     Ground floor: walk 62 m
+//     Lift up to First floor
+//   1. Shoe World (waypoint 40)
+//   ...
+//   143 m in all
+//   Left out: Toy Land (destination 5); no way to it was found
+std::string textOf(const TernActiveVenue& venue, const Value& request,
+                   const std::vector<const Value*>& ways) {
+  std::int64_t here = request["from"].integer();
+  std::string text = "From " + placeNameWithId(venue, here) + "\n";
+  picture::WalkLength length{0, 0.0};
+  int number = 0;
+  for (const Value* way : ways) {
+    if (startOf(*way) != here) text += "From " + placeNameWithId(venue, startOf(*way)) + "\n";
+    here = endOf(*way);
+    const picture::Itinerary itinerary = picture::itineraryOf(venue, routeOf(venue, *way));
+    text += stagesText(itinerary);
+    text += std::to_string(++number) + ". " + placeNameWithId(venue, here) + "\n";
+    length = length + itinerary.length;
+  }
+  const std::string total = length.text();
+  return total.empty() ? text : text + total + " in all\n";
+}
+
+picture::RoutePicture pictureOf(const TernActiveVenue& venue,
+                                const std::vector<const Value*>& ways) {
+  picture::RoutePicture drawn{venue, std::string(venue.name.text()), picture::RouteSet::legs, {}};
+  for (const Value* way : ways) {
+    const std::string goal = placeName(venue, endOf(*way));
+    const std::string title = std::to_string(drawn.routes.size() + 1) + ". " + goal;
+    drawn.routes.push_back({title, placeName(venue, startOf(*way)), goal, routeOf(venue, *way)});
+  }
+  return drawn;
+}
+
+}  // namespace
+
+Outcome answerTour(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
+  const Value answer = TernAnswers(venue).answer(call.request);
+  const std::vector<const Value*> ways = waysOf(answer);
+  Telling told{.isFound = answer["destinations"].size() > 0,
+               .remark = unknownParts(*venue, call.request)};
+  const bool isStartKnown =
+      venue->globalASGrid()->getWPById(call.request["from"].integer()) != nullptr;
+  if (told.isFound) told.text = textOf(*venue, call.request, ways);
+  if (isStartKnown) told.text += leftOutText(*venue, call.request, ways);
+  if (!ways.empty()) told.picture.emplace(pictureOf(*venue, ways));
+  return outcomeOf(call, answer, told);
+}
+
+}  // namespace tern::command
