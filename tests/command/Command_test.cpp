@@ -153,7 +153,7 @@ TEST_F(CommandTest, unknownWaypointIsNamedOnStandardError) {
 
 TEST_F(CommandTest, closestAndConvertAnswerInWords) {
   EXPECT_EQ(ask({"closest", "--map", "1", "--at", "-3,-4"}).output,
-            "Bakery (waypoint 1) on Ground Floor, 0.5 m away\n");
+            "Bakery (waypoint 1) on Ground Floor, 1 m away\n");
   EXPECT_EQ(ask({"convert", "--point", "10,0", "--from", "EPSG:4326", "--to", "EPSG:3857"}).status,
             0);
 }

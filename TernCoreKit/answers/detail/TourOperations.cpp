@@ -40,9 +40,9 @@ Value answerSolve(TernActiveVenue&, RequestFields& fields) {
   const TernTSP::Matrix matrix = fields.matrix("matrix", TernTSP::mostPlaces);
   if (fields.error()) return {};
   const auto [tour, cost] = TernTSP::solve(matrix);
-  Value places = Value::list();
-  for (const std::size_t place : tour) places.append(static_cast<std::int64_t>(place));
-  Value answer = answerOf("tour", std::move(places));
+  Value rows = Value::list();
+  for (const std::size_t row : tour) rows.append(static_cast<std::int64_t>(row));
+  Value answer = answerOf("tour", std::move(rows));
   answer.set("cost", cost);
   return answer;
 }

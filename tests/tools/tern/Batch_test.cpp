@@ -22,12 +22,12 @@ class BatchTest : public testing::Test {
     const MemoryFile answers;
     LineReader lines(input.descriptor(), longestBytes);
     Output output(answers.descriptor());
-    answerLines(lines, requests_, output);
+    answerLines(lines, answers_, output);
     output.flush();
     return answers.text();
   }
 
-  Requests requests_{test::loadDrawnVenue({.floors = {{.lines = {"A  B"}}}, .paths = {"A-B"}})};
+  TernAnswers answers_{test::loadDrawnVenue({.floors = {{.lines = {"A  B"}}}, .paths = {"A-B"}})};
 };
 
 constexpr const char* block = R"({"op":"blockExit","node":1,"blocked":true,"id":)";
@@ -64,7 +64,7 @@ TEST_F(BatchTest, endsWhenItsAnswersCannotBeWritten) {
   const MemoryFile input(block + std::string("1}\n") + block + "2}\n");
   LineReader lines(input.descriptor());
   Output output(full);
-  answerLines(lines, requests_, output);
+  answerLines(lines, answers_, output);
   EXPECT_EQ(output.error(), ENOSPC);
   close(full);
 }

@@ -3,11 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "TernCoreKit/answers/TernAnswers.hpp"
 #include "TernCoreKit/model/venue/VenueAssembly.hpp"
 #include "TernCoreKit/platform/Log.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 #include "tests/support/VenueFolders.hpp"
-#include "tools/tern/Requests.hpp"
 
 namespace tern::command {
 namespace {
@@ -22,6 +22,7 @@ class RequestCommandsTest : public testing::Test {
     addBuilding(*venue_, 1, test::twoFloorsBuildingDocument());
     attachWaypoints(*venue_);
     venue_->loadGridData();
+    venue_->loadKDTree();
   }
   ~RequestCommandsTest() override { setLogSink({}); }
 
@@ -36,16 +37,17 @@ class RequestCommandsTest : public testing::Test {
 };
 
 TEST_F(RequestCommandsTest, jsonIsTheAnswerOfTheSameRequest) {
-  Requests requests(venue_);
+  TernAnswers answers(venue_);
   EXPECT_EQ(ask({"route", "--from", "1", "--to", "4", "--accessibility", "1", "--json"}).text,
-            jsonLine(requests.answerText(R"({"op":"route","from":1,"to":4,"accessibility":1})")));
+            answers.answerText(R"({"op":"route","from":1,"to":4,"accessibility":1})") + "\n");
   EXPECT_EQ(ask({"route", "--from", "1", "--to", "99", "--json"}).text, "{\"route\":[]}\n");
   EXPECT_EQ(ask({"closest", "--map", "1", "--at", "28,1", "--json"}).text, "{\"waypoint\":2}\n");
   EXPECT_EQ(
       ask({"convert", "--point", "0,10", "--from", "EPSG:4326", "--to", "tern:local", "--json"})
           .text,
-      jsonLine(requests.answerText(
-          R"({"op":"convert","point":[0,10],"from":"EPSG:4326","to":"tern:local"})")));
+      answers.answerText(
+          R"({"op":"convert","point":[0,10],"from":"EPSG:4326","to":"tern:local"})") +
+          "\n");
 }
 
 TEST_F(RequestCommandsTest, routeIsToldInWords) {
@@ -94,11 +96,38 @@ TEST_F(RequestCommandsTest, pictureThatCannotBeWrittenIsAFailure) {
   EXPECT_EQ(std::get<Failure>(outcome).error.message, "--picture: cannot write /no/such/r.svg");
 }
 
+// A route from a waypoint to itself is a line in the log, which counts the searches for it.
+TEST_F(RequestCommandsTest, routeIsSearchedOnceForTextJsonAndPicture) {
+  const test::TemporaryFolder folder;
+  for (const std::vector<std::string>& more : {std::vector<std::string>{}, {"--json"}}) {
+    int searches = 0;
+    setLogSink([&](std::string_view line) { searches += line == "Tern SDK: NO PATH" ? 1 : 0; });
+    std::vector<std::string> words{"route",     "--from",          "1", "--to", "1",
+                                   "--picture", folder.at("r.svg")};
+    words.insert(words.end(), more.begin(), more.end());
+    ask(words);
+    EXPECT_EQ(searches, 1);
+    setLogSink([](std::string_view) {});
+  }
+}
+
+TEST_F(RequestCommandsTest, placeThatIsReachedIsRightThere) {
+  EXPECT_EQ(ask({"closest", "--map", "1", "--at", "0,0"}).text,
+            "Bakery (waypoint 1) on Ground Floor, right there\n");
+}
+
+TEST_F(RequestCommandsTest, commandThatAsksNothingIsAnError) {
+  Arguments call;
+  call.command = "info";
+  EXPECT_EQ(std::get<Failure>(answerCall(call, venue_)).error.message,
+            "\"info\" asks nothing of a venue");
+}
+
 TEST_F(RequestCommandsTest, closestSaysWhereAndHowFar) {
   EXPECT_EQ(ask({"closest", "--map", "1", "--at", "3,4"}).text,
-            "Bakery (waypoint 1) on Ground Floor, 0.5 m away\n");
+            "Bakery (waypoint 1) on Ground Floor, 1 m away\n");
   EXPECT_EQ(ask({"closest", "--map", "2", "--at", "30,-2.5"}).text,
-            "Exit (waypoint 4) on First Floor, 2.5 map units away\n");
+            "Exit (waypoint 4) on First Floor, 3 map units away\n");
 }
 
 TEST_F(RequestCommandsTest, unknownMapIsNamed) {
@@ -117,6 +146,8 @@ TEST_F(RequestCommandsTest, convertedPointCanBeAskedOnWith) {
 
 TEST_F(RequestCommandsTest, pointThatCannotBeConvertedIsNotAnswered) {
   venue_ = TernActiveVenue::initWithDictionary(Value::map({{"id", 1}}));
+  venue_->loadGridData();
+  venue_->loadKDTree();
   const Answer answer =
       ask({"convert", "--point", "0,10", "--from", "EPSG:4326", "--to", "tern:local"});
   EXPECT_EQ(answer.status, ExitStatus::nothingFound);

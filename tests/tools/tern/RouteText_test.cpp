@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include "TernCoreKit/answers/TernAnswers.hpp"
 #include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "TernCoreKit/model/venue/VenueAssembly.hpp"
 #include "tests/support/VenueFolders.hpp"
-#include "tools/tern/Routing.hpp"
 
 namespace tern::command {
 namespace {
@@ -16,22 +16,21 @@ class RouteTextTest : public testing::Test {
     addBuilding(*venue_, 1, test::twoFloorsBuildingDocument());
     attachWaypoints(*venue_);
     venue_->loadGridData();
+    venue_->loadKDTree();
+  }
+
+  std::string textOf(std::int64_t from, std::int64_t to) {
+    const Value request =
+        Value::map({{"op", "route"}, {"from", from}, {"to", to}, {"accessibility", 0}});
+    return routeText(*venue_, TernAnswers(venue_).answer(request)["route"]);
   }
 
   std::shared_ptr<TernActiveVenue> venue_ =
       TernActiveVenue::initWithDictionary(test::twoFloorsVenueDocument());
 };
 
-TEST_F(RouteTextTest, placeIsNamedByWhatIsThere) {
-  EXPECT_EQ(placeName(*venue_, 1), "Bakery");
-  EXPECT_EQ(placeName(*venue_, 4), "Exit");
-  EXPECT_EQ(placeName(*venue_, 2), "waypoint 2");
-  EXPECT_EQ(placeNameWithId(*venue_, 1), "Bakery (waypoint 1)");
-  EXPECT_EQ(placeNameWithId(*venue_, 2), "waypoint 2");
-}
-
 TEST_F(RouteTextTest, routeIsToldFloorByFloor) {
-  EXPECT_EQ(routeText(*venue_, findRoute(*venue_, 1, 4, 0)),
+  EXPECT_EQ(textOf(1, 4),
             "From Bakery (waypoint 1)\n"
             "  Ground Floor: walk 3 m\n"
             "  Lift up to First Floor\n"
@@ -41,7 +40,7 @@ TEST_F(RouteTextTest, routeIsToldFloorByFloor) {
 }
 
 TEST_F(RouteTextTest, routeOnOneFloorIsInMetres) {
-  EXPECT_EQ(routeText(*venue_, findRoute(*venue_, 3, 1, 0)),
+  EXPECT_EQ(textOf(3, 1),
             "From waypoint 3\n  Ground Floor: walk 6 m\nTo Bakery (waypoint 1)\n6 m in all\n");
 }
 

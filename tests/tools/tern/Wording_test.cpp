@@ -8,14 +8,6 @@
 namespace tern::command {
 namespace {
 
-TEST(Wording, longTextIsCutBetweenCharacters) {
-  EXPECT_EQ(shortened("short"), "short");
-  EXPECT_EQ(shortened(std::string(40, 'x')), std::string(40, 'x'));
-  EXPECT_EQ(shortened(std::string(41, 'x')), std::string(40, 'x') + "...");
-  // The character of two bytes lies across the fortieth byte.
-  EXPECT_EQ(shortened(std::string(39, 'x') + "\xC3\xA9y"), std::string(39, 'x') + "...");
-}
-
 TEST(Wording, controlCharactersBecomeSpaces) {
   EXPECT_EQ(onOneLine("a\nb\r\tc\x1B\x7F"), "a b  c  ");
   EXPECT_EQ(onOneLine("caf\xC3\xA9"), "caf\xC3\xA9");

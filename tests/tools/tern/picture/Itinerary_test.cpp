@@ -55,14 +55,6 @@ TEST(Itinerary, unknownScaleGivesMapUnits) {
   EXPECT_EQ(walk.length.text(), "80 map units");
 }
 
-TEST(Itinerary, lengthsReadAsPeopleSayThem) {
-  EXPECT_EQ((WalkLength{0, 0.4}).text(), "");
-  EXPECT_EQ((WalkLength{0, 0.6}).text(), "1 m");
-  EXPECT_EQ((WalkLength{0, 999.4}).text(), "999 m");
-  EXPECT_EQ((WalkLength{0, 1250}).text(), "1.2 km");
-  EXPECT_EQ((WalkLength{0.2, {}}).text(), "");
-}
-
 TEST(Itinerary, senselessLengthsCountAsNone) {
   const TernVenueData venue = pictureVenue(twoFloors());
   for (float distance : {std::numeric_limits<float>::infinity(), std::nanf(""), -5.0F, 1e38F}) {
@@ -113,8 +105,8 @@ TEST(Itinerary, anotherBuildingIsNamed) {
 TEST(Itinerary, unknownMapsMoversAndLevelsAreNoFailure) {
   TernVenueData empty;
   const Itinerary walk = itineraryOf(empty, {segment(7, {{1, 2}}, 9), segment(8, {{3, 4}}, 10)});
-  EXPECT_EQ(walk.visits[0].name.text(), "Map 7");
-  EXPECT_EQ(walk.visits[0].departure->text(), "Go to Map 8");
+  EXPECT_EQ(walk.visits[0].name.text(), "map 7");
+  EXPECT_EQ(walk.visits[0].departure->text(), "Go to map 8");
   EXPECT_EQ(walk.length.text(), "10 map units");
   EXPECT_TRUE(itineraryOf(empty, {}).visits.empty());
 }
@@ -125,11 +117,6 @@ TEST(Itinerary, nullLevelIsNeitherUpNorDown) {
   const Itinerary walk =
       itineraryOf(venue, {segment(1, {{0, 0}}, 9, pathType("Lift")), segment(2, {{0, 0}}, 10)});
   EXPECT_EQ(walk.visits[0].departure->text(), "Lift to First");
-}
-
-TEST(Itinerary, floorWithoutANameIsNamedByItsId) {
-  const TernVenueData venue = pictureVenue({{.id = 1, .name = ""}});
-  EXPECT_EQ(itineraryOf(venue, {segment(1, {{0, 0}}, 9)}).visits[0].name.text(), "Floor 101");
 }
 
 TEST(Itinerary, pointsFarOffTheDrawingAreLeftOut) {

@@ -1,16 +1,18 @@
-#include "tools/tern/JoinedVenues.hpp"
+#include "tools/tern/JoinedRouteCommand.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
 
+#include "TernCoreKit/answers/TernAnswers.hpp"
 #include "TernCoreKit/model/collections/TernMapCollection.hpp"
-#include "TernCoreKit/platform/Json.hpp"
-#include "TernCoreKit/wayfinding/TernASGrid.hpp"
+#include "TernCoreKit/platform/Log.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 #include "tools/generate/GenerateVenue.hpp"
-#include "tools/tern/Requests.hpp"
+#include "tools/tern/AnsweredRoute.hpp"
+#include "tools/tern/JoinedVenues.hpp"
+#include "tools/tern/RequestCommands.hpp"
 #include "tools/tern/VenueFolder.hpp"
 
 namespace tern::command {
@@ -21,9 +23,9 @@ using testing::StartsWith;
 
 // Two generated venues: map 11 and those behind it are of venue 1, 111 and those behind it of
 // venue 2.
-class JoinedVenuesTest : public testing::Test {
+class JoinedRouteCommandTest : public testing::Test {
  protected:
-  JoinedVenuesTest() {
+  JoinedRouteCommandTest() {
     generate::GenerateOptions options;
     options.venues = 2;
     options.shops = 12;
@@ -35,7 +37,7 @@ class JoinedVenuesTest : public testing::Test {
     }
     venues_ = joinVenues(loaded);
   }
-  ~JoinedVenuesTest() override { joinVenues({}); }
+  ~JoinedRouteCommandTest() override { joinVenues({}); }
 
   Arguments callFor(std::int64_t from, std::int64_t to) const {
     Arguments call;
@@ -46,8 +48,8 @@ class JoinedVenuesTest : public testing::Test {
   Answer answerOf(const Arguments& call) const {
     return std::get<Answer>(answerJoinedRoute(call, venues_));
   }
-  std::string refusal(std::string request) const {
-    return std::string(Requests(venues_).answerText(std::move(request))["error"]["message"].text());
+  Value routeBetween(std::int64_t from, std::int64_t to) const {
+    return TernAnswers(venues_).answer(callFor(from, to).request)["route"];
   }
 
   static constexpr std::int64_t start = 13001;
@@ -56,22 +58,22 @@ class JoinedVenuesTest : public testing::Test {
   std::shared_ptr<TernMultiActiveVenues> venues_;
 };
 
-TEST_F(JoinedVenuesTest, generatedVenuesReachEachOther) {
+TEST_F(JoinedRouteCommandTest, generatedVenuesReachEachOther) {
   EXPECT_TRUE(venues_->venueConnections().at("1").contains("2"));
   EXPECT_TRUE(venues_->venueConnections().at("2").contains("1"));
-  EXPECT_FALSE(findRoute(*venues_, start, end, everyonesLevel).empty());
-  EXPECT_FALSE(findRoute(*venues_, end, start, everyonesLevel).empty());
+  EXPECT_GT(routeBetween(start, end).size(), 0U);
+  EXPECT_GT(routeBetween(end, start).size(), 0U);
 }
 
-TEST_F(JoinedVenuesTest, legsLieOnTheirVenuesMapsInMapUnits) {
-  const TernRoute route = findRoute(*venues_, start, end, everyonesLevel);
+TEST_F(JoinedRouteCommandTest, legsLieOnTheirVenuesMapsInMapUnits) {
+  const Value route = routeBetween(start, end);
   const std::vector<VenueLeg> legs = legsOf(*venues_, route);
   ASSERT_EQ(legs.size(), 2U);
   EXPECT_EQ(legs[0].venue->id, Value(1));
   EXPECT_EQ(legs[1].venue->id, Value(2));
-  EXPECT_EQ(legs[0].route.size() + legs[1].route.size(), route.size());
+  EXPECT_EQ(legs[0].segments.size() + legs[1].segments.size(), route.size());
   for (const VenueLeg& leg : legs) {
-    for (const TernPathPerFloor& segment : leg.route) {
+    for (const TernPathPerFloor& segment : routeOf(*leg.venue, leg.segments)) {
       const TernMap& map = *leg.venue->maps->findById(segment.mapId);
       EXPECT_FLOAT_EQ(segment.mmDistance, segment.pixelDistance * 50);
       for (const TernPoint& point : segment.mapPoints) {
@@ -82,7 +84,7 @@ TEST_F(JoinedVenuesTest, legsLieOnTheirVenuesMapsInMapUnits) {
   }
 }
 
-TEST_F(JoinedVenuesTest, theRouteSaysWhereOneLeavesAndEnters) {
+TEST_F(JoinedRouteCommandTest, theRouteSaysWhereOneLeavesAndEnters) {
   const Answer answer = answerOf(callFor(start, end));
   EXPECT_EQ(answer.status, ExitStatus::answered);
   const std::string first(venues_->getVenueById(1)->name.text());
@@ -92,7 +94,7 @@ TEST_F(JoinedVenuesTest, theRouteSaysWhereOneLeavesAndEnters) {
   EXPECT_THAT(answer.text, HasSubstr(" and enter " + second + " at waypoint "));
 }
 
-TEST_F(JoinedVenuesTest, thePictureHasALegForEachVenue) {
+TEST_F(JoinedRouteCommandTest, thePictureHasALegForEachVenue) {
   Arguments call = callFor(start, end);
   call.picture = folder_.at("route.svg");
   answerOf(call);
@@ -101,7 +103,7 @@ TEST_F(JoinedVenuesTest, thePictureHasALegForEachVenue) {
   }
 }
 
-TEST_F(JoinedVenuesTest, withoutARouteThereIsNothing) {
+TEST_F(JoinedRouteCommandTest, withoutARouteThereIsNothing) {
   const Answer answer = answerOf(callFor(start, 5));
   EXPECT_EQ(answer.status, ExitStatus::nothingFound);
   EXPECT_EQ(answer.remark, "there is no waypoint 5 in these venues");
@@ -111,28 +113,15 @@ TEST_F(JoinedVenuesTest, withoutARouteThereIsNothing) {
   EXPECT_EQ(answerOf(call).text, "{\"route\":[]}\n");
 }
 
-TEST_F(JoinedVenuesTest, requestsButRoutesNameTheirVenue) {
-  Requests requests(venues_);
-  const auto ask = [&](std::string request) {
-    return encodeJson(requests.answerText(std::move(request)), JsonLayout::compact);
-  };
-  EXPECT_THAT(ask(R"({"op":"route","from":13001,"to":123001,"id":7})"),
-              StartsWith(R"({"id":7,"route":[{"mapId":13,)"));
-  EXPECT_EQ(refusal(R"({"op":"center"})"), "center: \"venue\" is missing");
-  EXPECT_EQ(refusal(R"({"op":"center","venue":"1"})"), "center: \"venue\" must be a whole number");
-  EXPECT_EQ(refusal(R"({"op":"center","venue":3})"), "center: \"venue\" is 3, which is not loaded");
-  EXPECT_THAT(refusal(R"({"op":"fly"})"), HasSubstr("\"fly\", which is not known"));
-  EXPECT_EQ(refusal(R"({"op":"route","from":1})"), "route: \"to\" is missing");
-  EXPECT_NE(ask(R"({"op":"center","venue":1})"), ask(R"({"op":"center","venue":2})"));
-}
-
-TEST_F(JoinedVenuesTest, blocksActOnTheVenuesOwnGraph) {
-  Requests requests(venues_);
-  const auto before = requests.answer(callFor(start, end).request);
-  requests.answerText(R"({"op":"blockExit","venue":1,"node":13001,"blocked":true})");
-  EXPECT_EQ(requests.answer(callFor(start, end).request), before);
-  const auto grid = venues_->getVenueById(1)->globalASGrid();
-  EXPECT_TRUE(grid->getNodeById(start)->edges().front().blocked);
+// A route from a waypoint to itself is a line in the log, which counts the searches for it.
+TEST_F(JoinedRouteCommandTest, theRouteIsSearchedOnce) {
+  Arguments call = callFor(start, start);
+  call.json = true;
+  int searches = 0;
+  setLogSink([&](std::string_view line) { searches += line == "Tern SDK: NO PATH" ? 1 : 0; });
+  answerOf(call);
+  setLogSink({});
+  EXPECT_EQ(searches, 1);
 }
 
 }  // namespace

@@ -1,10 +1,9 @@
-#include "tools/tern/Alternatives.hpp"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "tests/support/ActiveVenue.hpp"
 #include "tests/support/TemporaryFolder.hpp"
+#include "tools/tern/RequestCommands.hpp"
 
 namespace tern::command {
 namespace {
@@ -28,20 +27,20 @@ Answer answerOf(const Arguments& call) {
   return std::get<Answer>(answerAlternatives(call, test::loadDrawnVenue(oneDetour)));
 }
 
-TEST(Alternatives, bothRoutesAreToldInWords) {
+TEST(AlternativesCommand, bothRoutesAreToldInWords) {
   const Answer answer = answerOf(callFor(5));
   EXPECT_EQ(answer.status, ExitStatus::answered);
   EXPECT_THAT(answer.text, HasSubstr("12 m in all\n\nAlternative:\nFrom waypoint 1\n"));
   EXPECT_THAT(answer.text, HasSubstr("16 m in all\n"));
 }
 
-TEST(Alternatives, aRouteWithoutAnAlternativeIsAnAnswer) {
+TEST(AlternativesCommand, aRouteWithoutAnAlternativeIsAnAnswer) {
   const Answer answer = answerOf(callFor(5, Value::map({{"optimalPathMatchRatio", 1.5}})));
   EXPECT_EQ(answer.status, ExitStatus::answered);
   EXPECT_THAT(answer.text, HasSubstr("\nThere is no sensible alternative.\n"));
 }
 
-TEST(Alternatives, withoutARouteThereIsNothing) {
+TEST(AlternativesCommand, withoutARouteThereIsNothing) {
   Arguments call = callFor(10);
   EXPECT_EQ(answerOf(call).status, ExitStatus::nothingFound);
   EXPECT_EQ(answerOf(call).text, "No route from waypoint 1 to waypoint 10\n");
@@ -50,7 +49,7 @@ TEST(Alternatives, withoutARouteThereIsNothing) {
   EXPECT_THAT(answerOf(callFor(99)).remark, HasSubstr("no waypoint 99"));
 }
 
-TEST(Alternatives, thePictureShowsBoth) {
+TEST(AlternativesCommand, thePictureShowsBoth) {
   const test::TemporaryFolder folder;
   Arguments call = callFor(5);
   call.picture = folder.at("routes.svg");

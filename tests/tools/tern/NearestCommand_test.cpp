@@ -1,0 +1,113 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "TernCoreKit/answers/TernAnswers.hpp"
+#include "TernCoreKit/model/venue/VenueAssembly.hpp"
+#include "TernCoreKit/platform/Log.hpp"
+#include "TernCoreKit/wayfinding/TernASGrid.hpp"
+#include "tests/support/DrawnVenue.hpp"
+#include "tests/support/TemporaryFolder.hpp"
+#include "tests/support/VenueFolders.hpp"
+#include "tools/tern/RequestCommands.hpp"
+
+namespace tern::command {
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+// The bakery (destination 7) at A on the ground floor, the exit (amenity 7) at D above; a lift from
+// B to D.
+class NearestCommandTest : public testing::Test {
+ protected:
+  NearestCommandTest() {
+    setLogSink([](std::string_view) {});
+    Value document = test::twoFloorsVenueDocument();
+    Value locations = Value::list();
+    for (const auto& [map, letter] : {std::pair{1, 'B'}, {2, 'D'}}) {
+      locations.append(
+          Value::map({{"mapId", map}, {"waypointIds", Value::list({test::idOf(letter)})}}));
+    }
+    for (Value& type : document.find("pathTypes")->find("items")->items()) {
+      if (type["name"].text() == "Lift") type.set("locations", locations);
+    }
+    venue_ = TernActiveVenue::initWithDictionary(std::move(document));
+    addBuilding(*venue_, 1, test::twoFloorsBuildingDocument());
+    attachWaypoints(*venue_);
+    venue_->loadGridData();
+    venue_->loadKDTree();
+  }
+  ~NearestCommandTest() override { setLogSink({}); }
+
+  Answer ask(std::vector<std::string> words) {
+    words.insert(words.begin(), {"nearest", "--data", "d"});
+    return std::get<Answer>(answerNearest(std::get<Arguments>(parseArguments(words)), venue_));
+  }
+
+  std::shared_ptr<TernActiveVenue> venue_;
+};
+
+TEST_F(NearestCommandTest, theCommandSaysWhereAndHowToGetThere) {
+  EXPECT_THAT(ask({"--map", "1", "--at", "3,4", "--destination", "7"}).text,
+              StartsWith("Bakery (waypoint 1) on Ground Floor, 1 m away\n"));
+  EXPECT_THAT(ask({"--map", "1", "--at", "3,4", "--amenity", "7"}).text,
+              testing::AllOf(StartsWith("Exit (waypoint 4) on First Floor\nFrom Bakery"),
+                             HasSubstr("To Exit (waypoint 4)")));
+}
+
+TEST_F(NearestCommandTest, theCommandNamesTheConnectorsWhereThereIsNoRoute) {
+  const auto grid = venue_->globalASGrid();
+  grid->shouldBlockEntryToNode(*grid->getNodeById(4), true);
+  EXPECT_EQ(ask({"--map", "1", "--at", "3,4", "--amenity", "7"}).text,
+            "Exit (waypoint 4) on First Floor, by Lift\n");
+}
+
+TEST_F(NearestCommandTest, theCommandSaysWhatIsMissingAndExitsWithOne) {
+  const Answer none = ask({"--map", "1", "--at", "3,4", "--destination", "99"});
+  EXPECT_EQ(none.status, ExitStatus::nothingFound);
+  EXPECT_EQ(none.text, "");
+  EXPECT_EQ(none.remark, "there is no destination 99 in venue 1");
+  EXPECT_EQ(ask({"--map", "9", "--at", "3,4", "--amenity", "7"}).remark,
+            "there is no map 9 in venue 1");
+}
+
+// A route from a waypoint to itself is a line in the log, which counts the searches for it.
+TEST_F(NearestCommandTest, theWayIsSearchedOnceAndOnlyWhereItIsShown) {
+  int searches = 0;
+  setLogSink([&](std::string_view line) { searches += line == "Tern SDK: NO PATH" ? 1 : 0; });
+  ask({"--map", "1", "--at", "3,4", "--destination", "7"});
+  EXPECT_EQ(searches, 1);
+  ask({"--map", "1", "--at", "3,4", "--destination", "7", "--json"});
+  EXPECT_EQ(searches, 1);
+  setLogSink([](std::string_view) {});
+}
+
+TEST_F(NearestCommandTest, theCommandsJsonIsThatOfTheRequest) {
+  EXPECT_EQ(
+      ask({"--map", "1", "--at", "3,4", "--amenity", "7", "--json"}).text,
+      TernAnswers(venue_).answerText(R"({"op":"nearest","map":1,"at":[3,4],"amenity":7})") + "\n");
+}
+
+TEST_F(NearestCommandTest, thePictureShowsTheWay) {
+  const test::TemporaryFolder folder;
+  const std::string file = folder.at("way.svg");
+  ask({"--map", "1", "--at", "3,4", "--amenity", "7", "--picture", file});
+  EXPECT_THAT(folder.read("way.svg"), HasSubstr("<svg"));
+  ask({"--map", "9", "--at", "3,4", "--amenity", "7", "--picture", folder.at("none.svg")});
+  EXPECT_EQ(folder.read("none.svg"), "");
+}
+
+TEST(NearestWords, exactlyOneElementIsWanted) {
+  for (const std::vector<std::string>& more :
+       {std::vector<std::string>{}, {"--amenity", "1", "--path-type", "2"}}) {
+    std::vector<std::string> words{"nearest", "--data", "d", "--map", "1", "--at", "3,4"};
+    words.insert(words.end(), more.begin(), more.end());
+    EXPECT_THAT(std::get<Failure>(parseArguments(words)).error.message,
+                HasSubstr("one of --destination D, --amenity A and --path-type P is wanted"));
+  }
+}
+
+}  // namespace
+}  // namespace tern::command
