@@ -107,9 +107,7 @@ Outcome answerNearest(const Arguments& call, const std::shared_ptr<TernActiveVen
   // The answer does not say the way, which JSON alone does not need.
   if (call.json && call.picture.empty()) return outcomeOf(call, answer, {});
   const Value route = wayTo(answer["waypoint"], call.request, answers);
-  Telling told = tellFound(*venue, call.request, answer, route);
-  if (!told.picture && !call.picture.empty()) told.remark = "--picture: there is no way to draw";
-  return outcomeOf(call, answer, told);
+  return outcomeOf(call, answer, tellFound(*venue, call.request, answer, route));
 }
 
 }  // namespace tern::command

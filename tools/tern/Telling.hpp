@@ -18,7 +18,7 @@ namespace tern::command {
 struct Telling {
   bool isFound = true;
   std::string text = {};
-  // What the venue does not have of what was asked, or why there is no picture; may be empty.
+  // What the venue does not have of what was asked; may be empty.
   std::string remark = {};
   // Absent when there is nothing to draw.
   std::optional<picture::RoutePicture> picture = std::nullopt;

@@ -126,6 +126,14 @@ TEST_F(TourCommandTest, pictureShowsEveryLeg) {
   }
 }
 
+TEST_F(TourCommandTest, withoutAWayThereIsNoPicture) {
+  const test::TemporaryFolder folder;
+  const Answer answer = ask({"--from", "1", "--visit", "8", "--picture", folder.at("t.svg")});
+  EXPECT_EQ(answer.status, ExitStatus::answered);
+  EXPECT_EQ(answer.remark, "--picture: there is no way to draw");
+  EXPECT_EQ(folder.read("t.svg"), "");
+}
+
 TEST_F(TourCommandTest, pictureThatCannotBeWrittenIsAFailure) {
   const auto parsed = parseArguments(
       {"tour", "--data", "d", "--from", "2", "--visit", "7", "--picture", "/no/such/t.svg"});

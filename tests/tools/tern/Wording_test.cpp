@@ -41,15 +41,6 @@ TEST(Wording, pointIsTwoFiniteNumbers) {
   }
 }
 
-TEST(Wording, roundedTextHasHundredthsAtMost) {
-  EXPECT_EQ(roundedText(1.5), "1.5");
-  EXPECT_EQ(roundedText(2), "2");
-  EXPECT_EQ(roundedText(100), "100");
-  EXPECT_EQ(roundedText(0.126), "0.13");
-  EXPECT_EQ(roundedText(-0.001), "0");
-  EXPECT_EQ(roundedText(-3.25), "-3.25");
-}
-
 TEST(Wording, zeroHasNoSign) { EXPECT_EQ(numberText(-0.0), "0"); }
 
 RC_GTEST_PROP(Wording, numberTextReadsBackAsTheSame, (double x, double y)) {
