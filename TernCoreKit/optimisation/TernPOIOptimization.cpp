@@ -48,7 +48,9 @@ void TernPOIOptimization::wayfindToMultipleDestinations(
   Destinations order;
   if (fromStartPoint != nullptr) {
     const auto venue = activeVenue_.lock();
-    const auto search = searchElement_.lock();
+    const auto shared = searchElement_.lock();
+    // A search of its own: what the tour accepts is no concern of whoever else searches.
+    const auto search = shared != nullptr ? shared->another() : nullptr;
     if (search != nullptr) search->delegate = shared_from_this();
     tables_->startWayPoint = fromStartPoint;
     tables_->arrange(withoutRepeats(destinations));
@@ -59,7 +61,6 @@ void TernPOIOptimization::wayfindToMultipleDestinations(
     run.getOptimalOrderOfDestinations();
     order = run.getDestinationOrderFor(tables_->finalOrderOfWaypoints);
     legs = run.generatePathPerFloorFor(tables_->finalOrderOfWaypoints);
-    if (search != nullptr) search->delegate = nullptr;
   }
   if (completion) completion(std::move(legs), std::move(order));
 }

@@ -32,9 +32,9 @@ struct TernDestination;
 /// never chosen, and when none can be chosen the rest are dropped.
 ///
 /// Ownership: holds the venue and the search weakly; shares records. It must be held by a
-/// std::shared_ptr. It is the search's delegate while it runs, and the search has none afterwards.
-/// Threads: one run at a time on one grid and one search object.
-/// Fails: never; what cannot be reached is not in the answer.
+/// std::shared_ptr. It asks `another` of the search and is the delegate of that one only.
+/// Threads: one run at a time on one object, and on one grid; any number of objects may run over
+/// one search at a time. Fails: never; what cannot be reached is not in the answer.
 ///
 ///     auto tour = TernPOIOptimization::initWithActiveVenue(venue, venue->nearestElement());
 ///     tour->wayfindToMultipleDestinations({cafe, bakery}, here, 100,

@@ -1,22 +1,3 @@
-// Finds the nearest waypoint at which one of the wanted destinations, amenities or path types is
-// reached, on the map of the start or, by lifts and stairs, on another floor.
-//
-// "Near" is measured in straight lines, in map units of each floor; a change of floor counts
-// nothing. Connectors are the path types placed on waypoints; one is taken only when the path
-// type's `accessibility` is at most `accessible`, and no try enters a floor twice, so a search ends
-// whatever the data says.
-//
-// Ownership: held by std::shared_ptr; holds the venue weakly, shares the records in its trees and
-//   the delegate.
-// Threads: one search at a time. The trees do not change after `initializeKDTree`.
-// Fails: a search that finds nothing says why in `error`, which stays until the next failure or
-//   `reset`; a target floor on which nothing is acceptable is no error.
-//
-//   auto nearest = TernNearestElement::init();
-//   nearest->initializeKDTree(venue);
-//   if (const auto found = nearest->getNearestElementFrom(here, 12, {cafe, bistro}, 100)) {
-//     draw(found->waypoint, nearest->arrayOfPathTypeTaken());
-//   }
 #pragma once
 
 #include <cstdint>
@@ -38,131 +19,158 @@
 
 namespace tern {
 
-struct TernFloor;
 struct TernMap;
 struct TernVenueData;
-struct TernWaypoint;
 
-// Restricts which waypoints a search may answer with.
+namespace detail {
+
+class NearestIndex;
+
+// What a search needs and leaves: see the accessors of TernNearestElement.
+struct NearestState {
+  using Tree = KDTree<TernNearestPoint>;
+
+  std::optional<Tree> tree;
+  std::optional<Tree> treeDestination;
+  std::optional<Tree> treeAmenity;
+  std::optional<Tree> treePathType;
+  std::optional<std::int64_t> currentFloorLevel;
+  std::optional<TernNearestPoint> userNode;
+  bool isUpperFloorValid = true;
+  bool isLowerFloorValid = true;
+  std::shared_ptr<TernMap> currentMap;
+  std::optional<TernError> error;
+  std::vector<std::shared_ptr<TernWaypoint>> arrayOfPathTypeTaken;
+  std::int64_t accessible = 0;
+};
+
+}  // namespace detail
+
+/// Restricts which waypoints a search may answer with.
 class TERN_API TernNearestElementDelegate {
  public:
   virtual ~TernNearestElementDelegate() = default;
+  /// Whether the search may answer with the waypoint. Called on the thread that searches.
   virtual bool isConditionPassedWithWaypoint(const std::shared_ptr<TernWaypoint>& waypoint) = 0;
 };
 
+/// What `getNearestElementFrom` found.
 struct TernNearestResult {
   std::shared_ptr<TernWaypoint> waypoint;
-  // Map units: the straight lines from the start over the connectors to the waypoint.
+  /// Map units: the straight lines from the start over the connectors to the waypoint.
   float totalDistance = 0;
 };
 
+/// Finds the nearest waypoint at which one of the wanted destinations, amenities or path types is
+/// reached, on the map of the start or, by lifts and stairs, on another floor.
+///
+/// "Near" is measured in straight lines, in map units of each floor; a change of floor counts
+/// nothing. Connectors are the path types placed on waypoints; one is taken only when the path
+/// type's `accessibility` is at most `accessible`, and no try enters a floor twice, so a search
+/// ends whatever the data says.
+///
+/// Ownership: held by std::shared_ptr; holds the venue weakly, shares the records in its trees and
+///   the delegate.
+/// Threads: any number may search one object, while a hub adds a building to its venue, too: the
+///   trees do not change after `initializeKDTree`, and each search is a question of its own until
+///   it ends; then its fields become those of the object. The accessors show the search that ended
+///   last, and the delegate is that of every search: whoever reads those or sets it while others
+///   search takes an object of its own, with `another`. A search that meets a map that is not among
+///   its trees waits for the venue's `recordsMutex`.
+/// Fails: a search that finds nothing says why in `error`, which stays until the next failure or
+///   `reset`; a target floor on which nothing is acceptable is no error.
+///
+///     auto nearest = venue->nearestElement()->another();
+///     if (const auto found = nearest->getNearestElementFrom(here, 12, {cafe, bistro}, 100)) {
+///       draw(found->waypoint, nearest->arrayOfPathTypeTaken());
+///     }
 class TERN_API TernNearestElement {
  public:
   using Tree = KDTree<TernNearestPoint>;
-  // By the decimal text of the map's id.
+  /// By the decimal text of the map's id.
   using Trees = std::map<std::string, Tree>;
   using Elements = std::vector<TernElement>;
   using Waypoints = std::vector<std::shared_ptr<TernWaypoint>>;
-  // The waypoint and the element, or the error.
+  /// The waypoint and the element, or the error.
   using Completion = std::function<void(std::shared_ptr<TernWaypoint>, std::optional<TernElement>,
                                         std::optional<TernError>)>;
 
-  // Without one every waypoint of a wanted element is acceptable.
+  /// Without one every waypoint of a wanted element is acceptable.
   std::shared_ptr<TernNearestElementDelegate> delegate;
 
+  /// Without trees and without a venue.
+  TernNearestElement();
+
   static std::shared_ptr<TernNearestElement> init();
-  // Builds a tree of each kind for each of the venue's maps, from the locations and waypoints that
-  // its elements have now.
+  /// One that has searched nothing yet, over the same trees and the same venue, without a delegate.
+  std::shared_ptr<TernNearestElement> another() const;
+  /// Builds a tree of each kind for each of the venue's maps, from the locations and waypoints that
+  /// its elements have now. REQUIRES: nobody changes the venue meanwhile.
   void initializeKDTree(const std::shared_ptr<TernVenueData>& venue);
 
-  // The nearest acceptable waypoint on the target map, reached through the first connector, nearest
-  // to the start, that leads there. The kind of the first element chooses what is searched. An
-  // accessibility of 1 and above admits connectors of up to 100, one below those of up to 0. A
-  // target that is the start's own map is searched at once.
+  /// The nearest acceptable waypoint on the target map, reached through the first connector,
+  /// nearest to the start, that leads there. The kind of the first element chooses what is
+  /// searched. An accessibility of 1 and above admits connectors of up to 100, one below those of
+  /// up to 0. A target that is the start's own map is searched at once.
   std::optional<TernNearestResult> getNearestElementFrom(const std::shared_ptr<TernWaypoint>& from,
                                                          std::int64_t toMapId,
                                                          const Elements& elements,
                                                          std::int64_t accessibility);
-  // The nearest acceptable waypoint to a point of the map, in map units, or else on the nearest
-  // floor above or below that has one. The completion is called once, before the call returns, and
-  // may be empty.
+  /// The nearest acceptable waypoint to a point of the map, in map units, or else on the nearest
+  /// floor above or below that has one. The completion is called once, before the call returns, and
+  /// may be empty; it may search.
   void searchNearestElement(const TernElement& element, TernCoordinate at,
                             const std::shared_ptr<TernMap>& map, const Completion& completion);
 
-  // Forgets the venue, the last search and its error; the trees stay.
+  /// Forgets the venue, the last search and its error; the trees stay.
   void reset();
 
-  const Trees& treesDestination() const { return treesDestination_; }
-  const Trees& treesAmenity() const { return treesAmenity_; }
-  const Trees& treesPathType() const { return treesPathType_; }
-  // Of the current search: the tree chosen, and those of the start's map.
-  const std::optional<Tree>& tree() const { return tree_; }
-  const std::optional<Tree>& treeDestination() const { return treeDestination_; }
-  const std::optional<Tree>& treeAmenity() const { return treeAmenity_; }
-  const std::optional<Tree>& treePathType() const { return treePathType_; }
-  const std::optional<std::int64_t>& currentFloorLevel() const { return currentFloorLevel_; }
-  const std::optional<TernNearestPoint>& userNode() const { return userNode_; }
-  // False once the building has no further floor that way.
-  bool isUpperFloorValid() const { return isUpperFloorValid_; }
-  bool isLowerFloorValid() const { return isLowerFloorValid_; }
-  std::shared_ptr<TernVenueData> activeVenue() const { return activeVenue_.lock(); }
-  const std::shared_ptr<TernMap>& currentMap() const { return currentMap_; }
-  const std::optional<TernError>& error() const { return error_; }
-  void setError(std::optional<TernError> error) { error_ = std::move(error); }
-  // The connectors that the last search took: where each is entered and where it is left, in order.
-  const Waypoints& arrayOfPathTypeTaken() const { return arrayOfPathTypeTaken_; }
-  // The highest accessibility of a connector that the current search takes.
-  std::int64_t accessible() const { return accessible_; }
+  const Trees& treesDestination() const;
+  const Trees& treesAmenity() const;
+  const Trees& treesPathType() const;
+  /// The tree that the last search chose, and those of its start's map.
+  const std::optional<Tree>& tree() const { return state_.tree; }
+  const std::optional<Tree>& treeDestination() const { return state_.treeDestination; }
+  const std::optional<Tree>& treeAmenity() const { return state_.treeAmenity; }
+  const std::optional<Tree>& treePathType() const { return state_.treePathType; }
+  /// The level that the last search started on.
+  const std::optional<std::int64_t>& currentFloorLevel() const { return state_.currentFloorLevel; }
+  /// Where the last search started.
+  const std::optional<TernNearestPoint>& userNode() const { return state_.userNode; }
+  /// False once the building has no further floor that way.
+  bool isUpperFloorValid() const { return state_.isUpperFloorValid; }
+  bool isLowerFloorValid() const { return state_.isLowerFloorValid; }
+  /// Null when it is gone.
+  std::shared_ptr<TernVenueData> activeVenue() const {
+    const std::lock_guard lock(stateMutex_);
+    return activeVenue_.lock();
+  }
+  /// The map that the last search started on.
+  const std::shared_ptr<TernMap>& currentMap() const { return state_.currentMap; }
+  /// The last failure.
+  const std::optional<TernError>& error() const { return state_.error; }
+  void setError(std::optional<TernError> error) {
+    const std::lock_guard lock(stateMutex_);
+    state_.error = std::move(error);
+  }
+  /// The connectors that the last search took: where each is entered and where it is left, in
+  /// order.
+  const Waypoints& arrayOfPathTypeTaken() const { return state_.arrayOfPathTypeTaken; }
+  /// The highest accessibility of a connector that the last search takes.
+  std::int64_t accessible() const { return state_.accessible; }
 
-  // Held by a rebuild that replaces this object.
+  /// Held by a rebuild that replaces this object.
   std::recursive_mutex& mutex() const { return mutex_; }
 
  private:
-  template <class Collection>
-  void plant(Trees& trees, const Collection* collection) const;
-  const Trees& treesOf(TernElement::Kind kind) const;
+  template <class Ask>
+  auto ask(Ask ask);
 
-  // Each leaves an error when the search cannot start.
-  bool canSearchFor(const Elements& elements);
-  bool standsOn(std::shared_ptr<TernMap> map);
-  void startAt(TernNearestPoint point, const Elements& elements, std::int64_t level);
-  void fail(TernErrorType type, const char* message);
-
-  bool isAcceptable(const TernNearestPoint& candidate, const TernNearestPoint& query) const;
-  std::shared_ptr<TernWaypoint> nearestAcceptable(const TernNearestPoint& query) const;
-  std::shared_ptr<TernWaypoint> searchFrom(const Elements& elements, TernCoordinate at,
-                                           const std::shared_ptr<TernMap>& map);
-  std::shared_ptr<TernWaypoint> walkFloors();
-  std::shared_ptr<TernWaypoint> searchLevel(std::int64_t level, bool& isFloorValid);
-
-  std::shared_ptr<TernWaypoint> reach(const TernVenueData& venue, const TernFloor& target);
-  std::optional<TernNearestPoint> follow(const TernVenueData& venue, TernNearestPoint connector,
-                                         const TernFloor& target);
-  std::optional<TernNearestPoint> step(const TernNearestPoint& connector, const TernMap& from,
-                                       const TernFloor& to);
-  bool mayTake(const TernNearestPoint& connector) const;
-  float lengthOfChain(const TernWaypoint* from, const TernWaypoint* found) const;
-
-  Trees treesDestination_;
-  Trees treesAmenity_;
-  Trees treesPathType_;
-  std::optional<Tree> tree_;
-  std::optional<Tree> treeDestination_;
-  std::optional<Tree> treeAmenity_;
-  std::optional<Tree> treePathType_;
-  std::optional<std::int64_t> currentFloorLevel_;
-  std::optional<TernNearestPoint> userNode_;
-  // Ids of the wanted elements, sorted; none stands for an absent one.
-  std::vector<std::optional<std::int64_t>> wantedIds_;
-  TernElement::Kind wantedKind_ = TernElement::Kind::other;
-  bool isUpperFloorValid_ = true;
-  bool isLowerFloorValid_ = true;
-  std::weak_ptr<TernVenueData> activeVenue_;
-  std::shared_ptr<TernMap> currentMap_;
-  std::optional<TernError> error_;
-  Waypoints arrayOfPathTypeTaken_;
-  std::int64_t accessible_ = 0;
   mutable std::recursive_mutex mutex_;
+  mutable std::mutex stateMutex_;
+  std::shared_ptr<const detail::NearestIndex> index_;  // guarded by stateMutex_; never null
+  std::weak_ptr<TernVenueData> activeVenue_;           // guarded by stateMutex_
+  detail::NearestState state_;                         // searches write it under stateMutex_
 };
 
 }  // namespace tern

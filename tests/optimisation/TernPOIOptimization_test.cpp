@@ -5,7 +5,11 @@
 #include <rapidcheck/gtest.h>
 
 #include <map>
+#include <memory>
 #include <set>
+#include <string>
+#include <thread>
+#include <vector>
 
 #include "TernCoreKit/platform/Log.hpp"
 #include "TernCoreKit/spatial/TernNearestElement.hpp"
@@ -275,6 +279,51 @@ TEST_F(TernPOIOptimizationTest, venueForwardsToIt) {
   EXPECT_EQ(tour.calls, 1);
   EXPECT_EQ(tour.letters(), "ABCD, DCB FGH");
   EXPECT_EQ(venue_->nearestElement()->delegate, nullptr);
+}
+
+TEST_F(TernPOIOptimizationTest, theSearchItIsGivenKeepsItsDelegateAndItsAnswer) {
+  struct Nowhere : TernNearestElementDelegate {
+    bool isConditionPassedWithWaypoint(const std::shared_ptr<TernWaypoint>&) override {
+      return false;
+    }
+  };
+  load({threeFloors, {{7, {{1, "D"}}}, {8, {{2, "H"}}}}, lifts});
+  const auto nearest = venue_->nearestElement();
+  const auto former = std::make_shared<Nowhere>();
+  nearest->delegate = former;
+  int calls = 0;
+  ordering_->wayfindToMultipleDestinations(venue_->destinations->getAll(), waypointAt(*venue_, 'A'),
+                                           100, [&](const auto&, const auto& order) {
+                                             ++calls;
+                                             EXPECT_EQ(order.size(), 2U);
+                                           });
+  EXPECT_EQ(calls, 1);
+  EXPECT_EQ(nearest->delegate, former);
+  EXPECT_FALSE(nearest->userNode());
+}
+
+// Without a venue there are no routes; which stops, and in which order, the search alone decides.
+TEST_F(TernPOIOptimizationTest, toursOverOneSearchRunConcurrently) {
+  load({threeFloors, {{7, {{1, "D"}, {2, "H"}}}, {8, {{2, "EG"}}}, {9, {{3, "L"}}}}, lifts});
+  const auto all = venue_->destinations->getAll();
+  const auto nearest = venue_->nearestElement();
+  const auto stopsFrom = [&](char letter) {
+    const auto tour = TernPOIOptimization::initWithActiveVenue({}, nearest);
+    tour->wayfindToMultipleDestinations(all, waypointAt(*venue_, letter), 100, {});
+    return lettersOf(tour->finalOrderOfWaypoints());
+  };
+  const std::string letters = "ABCDEFGHIJKL";
+  std::vector<std::string> expected;
+  for (const char letter : letters) expected.push_back(stopsFrom(letter));
+  std::vector<std::thread> running;
+  std::vector<std::vector<std::string>> found(4);
+  for (auto& each : found) {
+    running.emplace_back([&] {
+      for (const char letter : letters) each.push_back(stopsFrom(letter));
+    });
+  }
+  for (std::thread& thread : running) thread.join();
+  for (const auto& each : found) EXPECT_EQ(each, expected);
 }
 
 // Up to six destinations, each with a location or two of a door or two that it shares with none.

@@ -6,8 +6,11 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <mutex>
 #include <string>
 #include <string_view>
+#include <thread>
+#include <utility>
 #include <vector>
 
 #include "TernCoreKit/model/collections/TernAmenityCollection.hpp"
@@ -328,6 +331,113 @@ TEST_F(TernNearestElementTest, aDelegateThatRefusesEverythingEndsEverySearchWith
 TEST_F(TernNearestElementTest, aDelegateRestrictsWhatMayBeFound) {
   nearest_->delegate = std::make_shared<OnlyAt>(std::vector<std::int64_t>{idOf('G')});
   EXPECT_EQ(search(destination(7), {0, 0}, 1), "G by BEEH");
+}
+
+TEST_F(TernNearestElementTest, anotherSharesTheTreesAndNothingElse) {
+  nearest_->delegate = std::make_shared<OnlyAt>(std::vector<std::int64_t>{});
+  EXPECT_EQ(search(destination(7), {0, 0}, 99), noFloor);
+  const auto other = nearest_->another();
+  EXPECT_EQ(&other->treesAmenity(), &nearest_->treesAmenity());
+  EXPECT_EQ(other->activeVenue(), venue_);
+  EXPECT_EQ(other->delegate, nullptr);
+  EXPECT_FALSE(other->error() || other->userNode());
+  const auto found = other->getNearestElementFrom(at('A'), 2, {amenity(4)}, 1);
+  ASSERT_TRUE(found);
+  EXPECT_EQ(found->waypoint, at('D'));
+  EXPECT_EQ(lettersOf(other->arrayOfPathTypeTaken()), "BE");
+  EXPECT_EQ(taken(), "");
+  EXPECT_EQ(errorText(), noFloor);
+}
+
+TEST_F(TernNearestElementTest, aFloorAddedLaterIsReachedButHasNothingOnIt) {
+  Drawing cellar{.floors = {{.lines = {"A"}}}};
+  Value building = drawBuildingDocument(cellar);
+  Value& floor = building.find("floors")->find("items")->items()[0];
+  floor.set("id", 50);
+  floor.find("map")->set("id", 50);
+  building.set("id", 5);
+  addBuilding(*venue_, 5, std::move(building));
+  ASSERT_NE(venue_->buildings->getFloorByMap(map(50)), nullptr);
+  EXPECT_EQ(search(destination(7), {0, 0}, 50), noTree);
+  EXPECT_EQ(reach('A', 50, {destination(7)}), "none");
+}
+
+// What one thread asks, and what it is told, in an order of its own.
+std::vector<std::string> askAll(TernNearestElement& nearest, const TernActiveVenue& venue,
+                                std::size_t first) {
+  const auto waypoints = venue.maps->getAllWaypoints();
+  const auto maps = venue.maps->getAll();
+  std::vector<TernElement> elements;
+  for (const auto& each : venue.destinations->getAll()) elements.emplace_back(each);
+  for (const auto& each : venue.amenities->getAll()) elements.emplace_back(each);
+  const std::size_t count = waypoints.size() * elements.size();
+  std::vector<std::string> answers(count);
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::size_t question = (i + first) % count;
+    const auto& from = waypoints[question % waypoints.size()];
+    const auto& element = elements[question / waypoints.size()];
+    std::string& answer = answers[question];
+    const auto note = [&](const std::shared_ptr<TernWaypoint>& waypoint) {
+      answer += waypoint != nullptr ? std::to_string(waypoint->id.integer()) + " " : "none ";
+    };
+    for (const auto& map : maps) {
+      const auto found = nearest.getNearestElementFrom(from, map->id.integer(), {element}, 1);
+      note(found ? found->waypoint : nullptr);
+      if (found) answer += std::to_string(found->totalDistance) + " ";
+      nearest.searchNearestElement(
+          element, {from->coordinate(0).number(), from->coordinate(1).number()}, map,
+          [&](const auto& waypoint, const auto&, const auto&) { note(waypoint); });
+    }
+  }
+  return answers;
+}
+
+template <class SearcherOf>
+void expectConcurrentAnswersAsSerialOnes(const std::shared_ptr<TernActiveVenue>& venue,
+                                         TernNearestElement& nearest, SearcherOf searcherOf) {
+  const auto expected = askAll(nearest, *venue, 0);
+  constexpr std::size_t threads = 4;
+  std::vector<std::vector<std::string>> answers(threads);
+  std::vector<std::thread> asking;
+  for (std::size_t i = 0; i < threads; ++i) {
+    asking.emplace_back([&, i] {
+      const auto searcher = searcherOf();
+      for (int round = 0; round < 5; ++round) answers[i] = askAll(*searcher, *venue, i * 7);
+    });
+  }
+  for (std::thread& thread : asking) thread.join();
+  for (const auto& each : answers) EXPECT_EQ(each, expected);
+}
+
+TEST_F(TernNearestElementTest, severalObjectsOverTheSameTreesAnswerConcurrently) {
+  expectConcurrentAnswersAsSerialOnes(venue_, *nearest_, [&] { return nearest_->another(); });
+}
+
+TEST_F(TernNearestElementTest, oneObjectAnswersConcurrently) {
+  expectConcurrentAnswersAsSerialOnes(venue_, *nearest_, [&] { return nearest_; });
+}
+
+// The building's floors repeat the ids of those that are there, which the trees do not notice.
+TEST_F(TernNearestElementTest, aBuildingMayComeConcurrently) {
+  const auto expected = reach('A', 3, {destination(8)});
+  const auto start = at('A');
+  const TernElement wanted = destination(8);
+  std::thread loading([&] {
+    for (int i = 0; i < 50; ++i) {
+      Value building = drawBuildingDocument(threeFloors.drawing);
+      building.set("id", 10 + i);
+      const std::lock_guard lock(venue_->recordsMutex());
+      addBuilding(*venue_, 10 + i, std::move(building));
+    }
+  });
+  for (int i = 0; i < 200; ++i) {
+    const auto found = nearest_->getNearestElementFrom(start, 3, {wanted}, 1);
+    ASSERT_TRUE(found);
+    EXPECT_EQ(lettersOf({found->waypoint}) + " by " + taken(), expected);
+    nearest_->getNearestElementFrom(start, 77, {wanted}, 1);
+    EXPECT_EQ(nearest_->error()->message, noConnector);
+  }
+  loading.join();
 }
 
 TEST_F(TernNearestElementTest, coordinatesThatAreNoNumbersEndInAnAnswer) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <mutex>
 
 #include "TernCoreKit/model/records/TernBaseModel.hpp"
 #include "TernCoreKit/platform/Nested.hpp"
@@ -31,6 +32,20 @@ struct TERN_API TernVenueData : TernBaseModel {
   Nested<TernPathTypeCollection> pathTypes;
   /// Every map of every loaded floor; may be null.
   std::shared_ptr<TernMapCollection> maps;
+
+  /// Held by whoever changes the records while others search them, and by whoever has to see them
+  /// unchanged: a rebuild, and a search that looks for what has come since it.
+  std::mutex& recordsMutex() const { return recordsMutex_; }
+
+ private:
+  // A copy of a venue has a mutex of its own.
+  struct Mutex : std::mutex {
+    Mutex() = default;
+    Mutex(const Mutex& /*other*/) {}
+    Mutex& operator=(const Mutex& /*other*/) { return *this; }
+  };
+
+  mutable Mutex recordsMutex_;
 };
 
 }  // namespace tern

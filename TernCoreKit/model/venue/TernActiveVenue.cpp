@@ -166,7 +166,7 @@ void TernActiveVenue::rebuild(const std::function<void(bool)>& completion) {
   std::unique_lock<std::recursive_mutex> lock;
   if (replaced != nullptr) lock = std::unique_lock(replaced->mutex());
   {
-    const std::lock_guard recordsLock(recordsMutex_);
+    const std::lock_guard recordsLock(recordsMutex());
     loadGridData();
     loadKDTree();
   }

@@ -34,10 +34,10 @@ struct TernWaypoint;
 /// Ownership: held by std::shared_ptr; shares its records. A rebuild that is under way keeps the
 /// venue alive, and its completion may release the last reference.
 /// Threads: `updateWayfindDataWithCompletion`, `loadGridData`, `loadKDTree`, `globalASGrid` and
-/// `nearestElement` from any, at any time. While a rebuild is under way anybody may read the venue
-/// and its records and search routes (one search at a time); whoever changes them holds
-/// `recordsMutex` meanwhile.
-/// Fails: never; see TernBaseModel for documents and each operation for its empty answer.
+/// `nearestElement` from any, at any time; `searchNearestElement` from any number at a time. While
+/// a rebuild is under way anybody may read the venue and its records and search routes (one search
+/// at a time); whoever changes them holds `recordsMutex` meanwhile. Fails: never; see TernBaseModel
+/// for documents and each operation for its empty answer.
 ///
 ///     auto venue = TernActiveVenue::initWithDictionary(std::move(document));
 ///     addBuilding(*venue, buildingId, std::move(buildingDocument));  // VenueAssembly.hpp
@@ -99,8 +99,6 @@ struct TERN_API TernActiveVenue : TernVenueData,
   /// replaced is still locked; not at all when the process ends before. A venue that no shared_ptr
   /// holds is rebuilt before the call returns.
   void updateWayfindDataWithCompletion(std::function<void(bool)> completion);
-  /// Held by a rebuild while it reads the records.
-  std::mutex& recordsMutex() { return recordsMutex_; }
 
   /// The cheapest route over links of at most that accessibility level; empty when there is none.
   /// Ids are compared in 32 bits.
@@ -156,7 +154,6 @@ struct TERN_API TernActiveVenue : TernVenueData,
  private:
   void rebuild(const std::function<void(bool)>& completion);
 
-  std::mutex recordsMutex_;
   mutable std::mutex gridMutex_;
   std::shared_ptr<TernASGrid> globalASGrid_;            // guarded by gridMutex_
   std::shared_ptr<TernNearestElement> nearestElement_;  // guarded by gridMutex_

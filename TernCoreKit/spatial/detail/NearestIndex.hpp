@@ -1,0 +1,68 @@
+// What searches for the nearest element share: for each kind of element and each map of a venue a
+// k-d tree of the kind's waypoints there, and which maps and floors the venue had when they were
+// built. A building that the venue is given later is not in it.
+//
+// Ownership: shares records, not the venue.
+// Threads: any number at a time; nothing changes once it is built. Nobody may change the venue
+//   while it is built.
+// Fails: never; null, or no tree, for what it does not know.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "TernCoreKit/spatial/TernElement.hpp"
+#include "TernCoreKit/spatial/TernNearestPoint.hpp"
+#include "TernCoreKit/spatial/tree/KDTree.hpp"
+
+namespace tern {
+
+class TernMapCollection;
+struct TernFloor;
+struct TernMap;
+struct TernVenueData;
+
+namespace detail {
+
+// None for an id that is absent or null.
+std::optional<std::int64_t> idOf(const Value& id);
+
+// Where the waypoint lies: its first coordinate and its last.
+TernNearestPoint pointOf(const std::shared_ptr<TernWaypoint>& waypoint,
+                         std::shared_ptr<TernBaseModel> element = nullptr);
+
+class NearestIndex {
+ public:
+  using Tree = KDTree<TernNearestPoint>;
+  // By the decimal text of the map's id.
+  using Trees = std::map<std::string, Tree>;
+
+  NearestIndex() = default;
+  explicit NearestIndex(const TernVenueData& venue);
+
+  // Those of destinations, of amenities, or else of path types.
+  const Trees& treesOf(TernElement::Kind kind) const;
+  std::optional<Tree> treeOn(TernElement::Kind kind, std::optional<std::int64_t> mapId) const;
+
+  std::shared_ptr<TernMap> mapById(std::int64_t id) const;
+  std::shared_ptr<TernFloor> floorByMap(const TernMap& map) const;
+  // The first of that level.
+  std::shared_ptr<TernFloor> floorAt(std::int64_t level) const;
+
+ private:
+  template <class Collection>
+  void plant(Trees& trees, const Collection* collection) const;
+
+  Trees destinations_;
+  Trees amenities_;
+  Trees pathTypes_;
+  std::shared_ptr<const TernMapCollection> maps_;
+  std::vector<std::shared_ptr<TernFloor>> floors_;
+};
+
+}  // namespace detail
+}  // namespace tern
