@@ -1,10 +1,3 @@
-// Something that a nearest-element search can look for: a destination, an amenity or a path type,
-// and which of these it is.
-//
-// Ownership: a value that shares its record. Threads: as a standard container.
-// Fails: never; any other record, and null, is of the kind `other`, which no search accepts.
-//
-//   nearest.searchNearestElement(venue.destinations->getById(7), {120, 80}, map, show);
 #pragma once
 
 #include <cstdint>
@@ -18,7 +11,15 @@
 
 namespace tern {
 
+/// Something that a nearest-element search can look for: a destination, an amenity or a path type,
+/// and which of these it is.
+///
+/// Ownership: a value that shares its record. Threads: as a standard container.
+/// Fails: never; any other record, and null, is of the kind `other`, which no search accepts.
+///
+///     nearest.searchNearestElement(venue.destinations->getById(7), {120, 80}, map, show);
 struct TernElement {
+  /// What the record is.
   enum class Kind : std::uint8_t { destination, amenity, pathType, other };
 
   TernElement(std::shared_ptr<TernDestination> destination)  // NOLINT(google-explicit-constructor)
@@ -30,6 +31,7 @@ struct TernElement {
   TernElement(std::shared_ptr<TernBaseModel> model)  // NOLINT(google-explicit-constructor)
       : TernElement(Kind::other, std::move(model)) {}
 
+  /// `other` whenever the record is null.
   Kind kind;
   std::shared_ptr<TernBaseModel> record;
 

@@ -1,7 +1,3 @@
-// A waypoint as the nearest-element search keeps it in its trees: where it lies and for what it
-// stands.
-//
-// Ownership: a value that shares its records. Threads: as a standard container. Fails: never.
 #pragma once
 
 #include <cstddef>
@@ -14,23 +10,28 @@
 
 namespace tern {
 
+/// A waypoint as the nearest-element search keeps it in its trees: where it lies and for what it
+/// stands.
+///
+/// Ownership: a value that shares its records. Threads: as a standard container. Fails: never.
 struct TernNearestPoint {
   static constexpr std::size_t dimensions = 2;
 
-  // Map units.
+  /// Map units.
   double x = 0;
   double y = 0;
-  // Id of the map that it lies on.
+  /// Id of the map that it lies on.
   std::optional<std::int64_t> z;
-  // What is reached there; both null for the place that a search starts from.
+  /// What is reached there; both null for the spot that a search starts from.
   std::shared_ptr<TernBaseModel> element;
   std::shared_ptr<TernWaypoint> waypoint;
 
+  /// As KDTree asks.
   double kdDimension(std::size_t axis) const { return axis == 0 ? x : y; }
   double squaredDistance(const TernNearestPoint& to) const {
     return (to.x - x) * (to.x - x) + (to.y - y) * (to.y - y);
   }
-  // The same element at the same waypoint: no start of a search equals what lies in a tree.
+  /// The same element at the same waypoint: no start of a search equals what lies in a tree.
   friend bool operator==(const TernNearestPoint& a, const TernNearestPoint& b) {
     return a.element == b.element && a.waypoint == b.waypoint && a.x == b.x && a.y == b.y;
   }

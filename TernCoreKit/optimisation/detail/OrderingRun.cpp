@@ -157,7 +157,7 @@ Waypoints OrderingRun::getOptimalPathWithTSPAlgo(const Waypoints& chain) {
   if (result.tour.size() != chain.size()) return chain;
   Waypoints order;
   order.reserve(chain.size());
-  for (const std::size_t place : result.tour) order.push_back(chain[place]);
+  for (const std::size_t position : result.tour) order.push_back(chain[position]);
   return order;
 }
 

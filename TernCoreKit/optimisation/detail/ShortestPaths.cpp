@@ -25,7 +25,7 @@ ShortestPaths::ShortestPaths(const std::vector<std::vector<double>>& lengths)
   std::size_t blocks = 0;
   for (std::size_t end = 0; end < ends_; ++end) {
     rows_[end] = blocks;
-    // One block more than a power of two: rows of equal places would push each other out of the
+    // One block more than a power of two: rows of equal stops would push each other out of the
     // cache.
     blocks += (end < lowCount ? highSets_ : highSets_ / 2) + 1;
   }
@@ -137,7 +137,7 @@ void ShortestPaths::fillLowEnds(std::size_t high, std::span<const Source> highSo
   }
 }
 
-// Every set of the block with each high place that is not among them.
+// Every set of the block with each high stop that is not among them.
 void ShortestPaths::fillSuccessors(std::size_t high, std::span<const Source> sources) {
   for (std::size_t rest = (highSets_ - 1) & ~high; rest != 0; rest &= rest - 1) {
     const std::size_t end = lowCount + static_cast<std::size_t>(std::countr_zero(rest));

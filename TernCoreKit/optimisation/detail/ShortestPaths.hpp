@@ -1,13 +1,13 @@
-// The least lengths of the paths that begin at place 0, for every set of places that a path visits
-// and every place at which it may end.
+// The least lengths of the paths that begin at stop 0, for every set of stops that a path visits
+// and every stop at which it may end.
 //
-// A set of n places without the first is a number of n - 1 bits. Eight sets that differ only in
-// their three lowest places make a block, one cache line; whatever is done is done to a whole
+// A set of n stops without the first is a number of n - 1 bits. Eight sets that differ only in
+// their three lowest stops make a block, one cache line; whatever is done is done to a whole
 // block, so that sums and comparisons are those of one set but run side by side. The rows, one for
-// each end, leave out the bit of their own end, except those of the three lowest places, which have
+// each end, leave out the bit of their own end, except those of the three lowest stops, which have
 // no path (an infinite length) for the sets without it.
 //
-// A path ends at the lower of two places that make it equally short; what is not a number is never
+// A path ends at the lower of two stops that make it equally short; what is not a number is never
 // shorter.
 //
 // Ownership: borrows nothing. Threads: any number of readers. Fails: never; memory is that of
@@ -27,11 +27,11 @@ namespace tern::detail {
 
 class ShortestPaths {
  public:
-  // Lengths by place: [from][to].
-  // REQUIRES: at least two places, at most 31; as many rows, none of them shorter.
+  // Lengths by stop: [from][to].
+  // REQUIRES: at least two stops, at most 31; as many rows, none of them shorter.
   explicit ShortestPaths(const std::vector<std::vector<double>>& lengths);
 
-  // Of the paths over exactly the visited places (bit i for place i, with the start) that end
+  // Of the paths over exactly the visited stops (bit i for stop i, with the start) that end
   // there. REQUIRES: `end` is not 0 and, like 0, visited.
   double length(std::size_t end, std::uint32_t visited) const;
 
@@ -47,7 +47,7 @@ class ShortestPaths {
     double at(std::size_t set) const { return pairs[set / 2][set % 2]; }
     void put(std::size_t set, double length) { pairs[set / 2][set % 2] = length; }
   };
-  // The last place but one of a path: its lengths for the sets at hand.
+  // The last stop but one of a path: its lengths for the sets at hand.
   struct Source {
     const Block* block;
     std::size_t end;
@@ -62,7 +62,7 @@ class ShortestPaths {
   void fillLowEnds(std::size_t high, std::span<const Source> highSources);
   void fillSuccessors(std::size_t high, std::span<const Source> sources);
 
-  // Places other than the start, and at least `lowCount`: more are infinitely far away.
+  // Stops other than the start, and at least `lowCount`: more are infinitely far away.
   const std::size_t ends_;
   const std::size_t highSets_;
   Column fromStart_;

@@ -13,9 +13,9 @@ void LevelRecord::decide(std::shared_ptr<TernWaypoint> waypoint) {
 void TourTables::arrange(Destinations destinations) {
   destinations_ = std::move(destinations);
   owners_.clear();
-  for (std::size_t place = 0; place < destinations_.size(); ++place) {
-    for (const auto& waypoint : destinations_[place]->waypoints) {
-      if (waypoint != nullptr) owners_.try_emplace(waypoint->id.integer(), place);
+  for (std::size_t position = 0; position < destinations_.size(); ++position) {
+    for (const auto& waypoint : destinations_[position]->waypoints) {
+      if (waypoint != nullptr) owners_.try_emplace(waypoint->id.integer(), position);
     }
   }
 }

@@ -65,7 +65,7 @@ class TourTables {
 
  private:
   Destinations destinations_;
-  // Waypoint id to place in the list.
+  // Waypoint id to position in the list.
   std::unordered_map<std::int64_t, std::size_t> owners_;
 };
 

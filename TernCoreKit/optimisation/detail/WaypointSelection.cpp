@@ -19,13 +19,13 @@ double roundedCoordinate(const TernWaypoint& waypoint, std::size_t axis) {
   return static_cast<float>(waypoint.coordinate(axis).number());
 }
 
-TernCoordinate placeOf(const TernWaypoint& waypoint) {
+TernCoordinate pointOf(const TernWaypoint& waypoint) {
   return {roundedCoordinate(waypoint, 0), roundedCoordinate(waypoint, 1)};
 }
 
 float sumOfDistances(const TernWaypoint& from, const Waypoints& to, float sum) {
   for (const auto& each : to) {
-    sum += TernUtils::distanceBetweenPoint1(placeOf(from), placeOf(*each));
+    sum += TernUtils::distanceBetweenPoint1(pointOf(from), pointOf(*each));
   }
   return sum;
 }
@@ -194,7 +194,7 @@ void WaypointSelection::examineDoorsOn(std::int64_t mapId, const TernDestination
     const auto waypoint = waypointOf(destination, id.integer());
     if (waypoint == nullptr) continue;
     const float sum = sumOfDistances(*waypoint, others, sumOfDistances(*waypoint, decided, 0));
-    // Nothing to compare with, everything at the same place, or no number.
+    // Nothing to compare with, everything at the same spot, or no number.
     if (count < 1 || !(sum > 0)) continue;
     const float mean = sum / static_cast<float>(count);
     if (mean < best.mean) best = {waypoint, mean};

@@ -1,8 +1,8 @@
 // Settles each destination of a tour on one level and one waypoint.
 //
 // A destination goes to the level that most requested destinations count. Where several levels tie,
-// or its place has several doors, it is left open at first; then, the others being settled, it goes
-// to the door with the least mean straight-line distance to what else is visited or may be.
+// or its location has several doors, it is left open at first; then, the others being settled, it
+// goes to the door with the least mean straight-line distance to what else is visited or may be.
 //
 // Ownership: borrows the tables. Threads: one. Fails: never; what lies on no reachable level is
 // marked so and not settled.

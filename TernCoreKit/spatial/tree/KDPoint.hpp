@@ -1,6 +1,3 @@
-// The point of two doubles that most trees are made of.
-//
-// Ownership and threads: a plain value. Fails: never; see `decode`.
 #pragma once
 
 #include <cstddef>
@@ -11,12 +8,16 @@
 
 namespace tern {
 
+/// The point of two doubles that most trees are made of.
+///
+/// Ownership and threads: a plain value. Fails: never; see `decode`.
 struct KDPoint {
+  /// In any unit.
   double x = 0;
   double y = 0;
 
-  // How many axes a tree made from now on cycles through; one past the first is y again.
-  // Not to be changed while another thread makes a tree.
+  /// How many axes a tree made from now on cycles through; one past the first is y again.
+  /// Not to be changed while another thread makes a tree.
   TERN_API static std::size_t dimensions;
 
   double kdDimension(std::size_t axis) const { return axis == 0 ? x : y; }
@@ -25,9 +26,9 @@ struct KDPoint {
   }
   friend bool operator==(const KDPoint&, const KDPoint&) = default;
 
-  // A list of two numbers; one that JSON cannot hold is a text ("inf", "-inf", "nan").
+  /// A list of two numbers; one that JSON cannot hold is a text ("inf", "-inf", "nan").
   TERN_API Value encode() const;
-  // None for anything else.
+  /// None for anything else.
   TERN_API static std::optional<KDPoint> decode(const Value& archived);
 };
 

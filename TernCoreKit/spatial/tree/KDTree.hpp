@@ -1,18 +1,3 @@
-// An immutable search tree over points of any type that has coordinates, a squared distance and
-// equality (see KDTreePoint). It splits at the median, one axis a level, and answers what lies
-// nearest to a point, within a radius or within a box.
-//
-// Ownership: a value; copies and subtrees share its nodes, which never change. The operations that
-//   modify give a new tree, in time linear in the size of this one.
-// Threads: any.
-// Fails: never, but for archives: see `decode`. Coordinates may be infinite or no numbers: a point
-//   whose distance is no number is never found by distance.
-// Cost: a query for the nearest looks at about log(n) nodes unless many points are equally near;
-//   nothing is allocated while a tree is no deeper than 64 nodes.
-//
-//   const auto tree = KDTree<KDPoint>::init({{0, 0}, {3, 4}, {6, 0}});
-//   tree.nearest({3, 3});                                    // (3, 4)
-//   tree.nearest({3, 3}, [](KDPoint p) { return p.y == 0; });  // (6, 0), as near as (0, 0)
 #pragma once
 
 #include <algorithm>
@@ -35,85 +20,109 @@
 
 namespace tern {
 
-// A point that a saved tree can hold; `decode` gives none for what `encode` did not make.
+/// A point that a saved tree can hold; `decode` gives none for what `encode` did not make.
 template <class E>
 concept KDTreeArchivable = KDTreePoint<E> && requires(const E& point, const Value& archived) {
   { point.encode() } -> std::convertible_to<Value>;
   { E::decode(archived) } -> std::convertible_to<std::optional<E>>;
 };
 
+/// An immutable search tree over points of any type that has coordinates, a squared distance and
+/// equality (see KDTreePoint). It splits at the median, one axis a level, and answers what lies
+/// nearest to a point, within a radius or within a box.
+///
+/// Ownership: a value; copies and subtrees share its nodes, which never change. The operations that
+///   modify give a new tree, in time linear in the size of this one.
+/// Threads: any.
+/// Fails: never, but for archives: see `decode`. Coordinates may be infinite or no numbers: a point
+///   whose distance is no number is never found by distance.
+/// Cost: a query for the nearest looks at about log(n) nodes unless many points are equally near;
+///   nothing is allocated while a tree is no deeper than 64 nodes.
+///
+///     const auto tree = KDTree<KDPoint>::init({{0, 0}, {3, 4}, {6, 0}});
+///     tree.nearest({3, 3});                                    // (3, 4)
+///     tree.nearest({3, 3}, [](KDPoint p) { return p.y == 0; });  // (6, 0), as near as (0, 0)
 template <KDTreePoint E>
 class KDTree {
  public:
-  // Least and greatest coordinate on an axis, both within.
+  /// Least and greatest coordinate on an axis, both within.
   using Bounds = std::pair<double, double>;
   struct Loaded;
+  /// The predicate of a query that restricts nothing.
   struct AcceptAll {
     bool operator()(const E&) const { return true; }
   };
 
-  // The empty tree.
+  /// The empty tree.
   KDTree() = default;
-  // The first split is on the axis `depth` modulo the dimensions.
+  /// The first split is on the axis `depth` modulo the dimensions.
   static KDTree init(const std::vector<E>& values, std::size_t depth = 0);
 
   bool isEmpty() const { return begin_ == end_; }
+  /// How many values it holds.
   std::size_t count() const { return end_ - begin_; }
-  // How many nodes lie at most below each other.
+  /// How many nodes lie at most below each other.
   std::size_t depth() const;
-  // The root; REQUIRES: the tree is not empty. Both subtrees share the nodes of this tree.
+  /// The value of the root. REQUIRES: the tree is not empty.
   const E& value() const { return root().value; }
+  /// The axis at which the root splits. REQUIRES: the tree is not empty.
   std::size_t dimension() const { return root().axis; }
+  /// The subtrees of the root; they share the nodes of this tree. REQUIRES: the tree is not empty.
   KDTree left() const { return KDTree(nodes_, begin_ + 1, begin_ + root().right); }
   KDTree right() const { return KDTree(nodes_, begin_ + root().right, end_); }
 
-  // Each value before those of its left subtree, these before those of its right one.
+  /// Each value before those of its left subtree, these before those of its right one.
   std::vector<E> elements() const;
+  /// Visits the values in the order of `elements`.
   template <class Visit>
   void forEach(Visit visit) const;
   bool contains(const E& value) const;
 
-  // `dim` is the axis of the new node when the tree is empty.
+  /// The tree with one value more; `dim` is the axis of the new node when the tree is empty.
   KDTree inserting(const E& value, std::size_t dim) const;
-  // Without every value that equals the given one; `dim` is the axis of the new root.
+  /// Without every value that equals the given one; `dim` is the axis of the new root.
   KDTree removing(const E& value, std::size_t dim) const;
+  /// A tree of what the function makes of each value.
   template <class Function>
   auto map(Function function) const;
+  /// A tree of the values that the predicate accepts.
   template <class Predicate>
   KDTree filter(Predicate predicate) const;
 
-  // The value nearest to the point among those that `where` accepts; of equally near ones the one
-  // that the search meets first. `maxDistance` bounds the squared distance, exclusively: for values
-  // nearer than r pass r * r. A value equal to the point may be the answer although `where` does
-  // not accept it or the bound is 0.
+  /// The value nearest to the point among those that `where` accepts; of equally near ones the one
+  /// that the search meets first. `maxDistance` bounds the squared distance, exclusively: for
+  /// values nearer than r pass r * r. A value equal to the point may be the answer although `where`
+  /// does not accept it or the bound is 0.
   template <class Predicate = AcceptAll>
   std::optional<E> nearest(const E& to, double maxDistance, Predicate where = {}) const;
+  /// The same at any distance.
   template <class Predicate = AcceptAll>
   requires std::predicate<Predicate&, const E&> std::optional<E> nearest(const E& to,
                                                                          Predicate where = {})
   const { return nearest(to, std::numeric_limits<double>::infinity(), std::move(where)); }
-  // Up to k values, nearest first.
+  /// Up to k values, nearest first.
   template <class Predicate = AcceptAll>
   std::vector<E> nearestK(std::ptrdiff_t k, const E& to, Predicate where = {}) const;
-  // Every value at most that far away (not squared).
+  /// Every value at most that far away (not squared).
   std::vector<E> allPoints(double within, const E& of) const;
-  // Every value inside the box; an axis without bounds is not looked at. Of values that lie on an
-  // upper bound those behind another one with the same coordinate are left out.
+  /// Every value inside the box; an axis without bounds is not looked at. Of values that lie on an
+  /// upper bound those behind another one with the same coordinate are left out.
   std::vector<E> elementsIn(const std::vector<Bounds>& box) const;
 
-  // The same values at the same places, split on the same axes.
+  /// The same values at the same positions, split on the same axes.
   friend bool operator==(const KDTree& a, const KDTree& b) {
     return std::equal(a.first(), a.last(), b.first(), b.last());
   }
-  // "KDTree of 3 points, depth 2".
+  /// "KDTree of 3 points, depth 2".
   std::string description() const;
-  // With a line for each node as `elements` has them: "axis 0: (3, 4)".
+  /// With a line for each node as `elements` has them: "axis 0: (3, 4)".
   std::string debugDescription() const;
 
+  /// The tree as a value that `decode` reads.
   Value encode() const requires KDTreeArchivable<E>;
-  // An error, and an empty tree, for what is no archive of such points or not as it was encoded.
+  /// An error, and an empty tree, for what is no archive of such points or not as it was encoded.
   static Loaded decode(const Value& archived) requires KDTreeArchivable<E>;
-  // To and from a file of the process-wide file system (platform/Files.hpp).
+  /// To and from a file of the process-wide file system (platform/Files.hpp).
   std::optional<TernError> save(const std::string& to) const requires KDTreeArchivable<E>;
   static Loaded initContentsOf(const std::string& path) requires KDTreeArchivable<E>;
 
@@ -158,6 +167,7 @@ class KDTree {
   std::uint32_t end_ = 0;
 };
 
+/// What was read: a tree, or an error and the empty tree.
 template <KDTreePoint E>
 struct [[nodiscard]] KDTree<E>::Loaded {
   KDTree tree;
@@ -210,20 +220,20 @@ template <KDTreePoint E>
 KDTree<E> KDTree<E>::inserting(const E& value, std::size_t dim) const {
   std::vector<Node> nodes(first(), last());
   std::size_t axis = dim % dimensions();
-  std::size_t place = 0;
-  for (std::size_t end = nodes.size(); place < end;) {
-    Node& node = nodes[place];
+  std::size_t position = 0;
+  for (std::size_t end = nodes.size(); position < end;) {
+    Node& node = nodes[position];
     axis = (node.axis + 1) % dimensions();
-    const std::size_t right = place + node.right;
+    const std::size_t right = position + node.right;
     if (kdOrder(value.kdDimension(node.axis)) < kdOrder(node.value.kdDimension(node.axis))) {
       ++node.right;
-      ++place;
+      ++position;
       end = right;
     } else {
-      place = right;
+      position = right;
     }
   }
-  nodes.insert(nodes.begin() + static_cast<std::ptrdiff_t>(place),
+  nodes.insert(nodes.begin() + static_cast<std::ptrdiff_t>(position),
                Node{value, 1, static_cast<std::uint32_t>(axis)});
   return KDTree(*Nodes::of(std::move(nodes)));
 }

@@ -20,7 +20,8 @@
 
 namespace tern {
 
-// What a k-d tree can hold. Equal points have equal coordinates.
+/// What a k-d tree can hold: `dimensions` axes, the coordinate on each, and the squared distance.
+/// Equal points have equal coordinates.
 template <class E>
 concept KDTreePoint = std::copyable<E> && std::equality_comparable<E> &&
     requires(const E& point, std::size_t axis) {
@@ -76,16 +77,16 @@ inline void kdSort(std::vector<KDSortEntry>& entries, std::vector<KDSortEntry>& 
   const auto digitOf = [](const KDSortEntry& entry, std::size_t digit) {
     return (entry.key >> (digit * 8)) % radix;
   };
-  std::array<std::array<std::uint32_t, radix>, digits> places{};
+  std::array<std::array<std::uint32_t, radix>, digits> counts{};
   for (const KDSortEntry& entry : entries) {
-    for (std::size_t digit = 0; digit < digits; ++digit) ++places[digit][digitOf(entry, digit)];
+    for (std::size_t digit = 0; digit < digits; ++digit) ++counts[digit][digitOf(entry, digit)];
   }
   for (std::size_t digit = 0; digit < digits && !entries.empty(); ++digit) {
-    auto& place = places[digit];
+    auto& next = counts[digit];
     // Many coordinates are short numbers, of which most digits agree.
-    if (place[digitOf(entries[0], digit)] == entries.size()) continue;
-    std::exclusive_scan(place.begin(), place.end(), place.begin(), std::uint32_t{0});
-    for (const KDSortEntry& entry : entries) buffer[place[digitOf(entry, digit)]++] = entry;
+    if (next[digitOf(entries[0], digit)] == entries.size()) continue;
+    std::exclusive_scan(next.begin(), next.end(), next.begin(), std::uint32_t{0});
+    for (const KDSortEntry& entry : entries) buffer[next[digitOf(entry, digit)]++] = entry;
     entries.swap(buffer);
   }
 }
@@ -125,9 +126,9 @@ class KDTreeBuilder {
   std::size_t dimensions_;
   std::size_t firstAxis_;
   // For each axis the indices of the values in the order of their coordinates. What is left of a
-  // range lies at the same places of every list.
+  // range lies at the same positions of every list.
   std::vector<Indices> sorted_;
-  // For each axis the place that each value had in that order at first.
+  // For each axis the position that each value had in that order at first.
   std::vector<Indices> ranks_;
   Indices spare_;
   // By index: which have become nodes because they coincide. Empty while none has.
@@ -171,9 +172,9 @@ KDTreeBuilder<E>::KDTreeBuilder(const std::vector<E>& values, std::size_t firstA
     kdSort(entries, buffer);
     Indices& sorted = sorted_.emplace_back(values.size());
     Indices& ranks = ranks_.emplace_back(values.size());
-    for (std::uint32_t place = 0; place < values.size(); ++place) {
-      sorted[place] = entries[place].index;
-      ranks[sorted[place]] = place;
+    for (std::uint32_t position = 0; position < values.size(); ++position) {
+      sorted[position] = entries[position].index;
+      ranks[sorted[position]] = position;
     }
   }
 }
@@ -207,16 +208,16 @@ KDTreeNodes<E> KDTreeBuilder<E>::build() {
   return {std::move(nodes_), depth};
 }
 
-// Gives the place of the node in the list of the range's axis, and brings what lies before and
-// behind it there to the same places of the other lists.
+// Gives the position of the node in the list of the range's axis, and brings what lies before and
+// behind it there to the same positions of the other lists.
 template <KDTreePoint E>
 std::size_t KDTreeBuilder<E>::split(const Range& range) {
   const Indices& sorted = sorted_[range.axis];
   std::size_t middle = range.begin + (range.end - range.begin) / 2;
   if (middle == range.begin) return middle;
   const double median = at(sorted[middle], range.axis);
-  const auto isLevel = [&](std::size_t place) {
-    const double coordinate = at(sorted[place], range.axis);
+  const auto isLevel = [&](std::size_t position) {
+    const double coordinate = at(sorted[position], range.axis);
     return median - coordinate < std::numeric_limits<double>::epsilon() || coordinate == median;
   };
   while (middle > range.begin && isLevel(middle - 1)) --middle;
@@ -251,9 +252,9 @@ typename KDTreeBuilder<E>::Range KDTreeBuilder<E>::takeCoincident(Range range) {
   for (std::size_t axis = 0; axis < dimensions_; ++axis) {
     const Indices& sorted = sorted_[axis];
     least[axis] = at(sorted[range.begin], axis);
-    std::size_t place = range.begin;
-    while (place < end && at(sorted[place], axis) == least[axis]) ++place;
-    count[axis] = place - range.begin;
+    std::size_t position = range.begin;
+    while (position < end && at(sorted[position], axis) == least[axis]) ++position;
+    count[axis] = position - range.begin;
   }
   isTaken_.resize(values_.size());
   while (range.begin != range.end && count[range.axis] > (range.end - range.begin) / 2) {
