@@ -9,6 +9,7 @@
 
 #include "tests/support/FakeTransport.hpp"
 #include "tests/support/LoopbackServer.hpp"
+#include "tests/support/Waiting.hpp"
 
 namespace tern {
 namespace {
@@ -68,7 +69,7 @@ TEST(HttpDeathTest, theEndOfTheProcessDropsWhatIsUnderWay) {
         for (int i = 0; i < 20; ++i) {
           httpTransport()->send({.url = server.url()}, [](const HttpResponse&) { std::abort(); });
         }
-        while (server.requests().empty()) std::this_thread::yield();
+        test::awaitUntil([&] { return !server.requests().empty(); }, "the first request");
         std::exit(0);
       },
       testing::ExitedWithCode(0), "");
@@ -85,7 +86,7 @@ TEST(HttpDeathTest, theEndOfTheProcessWaitsForARunningCompletion) {
           for (int i = 0; i < 1000; ++i) std::this_thread::yield();
           std::fputs("completion ended\n", stderr);
         });
-        isBegun.get_future().wait();
+        test::await(isBegun, "the completion");
         std::exit(0);
       },
       testing::ExitedWithCode(0), "completion ended");
@@ -97,7 +98,8 @@ TEST(HttpDeathTest, aCompletionMayEndTheProcess) {
       {
         LoopbackServer server(ok);
         httpTransport()->send({.url = server.url()}, [](const HttpResponse&) { std::exit(7); });
-        std::promise<void>().get_future().wait();
+        std::promise<void> end;
+        test::await(end, "the end of the process");
       },
       testing::ExitedWithCode(7), "");
 }

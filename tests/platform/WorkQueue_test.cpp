@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "TernCoreKit/platform/detail/ThreadPool.hpp"
+#include "tests/support/Waiting.hpp"
 #include "tests/support/WorkQueues.hpp"
 
 namespace tern {
@@ -41,7 +42,7 @@ void expectATaskMayRunAnother(WorkQueue& queue, const std::function<void()>& fin
     });
   });
   finish();
-  isRun.get_future().wait();
+  test::await(isRun, "the task");
   EXPECT_EQ(ran, 2);
 }
 
@@ -49,7 +50,7 @@ void expectATaskMayRunAnother(WorkQueue& queue, const std::function<void()>& fin
 void drain(WorkQueue& queue) {
   std::promise<void> isDrained;
   queue.run([&] { isDrained.set_value(); });
-  isDrained.get_future().wait();
+  test::await(isDrained, "the last task");
 }
 
 TEST(WorkQueueConcurrent, aPoolOfOneThreadKeepsTheContract) {
@@ -84,19 +85,23 @@ TEST(WorkQueueConcurrent, twoTasksOfTheDefaultQueueOverlap) {
   std::promise<void> second;
   std::promise<void> firstEnds;
   std::promise<void> secondEnds;
+  std::atomic<int> ended = 0;
   // Each ends only when the other has begun.
   backgroundQueue()->run([&] {
     first.set_value();
-    second.get_future().wait();
+    test::await(second, "the second task");
+    ++ended;
     firstEnds.set_value();
   });
   backgroundQueue()->run([&] {
     second.set_value();
-    first.get_future().wait();
+    test::await(first, "the first task");
+    ++ended;
     secondEnds.set_value();
   });
-  firstEnds.get_future().wait();
-  secondEnds.get_future().wait();
+  test::await(firstEnds, "the end of the first task");
+  test::await(secondEnds, "the end of the second task");
+  EXPECT_EQ(ended, 2);
 }
 
 TEST(WorkQueueConcurrent, manyCallersEachHaveTheirTasksRun) {
@@ -115,7 +120,7 @@ TEST(WorkQueueConcurrent, manyCallersEachHaveTheirTasksRun) {
       });
     }
     for (std::thread& caller : callers) caller.join();
-    isComplete.get_future().wait();
+    test::await(isComplete, "the last task");
   }
   EXPECT_EQ(ran, 1000);
 }
@@ -129,15 +134,15 @@ TEST(WorkQueueConcurrent, stoppingWaitsForRunningTasksAndDropsTheOthers) {
   bool isOtherRun = false;
   pool.run([&] {
     isBegun.set_value();
-    mayEnd.get_future().wait();
+    test::await(mayEnd, "the permission to end");
     isEnded = true;
   });
   pool.run([&, token] { isOtherRun = true; });
-  isBegun.get_future().wait();
+  test::await(isBegun, "the task");
   EXPECT_EQ(token.use_count(), 2);
   std::thread stopper([&] { pool.stop(); });
   // The waiting task is given up before the running one is waited for.
-  while (token.use_count() > 1) std::this_thread::yield();
+  test::awaitUntil([&] { return token.use_count() == 1; }, "the release of the waiting task");
   mayEnd.set_value();
   stopper.join();
   EXPECT_TRUE(isEnded);
@@ -156,7 +161,7 @@ TEST(WorkQueueConcurrent, aTaskMayStopItsPool) {
       isStopped.set_value();
       isEnded = true;
     });
-    isStopped.get_future().wait();
+    test::await(isStopped, "the end of the pool");
   }
   EXPECT_TRUE(isEnded);
 }
@@ -175,13 +180,18 @@ TEST(WorkQueueConcurrent, hostsMayReplaceTheBackgroundQueueAtAnyTime) {
       setBackgroundQueue(i % 2 == 0 ? std::make_shared<RunNowQueue>() : nullptr);
     }
   });
+  std::atomic<int> ran = 0;
   for (int i = 0; i < 200; ++i) {
     std::promise<void> isRun;
-    backgroundQueue()->run([&] { isRun.set_value(); });
-    isRun.get_future().wait();
+    backgroundQueue()->run([&] {
+      ++ran;
+      isRun.set_value();
+    });
+    test::await(isRun, "the task");
   }
   replacer.join();
   setBackgroundQueue(nullptr);
+  EXPECT_EQ(ran, 200);
 }
 
 TEST(WorkQueue, aHostsQueueTakesTheTasksUntilTheDefaultIsBroughtBack) {
@@ -207,7 +217,7 @@ TEST(WorkQueueDeathTest, theEndOfTheProcessWaitsForARunningTask) {
           for (int i = 0; i < 1000; ++i) std::this_thread::yield();
           std::fputs("task ended\n", stderr);
         });
-        isBegun.get_future().wait();
+        test::await(isBegun, "the task");
         std::exit(0);
       },
       testing::ExitedWithCode(0), "task ended");
@@ -218,7 +228,8 @@ TEST(WorkQueueDeathTest, aTaskMayEndTheProcess) {
   EXPECT_EXIT(
       {
         backgroundQueue()->run([] { std::exit(7); });
-        std::promise<void>().get_future().wait();
+        std::promise<void> end;
+        test::await(end, "the end of the process");
       },
       testing::ExitedWithCode(7), "");
 }

@@ -14,6 +14,7 @@
 
 #include "tests/support/FakeTransport.hpp"
 #include "tests/support/LoopbackServer.hpp"
+#include "tests/support/Waiting.hpp"
 
 namespace tern {
 namespace {
@@ -53,7 +54,8 @@ class Outcomes {
   }
   void await(std::size_t count) {
     std::unique_lock lock(mutex_);
-    came_.wait(lock, [&] { return all_.size() >= count; });
+    test::awaitUntil(
+        came_, lock, [&] { return all_.size() >= count; }, "the last outcome");
   }
 
  private:

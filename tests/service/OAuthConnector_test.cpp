@@ -15,6 +15,7 @@
 #include "tests/support/FakeTransport.hpp"
 #include "tests/support/LoopbackServer.hpp"
 #include "tests/support/TurnedClock.hpp"
+#include "tests/support/Waiting.hpp"
 
 namespace tern {
 namespace {
@@ -270,7 +271,7 @@ TEST_F(OAuthConnectorTest, errorsAndLogShowNoSecret) {
   setHttpTransport(makeHttpTransport());
   std::promise<TernError> given;
   connector_.requestToken([&](auto error, auto) { given.set_value(error.value()); });
-  const TernError error = given.get_future().get();
+  const TernError error = test::await(given, "the error");
   EXPECT_THAT(error.message + error.errorDescription, Not(HasSubstr("s3cr3t")));
   EXPECT_THAT(log_.take(), ElementsAre());
 }
@@ -297,7 +298,7 @@ TEST(OAuthConnectorConcurrent, requestsOverTheNetworkNeverSeeHalfAToken) {
         std::promise<Value> given;
         connector->getAccessTokenInHeader(
             {}, [&](auto, Value headers) { given.set_value(std::move(headers)); });
-        EXPECT_THAT(std::string(given.get_future().get()["Authorization"].text()),
+        EXPECT_THAT(std::string(test::await(given, "the header")["Authorization"].text()),
                     testing::StartsWith("Bearer 1"));
         connector->setRefreshTime(std::nullopt);
       }
@@ -317,7 +318,7 @@ TEST(OAuthConnectorConcurrent, aConnectorMayGoWhileItsRequestsRun) {
     connector.setCredentialsWithClientId("me", "secret", server.url());
     connector.requestToken([&](auto, auto answer) { promise.set_value(std::move(answer)); });
   }
-  for (auto& promise : given) EXPECT_EQ(promise.get_future().get(), "t");
+  for (auto& promise : given) EXPECT_EQ(test::await(promise, "a token"), "t");
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 #include <future>
 #include <utility>
 
+#include "tests/support/Waiting.hpp"
+
 namespace tern::test {
 
 void FakeTransport::send(HttpRequest request, Completion completion) {
@@ -40,7 +42,7 @@ HttpResponse exchange(HttpTransport& transport, HttpRequest request) {
   std::promise<HttpResponse> answer;
   transport.send(std::move(request),
                  [&](HttpResponse response) { answer.set_value(std::move(response)); });
-  return answer.get_future().get();
+  return await(answer, "the answer of a request");
 }
 
 }  // namespace tern::test

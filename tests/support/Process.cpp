@@ -8,8 +8,12 @@
 #include <unistd.h>
 
 #include <array>
+#include <chrono>
 #include <cstdlib>
+#include <span>
 #include <utility>
+
+#include "tests/support/Waiting.hpp"
 
 extern char** environ;
 
@@ -51,8 +55,20 @@ pid_t start(const std::vector<std::string>& words, const std::array<int, 3>& des
 
 int waitFor(pid_t process) {
   int state = 0;
-  if (process < 0 || waitpid(process, &state, 0) != process) return 127;
+  pid_t ended = process;
+  if (process >= 0) {
+    awaitUntil([&] { return (ended = waitpid(process, &state, WNOHANG)) != 0; }, "a program's end");
+  }
+  if (process < 0 || ended != process) return 127;
   return WIFSIGNALED(state) ? 128 + WTERMSIG(state) : WEXITSTATUS(state);
+}
+
+// Waits until one of them is ready.
+void awaitReady(std::span<pollfd> descriptors) {
+  const auto longest = std::chrono::milliseconds(longestWait).count();
+  if (poll(descriptors.data(), descriptors.size(), static_cast<int>(longest)) == 0) {
+    giveUp("a program's output");
+  }
 }
 
 // Takes what is there to read; closes the descriptor at its end.
@@ -80,7 +96,7 @@ void converse(int input, int output, int diagnostics, std::string_view text,
   while (output >= 0 || diagnostics >= 0) {
     std::array<pollfd, 3> ready{
         {{input, POLLOUT, 0}, {output, POLLIN, 0}, {diagnostics, POLLIN, 0}}};
-    if (poll(ready.data(), ready.size(), -1) < 0) continue;
+    awaitReady(ready);
     if (ready[0].revents != 0) writeSome(input, text);
     if (ready[1].revents != 0) readSome(output, result.output);
     if (ready[2].revents != 0) readSome(diagnostics, result.diagnostics);
@@ -129,7 +145,12 @@ void Conversation::say(std::string_view line) {
 std::string Conversation::hear() {
   std::string line;
   char byte = 0;
-  while (output_ >= 0 && read(output_, &byte, 1) == 1 && byte != '\n') line += byte;
+  while (output_ >= 0) {
+    pollfd ready{output_, POLLIN, 0};
+    awaitReady({&ready, 1});
+    if (read(output_, &byte, 1) != 1 || byte == '\n') break;
+    line += byte;
+  }
   return line;
 }
 

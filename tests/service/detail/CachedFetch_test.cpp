@@ -23,6 +23,7 @@
 #include "tests/support/LoopbackServer.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 #include "tests/support/VenueFolders.hpp"
+#include "tests/support/Waiting.hpp"
 
 namespace tern {
 namespace {
@@ -69,7 +70,7 @@ class Scene {
     hub.populateVenueByVenueId(1, [&](auto venue, auto error) {
       loaded.set_value({std::move(venue), std::move(error)});
     });
-    return loaded.get_future().get();
+    return test::await(loaded, "the venue");
   }
 
  private:
@@ -252,12 +253,12 @@ TEST(CachedFetchConcurrent, loadsRebuildsAndDestructionOverlap) {
       static_cast<void>(hub->activeVenue());
       static_cast<void>(hub->temporaryCache());
       hub.reset();
-      const auto venue = loaded.get_future().get();
+      const auto venue = test::await(loaded, "the venue");
       loads += venue != nullptr ? 1 : 0;
       // A building comes into a venue whose graph is being built.
       std::promise<void> isAdded;
       scene.makeHub()->populateBuildingInVenue(venue, 1, [&](auto&&...) { isAdded.set_value(); });
-      isAdded.get_future().wait();
+      test::await(isAdded, "the building");
     }
   };
   {

@@ -13,6 +13,7 @@
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "tests/support/CapturedLog.hpp"
 #include "tests/support/JoinedVenues.hpp"
+#include "tests/support/Waiting.hpp"
 #include "tests/support/WorkQueues.hpp"
 
 namespace tern::test {
@@ -296,7 +297,7 @@ TEST(TernMultiActiveVenuesConcurrent, venuesComeAndGoWhileRoutesAreFound) {
   }
   for (std::thread& thread : threads) thread.join();
   // Rebuilds under way hold the object.
-  while (venues.use_count() > 1) std::this_thread::yield();
+  awaitUntil([&] { return venues.use_count() == 1; }, "the last rebuild");
   EXPECT_EQ(listener->calls(), 1 + 2 * rounds);
 }
 
@@ -309,7 +310,7 @@ TEST(TernMultiActiveVenuesConcurrent, objectsMayGoWhileTheyAreRebuilt) {
     venues->destroyAllActiveVenues();
   }
   for (const auto& venues : watched) {
-    while (!venues.expired()) std::this_thread::yield();
+    awaitUntil([&] { return venues.expired(); }, "the release of the venues");
   }
 }
 
@@ -323,7 +324,7 @@ TEST(TernMultiActiveVenuesConcurrent, aVenueMayGrowWhileItIsJoined) {
     }
     venues->updateActiveVenues({});
   }
-  while (venues.use_count() > 1) std::this_thread::yield();
+  awaitUntil([&] { return venues.use_count() == 1; }, "the last rebuild");
   EXPECT_EQ(venues->globalASGrid()->mapFulls().size(), 61U);
 }
 

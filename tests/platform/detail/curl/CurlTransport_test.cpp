@@ -14,6 +14,7 @@
 #include "tests/support/LoopbackServer.hpp"
 #include "tests/support/Process.hpp"
 #include "tests/support/TemporaryFolder.hpp"
+#include "tests/support/Waiting.hpp"
 
 namespace tern::detail {
 namespace {
@@ -328,7 +329,8 @@ class Completions {
   }
   std::vector<HttpResponse> await(std::size_t count) {
     std::unique_lock lock(mutex_);
-    came_.wait(lock, [&] { return responses_.size() >= count; });
+    test::awaitUntil(
+        came_, lock, [&] { return responses_.size() >= count; }, "the last response");
     return responses_;
   }
 
@@ -375,7 +377,7 @@ TEST(CurlTransportConcurrent, requestsUnderWayAreAnsweredWhenTheTransportGoes) {
     CurlTransport transport({});
     // More than go at once.
     for (int i = 0; i < 40; ++i) transport.send({.url = server.url()}, completions.next());
-    while (server.requests().empty()) std::this_thread::yield();
+    test::awaitUntil([&] { return !server.requests().empty(); }, "the first request");
   }
   const auto responses = completions.await(40);
   EXPECT_EQ(responses.size(), 40U);
@@ -396,7 +398,7 @@ TEST(CurlTransportConcurrent, aCompletionMayReleaseTheTransport) {
   std::promise<void> mayGo;
   sender.send({.url = server.url() + "/first"},
               [&, held = std::move(transport)](HttpResponse response) mutable {
-                mayGo.get_future().wait();
+                test::await(mayGo, "the permission to go on");
                 held = nullptr;
                 completions.next()(std::move(response));
               });
@@ -420,7 +422,7 @@ TEST(CurlTransportConcurrent, aCompletionMaySendTheNextRequest) {
     });
   };
   sendNext(20);
-  EXPECT_EQ(last.get_future().get(), 200);
+  EXPECT_EQ(test::await(last, "the last status"), 200);
   EXPECT_EQ(server.connections(), 1U);
 }
 
@@ -431,7 +433,7 @@ TEST(CurlTransportConcurrent, whatIsDroppedIsNeverCalled) {
   for (int i = 0; i < 20; ++i) {
     transport.send({.url = server.url()}, [token](const HttpResponse&) { ADD_FAILURE(); });
   }
-  while (server.requests().empty()) std::this_thread::yield();
+  test::awaitUntil([&] { return !server.requests().empty(); }, "the first request");
   transport.dropAll();
   transport.send({.url = server.url()}, [token](const HttpResponse&) { ADD_FAILURE(); });
   EXPECT_EQ(token.use_count(), 1);
