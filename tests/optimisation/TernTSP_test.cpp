@@ -6,9 +6,11 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstdint>
 #include <limits>
 #include <numeric>
 #include <random>
+#include <vector>
 
 #include "bench/LiteralTour.hpp"
 #include "tests/support/CapturedLog.hpp"
@@ -114,6 +116,19 @@ TEST(TernTSP, combinationsComeInOrderOfTheirLowestPlaces) {
   EXPECT_THAT(TernTSP::combinations(4, 3), IsEmpty());
   EXPECT_THAT(TernTSP::combinations(-1, 3), IsEmpty());
   EXPECT_THAT(TernTSP::combinations(1, 33), IsEmpty());
+}
+
+TEST(TernTSP, combinationsAreAllSubsetsOfTheirSizeEachOnce) {
+  for (int places = 0; places <= 10; ++places) {
+    for (int size = 0; size <= places; ++size) {
+      std::vector<std::uint32_t> expected;
+      for (std::uint32_t subset = 0; subset < 1U << places; ++subset) {
+        if (std::popcount(subset) == size) expected.push_back(subset);
+      }
+      EXPECT_THAT(TernTSP::combinations(size, places), testing::UnorderedElementsAreArray(expected))
+          << size << " of " << places;
+    }
+  }
 }
 
 TEST(TernTSP, combinationAddsToTheGivenSetFromThePositionOn) {

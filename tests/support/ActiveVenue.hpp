@@ -1,4 +1,8 @@
-// A drawn venue, loaded as the service's documents are.
+// Drawn venues as a hub loads them.
+//
+//   const auto venue = loadDrawnVenue({.floors = {{.lines = {"A-B"}}}, .paths = {"A-B"}});
+//   EXPECT_EQ(lettersOf(venue->wayfind(waypointAt(*venue, 'A'), waypointAt(*venue, 'B'), 0)),
+//   "AB");
 //
 // Ownership: shared. Threads: any. Fails: as `drawVenue`.
 #pragma once
@@ -10,7 +14,15 @@
 
 namespace tern::test {
 
-// With its graph.
+// The venue of these documents, its waypoints attached, without a graph and a tree.
+std::shared_ptr<TernActiveVenue> assembleVenue(Value document, Value building);
+std::shared_ptr<TernActiveVenue> assembleVenue(const Drawing& drawing);
+
+// With both.
+std::shared_ptr<TernActiveVenue> loadVenue(Value document, Value building);
 std::shared_ptr<TernActiveVenue> loadDrawnVenue(const Drawing& drawing);
+
+// Null when nothing is drawn there.
+std::shared_ptr<TernWaypoint> waypointAt(const TernActiveVenue& venue, char letter);
 
 }  // namespace tern::test

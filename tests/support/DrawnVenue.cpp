@@ -81,13 +81,13 @@ bool isOn(const Drawing::Floor& floor, char letter) {
   });
 }
 
-// The first floor on which the path's first waypoint is drawn.
-std::size_t floorOfPath(const Drawing& drawing, std::string_view path) {
+// The first floor on which the first of the waypoints is drawn.
+std::size_t floorOf(const Drawing& drawing, std::string_view letters) {
   const auto& floors = drawing.floors;
   const auto floor = std::find_if(floors.begin(), floors.end(), [&](const Drawing::Floor& each) {
-    return !path.empty() && isOn(each, path.front());
+    return !letters.empty() && isOn(each, letters.front());
   });
-  if (floor == floors.end()) throw std::invalid_argument("starts nowhere: " + std::string(path));
+  if (floor == floors.end()) throw std::invalid_argument("is nowhere: " + std::string(letters));
   return static_cast<std::size_t>(floor - floors.begin());
 }
 
@@ -95,16 +95,46 @@ Value drawFloor(const Drawing& drawing, std::size_t place) {
   const Drawing::Floor& floor = drawing.floors[place];
   Value paths = Value::list();
   for (std::size_t path = 0; path < drawing.paths.size(); ++path) {
-    if (floorOfPath(drawing, drawing.paths[path]) == place) paths.append(drawPath(drawing, path));
+    if (floorOf(drawing, drawing.paths[path]) == place) paths.append(drawPath(drawing, path));
   }
   const auto id = static_cast<std::int64_t>(place + 1);
-  return Value::map({{"id", id},
-                     {"level", floor.level.value_or(static_cast<int>(place))},
-                     {"preference", floor.preference},
-                     {"map", Value::map({{"id", id},
-                                         {"mmPerPixel", floor.mmPerPixel},
-                                         {"waypoints", batchOf(drawWaypoints(floor, place + 1))},
-                                         {"paths", batchOf(std::move(paths))}})}});
+  Value drawn =
+      Value::map({{"id", id},
+                  {"level", floor.level.value_or(static_cast<int>(place))},
+                  {"preference", floor.preference},
+                  {"map", Value::map({{"id", id},
+                                      {"mmPerPixel", floor.mmPerPixel},
+                                      {"waypoints", batchOf(drawWaypoints(floor, place + 1))},
+                                      {"paths", batchOf(std::move(paths))}})}});
+  if (!floor.name.empty()) drawn.set("name", floor.name);
+  return drawn;
+}
+
+Value drawLocations(const Drawing& drawing, const Drawing::Place& place) {
+  Value locations = Value::list();
+  std::istringstream words{place.at};
+  for (std::string letters; words >> letters;) {
+    Value ids = Value::list();
+    for (const char letter : letters) ids.append(idOf(letter));
+    locations.append(
+        Value::map({{"mapId", static_cast<std::int64_t>(floorOf(drawing, letters) + 1)},
+                    {"waypointIds", std::move(ids)}}));
+  }
+  return locations;
+}
+
+// Sets the batch of the places where there are any.
+void drawPlaces(const Drawing& drawing, std::string_view name,
+                const std::vector<Drawing::Place>& places, Value& document) {
+  if (places.empty()) return;
+  Value drawn = Value::list();
+  for (const Drawing::Place& place : places) {
+    Value each = Value::map({{"id", place.id}});
+    if (!place.name.empty()) each.set("name", place.name);
+    each.set("locations", drawLocations(drawing, place));
+    drawn.append(std::move(each));
+  }
+  document.set(name, batchOf(std::move(drawn)));
 }
 
 Value drawPathTypes(const Drawing& drawing) {
@@ -123,16 +153,26 @@ Value drawPathTypes(const Drawing& drawing) {
       types.append(draw(pathTypeId(drawing, type.name), type));
     }
   }
+  for (const Drawing::Place& connector : drawing.connectors) {
+    for (Value& type : types.items()) {
+      if (type["id"] == Value(connector.id)) {
+        type.set("locations", drawLocations(drawing, connector));
+      }
+    }
+  }
   return types;
 }
 
 }  // namespace
 
 Value drawVenueDocument(const Drawing& drawing) {
-  return Value::map({{"id", 1},
-                     {"name", "drawn"},
-                     {"buildings", batchOf(Value::list({Value::map({{"id", 1}})}))},
-                     {"pathTypes", batchOf(drawPathTypes(drawing))}});
+  Value document = Value::map({{"id", 1},
+                               {"name", "drawn"},
+                               {"buildings", batchOf(Value::list({Value::map({{"id", 1}})}))},
+                               {"pathTypes", batchOf(drawPathTypes(drawing))}});
+  drawPlaces(drawing, "destinations", drawing.destinations, document);
+  drawPlaces(drawing, "amenities", drawing.amenities, document);
+  return document;
 }
 
 Value drawBuildingDocument(const Drawing& drawing) {
@@ -173,6 +213,12 @@ std::string lettersOf(const TernRoute& route) {
     if (!letters.empty()) letters += ' ';
     for (const TernASNode& node : segment.points) letters += letterOf(node.nodeId());
   }
+  return letters;
+}
+
+std::string lettersOf(const std::vector<std::shared_ptr<TernWaypoint>>& waypoints) {
+  std::string letters;
+  for (const auto& waypoint : waypoints) letters += letterOf(waypoint->id.integer());
   return letters;
 }
 

@@ -1,4 +1,4 @@
-// Draws a venue: floors as text, a line for each path.
+// Draws a venue: floors as text, a line for each path, letters for what stands at waypoints.
 //
 //   const DrawnVenue venue = drawVenue({.floors = {{.lines = {"A  B",
 //                                                             "   |",
@@ -6,7 +6,9 @@
 //                                                  {.lines = {"   D"}}},
 //                                       .paths = {"A-B", "B-C", "B-D lift", "C>D stairs up"},
 //                                       .pathTypes = {{.name = "lift", .weight = 5},
-//                                                     {.name = "stairs", .accessibility = 2}}});
+//                                                     {.name = "stairs", .accessibility = 2}},
+//                                       .destinations = {{.id = 7, .at = "AB D", .name = "Shop"}},
+//                                       .connectors = {{.id = 2, .at = "B D"}}});
 //   auto grid = TernASGrid::initASGrid(venue.waypoints, venue.paths, venue.pathTypes,
 //                                      venue.maps->getAll(), venue.buildings, false);
 //
@@ -18,6 +20,10 @@
 // A path's first word names its waypoints, two or more; the others its type (without one it is the
 // walkway, type 1) and "up" or "down" when it is one-way, which is also what ">" for "-" demands.
 // Path types have the ids 2, 3, ... in their order; one without a name redefines the walkway.
+//
+// A place has one location for each word of letters, on the map of the word's first letter.
+//
+// To load a drawing as a hub does, see ActiveVenue.hpp.
 //
 // Ownership: records are shared. Threads: any. Fails: a drawing that makes no sense throws
 // std::invalid_argument.
@@ -49,6 +55,7 @@ struct Drawing {
     std::optional<int> level = std::nullopt;
     Value preference = {};
     double mmPerPixel = 100;
+    std::string_view name = {};
   };
   struct PathType {
     std::string_view name = {};
@@ -56,10 +63,19 @@ struct Drawing {
     std::int64_t accessibility = 0;
     double verticalWeight = 0;
   };
+  struct Place {
+    std::int64_t id;
+    std::string at = {};
+    std::string_view name = {};
+  };
 
   std::vector<Floor> floors = {};
   std::vector<std::string_view> paths = {};
   std::vector<PathType> pathTypes = {};
+  std::vector<Place> destinations = {};
+  std::vector<Place> amenities = {};
+  // Where path types of these ids are entered and left.
+  std::vector<Place> connectors = {};
 };
 
 struct DrawnVenue {
@@ -77,8 +93,8 @@ struct DrawnVenue {
 
 DrawnVenue drawVenue(const Drawing& drawing);
 
-// The same as a service gives it: the venue, with its path types and a building without floors, and
-// the building's own document.
+// The same as a service gives it: the venue, with its path types and places and a building without
+// floors, and the building's own document.
 Value drawVenueDocument(const Drawing& drawing);
 Value drawBuildingDocument(const Drawing& drawing);
 
@@ -88,5 +104,6 @@ constexpr std::int64_t idOf(char letter) {
 
 // The letters of a route's waypoints, its segments apart: "AB DE".
 std::string lettersOf(const TernRoute& route);
+std::string lettersOf(const std::vector<std::shared_ptr<TernWaypoint>>& waypoints);
 
 }  // namespace tern::test

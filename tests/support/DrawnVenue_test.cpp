@@ -4,10 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <stdexcept>
+#include <string_view>
 
 #include "TernCoreKit/model/collections/TernFloorCollection.hpp"
 #include "TernCoreKit/model/collections/TernPathCollection.hpp"
 #include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
+#include "TernCoreKit/platform/Json.hpp"
 
 namespace tern::test {
 namespace {
@@ -66,6 +68,35 @@ TEST(DrawnVenue, pathTypesFollowTheWalkwayWhichMayBeRedefined) {
   EXPECT_EQ(venue.pathTypes[0]->verticalWeight, Value(7));
   EXPECT_EQ(venue.pathTypes[1]->weight, Value(5));
   EXPECT_EQ(venue.pathTypes[2]->accessibility, Value(2));
+}
+
+TEST(DrawnVenue, placesHaveALocationForEachWordOnTheMapOfItsFirstLetter) {
+  Drawing drawing = twoFloors;
+  drawing.destinations = {{7, "AC a", "Shop"}, {8}};
+  drawing.amenities = {{9, "B"}};
+  drawing.connectors = {{3, "a C"}};
+  const Value document = drawVenueDocument(drawing);
+  const auto locationsOf = [&](std::string_view places, std::size_t place) {
+    return encodeJson(document[places]["items"].items()[place]["locations"], JsonLayout::compact);
+  };
+  EXPECT_EQ(locationsOf("destinations", 0),
+            R"([{"mapId":1,"waypointIds":[1,3]},{"mapId":2,"waypointIds":[27]}])");
+  EXPECT_EQ(document["destinations"]["items"].items()[0]["name"], Value("Shop"));
+  EXPECT_EQ(locationsOf("destinations", 1), "[]");
+  EXPECT_EQ(locationsOf("amenities", 0), R"([{"mapId":1,"waypointIds":[2]}])");
+  EXPECT_EQ(locationsOf("pathTypes", 2),
+            R"([{"mapId":2,"waypointIds":[27]},{"mapId":1,"waypointIds":[3]}])");
+}
+
+TEST(DrawnVenue, aPlaceWhereNothingIsDrawnIsRefused) {
+  EXPECT_THROW(
+      drawVenueDocument({.floors = {{.lines = {"AB"}}}, .destinations = {{.id = 7, .at = "C"}}}),
+      std::invalid_argument);
+}
+
+TEST(DrawnVenue, waypointsAreReadAsTheirLetters) {
+  const DrawnVenue venue = drawVenue(twoFloors);
+  EXPECT_EQ(lettersOf(venue.waypoints), "ABCa");
 }
 
 TEST(DrawnVenue, aPathThatMakesNoSenseIsRefused) {

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "TernCoreKit/wayfinding/TernASSearch.hpp"
-#include "tests/optimisation/TourVenue.hpp"
+#include "tests/support/ActiveVenue.hpp"
 
 namespace tern::test {
 namespace {
@@ -31,7 +31,7 @@ class ChainLengthsTest : public testing::Test {
 
   // Ten units a character: B is 10 from A, C 30, D 60.
   std::shared_ptr<TernActiveVenue> venue_ =
-      tourVenue({.drawing = {.floors = {{.lines = {"AB C  D"}}}, .paths = {"A-B", "B-C", "C-D"}}});
+      loadDrawnVenue({.floors = {{.lines = {"AB C  D"}}}, .paths = {"A-B", "B-C", "C-D"}});
   detail::LegCache legs_;
   detail::ChainLengths lengths_{legs_};
 };

@@ -3,7 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/optimisation/TourVenue.hpp"
+#include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
+#include "tests/support/ActiveVenue.hpp"
 
 namespace tern::test {
 namespace {
@@ -14,19 +15,21 @@ using testing::IsEmpty;
 // Three levels; every one of a destination's counts.
 class WaypointSelectionTest : public testing::Test {
  protected:
-  void place(char start, const std::vector<Placed>& destinations) {
-    venue_ = tourVenue({.drawing = {.floors = {{.lines = {"A  B  C  D"}},
-                                               {.lines = {"E  F  G  H"}},
-                                               {.lines = {"I  J  K  L"}}}},
-                        .destinations = destinations});
+  void place(char start, const std::vector<Drawing::Place>& destinations) {
+    venue_ = loadDrawnVenue({.floors = {{.lines = {"A  B  C  D"}},
+                                        {.lines = {"E  F  G  H"}},
+                                        {.lines = {"I  J  K  L"}}},
+                             .destinations = destinations});
     tables_.startWayPoint = waypointAt(*venue_, start);
     tables_.arrange(venue_->destinations->getAll());
     for (std::int64_t map = 1; map <= 3; ++map) {
       tables_.levelComputedDataDict[map].isVisited = false;
       tables_.levelComputedDataDict[map].isReachable = true;
     }
-    for (const auto& placed : destinations) {
-      for (const auto& [map, doors] : placed.at) ++tables_.levelComputedDataDict[map].score;
+    for (const TernDestination& destination : venue_->destinations->each()) {
+      for (const auto& location : destination.locations) {
+        ++tables_.levelComputedDataDict[location->mapId.integer()].score;
+      }
     }
   }
   void select() { detail::WaypointSelection(tables_).selectWaypointsOfDestinations(); }
@@ -47,7 +50,7 @@ class WaypointSelectionTest : public testing::Test {
 };
 
 TEST_F(WaypointSelectionTest, destinationAtTheStartGetsNoRecordAndLeavesItsOtherLevels) {
-  place('A', {{7, {{1, "A"}, {2, "H"}, {3, "L"}}}});
+  place('A', {{7, "A H L"}});
   select();
   EXPECT_THAT(tables_.intermediateStateOfDestination, IsEmpty());
   EXPECT_EQ(decided(1), "A");
@@ -57,7 +60,7 @@ TEST_F(WaypointSelectionTest, destinationAtTheStartGetsNoRecordAndLeavesItsOther
 }
 
 TEST_F(WaypointSelectionTest, theLevelThatMostCountIsChosen) {
-  place('A', {{7, {{2, "E"}, {3, "I"}}}, {8, {{3, "J"}}}});
+  place('A', {{7, "E I"}, {8, "J"}});
   select();
   EXPECT_EQ(record(7).decidedMapid, 3);
   EXPECT_EQ(decided(3), "IJ");
@@ -65,7 +68,7 @@ TEST_F(WaypointSelectionTest, theLevelThatMostCountIsChosen) {
 }
 
 TEST_F(WaypointSelectionTest, tieIsOpenUntilTheLeastMeanDistanceSettlesIt) {
-  place('A', {{7, {{2, "H"}, {3, "L"}}}, {8, {{2, "E"}}}, {9, {{3, "K"}}}});
+  place('A', {{7, "H L"}, {8, "E"}, {9, "K"}});
   detail::WaypointSelection selection(tables_);
   selection.finalizeWaypointFor(*venue_->destinations->getById(7), true);
   EXPECT_THAT(record(7).tbdMapids, ElementsAre(3, 2));
@@ -83,7 +86,7 @@ TEST_F(WaypointSelectionTest, tieIsOpenUntilTheLeastMeanDistanceSettlesIt) {
 }
 
 TEST_F(WaypointSelectionTest, tieWithNothingToCompareWithStaysOpen) {
-  place('A', {{7, {{2, "H"}, {3, "L"}}}});
+  place('A', {{7, "H L"}});
   select();
   EXPECT_FALSE(record(7).decidedMapid);
   EXPECT_EQ(open(2) + open(3), "HL");
@@ -91,14 +94,14 @@ TEST_F(WaypointSelectionTest, tieWithNothingToCompareWithStaysOpen) {
 }
 
 TEST_F(WaypointSelectionTest, ofSeveralDoorsTheOneNearestToTheOthersIsChosen) {
-  place('A', {{7, {{1, "DC"}}}});
+  place('A', {{7, "DC"}});
   select();
   EXPECT_EQ(decided(1), "AC");
   EXPECT_EQ(open(1), "");
 }
 
 TEST_F(WaypointSelectionTest, unreachableDestinationIsMarkedAndNotSettled) {
-  place('A', {{7, {{2, "E"}}}});
+  place('A', {{7, "E"}});
   tables_.levelComputedDataDict[2].isReachable = false;
   select();
   EXPECT_FALSE(record(7).isReachable);
@@ -108,9 +111,7 @@ TEST_F(WaypointSelectionTest, unreachableDestinationIsMarkedAndNotSettled) {
 
 TEST_F(WaypointSelectionTest, changedScoresSettleLaterDestinationsAnew) {
   // 20 and 10 tie between the levels; 20 settles on the second and leaves the third to lose 10.
-  place(
-      'A',
-      {{10, {{3, "I"}, {2, "G"}}}, {20, {{3, "L"}, {2, "H"}}}, {30, {{2, "F"}}}, {40, {{3, "J"}}}});
+  place('A', {{10, "I G"}, {20, "L H"}, {30, "F"}, {40, "J"}});
   select();
   EXPECT_EQ(record(20).decidedMapid, 2);
   EXPECT_EQ(record(10).decidedMapid, 2);
@@ -120,11 +121,7 @@ TEST_F(WaypointSelectionTest, changedScoresSettleLaterDestinationsAnew) {
 }
 
 TEST_F(WaypointSelectionTest, destinationsRankByScoreThenPlacesThenDoorsThenId) {
-  place('A', {{1, {{2, "E"}}},
-              {2, {{2, "F"}}},
-              {3, {{2, "GH"}}},
-              {4, {{3, "I"}}},
-              {5, {{2, "E"}, {3, "J"}}}});
+  place('A', {{1, "E"}, {2, "F"}, {3, "GH"}, {4, "I"}, {5, "E J"}});
   detail::WaypointSelection(tables_).rearrangeDestinations();
   std::vector<std::int64_t> ids;
   for (const auto& each : tables_.destinations()) ids.push_back(each->id.integer());

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "TernCoreKit/answers/TernAnswers.hpp"
-#include "tests/optimisation/TourVenue.hpp"
+#include "tests/support/ActiveVenue.hpp"
 #include "tests/support/CapturedLog.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 #include "tools/tern/RequestCommands.hpp"
@@ -14,27 +14,23 @@ using testing::HasSubstr;
 
 // Two floors and a lift at B and F; H stands alone.
 std::shared_ptr<TernActiveVenue> twoFloors() {
-  const test::TourScene scene{
-      .drawing = {.floors = {{.lines = {"A  B  C  D"}}, {.lines = {"E  F  G     H"}}},
-                  .paths = {"A-B", "B-C", "C-D", "E-F", "F-G", "B-F Lift", "F-B Lift"},
-                  .pathTypes = {{.name = "Lift", .weight = 5}}},
-      .destinations = {{7, {{1, "D"}}},
-                       {8, {{1, "A"}}},
-                       {9, {{2, "G"}}},
-                       {10, {{2, "H"}}},
-                       {11, {{3, "H"}}},
-                       {12, {{2, "E"}}}},
-      .connectors = {{2, {{1, "B"}, {2, "F"}}}}};
-  Value document = test::tourVenueDocument(scene);
+  const test::Drawing drawing{
+      .floors = {{.lines = {"A  B  C  D"}, .name = "Ground Floor"},
+                 {.lines = {"E  F  G     H"}, .name = "First Floor"}},
+      .paths = {"A-B", "B-C", "C-D", "E-F", "F-G", "B-F Lift", "F-B Lift"},
+      .pathTypes = {{.name = "Lift", .weight = 5}},
+      .destinations =
+          {{7, "D", "Diner"}, {8, "A", "Attic"}, {9, "G", "Garden"}, {10, "H"}, {11}, {12, "E"}},
+      .connectors = {{2, "B F"}}};
+  Value document = test::drawVenueDocument(drawing);
+  // One on a map that is not there.
   for (Value& item : document.find("destinations")->find("items")->items()) {
-    const std::int64_t id = item["id"].integer();
-    item.set("name", id == 7 ? "Diner" : id == 8 ? "Attic" : id == 9 ? "Garden" : "");
+    if (item["id"] != Value(11)) continue;
+    item.set(
+        "locations",
+        Value::list({Value::map({{"mapId", 3}, {"waypointIds", Value::list({test::idOf('H')})}})}));
   }
-  Value building = test::drawBuildingDocument(scene.drawing);
-  const auto floors = building.find("floors")->find("items")->items();
-  floors[0].set("name", "Ground Floor");
-  floors[1].set("name", "First Floor");
-  return test::loadTourVenue(std::move(document), std::move(building));
+  return test::loadVenue(std::move(document), test::drawBuildingDocument(drawing));
 }
 
 class TourCommandTest : public testing::Test {
