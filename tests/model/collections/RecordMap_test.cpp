@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-#include "tests/support/RecordChecks.hpp"
+#include "tests/support/MadeRecords.hpp"
 
 namespace tern::test {
 namespace {

@@ -7,35 +7,14 @@
 #include "TernCoreKit/model/records/TernBuilding.hpp"
 #include "TernCoreKit/model/records/TernMap.hpp"
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
-#include "tests/support/RecordChecks.hpp"
+#include "tests/support/CapturedLog.hpp"
+#include "tests/support/MadeRecords.hpp"
 
 namespace tern::test {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-TEST(TernAmenityCollection, aCopyIsOfTheSameKindWithTheSameRecords) {
-  CapturedLog log;
-  const auto collection = filled<TernAmenityCollection>(R"([{"id": 2}, {"id": 1}])");
-  const std::shared_ptr<TernAmenityCollection> copy = collection->copyWithZone();
-  EXPECT_EQ(copy->getAll(), collection->getAll());
-  copy->create(parsed(R"({"id": 3})"));
-  EXPECT_THAT(ids(copy->getAll()), ElementsAre(2, 1, 3));
-  EXPECT_THAT(ids(collection->getAll()), ElementsAre(2, 1));
-}
-
-TEST(TernAmenityCollection, getByKeywordFindsThoseWhoseKeywordsContainTheText) {
-  CapturedLog log;
-  const auto collection = filled<TernAmenityCollection>(
-      R"([{"id": 1, "keywords": ["x", "a"]}, {"id": 2, "keywords": ["a", "a"]}, {"id": 3, "keywords": "a"},
-          {"id": 4, "keywords": [5, null]}, {"id": 5}, {"id": 6, "keywords": ["A", "ab"]}])");
-  EXPECT_THAT(ids(collection->getByKeyword("a")), ElementsAre(1, 2, 2));
-  EXPECT_THAT(collection->getByKeyword("c"), IsEmpty());
-  for (const Value& wrong : {Value(), Value(nullptr), Value(5)}) {
-    EXPECT_THAT(collection->getByKeyword(wrong), IsEmpty());
-  }
-}
 
 std::shared_ptr<TernAmenityCollection> places() {
   return filled<TernAmenityCollection>(
@@ -52,18 +31,6 @@ TEST(TernAmenityCollection, getByWaypointFollowsItsAssociations) {
   EXPECT_THAT(ids(places()->getByWaypoint(waypoint)), ElementsAre(4, 2, 4));
   EXPECT_THAT(places()->getByWaypoint(made<TernWaypoint>(R"({"associations": [1]})")), IsEmpty());
   EXPECT_THAT(places()->getByWaypoint(nullptr), IsEmpty());
-}
-
-TEST(TernAmenityCollection, getByNameIgnoresCase) {
-  CapturedLog log;
-  const auto amenities = filled<TernAmenityCollection>(
-      R"([{"id": 1, "name": "Toilet"}, {"id": 2, "name": "TOILET"}, {"id": 3, "name": "Toilets"},
-          {"id": 4, "name": 5}, {"id": 5}, {"id": 6, "name": "Équipe"}])");
-  EXPECT_THAT(ids(amenities->getByName("toilet")), ElementsAre(1, 2));
-  EXPECT_THAT(ids(amenities->getByName("équipe")), ElementsAre(6));
-  for (const Value& wrong : {Value(), Value(nullptr), Value(5)}) {
-    EXPECT_THAT(amenities->getByName(wrong), IsEmpty());
-  }
 }
 
 TEST(TernAmenityCollection, getByMapListsOneOnceForEachLocationOnIt) {

@@ -8,23 +8,14 @@
 #include "TernCoreKit/model/records/TernAmenity.hpp"
 #include "TernCoreKit/model/records/TernBuilding.hpp"
 #include "TernCoreKit/model/records/TernDestination.hpp"
-#include "tests/support/RecordChecks.hpp"
+#include "tests/support/CapturedLog.hpp"
+#include "tests/support/MadeRecords.hpp"
 
 namespace tern::test {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-TEST(TernMapCollection, aCopyIsOfTheSameKindWithTheSameRecords) {
-  CapturedLog log;
-  const auto collection = filled<TernMapCollection>(R"([{"id": 2}, {"id": 1}])");
-  const std::shared_ptr<TernMapCollection> copy = collection->copyWithZone();
-  EXPECT_EQ(copy->getAll(), collection->getAll());
-  copy->create(parsed(R"({"id": 3})"));
-  EXPECT_THAT(ids(copy->getAll()), ElementsAre(2, 1, 3));
-  EXPECT_THAT(ids(collection->getAll()), ElementsAre(2, 1));
-}
 
 // Map 1 without waypoints, map 2 with waypoints 21 to 24, map 3 with waypoints 31 and 32.
 std::shared_ptr<TernMapCollection> threeMaps() {

@@ -5,23 +5,14 @@
 
 #include "TernCoreKit/model/collections/TernMapLabelInstances.hpp"
 #include "TernCoreKit/model/records/TernMap.hpp"
-#include "tests/support/RecordChecks.hpp"
+#include "tests/support/CapturedLog.hpp"
+#include "tests/support/MadeRecords.hpp"
 
 namespace tern::test {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-TEST(TernMapLabelCollection, aCopyIsOfTheSameKindWithTheSameRecords) {
-  CapturedLog log;
-  const auto collection = filled<TernMapLabelCollection>(R"([{"id": 2}, {"id": 1}])");
-  const std::shared_ptr<TernMapLabelCollection> copy = collection->copyWithZone();
-  EXPECT_EQ(copy->getAll(), collection->getAll());
-  copy->create(parsed(R"({"id": 3})"));
-  EXPECT_THAT(ids(copy->getAll()), ElementsAre(2, 1, 3));
-  EXPECT_THAT(ids(collection->getAll()), ElementsAre(2, 1));
-}
 
 TEST(TernMapLabelCollection, getByMapListsALabelOnceForEachInstanceOnItOrOnAllLevels) {
   CapturedLog log;

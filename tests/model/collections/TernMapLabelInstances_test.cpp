@@ -3,22 +3,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/support/RecordChecks.hpp"
+#include "tests/support/CapturedLog.hpp"
+#include "tests/support/MadeRecords.hpp"
 
 namespace tern::test {
 namespace {
 
 using testing::ElementsAre;
-
-TEST(TernMapLabelInstances, aCopyIsOfTheSameKindWithTheSameRecords) {
-  CapturedLog log;
-  const auto collection = filled<TernMapLabelInstances>(R"([{"id": 2}, {"id": 1}])");
-  const std::shared_ptr<TernMapLabelInstances> copy = collection->copyWithZone();
-  EXPECT_EQ(copy->getAll(), collection->getAll());
-  copy->create(parsed(R"({"id": 3})"));
-  EXPECT_THAT(ids(copy->getAll()), ElementsAre(2, 1, 3));
-  EXPECT_THAT(ids(collection->getAll()), ElementsAre(2, 1));
-}
 
 std::shared_ptr<TernMapLabelInstances> instances() {
   return filled<TernMapLabelInstances>(

@@ -3,39 +3,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/support/RecordChecks.hpp"
+#include "tests/support/CapturedLog.hpp"
+#include "tests/support/MadeRecords.hpp"
 
 namespace tern::test {
 namespace {
 
 using testing::ElementsAre;
-
-TEST(TernVenueCollection, aCopyIsOfTheSameKindWithTheSameRecords) {
-  CapturedLog log;
-  const auto collection = filled<TernVenueCollection>(R"([{"id": 2}, {"id": 1}])");
-  const std::shared_ptr<TernVenueCollection> copy = collection->copyWithZone();
-  EXPECT_EQ(copy->getAll(), collection->getAll());
-  copy->create(parsed(R"({"id": 3})"));
-  EXPECT_THAT(ids(copy->getAll()), ElementsAre(2, 1, 3));
-  EXPECT_THAT(ids(collection->getAll()), ElementsAre(2, 1));
-}
-
-TEST(TernVenueCollection, getByNameFindsTheFirstEqualText) {
-  CapturedLog log;
-  const auto collection = filled<TernVenueCollection>(
-      R"([{"id": 1, "name": 5}, {"id": 2, "name": "a"}, {"id": 3, "name": "a"}, {"id": 4}])");
-  EXPECT_EQ(idOf(collection->getByName("a")), 2);
-  EXPECT_EQ(collection->getByName("A"), nullptr);
-  EXPECT_EQ(TernVenueCollection().getByName("a"), nullptr);
-}
-
-TEST(TernVenueCollection, getByNameOfAnotherKindThanTextGivesNull) {
-  CapturedLog log;
-  const auto collection = filled<TernVenueCollection>(R"([{"id": 1, "name": 5}, {"id": 2}])");
-  for (const Value& wrong : {Value(), Value(nullptr), Value(5), Value::list()}) {
-    EXPECT_EQ(collection->getByName(wrong), nullptr);
-  }
-}
 
 TEST(TernVenueCollection, aBatchFillsItsFields) {
   CapturedLog log;

@@ -8,7 +8,8 @@
 #include <vector>
 
 #include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
-#include "tests/support/RecordChecks.hpp"
+#include "tests/support/CapturedLog.hpp"
+#include "tests/support/MadeRecords.hpp"
 
 namespace tern::test {
 namespace {

@@ -11,7 +11,8 @@
 #include <vector>
 
 #include "TernCoreKit/model/records/TernPosition.hpp"
-#include "tests/support/RecordChecks.hpp"
+#include "tests/support/CapturedLog.hpp"
+#include "tests/support/MadeRecords.hpp"
 
 namespace tern::test {
 namespace {

@@ -1,21 +1,14 @@
 #include "TernCoreKit/model/records/TernBaseModel.hpp"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/support/RecordChecks.hpp"
+#include <string>
+#include <utility>
+
+#include "tests/support/MadeRecords.hpp"
 
 namespace tern::test {
 namespace {
-
-TEST(TernBaseModel, keepsEveryFieldAsTheDocumentGivesItAndCopiesThoseItShould) {
-  expectPlainFields<TernBaseModel>(
-      {{"id", &TernBaseModel::id, true}, {"externalId", &TernBaseModel::externalId, true}});
-}
-
-TEST(TernBaseModel, anUnknownKeyStopsItAndIsLogged) {
-  expectStopAtUnknownKey<TernBaseModel>("TernBaseModel", "externalId", &TernBaseModel::externalId);
-}
 
 TEST(TernBaseModel, initWithIdSetsBothFields) {
   const auto record = TernBaseModel::initWithId(7, "seven");

@@ -5,28 +5,11 @@
 
 #include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
 #include "TernCoreKit/model/records/TernMap.hpp"
-#include "tests/support/RecordChecks.hpp"
+#include "tests/support/CapturedLog.hpp"
+#include "tests/support/MadeRecords.hpp"
 
 namespace tern::test {
 namespace {
-
-TEST(TernFloor, keepsEveryFieldAsTheDocumentGivesItAndCopiesThoseItShould) {
-  expectPlainFields<TernFloor>({{"id", &TernFloor::id, true},
-                                {"externalId", &TernFloor::externalId, true},
-                                {"buildingId", &TernFloor::buildingId, true},
-                                {"preference", &TernFloor::preference, true},
-                                {"name", &TernFloor::name, true},
-                                {"shortName", &TernFloor::shortName, true},
-                                {"recordHistory", &TernFloor::recordHistory, false}});
-}
-
-TEST(TernFloor, anUnknownKeyStopsItAndIsLogged) {
-  expectStopAtUnknownKey<TernFloor>("TernFloor", "recordHistory", &TernFloor::recordHistory);
-}
-
-TEST(TernFloor, aMapUnderMapBecomesARecord) {
-  expectNestedRecord("map", &TernFloor::map, Carried::yes);
-}
 
 TEST(TernFloor, nullLevelReadsAsSmallestInteger) {
   EXPECT_EQ(made<TernFloor>(R"({"level": null})")->level, Value(-2147483648LL));

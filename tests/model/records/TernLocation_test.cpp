@@ -3,19 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/support/RecordChecks.hpp"
+#include "tests/support/CapturedLog.hpp"
+#include "tests/support/MadeRecords.hpp"
 
 namespace tern::test {
 namespace {
-
-TEST(TernLocation, keepsEveryFieldAsTheDocumentGivesItAndCopiesThoseItShould) {
-  expectPlainFields<TernLocation>(
-      {{"mapId", &TernLocation::mapId, true}, {"waypointIds", &TernLocation::waypointIds, true}});
-}
-
-TEST(TernLocation, anUnknownKeyStopsItAndIsLogged) {
-  expectStopAtUnknownKey<TernLocation>("TernLocation", "waypointIds", &TernLocation::waypointIds);
-}
 
 TEST(TernLocation, parsesTheLocationsOfAWholeDocument) {
   CapturedLog log;

@@ -5,35 +5,11 @@
 
 #include "TernCoreKit/model/collections/TernPathCollection.hpp"
 #include "TernCoreKit/model/collections/TernUriCollection.hpp"
-#include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
-#include "tests/support/RecordChecks.hpp"
+#include "tests/support/CapturedLog.hpp"
+#include "tests/support/MadeRecords.hpp"
 
 namespace tern::test {
 namespace {
-
-TEST(TernMap, keepsEveryFieldAsTheDocumentGivesItAndCopiesThoseItShould) {
-  expectPlainFields<TernMap>({{"id", &TernMap::id, true},
-                              {"externalId", &TernMap::externalId, true},
-                              {"geojson", &TernMap::geojson, true},
-                              {"mmPerPixel", &TernMap::mmPerPixel, true},
-                              {"scale", &TernMap::scale, true},
-                              {"skew", &TernMap::skew, true},
-                              {"trans", &TernMap::trans, true},
-                              {"width", &TernMap::width, true},
-                              {"height", &TernMap::height, true}});
-}
-
-TEST(TernMap, aMapUnderWaypointsBecomesACollection) {
-  expectNestedCollection("waypoints", &TernMap::waypoints, Carried::yes);
-}
-
-TEST(TernMap, aMapUnderPathsBecomesACollection) {
-  expectNestedCollection("paths", &TernMap::paths, Carried::yes);
-}
-
-TEST(TernMap, aMapUnderUrisBecomesACollection) {
-  expectNestedCollection("uris", &TernMap::uris, Carried::no);
-}
 
 // A map with the given drawing whose document says 10 by 20.
 std::shared_ptr<TernMap> drawn(Value svg) {
@@ -82,12 +58,6 @@ TEST(TernMap, unknownKeysAreIgnored) {
   EXPECT_EQ(map->width, Value(3));
   ASSERT_TRUE(map->paths);
   EXPECT_EQ(map->paths->getCount(), 1U);
-}
-
-TEST(TernMap, aDocumentThatIsNoMapGivesAnEmptyMap) {
-  CapturedLog log;
-  EXPECT_TRUE(TernMap::initWithDictionary("no map")->id.isAbsent());
-  EXPECT_THAT(log.take(), testing::ElementsAre("Tern SDK: the document of TernMap is not a map"));
 }
 
 TEST(TernMap, aCopyCarriesTheDrawingButNotTheResources) {

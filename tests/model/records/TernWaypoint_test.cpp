@@ -4,28 +4,11 @@
 #include <gtest/gtest.h>
 
 #include "TernCoreKit/model/records/TernAssociation.hpp"
-#include "tests/support/RecordChecks.hpp"
+#include "tests/support/CapturedLog.hpp"
+#include "tests/support/MadeRecords.hpp"
 
 namespace tern::test {
 namespace {
-
-TEST(TernWaypoint, keepsEveryFieldAsTheDocumentGivesItAndCopiesThoseItShould) {
-  expectPlainFields<TernWaypoint>({{"id", &TernWaypoint::id, true},
-                                   {"externalId", &TernWaypoint::externalId, true},
-                                   {"unitNumber", &TernWaypoint::unitNumber, true},
-                                   {"mapId", &TernWaypoint::mapId, true},
-                                   {"coordinates", &TernWaypoint::coordinates, true},
-                                   {"status", &TernWaypoint::status, true},
-                                   {"zoneId", &TernWaypoint::zoneId, false}});
-}
-
-TEST(TernWaypoint, anUnknownKeyStopsItAndIsLogged) {
-  expectStopAtUnknownKey<TernWaypoint>("TernWaypoint", "zoneId", &TernWaypoint::zoneId);
-}
-
-TEST(TernWaypoint, aMapUnderAssociationsBecomesARecord) {
-  expectNestedRecord("associations", &TernWaypoint::associations, Carried::yes);
-}
 
 TEST(TernWaypoint, associationsOfAListStayTheList) {
   CapturedLog log;

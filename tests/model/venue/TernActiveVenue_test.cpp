@@ -8,6 +8,7 @@
 #include <cmath>
 #include <future>
 #include <limits>
+#include <optional>
 #include <string>
 #include <thread>
 #include <utility>
@@ -23,9 +24,10 @@
 #include "TernCoreKit/model/records/TernPosition.hpp"
 #include "TernCoreKit/model/venue/VenueAssembly.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
+#include "tests/support/ActiveVenue.hpp"
 #include "tests/support/CapturedLog.hpp"
-#include "tests/support/DrawnVenue.hpp"
-#include "tests/support/RecordChecks.hpp"
+#include "tests/support/MadeRecords.hpp"
+#include "tests/support/Waiting.hpp"
 #include "tests/support/WorkQueues.hpp"
 
 namespace tern::test {
@@ -38,34 +40,21 @@ using Venue = std::shared_ptr<TernActiveVenue>;
 
 Venue venueOf(std::string document) { return made<TernActiveVenue>(std::move(document)); }
 
-// A venue with its building, not yet with a graph.
-Venue loadDrawn(const Drawing& drawing) {
-  auto venue = TernActiveVenue::initWithDictionary(drawVenueDocument(drawing));
-  addBuilding(*venue, 1, drawBuildingDocument(drawing));
-  return venue;
-}
-
+// With its graph.
 Venue readyDrawn(const Drawing& drawing) {
-  auto venue = loadDrawn(drawing);
+  auto venue = assembleVenue(drawing);
   venue->loadGridData();
   return venue;
 }
 
-std::shared_ptr<TernWaypoint> at(const TernActiveVenue& venue, char letter) {
-  for (const TernMap& map : venue.maps->each()) {
-    if (auto waypoint = map.waypoints->getById(idOf(letter))) return waypoint;
-  }
-  return nullptr;
-}
-
 TernActiveVenue::Waypoints all(const TernActiveVenue& venue, std::string_view letters) {
   TernActiveVenue::Waypoints waypoints;
-  for (const char letter : letters) waypoints.push_back(at(venue, letter));
+  for (const char letter : letters) waypoints.push_back(waypointAt(venue, letter));
   return waypoints;
 }
 
 std::string route(const TernActiveVenue& venue, char from, char to, std::int64_t level = 100) {
-  return lettersOf(venue.wayfind(at(venue, from), at(venue, to), level));
+  return lettersOf(venue.wayfind(waypointAt(venue, from), waypointAt(venue, to), level));
 }
 
 // --- The document ---
@@ -254,7 +243,7 @@ TEST(TernActiveVenue, routesHonourTheAccessibilityLevel) {
 
 TEST(TernActiveVenue, lengthsInMillimetresUseTheVenuesMaps) {
   const auto venue = readyDrawn(twoFloors);
-  const TernRoute found = venue->wayfind(at(*venue, 'A'), at(*venue, 'C'), 100);
+  const TernRoute found = venue->wayfind(waypointAt(*venue, 'A'), waypointAt(*venue, 'C'), 100);
   ASSERT_EQ(found.size(), 1U);
   EXPECT_EQ(found[0].pixelDistance, 100.0F);
   EXPECT_EQ(found[0].mmDistance, 10000.0F);
@@ -262,9 +251,9 @@ TEST(TernActiveVenue, lengthsInMillimetresUseTheVenuesMaps) {
 
 TEST(TernActiveVenue, noRouteIsAnEmptyList) {
   const auto venue = readyDrawn({.floors = {{.lines = {"A-B  C"}}}, .paths = {"A-B"}});
-  EXPECT_THAT(venue->wayfind(at(*venue, 'A'), at(*venue, 'C'), 100), IsEmpty());
-  EXPECT_THAT(venue->wayfind(nullptr, at(*venue, 'C'), 100), IsEmpty());
-  EXPECT_THAT(venue->wayfind(at(*venue, 'A'), nullptr, 100), IsEmpty());
+  EXPECT_THAT(venue->wayfind(waypointAt(*venue, 'A'), waypointAt(*venue, 'C'), 100), IsEmpty());
+  EXPECT_THAT(venue->wayfind(nullptr, waypointAt(*venue, 'C'), 100), IsEmpty());
+  EXPECT_THAT(venue->wayfind(waypointAt(*venue, 'A'), nullptr, 100), IsEmpty());
 }
 
 TEST(TernActiveVenue, aRouteFromAWaypointToItselfIsLoggedAsNone) {
@@ -276,7 +265,7 @@ TEST(TernActiveVenue, aRouteFromAWaypointToItselfIsLoggedAsNone) {
 
 TEST(TernActiveVenue, routesBeforeTheFirstRebuildAreLoggedAndEmpty) {
   CapturedLog log;
-  const auto venue = loadDrawn(twoFloors);
+  const auto venue = assembleVenue(twoFloors);
   EXPECT_EQ(route(*venue, 'A', 'B'), "");
   EXPECT_THAT(log.take(), ElementsAre("Tern SDK: Grid has not been initialized, please wait for "
                                       "wayfindDataLoaded callback before wayfinding."));
@@ -286,27 +275,29 @@ TEST(TernActiveVenue, routesCompareIdsIn32Bits) {
   const auto venue = readyDrawn(twoFloors);
   const auto wide =
       TernWaypoint::initWithDictionary(Value::map({{"id", (std::int64_t{1} << 32) + idOf('C')}}));
-  EXPECT_EQ(lettersOf(venue->wayfind(at(*venue, 'A'), wide, 100)), "ABC");
+  EXPECT_EQ(lettersOf(venue->wayfind(waypointAt(*venue, 'A'), wide, 100)), "ABC");
 }
 
 // --- The nearest waypoint ---
 
 TEST(TernActiveVenue, theClosestWaypointIsThatOfTheShortestStraightLine) {
-  const auto venue = loadDrawn({.floors = {{.lines = {"A    B", "", "  C"}}}});
+  const auto venue = assembleVenue({.floors = {{.lines = {"A    B", "", "  C"}}}});
   const auto waypoints = all(*venue, "ABC");
   const auto closestTo = [&](TernCoordinate point) {
     return TernActiveVenue::getClosestWaypointInArray(waypoints, point);
   };
-  EXPECT_EQ(closestTo({0, 1}), at(*venue, 'A'));
-  EXPECT_EQ(closestTo({1e9, -1e9}), at(*venue, 'B'));
-  EXPECT_EQ(closestTo({20, 20}), at(*venue, 'C'));
+  EXPECT_EQ(closestTo({0, 1}), waypointAt(*venue, 'A'));
+  EXPECT_EQ(closestTo({1e9, -1e9}), waypointAt(*venue, 'B'));
+  EXPECT_EQ(closestTo({20, 20}), waypointAt(*venue, 'C'));
 }
 
 TEST(TernActiveVenue, ofEquallyCloseWaypointsTheEarlierOneIsTaken) {
-  const auto venue = loadDrawn({.floors = {{.lines = {"A B"}}}});
+  const auto venue = assembleVenue({.floors = {{.lines = {"A B"}}}});
   const TernCoordinate middle{10, 0};
-  EXPECT_EQ(TernActiveVenue::getClosestWaypointInArray(all(*venue, "AB"), middle), at(*venue, 'A'));
-  EXPECT_EQ(TernActiveVenue::getClosestWaypointInArray(all(*venue, "BA"), middle), at(*venue, 'B'));
+  EXPECT_EQ(TernActiveVenue::getClosestWaypointInArray(all(*venue, "AB"), middle),
+            waypointAt(*venue, 'A'));
+  EXPECT_EQ(TernActiveVenue::getClosestWaypointInArray(all(*venue, "BA"), middle),
+            waypointAt(*venue, 'B'));
 }
 
 TEST(TernActiveVenue, coordinatesAreComparedInSinglePrecision) {
@@ -322,7 +313,7 @@ TEST(TernActiveVenue, coordinatesAreComparedInSinglePrecision) {
 
 TEST(TernActiveVenue, nothingIsClosestInAnEmptyListOrToNoPlace) {
   const double nowhere = std::numeric_limits<double>::quiet_NaN();
-  const auto venue = loadDrawn(twoFloors);
+  const auto venue = assembleVenue(twoFloors);
   EXPECT_EQ(TernActiveVenue::getClosestWaypointInArray({}, {1, 2}), nullptr);
   EXPECT_EQ(TernActiveVenue::getClosestWaypointInArray({nullptr}, {1, 2}), nullptr);
   EXPECT_EQ(TernActiveVenue::getClosestWaypointInArray(all(*venue, "AB"), {nowhere, 2}), nullptr);
@@ -337,11 +328,11 @@ TEST(TernActiveVenue, aWaypointWithoutCoordinatesLiesAtTheOrigin) {
 }
 
 TEST(TernActiveVenue, theClosestWaypointOnAMapIsOneOfItsOwn) {
-  const auto venue = loadDrawn(twoFloors);
+  const auto venue = assembleVenue(twoFloors);
   EXPECT_EQ(TernActiveVenue::getClosestWaypointToCoordinateOnMap(venue->maps->getById(1), {140, 0}),
-            at(*venue, 'C'));
+            waypointAt(*venue, 'C'));
   EXPECT_EQ(TernActiveVenue::getClosestWaypointToCoordinateOnMap(venue->maps->getById(2), {0, 0}),
-            at(*venue, 'D'));
+            waypointAt(*venue, 'D'));
 }
 
 TEST(TernActiveVenue, nothingIsClosestOnAMapWithoutWaypoints) {
@@ -360,14 +351,16 @@ const Drawing detour{.floors = {{.lines = {"B A    C  Z",   //
 
 TEST(TernActiveVenue, theClosestByRouteIsThatOfTheShortestWay) {
   const auto venue = readyDrawn(detour);
-  const auto closest = venue->getClosestWaypointInArray(all(*venue, "BCE"), at(*venue, 'A'), 100);
-  EXPECT_EQ(closest, at(*venue, 'C'));
+  const auto closest =
+      venue->getClosestWaypointInArray(all(*venue, "BCE"), waypointAt(*venue, 'A'), 100);
+  EXPECT_EQ(closest, waypointAt(*venue, 'C'));
 }
 
 TEST(TernActiveVenue, theClosestByRouteSkipsWhatCannotBeReached) {
   const auto venue = readyDrawn(detour);
-  const auto target = at(*venue, 'A');
-  EXPECT_EQ(venue->getClosestWaypointInArray(all(*venue, "ZB"), target, 100), at(*venue, 'B'));
+  const auto target = waypointAt(*venue, 'A');
+  EXPECT_EQ(venue->getClosestWaypointInArray(all(*venue, "ZB"), target, 100),
+            waypointAt(*venue, 'B'));
   EXPECT_EQ(venue->getClosestWaypointInArray(all(*venue, "Z"), target, 100), nullptr);
   EXPECT_EQ(venue->getClosestWaypointInArray({}, target, 100), nullptr);
   EXPECT_EQ(venue->getClosestWaypointInArray({nullptr}, target, 100), nullptr);
@@ -377,18 +370,19 @@ TEST(TernActiveVenue, theClosestByRouteSkipsWhatCannotBeReached) {
 
 TEST(TernActiveVenue, theTargetItselfIsClosestEvenIfUnreachable) {
   const auto venue = readyDrawn(detour);
-  const auto lonely = at(*venue, 'Z');
+  const auto lonely = waypointAt(*venue, 'Z');
   EXPECT_EQ(venue->getClosestWaypointInArray(all(*venue, "BZ"), lonely, 100), lonely);
 }
 
 TEST(TernActiveVenue, aWaypointAtTheTargetsPlaceIsNeverClosestByRoute) {
   const auto venue =
       readyDrawn({.floors = {{.lines = {"A  C"}}, {.lines = {"B"}}}, .paths = {"A-B", "A-C"}});
-  const auto target = at(*venue, 'A');
+  const auto target = waypointAt(*venue, 'A');
   EXPECT_EQ(venue->getClosestWaypointInArray(all(*venue, "B"), target, 100), nullptr);
   // Having no length, it is the best, and so there is none.
   EXPECT_EQ(venue->getClosestWaypointInArray(all(*venue, "CB"), target, 100), nullptr);
-  EXPECT_EQ(venue->getClosestWaypointInArray(all(*venue, "C"), target, 100), at(*venue, 'C'));
+  EXPECT_EQ(venue->getClosestWaypointInArray(all(*venue, "C"), target, 100),
+            waypointAt(*venue, 'C'));
 }
 
 TEST(TernActiveVenue, theJumpFromFloorToFloorCountsAsLength) {
@@ -396,8 +390,8 @@ TEST(TernActiveVenue, theJumpFromFloorToFloorCountsAsLength) {
   const auto venue = readyDrawn({.floors = {{.lines = {"A  C"}}, {.lines = {"    D"}}},
                                  .paths = {"A-C", "D-A lift"},
                                  .pathTypes = {{.name = "lift"}}});
-  EXPECT_EQ(venue->getClosestWaypointInArray(all(*venue, "DC"), at(*venue, 'A'), 100),
-            at(*venue, 'C'));
+  EXPECT_EQ(venue->getClosestWaypointInArray(all(*venue, "DC"), waypointAt(*venue, 'A'), 100),
+            waypointAt(*venue, 'C'));
 }
 
 // --- The centre ---
@@ -422,7 +416,7 @@ TEST(TernActiveVenue, withoutAMapThereIsNoCentre) {
 TEST(TernActiveVenue, aRebuildRunsOnTheBackgroundQueue) {
   const auto queue = std::make_shared<OnDemandQueue>();
   const ScopedBackgroundQueue scope(queue);
-  const auto venue = loadDrawn(twoFloors);
+  const auto venue = assembleVenue(twoFloors);
   std::vector<bool> completions;
   venue->updateWayfindDataWithCompletion([&](bool built) { completions.push_back(built); });
   EXPECT_EQ(venue->globalASGrid(), nullptr);
@@ -434,14 +428,14 @@ TEST(TernActiveVenue, aRebuildRunsOnTheBackgroundQueue) {
 
 TEST(TernActiveVenue, aRebuildNeedsNoCompletion) {
   const ScopedBackgroundQueue scope(std::make_shared<RunNowQueue>());
-  const auto venue = loadDrawn(twoFloors);
+  const auto venue = assembleVenue(twoFloors);
   venue->updateWayfindDataWithCompletion(nullptr);
   EXPECT_NE(venue->globalASGrid(), nullptr);
 }
 
 TEST(TernActiveVenue, mapsAddedLaterAreSearchedAfterAnotherRebuild) {
   const ScopedBackgroundQueue scope(std::make_shared<RunNowQueue>());
-  const auto venue = loadDrawn({.floors = {{.lines = {"A-B"}}}, .paths = {"A-B"}});
+  const auto venue = assembleVenue({.floors = {{.lines = {"A-B"}}}, .paths = {"A-B"}});
   venue->updateWayfindDataWithCompletion(nullptr);
   const auto before = venue->globalASGrid();
   venue->maps->create(parsed(R"({"id": 8, "waypoints": {"items": [{"id": 99}]}})"));
@@ -465,7 +459,7 @@ TEST(TernActiveVenue, theGraphIsMadeOfAllMapsPathTypesAndBuildings) {
 TEST(TernActiveVenue, aRouteOfTheGraphThatIsReplacedStaysReadable) {
   const ScopedBackgroundQueue scope(std::make_shared<RunNowQueue>());
   const auto venue = readyDrawn(twoFloors);
-  const TernRoute found = venue->wayfind(at(*venue, 'A'), at(*venue, 'C'), 100);
+  const TernRoute found = venue->wayfind(waypointAt(*venue, 'A'), waypointAt(*venue, 'C'), 100);
   venue->updateWayfindDataWithCompletion(nullptr);
   EXPECT_EQ(found.front().points.back().f(), 100.0F);
   EXPECT_EQ(lettersOf(found), "ABC");
@@ -491,7 +485,7 @@ TEST(TernActiveVenue, theReplacedGraphIsLockedUntilTheCompletionHasRun) {
 
 TEST(TernActiveVenue, aCompletionMayAskForAnotherRebuild) {
   const ScopedBackgroundQueue scope(std::make_shared<RunNowQueue>());
-  const auto venue = loadDrawn(twoFloors);
+  const auto venue = assembleVenue(twoFloors);
   int completions = 0;
   venue->updateWayfindDataWithCompletion([&](bool) {
     ++completions;
@@ -514,7 +508,7 @@ TEST(TernActiveVenue, aVenueThatNobodySharesIsRebuiltAtOnce) {
 TEST(TernActiveVenue, aRebuildKeepsTheVenueAliveAndNoLonger) {
   const auto queue = std::make_shared<OnDemandQueue>();
   const ScopedBackgroundQueue scope(queue);
-  auto venue = loadDrawn(twoFloors);
+  auto venue = assembleVenue(twoFloors);
   const std::weak_ptr<TernActiveVenue> watched = venue;
   std::shared_ptr<TernASGrid> built;
   venue->updateWayfindDataWithCompletion([&](bool) { built = watched.lock()->globalASGrid(); });
@@ -535,7 +529,7 @@ class Rebuilds {
       if (built && ++completed_ == expected) isComplete_.set_value();
     });
   }
-  void wait() { isComplete_.get_future().wait(); }
+  void wait() { await(isComplete_, "the last rebuild"); }
   int completed() const { return completed_; }
 
  private:
@@ -545,7 +539,7 @@ class Rebuilds {
 };
 
 TEST(TernActiveVenueConcurrent, overlappingRebuildsEachCompleteOnce) {
-  const auto venue = loadDrawn(twoFloors);
+  const auto venue = assembleVenue(twoFloors);
   Rebuilds rebuilds(200);
   for (int i = 0; i < 200; ++i) rebuilds.start(*venue);
   rebuilds.wait();
@@ -587,15 +581,15 @@ TEST(TernActiveVenueConcurrent, aVenueMayBeReleasedWhileItIsRebuilt) {
   std::vector<std::future<void>> completions;
   std::vector<std::weak_ptr<TernActiveVenue>> watched;
   for (int i = 0; i < 50; ++i) {
-    auto venue = loadDrawn(twoFloors);
+    auto venue = assembleVenue(twoFloors);
     watched.emplace_back(venue);
     auto isComplete = std::make_shared<std::promise<void>>();
     completions.push_back(isComplete->get_future());
     venue->updateWayfindDataWithCompletion([isComplete](bool) { isComplete->set_value(); });
   }
-  for (auto& completion : completions) completion.wait();
+  for (auto& completion : completions) await(std::move(completion), "a completion");
   for (const auto& venue : watched) {
-    while (!venue.expired()) std::this_thread::yield();
+    awaitUntil([&] { return venue.expired(); }, "the release of the venue");
   }
 }
 
@@ -603,18 +597,18 @@ TEST(TernActiveVenueConcurrent, theCompletionMayReleaseTheLastReference) {
   struct Owner {
     Venue venue;
   };
-  const auto owner = std::make_shared<Owner>(Owner{loadDrawn(twoFloors)});
+  const auto owner = std::make_shared<Owner>(Owner{assembleVenue(twoFloors)});
   const std::weak_ptr<TernActiveVenue> watched = owner->venue;
   std::promise<void> isComplete;
   std::promise<void> mayRelease;
   owner->venue->updateWayfindDataWithCompletion([&, owner](bool) {
-    mayRelease.get_future().wait();
+    await(mayRelease, "the permission to release");
     owner->venue.reset();
     isComplete.set_value();
   });
   mayRelease.set_value();
-  isComplete.get_future().wait();
-  while (!watched.expired()) std::this_thread::yield();
+  await(isComplete, "the completion");
+  awaitUntil([&] { return watched.expired(); }, "the release of the venue");
 }
 
 // --- Laws ---
@@ -640,6 +634,41 @@ RC_GTEST_PROP(TernActiveVenue, noWaypointOfTheListIsCloserThanTheClosest, ()) {
     const double further = squaredDistance(*waypoint) - squaredDistance(*closest);
     RC_ASSERT(further > 0 || (further == 0 && isBehindClosest));
   }
+}
+
+double walkedLength(const TernRoute& route) {
+  double length = 0;
+  const TernASNode* before = nullptr;
+  for (const TernPathPerFloor& segment : route) {
+    for (const TernASNode& node : segment.points) {
+      if (before != nullptr) length += std::hypot(node.x() - before->x(), node.y() - before->y());
+      before = &node;
+    }
+  }
+  return length;
+}
+
+RC_GTEST_PROP(TernActiveVenue, noWaypointOfTheListHasAShorterRouteThanTheClosestByRoute, ()) {
+  const CapturedLog log;
+  const auto venue = readyDrawn(detour);
+  const auto letters = rc::gen::element('A', 'B', 'C', 'D', 'E', 'Z');
+  const std::string list = *rc::gen::container<std::string>(letters);
+  const char target = *letters;
+  const auto closest =
+      venue->getClosestWaypointInArray(all(*venue, list), waypointAt(*venue, target), 100);
+  if (list.find(target) != std::string::npos) {
+    RC_ASSERT(closest == waypointAt(*venue, target));
+    return;
+  }
+  std::optional<double> least;
+  for (const char letter : list) {
+    const TernRoute way =
+        venue->wayfind(waypointAt(*venue, letter), waypointAt(*venue, target), 100);
+    if (!way.empty() && walkedLength(way) < least.value_or(1e9)) least = walkedLength(way);
+  }
+  RC_ASSERT((closest != nullptr) == least.has_value());
+  if (closest == nullptr) return;
+  RC_ASSERT(walkedLength(venue->wayfind(closest, waypointAt(*venue, target), 100)) == *least);
 }
 
 }  // namespace

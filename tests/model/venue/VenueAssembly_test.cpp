@@ -16,7 +16,7 @@
 #include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
 #include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "tests/support/CapturedLog.hpp"
-#include "tests/support/RecordChecks.hpp"
+#include "tests/support/MadeRecords.hpp"
 
 namespace tern::test {
 namespace {

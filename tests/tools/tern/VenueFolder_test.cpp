@@ -16,7 +16,8 @@
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "tests/support/DrawnVenue.hpp"
 #include "tests/support/Paths.hpp"
-#include "tests/support/RecordChecks.hpp"
+#include "tests/support/CapturedLog.hpp"
+#include "tests/support/MadeRecords.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 
 namespace tern::command {

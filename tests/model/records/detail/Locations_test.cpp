@@ -5,14 +5,17 @@
 
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <vector>
 
+#include "TernCoreKit/model/collections/TernUriCollection.hpp"
 #include "TernCoreKit/model/records/TernAmenity.hpp"
 #include "TernCoreKit/model/records/TernDestination.hpp"
 #include "TernCoreKit/model/records/TernLocation.hpp"
 #include "TernCoreKit/model/records/TernPathType.hpp"
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
-#include "tests/support/RecordChecks.hpp"
+#include "tests/support/CapturedLog.hpp"
+#include "tests/support/MadeRecords.hpp"
 
 namespace tern::test {
 namespace {
@@ -76,6 +79,21 @@ TYPED_TEST(PlacedRecord, locationsComeInTheirOrder) {
   EXPECT_EQ(record->copyWithZone()->locations, record->locations);
 }
 
+TYPED_TEST(PlacedRecord, locationsThatAreNoListAreLoggedAndEmpty) {
+  // An amenity's locations come before its resources, which are then not made.
+  constexpr bool hasUris = !std::is_same_v<TypeParam, TernAmenity>;
+  for (const Value& value : {Value(5), Value("here"), Value::map({{"mapId", 1}})}) {
+    CapturedLog log;
+    const auto record = TypeParam::initWithDictionary(Value::map(
+        {{"locations", value}, {"uris", Value::map({{"items", Value::list()}})}, {"name", "x"}}));
+    EXPECT_TRUE(record->locations.empty());
+    EXPECT_EQ(record->name, Value("x"));
+    EXPECT_EQ(static_cast<bool>(record->uris), hasUris);
+    EXPECT_THAT(log.take(),
+                testing::ElementsAre("Tern SDK: \"locations\" of a record is not a list"));
+  }
+}
+
 TYPED_TEST(PlacedRecord, aLocationThatIsNoMapIsLoggedAndEmpty) {
   CapturedLog log;
   const auto record = made<TypeParam>(R"({"locations": [7, {"mapId": 3}]})");
@@ -100,6 +118,14 @@ TYPED_TEST(PlacedRecord, addWaypointsReplacesTheList) {
   record->addWaypoints({a});
   record->addWaypoints({b, a, b});
   EXPECT_THAT(record->waypoints, testing::ElementsAre(b, a, b));
+}
+
+TYPED_TEST(PlacedRecord, aCopyHasTheWaypointsOfAnAmenityOnly) {
+  const auto record = std::make_shared<TypeParam>();
+  record->addWaypoints({std::make_shared<TernWaypoint>()});
+  const bool isAmenity = std::is_same_v<TypeParam, TernAmenity>;
+  EXPECT_EQ(record->copyWithZone()->waypoints,
+            isAmenity ? record->waypoints : decltype(record->waypoints)());
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "tests/support/RecordChecks.hpp"
+#include "tests/support/MadeRecords.hpp"
 
 namespace tern::test {
 namespace {
