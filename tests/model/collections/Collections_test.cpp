@@ -23,6 +23,7 @@
 #include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
 #include "tests/support/CapturedLog.hpp"
 #include "tests/support/MadeRecords.hpp"
+#include "tests/support/Mutations.hpp"
 
 namespace tern::test {
 namespace {
@@ -265,6 +266,32 @@ TEST_P(Collections, aCopyIsOfTheSameKindWithTheSameRecordsAndGoesItsOwnWay) {
   copy->create(parsed(R"({"id": 3})"));
   EXPECT_THAT(idsIn(copy), ElementsAre(2, 1, 3));
   EXPECT_THAT(idsIn(collection), ElementsAre(2, 1));
+}
+
+// Whatever a service sends, the records that are there are those that can be found.
+TEST_P(Collections, agreeWithThemselvesAboutDamagedBatches) {
+  const Value batch = parsed(R"({"defaultId": 2, "items": [{"id": 1, "externalId": "a"},
+      {"id": 2, "externalId": "b"}, {"id": 3}, {"externalId": "c"}, {"id": "2"}]})");
+  for (std::uint64_t seed = 0; seed < 60; ++seed) {
+    SCOPED_TRACE(seed);
+    Mutations mutations(seed);
+    Value damaged = batch;
+    mutations.damage(damaged, static_cast<int>(seed % 5));
+    const AnyCollection collection = kind_.make();
+    const RecordMap items = collection->createBatch(damaged);
+    const AllRecords all = kind_.getAll(collection);
+    EXPECT_EQ(items.size(), all.size());
+    EXPECT_TRUE(collection->plainItems().isMap() || collection->getCount() == all.size());
+    EXPECT_TRUE(collection->plainItems().isAbsent() || all.empty());
+    for (const RecordMap::Entry& entry : collection->items().entries()) {
+      EXPECT_EQ(collection->items().find(entry.key), &entry);
+      if (entry.key.isInteger()) {
+        EXPECT_EQ(kind_.getById(collection, entry.key.integer()), entry.record);
+      }
+    }
+    EXPECT_EQ(kind_.getAll(kind_.copy(collection)), all);
+    log_.take();
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(

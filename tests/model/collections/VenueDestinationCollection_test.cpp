@@ -2,12 +2,15 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
 
 #include <cstdint>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
+#include "TernCoreKit/model/records/TernLocation.hpp"
 #include "tests/support/CapturedLog.hpp"
 #include "tests/support/MadeRecords.hpp"
 
@@ -98,6 +101,68 @@ TEST(VenueDestinationCollection, anEmptyOneAndNullEntriesAnswerWithNothing) {
   EXPECT_EQ(empty->getByVenueId(0), nullptr);
   EXPECT_EQ(empty->getByDestinationId(0), nullptr);
   EXPECT_THAT(empty->getByDestinationName("Shop"), IsEmpty());
+}
+
+// --- A law ---
+
+// Up to three venues whose destinations have few ids, names and places.
+VenueDestinationCollection::Entries anyEntries() {
+  const auto number = rc::gen::inRange<std::int64_t>(0, 3);
+  const auto text = rc::gen::element("a", "b");
+  VenueDestinationCollection::Entries entries;
+  for (int left = *rc::gen::inRange(0, 4); left > 0; --left) {
+    Value items = Value::list();
+    for (int destinations = *rc::gen::inRange(0, 4); destinations > 0; --destinations) {
+      const Value location =
+          Value::map({{"mapId", *number}, {"waypointIds", Value::list({*number})}});
+      items.append(Value::map({{"id", *number},
+                               {"name", *text},
+                               {"unitNumber", *text},
+                               {"tags", Value::list({*text, *text})},
+                               {"locations", Value::list({location})}}));
+    }
+    entries.push_back(TernVenueDestination::initWithDictionary(Value::map(
+        {{"venueId", *number}, {"destinations", Value::map({{"items", std::move(items)}})}})));
+  }
+  return entries;
+}
+
+RC_GTEST_PROP(VenueDestinationCollection, answersAsAScanOfItsEntries, ()) {
+  const auto entries = anyEntries();
+  const auto venues = VenueDestinationCollection::initWithItems(entries);
+  const auto id = *rc::gen::inRange<std::int64_t>(0, 4);
+  const auto text = Value(*rc::gen::element("a", "b", "c"));
+  // The entries, once for each of their destinations that is wanted.
+  const auto scan = [&](auto wanted) {
+    VenueDestinationCollection::Entries found;
+    for (const auto& entry : entries) {
+      for (const auto& destination : entry->destinations->getAll()) {
+        if (wanted(*destination)) found.push_back(entry);
+      }
+    }
+    return found;
+  };
+  const auto first = [](const VenueDestinationCollection::Entries& found) {
+    return found.empty() ? nullptr : found.front();
+  };
+  const auto placed = [](const TernDestination& destination) -> const TernLocation& {
+    return *destination.locations.front();
+  };
+  RC_ASSERT(venues->getByDestinationName(text) ==
+            scan([&](const TernDestination& each) { return each.name == text; }));
+  RC_ASSERT(venues->getByDestinationTag(text) == scan([&](const TernDestination& each) {
+              return each.tags.items()[0] == text || each.tags.items()[1] == text;
+            }));
+  RC_ASSERT(venues->getByDestinationId(id) ==
+            first(scan([&](const TernDestination& each) { return each.id == Value(id); })));
+  RC_ASSERT(venues->getByDestinationMapId(id) == first(scan([&](const TernDestination& each) {
+              return placed(each).mapId == Value(id);
+            })));
+  RC_ASSERT(venues->getByDestinationWaypointId(id) == first(scan([&](const TernDestination& each) {
+              return placed(each).waypointIds == Value::list({id});
+            })));
+  RC_ASSERT(venues->getByDestinationUnitNumber(text) ==
+            first(scan([&](const TernDestination& each) { return each.unitNumber == text; })));
 }
 
 }  // namespace

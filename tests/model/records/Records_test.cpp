@@ -3,8 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "TernCoreKit/model/records/TernMapLabel.hpp"
@@ -40,6 +40,45 @@ TEST_P(Records, keepEveryFieldAsTheDocumentGivesItAndCopyThoseThatTheyShould) {
         EXPECT_EQ(other.read(copy), isField && other.isCopied ? value : Value()) << other.name;
       }
     }
+  }
+}
+
+// A document of all fields, each with its place among them.
+Value wholeDocument(const RecordKind& kind, bool isReversed) {
+  Value document = Value::map();
+  const auto count = static_cast<std::int64_t>(kind.plain.size());
+  for (std::int64_t i = 0; i < count; ++i) {
+    const std::int64_t place = isReversed ? count - 1 - i : i;
+    document.set(kind.plain[static_cast<std::size_t>(place)].name, place);
+  }
+  return document;
+}
+
+TEST_P(Records, takeAllFieldsOfOneDocumentInAnyOrderOfItsKeys) {
+  for (const bool isReversed : {false, true}) {
+    const AnyRecord record = kind_.make(wholeDocument(kind_, isReversed));
+    std::int64_t place = 0;
+    for (const PlainField& field : kind_.plain) {
+      EXPECT_EQ(field.read(record), Value(place++)) << field.name;
+    }
+  }
+}
+
+TEST_P(Records, aCopyIsAsWholeAsItsOwnCopy) {
+  const AnyRecord copy = kind_.copy(kind_.make(wholeDocument(kind_, false)));
+  const AnyRecord again = kind_.copy(copy);
+  EXPECT_NE(again, copy);
+  for (const PlainField& field : kind_.plain) {
+    EXPECT_EQ(field.read(again), field.read(copy)) << field.name;
+  }
+}
+
+TEST_P(Records, ofAnEmptyDocumentHaveAllFieldsAbsent) {
+  const AnyRecord record = kind_.make(Value::map());
+  for (const PlainField& field : kind_.plain) EXPECT_TRUE(field.read(record).isAbsent());
+  for (const NestedField& field : kind_.nested) {
+    EXPECT_TRUE(field.plain(record).isAbsent());
+    EXPECT_EQ(field.object(record), nullptr);
   }
 }
 

@@ -2,7 +2,9 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
 
+#include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>
@@ -175,6 +177,30 @@ TEST(VenueAssembly, aVenueWithoutBuildingsTakesNone) {
     EXPECT_EQ(venue->buildings.plain(), odd);
     EXPECT_EQ(venue->maps->getCount(), 0U);
   }
+}
+
+RC_GTEST_PROP(VenueAssembly, aPlaceGetsTheWaypointsOfAScanOfItsLocations, ()) {
+  const CapturedLog log;
+  const auto venue = made<TernActiveVenue>(placesDocument);
+  // Maps 4 and 5 with the waypoints 40, 41, 50 and 51.
+  addBuilding(*venue, 1, parsed(buildingDocument(1, 10, 4)));
+  addBuilding(*venue, 2, parsed(buildingDocument(2, 20, 5)));
+  const auto anyWaypoint = rc::gen::element<std::int64_t>(40, 41, 50, 51, 60);
+  Value locations = Value::list();
+  std::vector<std::int64_t> expected;
+  for (int left = *rc::gen::inRange(0, 4); left > 0; --left) {
+    const std::int64_t mapId = *rc::gen::inRange(4, 7);
+    Value waypointIds = Value::list();
+    for (int more = *rc::gen::inRange(0, 4); more > 0; --more) {
+      const std::int64_t id = *anyWaypoint;
+      waypointIds.append(id);
+      if (id / 10 == mapId && mapId < 6) expected.push_back(id);
+    }
+    locations.append(Value::map({{"mapId", mapId}, {"waypointIds", std::move(waypointIds)}}));
+  }
+  venue->amenities->create(Value::map({{"id", 9}, {"locations", std::move(locations)}}));
+  attachWaypoints(*venue);
+  RC_ASSERT(ids(venue->amenities->getById(9)->waypoints) == expected);
 }
 
 }  // namespace
