@@ -6,8 +6,6 @@
 #include <utility>
 
 #include "TernCoreKit/model/venue/TernActiveVenue.hpp"
-#include "TernCoreKit/model/venue/VenueAssembly.hpp"
-#include "tests/optimisation/TourVenue.hpp"
 #include "tests/support/ActiveVenue.hpp"
 #include "tests/support/JoinedVenues.hpp"
 #include "tests/support/Paths.hpp"
@@ -18,43 +16,38 @@ namespace tern::test {
 
 namespace {
 
-const TourScene smallScene{
-    .drawing = {.floors = {{.lines = {"A  B  C  D", "", "J"}}, {.lines = {"E  F  G     H"}}},
-                .paths = {"A-B", "B-C", "C-D", "E-F", "F-G", "B-F Lift", "D-G Stairs"},
-                .pathTypes = {{.name = "Lift", .weight = 5},
-                              {.name = "Stairs", .weight = 5, .accessibility = 2}}},
-    .destinations = {{7, {{1, "D"}}},
-                     {8, {{1, "A"}}},
-                     {9, {{2, "G"}}},
-                     {10, {{2, "H"}}},
-                     {11, {{3, "H"}}},
-                     {12, {{1, "C"}, {2, "E"}}}},
-    .connectors = {{2, {{1, "B"}, {2, "F"}}}, {3, {{1, "D"}, {2, "G"}}}}};
+const Drawing small{.floors = {{.lines = {"A  B  C  D", "", "J"}}, {.lines = {"E  F  G     H"}}},
+                    .paths = {"A-B", "B-C", "C-D", "E-F", "F-G", "B-F Lift", "D-G Stairs"},
+                    .pathTypes = {{.name = "Lift", .weight = 5},
+                                  {.name = "Stairs", .weight = 5, .accessibility = 2}},
+                    .destinations = {{7, "D"}, {8, "A"}, {9, "G"}, {10, "H"}, {11}, {12, "C E"}},
+                    .amenities = {{7, "F", "Toilets"}, {8, "J", "Bench"}},
+                    .connectors = {{2, "B F"}, {3, "D G"}}};
 
 const Drawing detour{
     .floors = {{.lines = {"A--B--C--D--E", "   |     |   ", "   F--G--H   ", "J            "}}},
     .paths = {"A-B", "B-C", "C-D", "D-E", "B-F", "F-G", "G-H", "H-D"}};
 
-Value amenity(const Placed& placed, std::string_view name) {
-  return Value::map({{"id", placed.id}, {"name", name}, {"locations", locationsOf(placed)}});
+// Destination 11 is on a map that is not there.
+void misplace(Value& destinations) {
+  for (Value& item : destinations.find("items")->items()) {
+    if (item["id"] != Value(11)) continue;
+    const Value lost = Value::map({{"mapId", 3}, {"waypointIds", Value::list({idOf('H')})}});
+    item.set("locations", Value::list({lost}));
+  }
 }
 
 std::shared_ptr<TernActiveVenue> unbuiltVenue() {
-  Value document = tourVenueDocument(smallScene);
+  Value document = drawVenueDocument(small);
   document.set("coordinates", Value::map({{"topLeft", Value::list({10, 0})},
                                           {"bottomRight", Value::list({0, 10})}}));
-  Value amenities =
-      Value::list({amenity({7, {{2, "F"}}}, "Toilets"), amenity({8, {{1, "J"}}}, "Bench")});
-  document.set("amenities", Value::map({{"items", std::move(amenities)}}));
-  Value building = drawBuildingDocument(smallScene.drawing);
+  misplace(*document.find("destinations"));
+  Value building = drawBuildingDocument(small);
   for (Value& floor : building.find("floors")->find("items")->items()) {
     floor.find("map")->set("width", 1000);
     floor.find("map")->set("height", 1000);
   }
-  auto venue = TernActiveVenue::initWithDictionary(std::move(document));
-  addBuilding(*venue, 1, std::move(building));
-  attachWaypoints(*venue);
-  return venue;
+  return assembleVenue(std::move(document), std::move(building));
 }
 
 std::shared_ptr<TernActiveVenue> built(std::shared_ptr<TernActiveVenue> venue) {

@@ -14,10 +14,10 @@
 #include "TernCoreKit/model/records/TernFloor.hpp"
 #include "TernCoreKit/platform/Json.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
-#include "tests/support/DrawnVenue.hpp"
-#include "tests/support/Paths.hpp"
 #include "tests/support/CapturedLog.hpp"
+#include "tests/support/DrawnVenue.hpp"
 #include "tests/support/MadeRecords.hpp"
+#include "tests/support/Paths.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 
 namespace tern::command {
