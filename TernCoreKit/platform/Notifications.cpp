@@ -2,11 +2,11 @@
 
 #include <atomic>
 #include <memory>
-#include <mutex>
 #include <utility>
 #include <vector>
 
 #include "TernCoreKit/platform/Immortal.hpp"
+#include "TernCoreKit/platform/Mutex.hpp"
 
 namespace tern {
 
@@ -20,10 +20,9 @@ struct Observer {
 };
 
 struct Observers {
-  std::mutex mutex;
-  // Guarded by mutex.
-  std::vector<std::shared_ptr<Observer>> list;
-  std::uint64_t lastToken = 0;
+  Mutex mutex;
+  std::vector<std::shared_ptr<Observer>> list TERN_GUARDED_BY(mutex);
+  std::uint64_t lastToken TERN_GUARDED_BY(mutex) = 0;
 };
 
 // Never destroyed: objects that end after `main` may still post.
@@ -37,7 +36,7 @@ Observers& observers() {
 ObserverToken addObserver(NotificationObserver observer) {
   auto added = std::make_shared<Observer>();
   added->notify = std::move(observer);
-  const std::lock_guard lock(observers().mutex);
+  const MutexLock lock(observers().mutex);
   added->token = ObserverToken{++observers().lastToken};
   observers().list.push_back(added);
   return added->token;
@@ -46,7 +45,7 @@ ObserverToken addObserver(NotificationObserver observer) {
 void removeObserver(ObserverToken token) {
   // What the observer owns goes away outside the lock.
   std::shared_ptr<Observer> removed;
-  const std::lock_guard lock(observers().mutex);
+  const MutexLock lock(observers().mutex);
   std::erase_if(observers().list, [&](std::shared_ptr<Observer>& observer) {
     if (observer->token != token) return false;
     removed = std::move(observer);
@@ -58,7 +57,7 @@ void removeObserver(ObserverToken token) {
 void postNotification(std::string_view name, const Value& payload) {
   std::vector<std::shared_ptr<Observer>> listening;
   {
-    const std::lock_guard lock(observers().mutex);
+    const MutexLock lock(observers().mutex);
     listening = observers().list;
   }
   for (const auto& observer : listening) {

@@ -57,10 +57,12 @@ inline char* putUtf8(char* out, char32_t code) {
   return out;
 }
 
+/// A character of a text.
 struct Utf8Character {
   /// Stands for a byte that is no part of a character.
   static constexpr char32_t replacement = 0xFFFD;
 
+  /// Its code point.
   char32_t code;
   /// Bytes; 1 for a replacement.
   std::size_t size;

@@ -414,7 +414,7 @@ void TernHub::populateBuildingInVenue(const std::shared_ptr<TernActiveVenue>& ve
 void TernHub::takeBuilding(const std::shared_ptr<TernActiveVenue>& venue, std::int64_t buildingId,
                            Value answer) {
   {
-    const std::lock_guard lock(venue->recordsMutex());
+    const MutexLock lock(venue->recordsMutex());
     addBuilding(*venue, buildingId, std::move(answer));
     attachWaypoints(*venue);
   }

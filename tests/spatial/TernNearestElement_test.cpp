@@ -426,7 +426,7 @@ TEST_F(TernNearestElementTest, aBuildingMayComeConcurrently) {
     for (int i = 0; i < 50; ++i) {
       Value building = drawBuildingDocument(threeFloors.drawing);
       building.set("id", 10 + i);
-      const std::lock_guard lock(venue_->recordsMutex());
+      const MutexLock lock(venue_->recordsMutex());
       addBuilding(*venue_, 10 + i, std::move(building));
     }
   });

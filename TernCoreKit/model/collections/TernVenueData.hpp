@@ -1,9 +1,9 @@
 #pragma once
 
 #include <memory>
-#include <mutex>
 
 #include "TernCoreKit/model/records/TernBaseModel.hpp"
+#include "TernCoreKit/platform/Mutex.hpp"
 #include "TernCoreKit/platform/Nested.hpp"
 
 namespace tern {
@@ -35,16 +35,9 @@ struct TERN_API TernVenueData : TernBaseModel {
 
   /// Held by whoever changes the records while others search them, and by whoever has to see them
   /// unchanged: a rebuild, and a search that looks for what has come since it.
-  std::mutex& recordsMutex() const { return recordsMutex_; }
+  Mutex& recordsMutex() const TERN_RETURNS_LOCK(recordsMutex_) { return recordsMutex_; }
 
  private:
-  // A copy of a venue has a mutex of its own.
-  struct Mutex : std::mutex {
-    Mutex() = default;
-    Mutex(const Mutex& /*other*/) {}
-    Mutex& operator=(const Mutex& /*other*/) { return *this; }
-  };
-
   mutable Mutex recordsMutex_;
 };
 

@@ -126,7 +126,7 @@ std::shared_ptr<TernActiveVenue> TernActiveVenue::copyWithZone() const {
 }
 
 std::shared_ptr<TernASGrid> TernActiveVenue::globalASGrid() const {
-  const std::lock_guard lock(gridMutex_);
+  const MutexLock lock(gridMutex_);
   return globalASGrid_;
 }
 
@@ -134,12 +134,12 @@ void TernActiveVenue::loadGridData() {
   const TernVenueData* venue = this;
   auto grid = makeGrid({&venue, 1}, false);
   // The graph that is replaced goes away outside the lock.
-  const std::lock_guard lock(gridMutex_);
+  const MutexLock lock(gridMutex_);
   globalASGrid_.swap(grid);
 }
 
 std::shared_ptr<TernNearestElement> TernActiveVenue::nearestElement() const {
-  const std::lock_guard lock(gridMutex_);
+  const MutexLock lock(gridMutex_);
   return nearestElement_;
 }
 
@@ -149,7 +149,7 @@ void TernActiveVenue::loadKDTree() {
   if (replaced != nullptr) replacedLock = std::unique_lock(replaced->mutex());
   auto made = TernNearestElement::init();
   made->initializeKDTree(weak_from_this().lock());
-  const std::lock_guard lock(gridMutex_);
+  const MutexLock lock(gridMutex_);
   nearestElement_.swap(made);
 }
 
@@ -166,7 +166,7 @@ void TernActiveVenue::rebuild(const std::function<void(bool)>& completion) {
   std::unique_lock<std::recursive_mutex> lock;
   if (replaced != nullptr) lock = std::unique_lock(replaced->mutex());
   {
-    const std::lock_guard recordsLock(recordsMutex());
+    const MutexLock recordsLock(recordsMutex());
     loadGridData();
     loadKDTree();
   }

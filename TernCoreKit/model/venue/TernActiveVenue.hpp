@@ -3,11 +3,11 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <vector>
 
 #include "TernCoreKit/model/collections/TernVenueData.hpp"
+#include "TernCoreKit/platform/Mutex.hpp"
 #include "TernCoreKit/service/coordinates/TernUtils.hpp"
 #include "TernCoreKit/wayfinding/TernASAlternativePath.hpp"
 #include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
@@ -154,9 +154,9 @@ struct TERN_API TernActiveVenue : TernVenueData,
  private:
   void rebuild(const std::function<void(bool)>& completion);
 
-  mutable std::mutex gridMutex_;
-  std::shared_ptr<TernASGrid> globalASGrid_;            // guarded by gridMutex_
-  std::shared_ptr<TernNearestElement> nearestElement_;  // guarded by gridMutex_
+  mutable Mutex gridMutex_;
+  std::shared_ptr<TernASGrid> globalASGrid_ TERN_GUARDED_BY(gridMutex_);
+  std::shared_ptr<TernNearestElement> nearestElement_ TERN_GUARDED_BY(gridMutex_);
 };
 
 }  // namespace tern

@@ -6,9 +6,9 @@
 #pragma once
 
 #include <memory>
-#include <mutex>
 
 #include "TernCoreKit/platform/Immortal.hpp"
+#include "TernCoreKit/platform/Mutex.hpp"
 
 namespace tern::detail {
 
@@ -16,19 +16,19 @@ template <class Service>
 class Current {
  public:
   std::shared_ptr<Service> get() {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     return service_;
   }
 
   void set(std::shared_ptr<Service> service) {
     // The old one goes away outside the lock: what it owns may ask for the current one as it ends.
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     service_.swap(service);
   }
 
  private:
-  std::mutex mutex_;
-  std::shared_ptr<Service> service_;  // guarded by mutex_
+  Mutex mutex_;
+  std::shared_ptr<Service> service_ TERN_GUARDED_BY(mutex_);
 };
 
 // One for each kind of service, never destroyed.

@@ -7,7 +7,7 @@ namespace tern::detail {
 
 void ThreadPool::run(std::function<void()> task) {
   {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     if (isStopped_) return;
     if (hasThreadForTask()) tasks_.push_back(std::exchange(task, nullptr));
   }
@@ -29,10 +29,10 @@ bool ThreadPool::hasThreadForTask() {
 }
 
 void ThreadPool::work() {
-  std::unique_lock lock(mutex_);
+  MutexLock lock(mutex_);
   for (;;) {
     ++idle_;
-    changed_.wait(lock, [this] { return isStopped_ || !tasks_.empty(); });
+    while (!isStopped_ && tasks_.empty()) changed_.wait(lock);
     --idle_;
     if (isStopped_) return;
     std::function<void()> task = std::move(tasks_.front());
@@ -48,7 +48,7 @@ void ThreadPool::stop() {
   std::deque<std::function<void()>> dropped;
   std::vector<std::thread> threads;
   {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     isStopped_ = true;
     dropped.swap(tasks_);
     threads.swap(threads_);
@@ -60,7 +60,7 @@ void ThreadPool::stop() {
       thread.join();
     } else {
       // The task that called goes on; the destructor will wait for it.
-      const std::lock_guard lock(mutex_);
+      const MutexLock lock(mutex_);
       threads_.push_back(std::move(thread));
     }
   }

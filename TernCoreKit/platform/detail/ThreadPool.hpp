@@ -1,8 +1,7 @@
 // A work queue with a fixed number of threads, started as tasks come.
 //
 // Ownership: owns its threads and the tasks that wait. `stop`, which the destructor calls, waits
-// for
-//   running tasks and drops the others; called from within a task it does not wait for that one.
+// for running tasks and drops the others; called from within a task it does not wait for that one.
 // Threads: any, but for the destructor, which no task may run.
 // Fails: where the system gives not even one thread, tasks run on the caller's.
 #pragma once
@@ -11,10 +10,10 @@
 #include <cstddef>
 #include <deque>
 #include <functional>
-#include <mutex>
 #include <thread>
 #include <vector>
 
+#include "TernCoreKit/platform/Mutex.hpp"
 #include "TernCoreKit/platform/WorkQueue.hpp"
 
 namespace tern::detail {
@@ -31,19 +30,18 @@ class ThreadPool final : public WorkQueue {
   void stop();
 
  private:
-  // Whether there is a thread that will take the task. REQUIRES: the lock is held.
-  bool hasThreadForTask();
+  // Whether there is a thread that will take the task.
+  bool hasThreadForTask() TERN_REQUIRES(mutex_);
   void work();
 
   const std::size_t threadCount_;
 
-  std::mutex mutex_;
-  std::condition_variable changed_;
-  // Guarded by mutex_.
-  std::deque<std::function<void()>> tasks_;
-  std::vector<std::thread> threads_;
-  std::size_t idle_ = 0;
-  bool isStopped_ = false;
+  Mutex mutex_;
+  std::condition_variable_any changed_;
+  std::deque<std::function<void()>> tasks_ TERN_GUARDED_BY(mutex_);
+  std::vector<std::thread> threads_ TERN_GUARDED_BY(mutex_);
+  std::size_t idle_ TERN_GUARDED_BY(mutex_) = 0;
+  bool isStopped_ TERN_GUARDED_BY(mutex_) = false;
 };
 
 }  // namespace tern::detail

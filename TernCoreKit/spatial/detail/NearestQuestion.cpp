@@ -62,14 +62,14 @@ float legLength(const TernWaypoint& from, const TernWaypoint& to) {
 std::shared_ptr<TernMap> NearestQuestion::mapById(std::int64_t id) const {
   if (venue_->maps == nullptr) return nullptr;
   if (auto known = index_.mapById(id)) return known;
-  const std::lock_guard lock(venue_->recordsMutex());
+  const MutexLock lock(venue_->recordsMutex());
   return venue_->maps->getById(id);
 }
 
 std::shared_ptr<TernFloor> NearestQuestion::floorByMap(const std::shared_ptr<TernMap>& map) const {
   if (!venue_->buildings || !idOf(map->id)) return nullptr;
   if (auto known = index_.floorByMap(*map)) return known;
-  const std::lock_guard lock(venue_->recordsMutex());
+  const MutexLock lock(venue_->recordsMutex());
   return venue_->buildings->getFloorByMap(map);
 }
 

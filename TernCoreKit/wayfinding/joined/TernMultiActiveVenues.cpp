@@ -23,10 +23,10 @@ namespace tern {
 struct TernMultiActiveVenues::Shared {
   // Held while a table and a graph are built, so that those of an older list never replace those of
   // a newer one. Taken before each other mutex here.
-  std::mutex building;
-  std::mutex mutex;
-  Venues activeVenues;      // guarded by mutex
-  Connections connections;  // guarded by mutex
+  Mutex building;
+  Mutex fields;
+  Venues activeVenues TERN_GUARDED_BY(mutex());
+  Connections connections TERN_GUARDED_BY(mutex());
 };
 
 namespace {
@@ -44,7 +44,7 @@ class RecordsLock {
   }
 
  private:
-  std::vector<std::unique_lock<std::mutex>> locks_;
+  std::vector<std::unique_lock<Mutex>> locks_;
 };
 
 template <class Visit>
@@ -82,6 +82,8 @@ TernMultiActiveVenues::Shared& TernMultiActiveVenues::shared() {
   return shared.value;
 }
 
+Mutex& TernMultiActiveVenues::mutex() { return shared().fields; }
+
 std::shared_ptr<TernMultiActiveVenues> TernMultiActiveVenues::initWithActiveVenues(
     const Venues& venues, std::weak_ptr<Delegate> delegate) {
   const std::shared_ptr<TernMultiActiveVenues> made(new TernMultiActiveVenues);
@@ -90,7 +92,7 @@ std::shared_ptr<TernMultiActiveVenues> TernMultiActiveVenues::initWithActiveVenu
   std::erase(list, nullptr);
   made->createDictForActiveVenues(list);
   {
-    const std::lock_guard lock(shared().mutex);
+    const MutexLock lock(mutex());
     shared().activeVenues.swap(list);
   }
   made->rebuildAndTellDelegate();
@@ -98,32 +100,32 @@ std::shared_ptr<TernMultiActiveVenues> TernMultiActiveVenues::initWithActiveVenu
 }
 
 std::shared_ptr<TernMultiActiveVenues::Delegate> TernMultiActiveVenues::delegate() const {
-  const std::lock_guard lock(shared().mutex);
+  const MutexLock lock(mutex());
   return delegate_.lock();
 }
 
 void TernMultiActiveVenues::setDelegate(std::weak_ptr<Delegate> delegate) {
-  const std::lock_guard lock(shared().mutex);
+  const MutexLock lock(mutex());
   delegate_.swap(delegate);
 }
 
 Venues TernMultiActiveVenues::activeVenues() const {
-  const std::lock_guard lock(shared().mutex);
+  const MutexLock lock(mutex());
   return shared().activeVenues;
 }
 
 TernMultiActiveVenues::Connections TernMultiActiveVenues::venueConnections() const {
-  const std::lock_guard lock(shared().mutex);
+  const MutexLock lock(mutex());
   return shared().connections;
 }
 
 std::shared_ptr<TernASGrid> TernMultiActiveVenues::globalASGrid() const {
-  const std::lock_guard lock(shared().mutex);
+  const MutexLock lock(mutex());
   return globalASGrid_;
 }
 
 VenuesById TernMultiActiveVenues::dictOfActiveVenues() const {
-  const std::lock_guard lock(shared().mutex);
+  const MutexLock lock(mutex());
   return dictOfActiveVenues_;
 }
 
@@ -132,13 +134,13 @@ void TernMultiActiveVenues::createDictForActiveVenues(const Venues& venues) {
   for (const auto& venue : venues) {
     if (venue != nullptr) dict[venue->id.integer()] = venue;
   }
-  const std::lock_guard lock(shared().mutex);
+  const MutexLock lock(mutex());
   dictOfActiveVenues_.swap(dict);
 }
 
 void TernMultiActiveVenues::updateActiveVenues(const Venues& venues) {
   {
-    const std::lock_guard lock(shared().mutex);
+    const MutexLock lock(mutex());
     for (const auto& venue : venues) {
       if (venue == nullptr) continue;
       const bool isNew = dictOfActiveVenues_.try_emplace(venue->id.integer(), venue).second;
@@ -151,7 +153,7 @@ void TernMultiActiveVenues::updateActiveVenues(const Venues& venues) {
 void TernMultiActiveVenues::destroyActiveVenue(const Venues& venues) {
   // The venues outlive the lock: the caller has them.
   {
-    const std::lock_guard lock(shared().mutex);
+    const MutexLock lock(mutex());
     for (const auto& venue : venues) {
       if (venue == nullptr) continue;
       std::erase(shared().activeVenues, venue);
@@ -186,7 +188,7 @@ void TernMultiActiveVenues::rebuild(const std::function<void(bool)>& completion)
 }
 
 void TernMultiActiveVenues::loadGridData() {
-  const std::lock_guard building(shared().building);
+  const MutexLock building(shared().building);
   const Venues venues = activeVenues();
   const VenuesById known = dictOfActiveVenues();
   const RecordsLock records(venues);
@@ -195,18 +197,18 @@ void TernMultiActiveVenues::loadGridData() {
   for (const auto& venue : venues) data.push_back(venue.get());
   auto grid = makeGrid(data, true);
   // What is replaced goes away outside the lock.
-  const std::lock_guard lock(shared().mutex);
+  const MutexLock lock(mutex());
   shared().connections.swap(connections);
   globalASGrid_.swap(grid);
 }
 
 void TernMultiActiveVenues::groupConnectedVenues() {
-  const std::lock_guard building(shared().building);
+  const MutexLock building(shared().building);
   const Venues venues = activeVenues();
   const VenuesById known = dictOfActiveVenues();
   const RecordsLock records(venues);
   Connections connections = connectionsOf(venues, known);
-  const std::lock_guard lock(shared().mutex);
+  const MutexLock lock(mutex());
   shared().connections.swap(connections);
 }
 
@@ -219,7 +221,7 @@ TernRoute TernMultiActiveVenues::wayfind(const std::shared_ptr<TernWaypoint>& fr
   TernASSearch search;
   bool isConnected = start == end;
   {
-    const std::lock_guard lock(shared().mutex);
+    const MutexLock lock(mutex());
     search.grid = globalASGrid_;
     const auto reached = shared().connections.find(std::to_string(start));
     isConnected = isConnected || (reached != shared().connections.end() &&
@@ -258,7 +260,7 @@ TernMultiActiveVenues::Waypoints TernMultiActiveVenues::getAllConnectedWaypoints
 }
 
 std::shared_ptr<TernActiveVenue> TernMultiActiveVenues::getVenueById(std::int64_t id) const {
-  const std::lock_guard lock(shared().mutex);
+  const MutexLock lock(mutex());
   const auto found = dictOfActiveVenues_.find(id);
   return found != dictOfActiveVenues_.end() ? found->second : nullptr;
 }

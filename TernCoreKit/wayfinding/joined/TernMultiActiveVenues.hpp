@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "TernCoreKit/platform/Export.hpp"
+#include "TernCoreKit/platform/Mutex.hpp"
 #include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
 
 namespace tern {
@@ -127,13 +128,14 @@ class TERN_API TernMultiActiveVenues : public std::enable_shared_from_this<TernM
 
   TernMultiActiveVenues() = default;
   static Shared& shared();
+  static Mutex& mutex();
   void rebuild(const std::function<void(bool)>& completion);
   void rebuildAndTellDelegate();
 
-  // Guarded by the mutex of what is shared.
-  std::weak_ptr<Delegate> delegate_;
-  std::shared_ptr<TernASGrid> globalASGrid_;
-  std::map<std::int64_t, std::shared_ptr<TernActiveVenue>> dictOfActiveVenues_;
+  std::weak_ptr<Delegate> delegate_ TERN_GUARDED_BY(mutex());
+  std::shared_ptr<TernASGrid> globalASGrid_ TERN_GUARDED_BY(mutex());
+  std::map<std::int64_t, std::shared_ptr<TernActiveVenue>> dictOfActiveVenues_
+      TERN_GUARDED_BY(mutex());
 };
 
 }  // namespace tern

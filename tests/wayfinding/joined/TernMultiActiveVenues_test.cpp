@@ -319,7 +319,7 @@ TEST(TernMultiActiveVenuesConcurrent, aVenueMayGrowWhileItIsJoined) {
   const Joined venues = TernMultiActiveVenues::initWithActiveVenues({venue});
   for (std::int64_t id = 100; id < 160; ++id) {
     {
-      const std::lock_guard lock(venue->recordsMutex());
+      const MutexLock lock(venue->recordsMutex());
       venue->maps->create(Value::map({{"id", id}}));
     }
     venues->updateActiveVenues({});

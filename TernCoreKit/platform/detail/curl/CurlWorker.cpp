@@ -53,7 +53,7 @@ void CurlWorker::send(HttpRequest request, HttpTransport::Completion completion)
       std::make_unique<CurlTransfer>(std::move(request), std::move(completion), settings_);
   Ending ending = Ending::no;
   {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     ending = ending_;
     if (ending == Ending::no && isRunning()) waiting_.push_back(std::move(transfer));
   }
@@ -65,7 +65,6 @@ void CurlWorker::send(HttpRequest request, HttpTransport::Completion completion)
   }
 }
 
-// REQUIRES: the lock is held.
 bool CurlWorker::isRunning() {
   if (multi_ == nullptr || thread_.joinable()) return multi_ != nullptr;
   const BlockedSignals blockedSignals;
@@ -80,7 +79,7 @@ bool CurlWorker::isRunning() {
 void CurlWorker::end(Ending ending) {
   std::thread thread;
   {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     ending_ = ending;
     thread.swap(thread_);
   }
@@ -107,12 +106,12 @@ void CurlWorker::work() {
 }
 
 CurlWorker::Ending CurlWorker::ending() {
-  const std::lock_guard lock(mutex_);
+  const MutexLock lock(mutex_);
   return ending_;
 }
 
 CurlWorker::Transfers CurlWorker::takeWaiting() {
-  const std::lock_guard lock(mutex_);
+  const MutexLock lock(mutex_);
   const auto count = std::min(waiting_.size(), mostTransfers - transfers_.size());
   const auto end = waiting_.begin() + static_cast<std::ptrdiff_t>(count);
   Transfers taken(std::make_move_iterator(waiting_.begin()), std::make_move_iterator(end));
@@ -190,7 +189,7 @@ void CurlWorker::finishAll() {
     curl_multi_remove_handle(multi_, transfer->handle());
   }
   {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     std::move(waiting_.begin(), waiting_.end(), std::back_inserter(transfers_));
     waiting_.clear();
   }

@@ -10,11 +10,11 @@
 #include <cstddef>
 #include <deque>
 #include <memory>
-#include <mutex>
 #include <thread>
 #include <vector>
 
 #include "TernCoreKit/platform/Http.hpp"
+#include "TernCoreKit/platform/Mutex.hpp"
 #include "TernCoreKit/platform/detail/curl/CurlTransfer.hpp"
 
 namespace tern::detail {
@@ -36,7 +36,7 @@ class CurlWorker : public std::enable_shared_from_this<CurlWorker> {
  private:
   using Transfers = std::vector<std::unique_ptr<CurlTransfer>>;
 
-  bool isRunning();
+  bool isRunning() TERN_REQUIRES(mutex_);
   void work();
   Ending ending();
   Transfers takeWaiting();
@@ -54,11 +54,10 @@ class CurlWorker : public std::enable_shared_from_this<CurlWorker> {
   // The thread's own.
   Transfers transfers_;
 
-  std::mutex mutex_;
-  // Guarded by mutex_.
-  std::deque<std::unique_ptr<CurlTransfer>> waiting_;
-  Ending ending_ = Ending::no;
-  std::thread thread_;
+  Mutex mutex_;
+  std::deque<std::unique_ptr<CurlTransfer>> waiting_ TERN_GUARDED_BY(mutex_);
+  Ending ending_ TERN_GUARDED_BY(mutex_) = Ending::no;
+  std::thread thread_ TERN_GUARDED_BY(mutex_);
 };
 
 }  // namespace tern::detail
