@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "TernCoreKit/platform/Immortal.hpp"
 #include "TernCoreKit/platform/Mutex.hpp"
+#include "TernCoreKit/platform/detail/common/Immortal.hpp"
 
 namespace tern {
 

@@ -4,7 +4,7 @@
 #include <mutex>
 #include <utility>
 
-#include "TernCoreKit/platform/Immortal.hpp"
+#include "TernCoreKit/platform/detail/common/Immortal.hpp"
 
 namespace tern {
 

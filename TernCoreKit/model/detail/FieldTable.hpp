@@ -25,9 +25,9 @@
 #include <vector>
 
 #include "TernCoreKit/model/detail/HeldCollections.hpp"
-#include "TernCoreKit/platform/Immortal.hpp"
 #include "TernCoreKit/platform/Nested.hpp"
 #include "TernCoreKit/platform/Value.hpp"
+#include "TernCoreKit/platform/detail/common/Immortal.hpp"
 
 namespace tern::detail {
 

@@ -21,7 +21,7 @@
 #include <span>
 #include <vector>
 
-#include "TernCoreKit/platform/LargeMemory.hpp"
+#include "TernCoreKit/platform/detail/common/LargeMemory.hpp"
 
 namespace tern::detail {
 

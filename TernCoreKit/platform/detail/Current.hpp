@@ -7,8 +7,8 @@
 
 #include <memory>
 
-#include "TernCoreKit/platform/Immortal.hpp"
 #include "TernCoreKit/platform/Mutex.hpp"
+#include "TernCoreKit/platform/detail/common/Immortal.hpp"
 
 namespace tern::detail {
 

@@ -1,7 +1,7 @@
 // The transports of a library that is built without libcurl (TERN_WITH_CURL off).
 
 #include "TernCoreKit/platform/Http.hpp"
-#include "TernCoreKit/platform/Immortal.hpp"
+#include "TernCoreKit/platform/detail/common/Immortal.hpp"
 
 namespace tern {
 namespace {

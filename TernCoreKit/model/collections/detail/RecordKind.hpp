@@ -10,7 +10,7 @@
 
 #include "TernCoreKit/model/detail/FieldTable.hpp"
 #include "TernCoreKit/model/records/TernBaseModel.hpp"
-#include "TernCoreKit/platform/Immortal.hpp"
+#include "TernCoreKit/platform/detail/common/Immortal.hpp"
 
 namespace tern::detail {
 

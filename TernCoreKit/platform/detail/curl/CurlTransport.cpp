@@ -2,7 +2,7 @@
 
 #include <curl/curl.h>
 
-#include "TernCoreKit/platform/Immortal.hpp"
+#include "TernCoreKit/platform/detail/common/Immortal.hpp"
 #include "TernCoreKit/platform/detail/curl/CurlWorker.hpp"
 
 namespace tern {

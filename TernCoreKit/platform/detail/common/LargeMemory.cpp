@@ -1,4 +1,4 @@
-#include "TernCoreKit/platform/LargeMemory.hpp"
+#include "TernCoreKit/platform/detail/common/LargeMemory.hpp"
 
 #include <new>
 
