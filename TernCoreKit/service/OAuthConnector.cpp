@@ -1,9 +1,9 @@
 #include "TernCoreKit/service/OAuthConnector.hpp"
 
 #include <chrono>
-#include <mutex>
 #include <utility>
 
+#include "TernCoreKit/platform/Mutex.hpp"
 #include "TernCoreKit/platform/detail/common/Immortal.hpp"
 
 namespace tern {
@@ -22,13 +22,13 @@ class OAuthConnector::Guarded {
   // Reads or changes the fields; no other call does so meanwhile.
   template <class Use>
   auto with(Use use) {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     return use(fields_);
   }
 
  private:
-  std::mutex mutex_;
-  Fields fields_;  // guarded by mutex_
+  Mutex mutex_;
+  Fields fields_ TERN_GUARDED_BY(mutex_);
 };
 
 namespace {

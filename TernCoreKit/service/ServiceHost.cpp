@@ -1,8 +1,8 @@
 #include "TernCoreKit/service/ServiceHost.hpp"
 
-#include <mutex>
 #include <utility>
 
+#include "TernCoreKit/platform/Mutex.hpp"
 #include "TernCoreKit/platform/detail/common/Immortal.hpp"
 
 namespace tern {
@@ -10,8 +10,8 @@ namespace tern {
 namespace {
 
 struct Host {
-  std::mutex mutex;
-  std::string url = TERN_DEFAULT_SERVICE_HOST;  // guarded by mutex
+  Mutex mutex;
+  std::string url TERN_GUARDED_BY(mutex) = TERN_DEFAULT_SERVICE_HOST;
 };
 
 Host& host() {
@@ -22,13 +22,13 @@ Host& host() {
 }  // namespace
 
 std::string defaultServiceHost() {
-  const std::lock_guard lock(host().mutex);
+  const MutexLock lock(host().mutex);
   return host().url;
 }
 
 void setDefaultServiceHost(std::string url) {
   if (url.empty()) url = TERN_DEFAULT_SERVICE_HOST;
-  const std::lock_guard lock(host().mutex);
+  const MutexLock lock(host().mutex);
   host().url.swap(url);
 }
 

@@ -116,12 +116,12 @@ ServedAnswer ServedDocuments::answer(std::string_view target,
 std::optional<std::string> ServedDocuments::stampOfText(const std::string& text) const {
   const std::size_t hash = std::hash<std::string>{}(text);
   {
-    const std::lock_guard lock(mutex_);
+    const MutexLock lock(mutex_);
     if (const auto known = stamps_.find(hash); known != stamps_.end()) return known->second;
   }
   const JsonResult document = decodeJson(text);
   if (document.error || !document.value.isMap()) return std::nullopt;
-  const std::lock_guard lock(mutex_);
+  const MutexLock lock(mutex_);
   constexpr std::size_t mostKept = 1000;
   if (stamps_.size() >= mostKept) stamps_.clear();
   return stamps_.emplace(hash, stampOf(document.value)).first->second;

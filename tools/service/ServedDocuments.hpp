@@ -16,13 +16,13 @@
 
 #include <cstddef>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 
 #include "TernCoreKit/platform/Files.hpp"
+#include "TernCoreKit/platform/Mutex.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
 namespace tern::service {
@@ -58,10 +58,9 @@ class ServedDocuments {
 
   std::string folder_;
   std::shared_ptr<FileSystem> files_;
-  mutable std::mutex mutex_;
-  // By the hash of a text: its stamp, so that a large document is not decoded each time. Guarded by
-  // mutex_.
-  mutable std::unordered_map<std::size_t, std::string> stamps_;
+  mutable Mutex mutex_;
+  // By the hash of a text: its stamp, so that a large document is not decoded each time.
+  mutable std::unordered_map<std::size_t, std::string> stamps_ TERN_GUARDED_BY(mutex_);
 };
 
 }  // namespace tern::service

@@ -6,7 +6,7 @@
 namespace tern::service {
 
 std::string ServedTokens::handOut() {
-  const std::lock_guard lock(mutex_);
+  const MutexLock lock(mutex_);
   constexpr std::string_view letters = "0123456789abcdef";
   constexpr std::size_t length = 48;
   std::string text;
@@ -19,7 +19,7 @@ std::string ServedTokens::handOut() {
 }
 
 bool ServedTokens::isValid(std::string_view token) const {
-  const std::lock_guard lock(mutex_);
+  const MutexLock lock(mutex_);
   const auto found = std::ranges::find(tokens_, token, &Token::text);
   return found != tokens_.end() && wallTime() < found->end;
 }

@@ -6,12 +6,12 @@
 
 #include <chrono>
 #include <deque>
-#include <mutex>
 #include <random>
 #include <string>
 #include <string_view>
 
 #include "TernCoreKit/platform/Clock.hpp"
+#include "TernCoreKit/platform/Mutex.hpp"
 
 namespace tern::service {
 
@@ -34,10 +34,9 @@ class ServedTokens {
   };
 
   const std::chrono::seconds validity_;
-  mutable std::mutex mutex_;
-  // Guarded by mutex_.
-  std::random_device random_;
-  std::deque<Token> tokens_;
+  mutable Mutex mutex_;
+  std::random_device random_ TERN_GUARDED_BY(mutex_);
+  std::deque<Token> tokens_ TERN_GUARDED_BY(mutex_);
 };
 
 }  // namespace tern::service

@@ -8,7 +8,7 @@ namespace tern::command {
 
 AnswerLog::AnswerLog() {
   setLogSink([lines = lines_](std::string_view line) {
-    const std::lock_guard lock(lines->mutex);
+    const MutexLock lock(lines->mutex);
     lines->text.append(lines->text.empty() ? "" : " ").append(line);
   });
 }
@@ -18,7 +18,7 @@ AnswerLog::~AnswerLog() {
 }
 
 std::string AnswerLog::text() const {
-  const std::lock_guard lock(lines_->mutex);
+  const MutexLock lock(lines_->mutex);
   return lines_->text;
 }
 

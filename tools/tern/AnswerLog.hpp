@@ -6,8 +6,9 @@
 #pragma once
 
 #include <memory>
-#include <mutex>
 #include <string>
+
+#include "TernCoreKit/platform/Mutex.hpp"
 
 namespace tern::command {
 
@@ -23,8 +24,8 @@ class AnswerLog {
 
  private:
   struct Lines {
-    std::mutex mutex;
-    std::string text;  // guarded by mutex
+    Mutex mutex;
+    std::string text TERN_GUARDED_BY(mutex);
   };
   std::shared_ptr<Lines> lines_ = std::make_shared<Lines>();
 };

@@ -19,7 +19,7 @@ void WatchedTransport::send(HttpRequest request, Completion completion) {
   transport_->send(std::move(request), [record = record_, isToken,
                                         completion = std::move(completion)](HttpResponse response) {
     if (std::string failure = failureOf(response, isToken); !failure.empty()) {
-      const std::lock_guard lock(record->mutex);
+      const MutexLock lock(record->mutex);
       record->failure = std::move(failure);
     }
     completion(std::move(response));
@@ -27,7 +27,7 @@ void WatchedTransport::send(HttpRequest request, Completion completion) {
 }
 
 std::string WatchedTransport::failure() const {
-  const std::lock_guard lock(record_->mutex);
+  const MutexLock lock(record_->mutex);
   return record_->failure;
 }
 

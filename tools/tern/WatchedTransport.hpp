@@ -5,11 +5,11 @@
 #pragma once
 
 #include <memory>
-#include <mutex>
 #include <string>
 #include <utility>
 
 #include "TernCoreKit/platform/Http.hpp"
+#include "TernCoreKit/platform/Mutex.hpp"
 
 namespace tern::command {
 
@@ -26,8 +26,8 @@ class WatchedTransport : public HttpTransport {
  private:
   // Outlives the transport when an answer comes late.
   struct Record {
-    std::mutex mutex;
-    std::string failure;  // guarded by mutex
+    Mutex mutex;
+    std::string failure TERN_GUARDED_BY(mutex);
   };
 
   const std::shared_ptr<HttpTransport> transport_;
