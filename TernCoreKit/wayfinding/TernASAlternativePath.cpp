@@ -7,7 +7,7 @@
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "TernCoreKit/wayfinding/TernASSearch.hpp"
 #include "TernCoreKit/wayfinding/detail/BranchProbe.hpp"
-#include "TernCoreKit/wayfinding/detail/GridGraph.hpp"
+#include "TernCoreKit/wayfinding/detail/DetourSearch.hpp"
 
 namespace tern {
 
@@ -21,6 +21,8 @@ TernRoute copyOf(const TernRoute& route) {
   for (const TernPathPerFloor& segment : route) copy.push_back(segment.copyWithZone());
   return copy;
 }
+
+float lengthOf(const TernRoute& route) { return route.empty() ? 0 : route.back().pixelDistance; }
 
 double numberOr(const Value* value, double missing) {
   return value != nullptr && value->isNumber() ? value->number() : missing;
@@ -84,8 +86,10 @@ void TernASAlternativePath::wayfind(const std::shared_ptr<TernWaypoint>& from,
   waypointEnd = to;
   accessible = accessibility;
   readOptions(options);
+  std::optional<TernRoute> shortest;
+  if (hasEnds()) shortest = search().route(from->id.integer(), to->id.integer(), accessible);
   std::optional<Routes> alternatives;
-  if (const auto shortest = getShortestPath()) {
+  if (shortest) {
     optimalPath = copyOf(*shortest);
     alternatives = pathMatchThreshold == 1.0 ? Routes{*optimalPath} : getAlternativePath();
   }
@@ -98,12 +102,16 @@ void TernASAlternativePath::readOptions(const Value& options) {
   distanceThreshold = numberOr(options.find("optimalPathDistanceRatio"), 2);
 }
 
-std::optional<TernRoute> TernASAlternativePath::getShortestPath() const {
-  if (waypointStart == nullptr || waypointEnd == nullptr) return std::nullopt;
+TernASSearch TernASAlternativePath::search() const {
   TernASSearch search;
   search.grid = grid;
   search.maps = maps;
-  return search.search(waypointStart->id.integer(), waypointEnd->id.integer(), accessible);
+  return search;
+}
+
+std::optional<TernRoute> TernASAlternativePath::getShortestPath() const {
+  if (!hasEnds()) return std::nullopt;
+  return search().search(waypointStart->id.integer(), waypointEnd->id.integer(), accessible);
 }
 
 std::optional<TernASAlternativePath::Routes> TernASAlternativePath::getAlternativePath() {
@@ -122,8 +130,8 @@ std::vector<std::size_t> TernASAlternativePath::getDecisionNodes(
   destinationNode = points.back();
   std::vector<detail::Position> positions;
   positions.reserve(points.size());
-  for (const TernASNode& point : points) positions.push_back(grid->graph_->find(point.nodeId()));
-  const detail::BranchProbe probe(*grid->graph_, *destinationNode, depthOfDecisionWaypoint);
+  for (const TernASNode& point : points) positions.push_back(grid->nodes_->graph.find(point.nodeId()));
+  const detail::BranchProbe probe(grid->nodes_->graph, *destinationNode, depthOfDecisionWaypoint);
   return probe.decisionsAlong(positions);
 }
 
@@ -131,51 +139,58 @@ bool TernASAlternativePath::validateNode(const TernASNode& node,
                                          const std::optional<TernASNode>& parentNode,
                                          int level) const {
   if (grid == nullptr) return false;
-  const detail::BranchProbe probe(*grid->graph_, destinationNode, depthOfDecisionWaypoint);
+  const detail::BranchProbe probe(grid->nodes_->graph, destinationNode, depthOfDecisionWaypoint);
   const auto parent = parentNode ? std::optional(parentNode->nodeId()) : std::nullopt;
-  return probe.goesOn(grid->graph_->find(node.nodeId()), parent, level);
+  return probe.goesOn(grid->nodes_->graph.find(node.nodeId()), parent, level);
 }
 
 std::optional<TernASAlternativePath::Routes> TernASAlternativePath::blockWaypoints(
     const std::vector<TernASNode>& points, const std::vector<std::size_t>& decisionIndexes) {
-  const auto length = stretchLength(points.size(), pathMatchThreshold);
-  if (length) {
-    const std::vector<detail::WaysInto> ways = waysInto(points);
-    for (const std::size_t decision : decisionIndexes) {
-      if (decision >= points.size() - *length) continue;
-      tryDetour(std::span(ways).subspan(decision + 1, *length));
-    }
+  if (const auto length = stretchLength(points.size(), pathMatchThreshold)) {
+    std::vector<std::size_t> behind;
+    for (const std::size_t decision : decisionIndexes) behind.push_back(decision + 1);
+    tryDetours(points, behind, *length);
   }
   if (!bestAlternativePath) return std::nullopt;
   return Routes{*bestAlternativePath};
 }
 
 void TernASAlternativePath::blockandgeneratePath(std::span<const TernASNode> nodes) {
-  tryDetour(waysInto(nodes));
+  const std::size_t first[] = {0};
+  tryDetours(nodes, first, nodes.size());
 }
 
-std::vector<detail::WaysInto> TernASAlternativePath::waysInto(
-    std::span<const TernASNode> nodes) const {
-  std::vector<detail::WaysInto> ways;
-  if (grid == nullptr) return ways;
-  ways.reserve(nodes.size());
-  for (const TernASNode& node : nodes) {
-    ways.push_back(grid->graph_->waysInto(grid->graph_->find(node.nodeId())));
+void TernASAlternativePath::tryDetours(std::span<const TernASNode> nodes,
+                                       std::span<const std::size_t> firsts, std::size_t length) {
+  if (grid == nullptr) return;
+  detail::DetourSearch detours(grid->nodes_, nodes);
+  for (const std::size_t first : firsts) {
+    if (first + length > nodes.size()) continue;
+    detours.close(first, length);
+    const bool isFound = hasEnds() && detours.search(waypointStart->id.integer(),
+                                                     waypointEnd->id.integer(), accessible);
+    if (isFound) keepIfBest(detours);
+    detours.open();
   }
-  return ways;
+  detours.commit();
 }
 
-void TernASAlternativePath::tryDetour(std::span<const detail::WaysInto> stretch) {
-  for (const detail::WaysInto& ways : stretch) grid->graph_->block(ways, true);
-  const auto detour = generateAlternativePath();
-  const bool isBest =
-      detour && (!bestAlternativePath || detour->back().cost < bestAlternativePath->back().cost);
-  if (isBest) bestAlternativePath = copyOf(*detour);
-  for (const detail::WaysInto& ways : stretch) grid->graph_->block(ways, false);
+void TernASAlternativePath::keepIfBest(const detail::DetourSearch& detours) {
+  const auto isBetter = [this](float cost) {
+    return !bestAlternativePath || cost < bestAlternativePath->back().cost;
+  };
+  // Its turns can only make it dearer.
+  if (!isBetter(detours.cost()) || !isShortEnough(detours.distance())) return;
+  auto detour = acceptable(detours.copy(maps.get()));
+  if (detour && isBetter(detour->back().cost)) bestAlternativePath = std::move(detour);
 }
 
 std::optional<TernRoute> TernASAlternativePath::generateAlternativePath() const {
-  auto candidate = getShortestPath();
+  return acceptable(getShortestPath());
+}
+
+std::optional<TernRoute> TernASAlternativePath::acceptable(
+    std::optional<TernRoute> candidate) const {
   if (!candidate) return std::nullopt;
   const bool leavesItsFloor = optimalPath && optimalPath->size() == 1 && candidate->size() > 1;
   if (leavesItsFloor || !isAlternativePathCandidate(*candidate)) return std::nullopt;
@@ -184,10 +199,11 @@ std::optional<TernRoute> TernASAlternativePath::generateAlternativePath() const 
 }
 
 bool TernASAlternativePath::isAlternativePathCandidate(const TernRoute& route) const {
-  const auto lengthOf = [](const TernRoute& of) {
-    return of.empty() ? 0 : of.back().pixelDistance;
-  };
-  const float ratio = lengthOf(route) / (optimalPath ? lengthOf(*optimalPath) : 0);
+  return isShortEnough(lengthOf(route));
+}
+
+bool TernASAlternativePath::isShortEnough(float length) const {
+  const float ratio = length / (optimalPath ? lengthOf(*optimalPath) : 0);
   return !(ratio > distanceThreshold);
 }
 

@@ -40,8 +40,10 @@ class TernASGrid;
 class TernMapCollection;
 struct TernWaypoint;
 
+class TernASSearch;
+
 namespace detail {
-struct WaysInto;
+class DetourSearch;
 }  // namespace detail
 
 class TERN_API TernASAlternativePath {
@@ -99,8 +101,14 @@ class TERN_API TernASAlternativePath {
 
  private:
   void readOptions(const Value& options);
-  std::vector<detail::WaysInto> waysInto(std::span<const TernASNode> nodes) const;
-  void tryDetour(std::span<const detail::WaysInto> stretch);
+  bool hasEnds() const { return waypointStart != nullptr && waypointEnd != nullptr; }
+  TernASSearch search() const;
+  // Closes so many of the nodes from each of the given ones on, one stretch after the other.
+  void tryDetours(std::span<const TernASNode> nodes, std::span<const std::size_t> firsts,
+                  std::size_t length);
+  void keepIfBest(const detail::DetourSearch& detours);
+  std::optional<TernRoute> acceptable(std::optional<TernRoute> candidate) const;
+  bool isShortEnough(float length) const;
 };
 
 }  // namespace tern

@@ -28,6 +28,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "TernCoreKit/platform/Export.hpp"
@@ -46,7 +47,7 @@ struct TernPathType;
 struct TernWaypoint;
 
 namespace detail {
-class GridGraph;
+class GridNodes;
 }  // namespace detail
 
 class TERN_API TernASGrid {
@@ -124,12 +125,12 @@ class TERN_API TernASGrid {
  private:
   friend class TernASAlternativePath;
   friend class TernASSearch;
-  explicit TernASGrid(std::shared_ptr<detail::GridGraph> graph);
-  TernASNode node(std::uint32_t position) const;
+  explicit TernASGrid(std::shared_ptr<detail::GridNodes> nodes);
+  std::vector<TernASNode> nodesAt(std::span<const detail::Position> positions) const;
 
-  std::shared_ptr<detail::GridGraph> graph_;
-  std::vector<std::shared_ptr<TernFloor>> floors_;
-  std::vector<TernASEdge> edges_;
+  const std::shared_ptr<detail::GridNodes> nodes_;
+  const std::vector<std::shared_ptr<TernFloor>> floors_;
+  const std::vector<TernASEdge> edges_;
   std::recursive_mutex mutex_;
 };
 

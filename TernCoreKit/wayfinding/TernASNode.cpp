@@ -10,15 +10,15 @@ namespace tern {
 TernASNode TernASNode::initASNode(std::int64_t nodeId, double x, double y, float z,
                                   std::int64_t mapId, std::vector<TernASEdge> edges,
                                   std::vector<TernNeighbor> neighbors) {
-  std::vector<detail::StandaloneNode> one;
-  one.push_back({{nodeId, x, y, mapId}, z, {}, std::move(edges), std::move(neighbors)});
-  return {std::make_shared<detail::StandaloneNodes>(std::move(one)), 0};
+  detail::Indexed<detail::Position, detail::StandaloneNode> one;
+  one.push_back({{nodeId, x, y, z, mapId}, {}, std::move(edges), std::move(neighbors)});
+  return {std::make_shared<detail::StandaloneNodes>(std::move(one)), detail::Position{0}};
 }
 
 std::int64_t TernASNode::nodeId() const { return source_->facts(position_).nodeId; }
 double TernASNode::x() const { return source_->facts(position_).x; }
 double TernASNode::y() const { return source_->facts(position_).y; }
-float TernASNode::z() const { return source_->height(position_); }
+float TernASNode::z() const { return source_->facts(position_).z; }
 std::int64_t TernASNode::mapId() const { return source_->facts(position_).mapId; }
 
 std::vector<TernASEdge> TernASNode::edges() const { return source_->edges(position_); }
@@ -45,24 +45,28 @@ void TernASNode::reset() { source_->clearProgress(position_); }
 
 TernASNode TernASNode::copyWithZone() const {
   const auto copies = std::make_shared<detail::NodeCopies>();
-  detail::Position count = 0;
-  for (const detail::Position at : source_->chainTo(position_)) {
-    copies->add(source_, at);
-    if (count > 0) copies->setParent(count - 1, count);
-    ++count;
+  const std::vector<detail::Position> chain = source_->chainTo(position_);
+  for (std::uint32_t i = 0; i < chain.size(); ++i) {
+    copies->add(source_, chain[i]);
+    if (i > 0) copies->setParent(detail::Position{i - 1}, detail::Position{i});
   }
-  return {copies, 0};
+  return {copies, detail::Position{0}};
 }
 
 std::vector<TernASNode> TernASNode::copiesWithoutParents(const std::vector<TernASNode>& nodes) {
   const auto source = std::make_shared<detail::NodeCopies>();
+  source->reserve(nodes.size());
   for (const TernASNode& node : nodes) source->add(node.source_, node.position_);
   std::vector<TernASNode> copies;
   copies.reserve(nodes.size());
-  for (std::size_t i = 0; i < nodes.size(); ++i) {
-    copies.push_back(TernASNode(source, static_cast<detail::Position>(i)));
+  for (std::uint32_t i = 0; i < nodes.size(); ++i) {
+    copies.push_back(TernASNode(source, detail::Position{i}));
   }
   return copies;
+}
+
+bool operator==(const TernASNode& a, const TernASNode& b) {
+  return a.source_->original(a.position_) == b.source_->original(b.position_);
 }
 
 }  // namespace tern

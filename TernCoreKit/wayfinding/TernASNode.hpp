@@ -26,6 +26,8 @@ namespace tern {
 
 namespace detail {
 class NodeSource;
+class RouteMaker;
+enum class Position : std::uint32_t;
 }  // namespace detail
 
 class TERN_API TernASNode {
@@ -72,18 +74,17 @@ class TERN_API TernASNode {
   static std::vector<TernASNode> copiesWithoutParents(const std::vector<TernASNode>& nodes);
 
   // Whether both refer to the same node.
-  friend bool operator==(const TernASNode& a, const TernASNode& b) {
-    return a.source_ == b.source_ && a.position_ == b.position_;
-  }
+  friend TERN_API bool operator==(const TernASNode& a, const TernASNode& b);
 
  private:
   friend class TernASGrid;
   friend class TernASSearch;
-  TernASNode(std::shared_ptr<detail::NodeSource> source, std::uint32_t position)
+  friend class detail::RouteMaker;
+  TernASNode(std::shared_ptr<detail::NodeSource> source, detail::Position position)
       : source_(std::move(source)), position_(position) {}
 
   std::shared_ptr<detail::NodeSource> source_;
-  std::uint32_t position_;
+  detail::Position position_;
 };
 
 }  // namespace tern

@@ -17,7 +17,6 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -30,6 +29,10 @@ namespace tern {
 class TernASGrid;
 class TernMapCollection;
 struct TernWaypoint;
+
+namespace detail {
+struct RouteRequest;
+}  // namespace detail
 
 class TERN_API TernASSearch {
  public:
@@ -47,6 +50,12 @@ class TERN_API TernASSearch {
   std::optional<TernRoute> searchInArray(
       std::int64_t startId, const std::vector<std::shared_ptr<TernWaypoint>>& endWaypoints,
       std::int64_t accessLevel);
+  /// The same routes, of nodes that keep what their own search has found.
+  std::optional<TernRoute> route(std::int64_t startId, std::int64_t endId,
+                                 std::int64_t accessLevel) const;
+  std::optional<TernRoute> routeToAny(
+      std::int64_t startId, const std::vector<std::shared_ptr<TernWaypoint>>& endWaypoints,
+      std::int64_t accessLevel) const;
   // The route that the last search's parent links give, cut where the map changes.
   std::optional<TernRoute> pathTo(const std::optional<TernASNode>& end,
                                   const std::optional<TernASNode>& start) const;
@@ -57,13 +66,10 @@ class TERN_API TernASSearch {
   std::vector<TernASNode> openStartHeap() const;
 
  private:
-  struct Step;
+  // Whose nodes a route's points are.
+  enum class Nodes { ofGrid, ofRoute };
 
-  std::optional<TernRoute> searchForAny(std::int64_t startId, std::span<const std::int64_t> goalIds,
-                                        std::int64_t accessLevel);
-  static std::vector<Step> stepsTo(const TernASNode& end, const TernASNode& start);
-  TernPathPerFloor segmentOf(const std::shared_ptr<detail::NodeSource>& source,
-                             std::span<const Step> steps, std::int64_t moverTypeId) const;
+  std::optional<TernRoute> find(const detail::RouteRequest& request, Nodes nodes) const;
 };
 
 }  // namespace tern

@@ -180,7 +180,7 @@ TernRoute TernActiveVenue::wayfind(const std::shared_ptr<TernWaypoint>& start,
   TernASSearch search;
   search.grid = globalASGrid();
   search.maps = maps;
-  return search.search(narrowId(*start), narrowId(*to), accessibility).value_or(TernRoute());
+  return search.route(narrowId(*start), narrowId(*to), accessibility).value_or(TernRoute());
 }
 
 void TernActiveVenue::wayfind(const std::shared_ptr<TernWaypoint>& start,

@@ -16,7 +16,7 @@ TernRoute routeWithinArray(const TernRouting& venue, const TernWaypoint& from, c
   TernASSearch search;
   search.grid = venue.getGrid();
   search.maps = venue.getMaps();
-  return search.searchInArray(from.id.integer(), to, accessibility).value_or(TernRoute());
+  return search.routeToAny(from.id.integer(), to, accessibility).value_or(TernRoute());
 }
 
 // Whether a level can be reached is asked once, for the first destination that lies on it.

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "TernCoreKit/model/records/TernWaypoint.hpp"
-
 namespace tern::detail {
 
 BranchProbe::BranchProbe(const GridGraph& graph, const std::optional<TernASNode>& destination,
@@ -15,14 +13,12 @@ BranchProbe::BranchProbe(const GridGraph& graph, const std::optional<TernASNode>
 }
 
 std::span<const Link> BranchProbe::linksOf(Position node) const {
-  if (node == noPosition) return {};
-  const NodeState& state = graph_.graph.states[node];
-  return std::span(graph_.graph.links).subspan(state.firstLink, state.endLink - state.firstLink);
+  return node != noPosition ? graph_.graph.linksOf(node) : std::span<const Link>();
 }
 
 // 0 of a waypoint that nobody knows.
 std::int64_t BranchProbe::mapOf(Position node) const {
-  return node != noPosition ? graph_.waypointAt(node).mapId.integer() : 0;
+  return node != noPosition ? graph_.mapId(node) : 0;
 }
 
 bool BranchProbe::isSideTrip(std::int64_t mapId, Position target) const {

@@ -5,8 +5,10 @@
 // number nearest to it.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
@@ -26,6 +28,12 @@ inline std::optional<ExitLink> exitLinkOf(const TernWaypoint& waypoint) {
   if (first == std::string_view::npos) return std::nullopt;
   return ExitLink{leadingInteger(text.substr(0, first)),
                   leadingInteger(text.substr(text.rfind(':') + 1))};
+}
+
+// Names the edge between two venues, which no path does: both waypoints' ids, the smaller first,
+// written one behind the other and read as one number.
+inline std::int64_t virtualEdgeId(std::int64_t a, std::int64_t b) {
+  return leadingInteger(std::to_string(std::min(a, b)) + std::to_string(std::max(a, b)));
 }
 
 }  // namespace tern::detail

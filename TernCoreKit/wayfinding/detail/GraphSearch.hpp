@@ -5,19 +5,17 @@
 // opened again, also where costs are negative.
 #pragma once
 
-#include <cstdint>
-
+#include "TernCoreKit/wayfinding/detail/Blocks.hpp"
 #include "TernCoreKit/wayfinding/detail/Graph.hpp"
+#include "TernCoreKit/wayfinding/detail/SearchState.hpp"
 
 namespace tern::detail {
 
-// Marks a node as a goal of the search to come. REQUIRES: the last search has been cleared.
-void markGoal(Graph& graph, Position position);
-
-// Searches from `start` until a marked goal is taken off the open list, over links whose gate lies
-// below `gateLimit`. Gives that goal, or none. Scores, distances and parents stay in the graph's
-// states. Touches only what it reaches; allocates only when the open list outgrows its last size.
-// REQUIRES: the last search has been cleared and every goal is marked.
-Position searchGraph(Graph& graph, Position start, std::uint32_t gateLimit);
+// Searches from `start` until a marked goal is taken off the open list, over links whose rank lies
+// below `limit` and which no block closes; without blocks all are open. Gives that goal, or none.
+// Scores, distances and parents stay in the state. Touches only what it reaches; allocates nothing.
+// REQUIRES: the state is as large as the graph, cleared, and has every goal marked.
+Position searchGraph(const Graph& graph, const Blocks* blocks, SearchState& state, Position start,
+                     TypeRank limit);
 
 }  // namespace tern::detail

@@ -7,6 +7,8 @@
 #include <span>
 #include <vector>
 
+#include "TernCoreKit/wayfinding/detail/Index.hpp"
+
 namespace tern::detail {
 
 class IdIndex {
@@ -24,6 +26,12 @@ class IdIndex {
       return offset < table_.size() ? table_[offset] : none;
     }
     return slots_.empty() ? none : isSorted_ ? findSorted(id) : slots_[slotOf(id)].place;
+  }
+
+  // The same, for a list that has an index of its own.
+  template <Index I>
+  I first(std::int64_t id) const {
+    return I{find(id)};
   }
 
   // How many different ids there are.

@@ -5,46 +5,44 @@
 
 namespace tern::detail {
 
-void NodeCopies::add(std::shared_ptr<const NodeSource> source, Position position) {
-  Copy copy{.source = nullptr,
-            .original = position,
-            .facts = source->facts(position),
-            .height = source->height(position),
-            .progress = source->progress(position),
-            .blocked = source->blockedEdges(position)};
-  copy.progress.parent = noPosition;
-  copy.source = std::move(source);
-  nodes_.push_back(std::move(copy));
+void NodeCopies::add(std::shared_ptr<const NodeSource> source, Position position,
+                     NodeProgress progress, std::vector<bool> blocked) {
+  // Neighbouring nodes mostly come from one source.
+  if (sources_.empty() || sources_.back() != source) sources_.push_back(std::move(source));
+  progress.parent = noPosition;
+  if (!blocked.empty()) blocked_[copies_.endIndex()] = std::move(blocked);
+  copies_.push_back({sources_.size() - 1, position, progress});
+}
+
+void NodeCopies::add(const std::shared_ptr<const NodeSource>& source, Position position) {
+  add(source, position, source->progress(position), source->blockedEdges(position));
 }
 
 std::vector<Position> NodeCopies::chainTo(Position position) const {
   std::vector<Position> chain;
-  for (Position at = position; at != noPosition; at = nodes_[at].progress.parent) {
+  for (Position at = position; at != noPosition; at = copies_[at].progress.parent) {
     chain.push_back(at);
   }
   return chain;
 }
 
 std::vector<TernASEdge> NodeCopies::edges(Position position) const {
-  const Copy& copy = nodes_[position];
-  std::vector<TernASEdge> edges = copy.source->edges(copy.original);
+  std::vector<TernASEdge> edges = sourceOf(position).edges(copies_[position].original);
+  const std::vector<bool> blocked = blockedEdges(position);
   for (std::size_t i = 0; i < edges.size(); ++i) {
-    edges[i].blocked = i < copy.blocked.size() && copy.blocked[i];
+    edges[i].blocked = i < blocked.size() && blocked[i];
   }
   return edges;
 }
 
-std::vector<TernNeighbor> NodeCopies::neighbors(Position position) const {
-  return nodes_[position].source->neighbors(nodes_[position].original);
-}
-
-std::vector<std::int64_t> NodeCopies::neighborIds(Position position) const {
-  return nodes_[position].source->neighborIds(nodes_[position].original);
+std::vector<bool> NodeCopies::blockedEdges(Position position) const {
+  const auto found = blocked_.find(position);
+  return found != blocked_.end() ? found->second : std::vector<bool>();
 }
 
 void NodeCopies::blockEdges(Position position, std::optional<std::int64_t> joining, bool block) {
   const std::vector<TernASEdge> all = edges(position);
-  auto& blocked = nodes_[position].blocked;
+  auto& blocked = blocked_[position];
   blocked.resize(all.size());
   for (std::size_t i = 0; i < all.size(); ++i) {
     if (!joining || all[i].joins(*joining)) blocked[i] = block;

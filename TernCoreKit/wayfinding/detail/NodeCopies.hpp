@@ -1,12 +1,13 @@
 // Nodes as they were when they were copied: no search and no block changes them.
 //
-// What a search wrote and which edges are blocked is kept; edges and links themselves never change,
-// and are made from those of the original when somebody asks.
+// What a search wrote and which edges are blocked is kept; all else never changes, and is read from
+// the originals.
 //
-// Ownership: keeps the graphs of the originals alive. Threads: one at a time.
+// Ownership: keeps the graphs of the originals alive. Threads: as a standard container.
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -17,36 +18,46 @@ namespace tern::detail {
 
 class NodeCopies final : public NodeSource {
  public:
-  // Appends a copy without a predecessor.
-  void add(std::shared_ptr<const NodeSource> source, Position position);
+  void reserve(std::size_t count) { copies_.reserve(count); }
+  // Appends a copy without a predecessor. `blocked` has a mark for each edge, or none at all.
+  void add(std::shared_ptr<const NodeSource> source, Position position, NodeProgress progress,
+           std::vector<bool> blocked);
+  // The same of the node as its source shows it.
+  void add(const std::shared_ptr<const NodeSource>& source, Position position);
   // REQUIRES: both have been added.
-  void setParent(Position position, Position parent) { nodes_[position].progress.parent = parent; }
+  void setParent(Position position, Position parent) { copies_[position].progress.parent = parent; }
 
-  NodeFacts facts(Position position) const override { return nodes_[position].facts; }
-  float height(Position position) const override { return nodes_[position].height; }
-  NodeProgress progress(Position position) const override { return nodes_[position].progress; }
-  std::vector<Position> chainTo(Position position) const override;
-  void clearProgress(Position position) override { nodes_[position].progress = {}; }
-  std::vector<TernASEdge> edges(Position position) const override;
-  std::vector<bool> blockedEdges(Position position) const override {
-    return nodes_[position].blocked;
+  NodeFacts facts(Position position) const override {
+    return sourceOf(position).facts(copies_[position].original);
   }
-  std::vector<TernNeighbor> neighbors(Position position) const override;
-  std::vector<std::int64_t> neighborIds(Position position) const override;
+  NodeProgress progress(Position position) const override { return copies_[position].progress; }
+  std::vector<Position> chainTo(Position position) const override;
+  void clearProgress(Position position) override { copies_[position].progress = {}; }
+  std::vector<TernASEdge> edges(Position position) const override;
+  std::vector<bool> blockedEdges(Position position) const override;
+  std::vector<TernNeighbor> neighbors(Position position) const override {
+    return sourceOf(position).neighbors(copies_[position].original);
+  }
+  std::vector<std::int64_t> neighborIds(Position position) const override {
+    return sourceOf(position).neighborIds(copies_[position].original);
+  }
   void blockEdges(Position position, std::optional<std::int64_t> joining, bool block) override;
   bool isEdgeBlocked(Position position, std::int64_t joining) const override;
 
  private:
   struct Copy {
-    std::shared_ptr<const NodeSource> source;
+    std::size_t source;
     Position original;
-    NodeFacts facts;
-    float height;  // map units
     NodeProgress progress;
-    std::vector<bool> blocked;  // by edge; empty when none is
   };
 
-  std::vector<Copy> nodes_;
+  const NodeSource& sourceOf(Position position) const {
+    return *sources_[copies_[position].source];
+  }
+
+  std::vector<std::shared_ptr<const NodeSource>> sources_;
+  Indexed<Position, Copy> copies_;
+  std::map<Position, std::vector<bool>> blocked_;  // of the nodes that have a blocked edge
 };
 
 }  // namespace tern::detail

@@ -1,15 +1,17 @@
-// Where a node reference reads and writes: the nodes of a grid, or copies that stand alone.
+// Where a node reference reads and writes: the nodes of a grid, those of a route, or copies that
+// stand alone.
 //
-// Ownership: shared by the references to its nodes. Threads: one at a time.
+// Ownership: shared by the references to its nodes. Threads: each source says.
 #pragma once
 
 #include <cstdint>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "TernCoreKit/wayfinding/TernASEdge.hpp"
 #include "TernCoreKit/wayfinding/TernNeighbor.hpp"
-#include "TernCoreKit/wayfinding/detail/Graph.hpp"
+#include "TernCoreKit/wayfinding/detail/Index.hpp"
 
 namespace tern::detail {
 
@@ -18,10 +20,11 @@ struct NodeFacts {
   std::int64_t nodeId = 0;
   double x = 0;  // map units, as the waypoint has them
   double y = 0;
+  float z = 0;  // map units
   std::int64_t mapId = 0;
 };
 
-// What the last search knows of a node.
+// What a search knows of a node.
 struct NodeProgress {
   bool visited = false;
   bool closed = false;
@@ -40,8 +43,6 @@ class NodeSource {
 
   // REQUIRES, of each: the position is one of this source.
   virtual NodeFacts facts(Position position) const = 0;
-  // Map units.
-  virtual float height(Position position) const = 0;
   virtual NodeProgress progress(Position position) const = 0;
   // The node and all its predecessors, the first of the route last.
   virtual std::vector<Position> chainTo(Position position) const = 0;
@@ -57,6 +58,11 @@ class NodeSource {
   virtual void blockEdges(Position position, std::optional<std::int64_t> joining, bool block) = 0;
   // The mark of the first edge that joins the given node.
   virtual bool isEdgeBlocked(Position position, std::int64_t joining) const = 0;
+
+  // The node itself, which several sources may show.
+  virtual std::pair<const NodeSource*, Position> original(Position position) const {
+    return {this, position};
+  }
 };
 
 }  // namespace tern::detail

@@ -11,9 +11,8 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <vector>
 
-#include "TernCoreKit/wayfinding/detail/Graph.hpp"
+#include "TernCoreKit/wayfinding/detail/SearchState.hpp"
 
 namespace tern::detail {
 
@@ -34,18 +33,12 @@ struct AnyOrder {
   static bool isGreater(Key a, Key b) { return !(a <= b); }
 };
 
-// Keeps each entry's place in its node's `heapPlace`. The storage is the graph's and is used again
-// by the next search.
+// Keeps each entry's place in its node's `heapPlace`.
 template <class Order>
 class OpenList {
  public:
-  explicit OpenList(Graph& graph) : states_(graph.states.data()) {
-    // Each node is put on the list once a search at most.
-    if (graph.openStorage.size() < graph.states.size() + 1) {
-      graph.openStorage.resize(graph.states.size() + 1);
-    }
-    heap_ = graph.openStorage.data();
-  }
+  explicit OpenList(SearchState& state)
+      : states_(state.nodes.data()), heap_(state.open.data()) {}
 
   bool isEmpty() const { return count_ == 0; }
   std::size_t size() const { return count_; }
@@ -76,7 +69,7 @@ class OpenList {
 
   void place(std::size_t at, OpenEntry entry) {
     heap_[at] = entry;
-    states_[entry.position()].heapPlace = static_cast<std::uint32_t>(at);
+    states_[numberOf(entry.position())].heapPlace = static_cast<std::uint32_t>(at);
   }
 
   void siftUp(std::size_t at, OpenEntry entry) {
@@ -111,7 +104,7 @@ class OpenList {
   }
 
   NodeState* const states_;
-  OpenEntry* heap_;  // the root at 1
+  OpenEntry* const heap_;  // the root at 1
   std::size_t count_ = 0;
 };
 

@@ -11,7 +11,6 @@ namespace tern::detail {
 
 struct StandaloneNode {
   NodeFacts facts;
-  float height = 0;       // map units
   NodeProgress progress;  // without a parent
   std::vector<TernASEdge> edges;
   std::vector<TernNeighbor> neighbors;
@@ -19,10 +18,9 @@ struct StandaloneNode {
 
 class StandaloneNodes final : public NodeSource {
  public:
-  explicit StandaloneNodes(std::vector<StandaloneNode> nodes) : nodes_(std::move(nodes)) {}
+  explicit StandaloneNodes(Indexed<Position, StandaloneNode> nodes) : nodes_(std::move(nodes)) {}
 
   NodeFacts facts(Position position) const override { return nodes_[position].facts; }
-  float height(Position position) const override { return nodes_[position].height; }
   NodeProgress progress(Position position) const override { return nodes_[position].progress; }
   std::vector<Position> chainTo(Position position) const override { return {position}; }
   void clearProgress(Position position) override { nodes_[position].progress = {}; }
@@ -36,7 +34,7 @@ class StandaloneNodes final : public NodeSource {
   bool isEdgeBlocked(Position position, std::int64_t joining) const override;
 
  private:
-  std::vector<StandaloneNode> nodes_;
+  Indexed<Position, StandaloneNode> nodes_;
 };
 
 }  // namespace tern::detail

@@ -233,7 +233,7 @@ TernRoute TernMultiActiveVenues::wayfind(const std::shared_ptr<TernWaypoint>& fr
         "before wayfinding.");
   }
   if (!isConnected) return {};
-  return search.search(from->id.integer(), to->id.integer(), accessibility).value_or(TernRoute());
+  return search.route(from->id.integer(), to->id.integer(), accessibility).value_or(TernRoute());
 }
 
 TernMultiActiveVenues::Waypoints TernMultiActiveVenues::getExitWayPoints(

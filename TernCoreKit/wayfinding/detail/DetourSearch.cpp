@@ -1,0 +1,82 @@
+#include "TernCoreKit/wayfinding/detail/DetourSearch.hpp"
+
+#include <utility>
+
+#include "TernCoreKit/wayfinding/detail/NodeCopies.hpp"
+#include "TernCoreKit/wayfinding/detail/RouteMaker.hpp"
+
+namespace tern::detail {
+
+namespace {
+
+std::vector<Position> targetsOf(const Graph& graph, Position node) {
+  std::vector<Position> targets;
+  for (const Link& link : graph.linksOf(node)) {
+    if (link.target != noPosition) targets.push_back(link.target);
+  }
+  return targets;
+}
+
+}  // namespace
+
+DetourSearch::DetourSearch(std::shared_ptr<GridNodes> grid, std::span<const TernASNode> route)
+    : grid_(std::move(grid)),
+      turn_(*grid_),
+      blocks_(turn_.blocks() != nullptr ? *turn_.blocks() : Blocks(grid_->graph)),
+      isOpened_(route.size()) {
+  const auto endNode = [this] {
+    firstEdge_.push_back(ways_.edges.size());
+    firstLink_.push_back(ways_.links.size());
+  };
+  endNode();
+  for (const TernASNode& point : route) {
+    const Position node = grid_->graph.find(point.nodeId());
+    if (node != noPosition) {
+      addWaysInto(grid_->graph, grid_->graph.nodeId(node), targetsOf(grid_->graph.graph, node),
+                  ways_);
+    }
+    endNode();
+  }
+}
+
+void DetourSearch::close(std::size_t first, std::size_t count) {
+  first_ = first;
+  count_ = count;
+  blocks_.mark(edgesInto(first, count), linksInto(first, count), true);
+}
+
+bool DetourSearch::search(std::int64_t startId, std::int64_t endId, std::int64_t accessLevel) {
+  const std::int64_t goals[] = {endId};
+  end_ = turn_.search({startId, goals, accessLevel}, &blocks_);
+  return end_ != noPosition;
+}
+
+std::optional<TernRoute> DetourSearch::copy(const TernMapCollection* maps) const {
+  const GridGraph& graph = grid_->graph;
+  const std::vector<Position> route = turn_.routeTo(end_);
+  const auto copies = std::make_shared<NodeCopies>();
+  copies->reserve(route.size());
+  for (const Position node : route) {
+    copies->add(grid_, node, turn_.progress(node), blocks_.marksOf(graph.edgesOf(node)));
+  }
+  return RouteMaker(&graph, maps).makeOfAll(copies, route.size());
+}
+
+void DetourSearch::open() {
+  blocks_.mark(edgesInto(first_, count_), linksInto(first_, count_), false);
+  for (std::size_t i = first_; i < first_ + count_; ++i) isOpened_[i] = true;
+}
+
+void DetourSearch::commit() {
+  Ways opened;
+  for (std::size_t i = 0; i < isOpened_.size(); ++i) {
+    if (!isOpened_[i]) continue;
+    const auto edges = edgesInto(i, 1);
+    const auto links = linksInto(i, 1);
+    opened.edges.insert(opened.edges.end(), edges.begin(), edges.end());
+    opened.links.insert(opened.links.end(), links.begin(), links.end());
+  }
+  grid_->open(opened);
+}
+
+}  // namespace tern::detail

@@ -1,0 +1,67 @@
+// Searches detours round stretches of a route. What it closes is closed in its own view of the
+// graph and nowhere else, so that several may go on at once, and one that is cut short leaves no
+// trace.
+//
+// Ownership: shares the grid's nodes, borrows the maps. Threads: one; several side by side.
+// Fails: what runs out of memory has changed nothing.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
+#include "TernCoreKit/wayfinding/detail/GridNodes.hpp"
+
+namespace tern {
+
+class TernMapCollection;
+
+namespace detail {
+
+class DetourSearch {
+ public:
+  // `route` are the nodes the ways into which can be closed.
+  DetourSearch(std::shared_ptr<GridNodes> grid, std::span<const TernASNode> route);
+
+  // Closes the ways into so many nodes of the route.
+  void close(std::size_t first, std::size_t count);
+  // Whether there is a way left between the two waypoints, over links of that level.
+  bool search(std::int64_t startId, std::int64_t endId, std::int64_t accessLevel);
+  // Of the detour that has been found, from the start of the route.
+  float cost() const { return turn_.state().nodes[end_].score; }
+  float distance() const { return turn_.state().nodes[end_].distance; }  // map units
+  // A copy of it, with the blocks of the moment. REQUIRES: the stretch has not been opened.
+  std::optional<TernRoute> copy(const TernMapCollection* maps) const;
+  // Opens the stretch again, whatever was closed on it before.
+  void open();
+
+  // Opens in the grid what has been opened here.
+  void commit();
+
+ private:
+  std::span<const EdgeIndex> edgesInto(std::size_t first, std::size_t count) const {
+    return std::span(ways_.edges).first(firstEdge_[first + count]).subspan(firstEdge_[first]);
+  }
+  std::span<const LinkIndex> linksInto(std::size_t first, std::size_t count) const {
+    return std::span(ways_.links).first(firstLink_[first + count]).subspan(firstLink_[first]);
+  }
+
+  const std::shared_ptr<GridNodes> grid_;
+  // The ways into all nodes of the route, and where those into each begin.
+  Ways ways_;
+  std::vector<std::size_t> firstEdge_;
+  std::vector<std::size_t> firstLink_;
+  SearchTurn turn_;
+  Blocks blocks_;
+  Position end_ = noPosition;
+  std::size_t first_ = 0;
+  std::size_t count_ = 0;
+  std::vector<bool> isOpened_;  // by node of the route
+};
+
+}  // namespace detail
+}  // namespace tern

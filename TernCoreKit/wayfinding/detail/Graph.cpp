@@ -1,0 +1,102 @@
+#include "TernCoreKit/wayfinding/detail/Graph.hpp"
+
+#include <cmath>
+
+namespace tern::detail {
+
+namespace {
+
+std::vector<Place> placesOf(const VenueFacts& facts) {
+  std::vector<Place> places;
+  const auto count = static_cast<std::uint32_t>(facts.known().count());
+  places.reserve(count);
+  for (std::uint32_t i = 0; i < count; ++i) places.push_back(facts.placeAt(i));
+  return places;
+}
+
+// Lays out one node's links after the other's.
+class LinkLayer {
+ public:
+  LinkLayer(const VenueFacts& facts, const LinkBounds& bounds, const EdgeLists& edges,
+            const NodeOrder& order)
+      : facts_(facts),
+        bounds_(bounds),
+        edges_(edges),
+        order_(order),
+        places_(placesOf(facts)),
+        nowhere_(facts.placeAt(IdIndex::none)) {}
+
+  void layNode(WaypointIndex waypoint, Graph& graph) const {
+    const PathEnd self{numberOf(facts_.firstOf(waypoint))};
+    const Place& from = placeOf(facts_.knownAt(self));
+    for (const PathIndex path : edges_.of(waypoint)) {
+      if (bounds_.isLinked(path)) layPath(path, self, from, graph);
+    }
+  }
+
+ private:
+  const Place& placeOf(std::uint32_t known) const {
+    return known != IdIndex::none ? places_[known] : nowhere_;
+  }
+
+  void layPath(PathIndex path, PathEnd self, const Place& from, Graph& graph) const {
+    const PathRule& rule = facts_.ruleOf(path);
+    for (const PathEnd end : facts_.paths.endsOf(path)) {
+      if (end == self) continue;
+      const std::uint32_t known = facts_.knownAt(end);
+      const auto cost = linkCost(from, placeOf(known), rule.passage);
+      if (!cost) continue;
+      const bool isPlain = cost->cost >= 0 && std::isfinite(cost->cost);
+      graph.costsArePlain = graph.costsArePlain && isPlain;
+      const Position target = targetOf(end, known);
+      graph.links.push_back({target, cost->cost, cost->distance,
+                             target != noPosition ? rule.rank : none<TypeRank>});
+    }
+  }
+
+  // The node that has the id of the waypoint as the maps know it, which is 0 where none does.
+  Position targetOf(PathEnd end, std::uint32_t known) const {
+    WaypointIndex target{numberOf(end)};
+    if (facts_.mapWaypoints != nullptr || !facts_.isWaypoint(end)) {
+      const std::int64_t id = known != IdIndex::none ? facts_.known().ids.integer(known) : 0;
+      target = facts_.waypoints.byId.first<WaypointIndex>(id);
+    }
+    return target != none<WaypointIndex> ? order_.positionOf(target) : noPosition;
+  }
+
+  const VenueFacts& facts_;
+  const LinkBounds& bounds_;
+  const EdgeLists& edges_;
+  const NodeOrder& order_;
+  const std::vector<Place> places_;  // of the known waypoints
+  const Place nowhere_;
+};
+
+// How many links there are at the most.
+std::size_t roomFor(const VenueFacts& facts, const LinkBounds& bounds, const EdgeLists& edges) {
+  std::size_t room = 0;
+  for (const PathIndex path : edges.paths) {
+    if (bounds.isLinked(path)) room += facts.paths.endsOf(path).size() - 1;
+  }
+  return room;
+}
+
+}  // namespace
+
+Graph layGraph(const VenueFacts& facts, const LinkBounds& bounds, const EdgeLists& edges,
+               const NodeOrder& order) {
+  Graph graph;
+  const auto count = static_cast<std::uint32_t>(facts.waypoints.count());
+  const LinkLayer layer(facts, bounds, edges, order);
+  graph.firstLink.reserve(count + 1);
+  graph.links.reserve(roomFor(facts, bounds, edges));
+  for (Position position{0}; numberOf(position) < count; ++position) {
+    graph.firstLink.push_back(graph.links.endIndex());
+    layer.layNode(order.waypointAt(position), graph);
+  }
+  graph.firstLink.push_back(graph.links.endIndex());
+  graph.links.shrink_to_fit();
+  return graph;
+}
+
+}  // namespace tern::detail

@@ -1,0 +1,135 @@
+#include "TernCoreKit/wayfinding/detail/GridNodes.hpp"
+
+#include <algorithm>
+#include <utility>
+
+#include "TernCoreKit/wayfinding/detail/GraphSearch.hpp"
+
+namespace tern::detail {
+
+// One state after the other: a long pile would run out of stack.
+GridNodes::~GridNodes() {
+  while (idle_ != nullptr) idle_ = std::move(idle_->next);
+}
+
+void GridNodes::reset() {
+  const std::lock_guard lock(mutex_);
+  if (last_ != nullptr) last_->clear();
+}
+
+std::vector<Position> GridNodes::openList() const {
+  const std::lock_guard lock(mutex_);
+  std::vector<Position> open;
+  if (last_ == nullptr) return open;
+  for (const OpenEntry& entry : last_->openEntries()) open.push_back(entry.position());
+  return open;
+}
+
+void GridNodes::mark(const Ways& ways, bool block) {
+  if (blocks_ == nullptr) {
+    blocks_ = std::make_shared<Blocks>(graph);
+  } else if (blocks_.use_count() > 1) {
+    blocks_ = std::make_shared<Blocks>(*blocks_);
+  }
+  blocks_->mark(ways.edges, ways.links, block);
+}
+
+void GridNodes::block(const Ways& ways, bool block) {
+  if (ways.edges.empty()) return;
+  const std::lock_guard lock(mutex_);
+  mark(ways, block);
+}
+
+void GridNodes::open(const Ways& ways) {
+  const std::lock_guard lock(mutex_);
+  if (blocks_ == nullptr) return;
+  const auto isClosed = [&](EdgeIndex edge) { return blocks_->edges.has(edge); };
+  if (std::ranges::any_of(ways.edges, isClosed)) mark(ways, false);
+}
+
+NodeProgress GridNodes::progress(Position position) const {
+  const std::lock_guard lock(mutex_);
+  return last_ != nullptr ? graph.progress(*last_, position) : NodeProgress();
+}
+
+std::vector<Position> GridNodes::chainTo(Position position) const {
+  const std::lock_guard lock(mutex_);
+  return last_ != nullptr ? last_->chainTo(position) : std::vector{position};
+}
+
+void GridNodes::clearProgress(Position position) {
+  const std::lock_guard lock(mutex_);
+  if (last_ != nullptr) last_->nodes[position].mark = 0;
+}
+
+std::vector<TernASEdge> GridNodes::edges(Position position) const {
+  const std::vector<bool> blocked = blockedEdges(position);
+  std::vector<TernASEdge> made;
+  for (const PathIndex path : graph.edges.of(graph.order.waypointAt(position))) {
+    made.push_back(graph.edgeOver(path));
+    made.back().blocked = !blocked.empty() && blocked[made.size() - 1];
+  }
+  return made;
+}
+
+std::vector<bool> GridNodes::blockedEdges(Position position) const {
+  const std::lock_guard lock(mutex_);
+  return blocks_ != nullptr ? blocks_->marksOf(graph.edgesOf(position)) : std::vector<bool>();
+}
+
+void GridNodes::blockEdges(Position position, std::optional<std::int64_t> joining, bool block) {
+  Ways ways;
+  addWaysFrom(graph, position, joining, ways);
+  this->block(ways, block);
+}
+
+bool GridNodes::isEdgeBlocked(Position position, std::int64_t joining) const {
+  const EdgeIndex first = firstEdgeJoining(graph, position, joining);
+  const std::lock_guard lock(mutex_);
+  return first != none<EdgeIndex> && blocks_ != nullptr && blocks_->edges.has(first);
+}
+
+std::unique_ptr<SearchState> GridNodes::takeState() {
+  if (last_ != nullptr) return std::move(last_);
+  if (idle_ == nullptr) return std::make_unique<SearchState>(graph.graph.nodeCount());
+  auto state = std::move(idle_);
+  idle_ = std::move(state->next);
+  return state;
+}
+
+SearchTurn::SearchTurn(GridNodes& nodes) : nodes_(nodes) {
+  const std::lock_guard lock(nodes.mutex_);
+  state_ = nodes.takeState();
+  blocks_ = nodes.blocks_;
+}
+
+SearchTurn::~SearchTurn() {
+  const std::lock_guard lock(nodes_.mutex_);
+  blocks_ = nullptr;
+  std::swap(nodes_.last_, state_);
+  if (state_ == nullptr) return;
+  state_->next = std::move(nodes_.idle_);
+  nodes_.idle_ = std::move(state_);
+}
+
+Position SearchTurn::search(const RouteRequest& request, const Blocks* blocks) {
+  const GridGraph& graph = nodes_.graph;
+  state_->clear();
+  const Position start = graph.find(request.startId);
+  if (start == noPosition) return noPosition;
+  for (const std::int64_t id : request.goalIds) {
+    Position goal = graph.find(id);
+    // The id of a goal that is not there reads as 0.
+    if (goal == noPosition) goal = graph.find(0);
+    if (goal != noPosition) state_->markGoal(goal);
+  }
+  return searchGraph(graph.graph, blocks, *state_, start, graph.rankLimit(request.accessLevel));
+}
+
+std::vector<Position> SearchTurn::routeTo(Position end) const {
+  std::vector<Position> route = state_->chainTo(end);
+  std::ranges::reverse(route);
+  return route;
+}
+
+}  // namespace tern::detail

@@ -1,0 +1,52 @@
+#include "TernCoreKit/wayfinding/detail/VenueFacts.hpp"
+
+#include "TernCoreKit/service/coordinates/TernUtils.hpp"
+
+namespace tern::detail {
+
+PathEnd VenueFacts::endOf(std::int64_t id) const {
+  const auto waypoint = waypoints.byId.first<PathEnd>(id);
+  if (waypoint != none<PathEnd>) return waypoint;
+  const std::uint32_t stranger = paths.strangerById.find(id);
+  if (stranger == IdIndex::none) return none<PathEnd>;
+  return PathEnd{static_cast<std::uint32_t>(waypoints.count()) + stranger};
+}
+
+std::int64_t VenueFacts::idOf(PathEnd end) const {
+  if (isWaypoint(end)) return idOf(WaypointIndex{numberOf(end)});
+  return paths.strangers[numberOf(end) - waypoints.count()];
+}
+
+std::uint32_t VenueFacts::knownAt(PathEnd end) const {
+  if (mapWaypoints != nullptr) return mapWaypoints->columns.byId.find(idOf(end));
+  return isWaypoint(end) ? numberOf(end) : IdIndex::none;
+}
+
+Place VenueFacts::placeAt(std::uint32_t at) const {
+  const bool isKnown = at != IdIndex::none;
+  // What nobody knows lies where an empty record does, which is not quite (0, 0) in metres.
+  double x = isKnown ? known().xs.number(at) : 0;
+  double y = isKnown ? known().ys.number(at) : 0;
+  if (isForMultiVenue) {
+    x = TernUtils::convertLongitudeEPSG4326ToEPSG3857(x);
+    y = TernUtils::convertLatitudeEPSG4326ToEPSG3857(y);
+  }
+  Place place{static_cast<float>(x), static_cast<float>(y)};
+  if (isKnown) {
+    const MapFacts& map = maps[known().maps[at]];
+    place.z = map.z;
+    place.multiplier = map.multiplier;
+  } else {
+    const FloorIndex::Facts& floor = floors.find(0);
+    place.z = floor.z;
+    place.multiplier = floor.multiplier;
+  }
+  return place;
+}
+
+PathTypeFacts VenueFacts::pathType(std::int64_t id) const {
+  const std::uint32_t at = pathTypeById.find(id);
+  return at != IdIndex::none ? pathTypes[at] : PathTypeFacts();
+}
+
+}  // namespace tern::detail
