@@ -130,7 +130,8 @@ std::vector<std::size_t> TernASAlternativePath::getDecisionNodes(
   destinationNode = points.back();
   std::vector<detail::Position> positions;
   positions.reserve(points.size());
-  for (const TernASNode& point : points) positions.push_back(grid->nodes_->graph.find(point.nodeId()));
+  for (const TernASNode& point : points)
+    positions.push_back(grid->nodes_->graph.find(point.nodeId()));
   const detail::BranchProbe probe(grid->nodes_->graph, *destinationNode, depthOfDecisionWaypoint);
   return probe.decisionsAlong(positions);
 }

@@ -1,27 +1,3 @@
-// The navigation graph of one venue, or of several joined ones: a node for every waypoint, an edge
-// for every path that touches it, and links to its neighbours whose costs are settled when the
-// graph is built.
-//
-// Path type 1 is the only one that costs its length times its weight; any other costs its weight a
-// link. A change of height multiplies a link's cost by 1 + height / (vertical weight + 1), where a
-// level is `verticalScale` map units high. A level link is multiplied by what the neighbour's
-// floor's preference says. One-way paths are one-way only where they change height. What is missing
-// never fails: an unknown path type costs nothing, an unknown waypoint is a link that leads
-// nowhere.
-//
-// Building takes time and memory linear in the waypoints and the ends of all paths. A path that
-// joins so many waypoints that its links alone would break that bound is logged and gets no links;
-// waypoints that repeat an id so often that their copies of its edges would are logged and get no
-// edges.
-//
-// Ownership: shares the records and does not change them. Nodes handed out keep the graph alive.
-// Threads: one at a time, as searches and blocks write to the graph: callers take turns. `mutex` is
-// there
-//   for those who replace a grid.
-// Fails: never.
-//
-//   auto grid = TernASGrid::initASGrid(waypoints, paths, pathTypes, maps, buildings, false);
-//   grid->shouldBlockExitFromNode(*grid->getNodeById(12), true);
 #pragma once
 
 #include <cstdint>
@@ -50,6 +26,31 @@ namespace detail {
 class GridNodes;
 }  // namespace detail
 
+/// The navigation graph of one venue, or of several joined ones: a node for every waypoint, an edge
+/// for every path that touches it, and links to its neighbours.
+///
+/// Path type 1 is the only one that costs its length times its weight; any other costs its weight a
+/// link. A change of height multiplies a link's cost by 1 + height / (vertical weight + 1), where a
+/// level is `verticalScale` map units high. A level link is multiplied by what the neighbour's
+/// floor's preference says. One-way paths are one-way only where they change height. What is
+/// missing never fails: an unknown path type costs nothing, an unknown waypoint is a link that
+/// leads nowhere.
+///
+/// All that the grid, its nodes, edges and links say is settled when it is built; records that
+/// change later change nothing in it. Only blocks and the scores of the last search do.
+///
+/// Building takes time and memory linear in the waypoints and the ends of all paths. A path that
+/// joins so many waypoints that its links alone would break that bound is logged and gets no links;
+/// waypoints that repeat an id so often that their copies of its edges would are logged and get no
+/// edges.
+///
+/// Ownership: shares the records and does not change them. Nodes handed out keep the graph alive.
+/// Threads: any number may search one grid, look things up and set blocks at the same time. A
+/// search sees the blocks as they are when it begins, each whole or not at all. `mutex` is there
+/// for those who replace a grid. Fails: never.
+///
+///     auto grid = TernASGrid::initASGrid(waypoints, paths, pathTypes, maps, buildings, false);
+///     grid->shouldBlockExitFromNode(*grid->getNodeById(12), true);
 class TERN_API TernASGrid {
  public:
   using Waypoints = std::vector<std::shared_ptr<TernWaypoint>>;
@@ -58,9 +59,9 @@ class TERN_API TernASGrid {
   using Maps = std::vector<std::shared_ptr<TernMap>>;
   using Buildings = std::vector<std::shared_ptr<TernBuilding>>;
 
-  // Builds the graph. For several venues costs are measured in metres of the spherical Mercator
-  // projection and a waypoint whose external id ends in ":" and a waypoint's id is joined to that
-  // one.
+  /// Builds the graph. For several venues costs are measured in metres of the spherical Mercator
+  /// projection and a waypoint whose external id ends in ":" and a waypoint's id is joined to that
+  /// one.
   static std::shared_ptr<TernASGrid> initASGrid(Waypoints waypointsIn, Paths pathsIn,
                                                 PathTypes pathTypesIn, Maps mapFullsIn,
                                                 Buildings buildings, bool isForMultiVenue);
@@ -68,58 +69,63 @@ class TERN_API TernASGrid {
   TernASGrid(const TernASGrid&) = delete;
   TernASGrid& operator=(const TernASGrid&) = delete;
 
+  /// Whether it was built for several venues.
   bool isMultiVenueLoaded() const;
-  // Height of one level, map units.
+  /// Height of one level, map units.
   static constexpr int verticalScale = 100;
 
+  /// The lists that it was built of, without nulls.
   const Waypoints& waypoints() const;
   const Paths& paths() const;
   const PathTypes& pathTypes() const;
   const Maps& mapFulls() const;
   const Buildings& buildings() const;
-  // Both are always empty: floors are found through the buildings, edges through their nodes.
+  /// Both are always empty: floors are found through the buildings, edges through their nodes.
   const std::vector<std::shared_ptr<TernFloor>>& floors() const { return floors_; }
   const std::vector<TernASEdge>& edges() const { return edges_; }
-  // A new list of all nodes, in the order of `waypoints`.
+  /// A new list of all nodes, in the order of `waypoints`.
   std::vector<TernASNode> nodes() const;
+  /// How many nodes there are.
   std::size_t nodeCount() const;
-  // All links of all nodes.
+  /// How many links all nodes have together.
   std::size_t linkCount() const;
 
-  // The first match in list order, or none.
+  /// Of several records, or nodes, of one id these find the first in list order; none without one.
   std::shared_ptr<TernWaypoint> getWPById(std::int64_t id) const;
+  /// Every path that names the waypoint, in list order.
   Paths getPathsWithWaypoint(std::int64_t id) const;
   std::shared_ptr<TernPathType> getPathTypeById(std::int64_t id) const;
   std::shared_ptr<TernFloor> getFloorByMapId(std::int64_t mapId) const;
   std::optional<TernASNode> getNodeById(std::int64_t id) const;
   std::optional<TernASNode> getNeighborNodeObject(std::int64_t id) const { return getNodeById(id); }
-  // The nodes of the given waypoints, in the order of `waypoints`.
+  /// The nodes of the given waypoints, in the order of `waypoints`.
   std::vector<TernASNode> getNodesForIds(const Waypoints& items) const;
 
-  // The straight line between two points.
+  /// The straight line between two points.
   static float heuristic(const TernPoint& a, const TernPoint& b);
-  // Height of a map, map units.
+  /// Height of a map, map units.
   float getMapZValue(std::int64_t mapId) const;
+  /// What the preference of the map's floor makes of level links that lead there.
   int getFloorPreferenceMultiplier(std::int64_t mapId) const;
 
-  // What the graph is built of, made anew from the records.
+  /// What the graph is built of, made again of what the records said.
   std::vector<TernASEdge> generateEdges(std::int64_t waypointId) const;
   TernASEdge generateVirtualEdges(std::int64_t a, std::int64_t b) const;
   std::vector<TernNeighbor> generateNeighbors(std::int64_t waypointId,
                                               const std::vector<TernASEdge>& edges) const;
 
-  // Forgets the last search, at once; blocks stay.
+  /// Forgets the last search; blocks stay.
   void reset();
-  // Closes, or opens, the way from a to b, but not that from b to a.
+  /// Closes, or opens, the way from a to b, but not that from b to a.
   void shouldBlockEdgeBetweenNode(const TernASNode& a, const TernASNode& b, bool block);
-  // The mark of the first edge of a that joins b.
+  /// The mark of the first edge of a that joins b.
   bool isEdgeBlockedBetweenNode(const TernASNode& a, const TernASNode& b) const;
-  // Closes, or opens, the ways into n from the nodes that n itself has links to.
+  /// Closes, or opens, the ways into n from the nodes that n itself has links to.
   void shouldBlockEntryToNode(const TernASNode& n, bool block);
-  // Closes, or opens, every way out of n.
+  /// Closes, or opens, every way out of n.
   void shouldBlockExitFromNode(const TernASNode& n, bool block);
 
-  // Held while the venue replaces this grid.
+  /// Held while the venue replaces this grid.
   std::recursive_mutex& mutex() { return mutex_; }
 
  private:

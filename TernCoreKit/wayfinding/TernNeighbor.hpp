@@ -1,7 +1,3 @@
-// One link from a node to an adjacent waypoint, with all that it costs to take it.
-//
-// Ownership and threads: a plain value. An absent number reads as 0; `neighborId`, `x` and `y` are
-// absent when no map knows the waypoint that the path names.
 #pragma once
 
 #include "TernCoreKit/platform/Export.hpp"
@@ -12,24 +8,31 @@ namespace tern {
 struct TernASEdge;
 struct TernWaypoint;
 
+/// One link from a node to an adjacent waypoint, with all that it costs to take it. An absent
+/// number reads as 0; `neighborId`, `x` and `y` are absent when no map knows the waypoint that the
+/// path names.
+///
+/// Ownership and threads: a plain value.
 struct TERN_API TernNeighbor {
-  // The adjacent waypoint's id.
+  /// The adjacent waypoint's id.
   Value neighborId;
+  /// What it costs to take the link.
   float cost = 0;
-  // The path type's accessibility level.
+  /// The path type's accessibility level.
   Value acc;
+  /// The edge's id.
   Value edgeId;
-  // Id of the path type.
+  /// Id of the path type.
   Value edgeTypeId;
-  // What the link adds to a route's distance: its length in map units where walking is concerned
-  // (path type 1), else 1.
+  /// What the link adds to a route's distance: its length in map units where walking is concerned
+  /// (path type 1), else 1.
   float distance = 0;
-  // Where the adjacent waypoint lies, as its record says, and its height; map units.
+  /// Where the adjacent waypoint lies, as its record says, and its height; map units.
   Value x;
   Value y;
   float z = 0;
 
-  // The waypoint may be null.
+  /// A link to the waypoint, which may be null, over the edge.
   static TernNeighbor initNeighbor(const TernWaypoint* waypoint, const TernASEdge& currentEdge,
                                    float totalCost, float distance, float z);
 };

@@ -1,16 +1,19 @@
-// A point of three single-precision numbers, in map units unless its user says otherwise.
-//
-// Ownership and threads: a plain value.
 #pragma once
 
 namespace tern {
 
+/// A point of three single-precision numbers, in map units unless its user says otherwise.
+///
+/// Ownership and threads: a plain value.
 struct TernPoint {
+  /// Where it lies.
   float x = 0;
   float y = 0;
   float z = 0;
 
+  /// The point of these three numbers.
   static TernPoint initWithX(float x, float y, float z) { return {x, y, z}; }
+  /// Whether all three numbers are equal.
   friend bool operator==(const TernPoint&, const TernPoint&) = default;
 };
 

@@ -1,7 +1,3 @@
-// The graph of one venue, or of several that are joined.
-//
-// Ownership: the graph shares the venues' records. Threads: as readers of the venues.
-// Fails: never; what a venue lacks, its graph lacks.
 #pragma once
 
 #include <memory>
@@ -12,9 +8,10 @@
 
 namespace tern {
 
-// Of the venues' records, one venue's behind the other's. See `TernASGrid::initASGrid` for what
-// `isForMultiVenue` changes.
-// REQUIRES: none of the venues is null.
+/// The graph of one venue, or of several that are joined: of the venues' records, one venue's
+/// behind the other's. See `TernASGrid::initASGrid` for what `isForMultiVenue` changes. The graph
+/// shares the records; what a venue lacks, it lacks. Threads: as readers of the venues. REQUIRES:
+/// none of the venues is null.
 TERN_API std::shared_ptr<TernASGrid> makeGrid(std::span<const TernVenueData* const> venues,
                                               bool isForMultiVenue);
 

@@ -4,7 +4,6 @@
 
 #include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
 #include "TernCoreKit/model/records/TernMap.hpp"
-#include "TernCoreKit/wayfinding/detail/GraphBuilder.hpp"
 
 namespace tern::test {
 
@@ -42,12 +41,10 @@ VenueLists corridor(std::size_t count) {
   return lists;
 }
 
-std::unique_ptr<detail::GridGraph> builtGraph(const VenueLists& lists) {
-  auto grid = std::make_unique<detail::GridGraph>(
+std::unique_ptr<detail::GridNodes> builtNodes(const VenueLists& lists) {
+  return std::make_unique<detail::GridNodes>(
       detail::GridRecords{lists.waypoints, lists.paths, lists.pathTypes, lists.maps,
                           lists.buildings, lists.isForMultiVenue});
-  detail::buildGraph(*grid);
-  return grid;
 }
 
 std::shared_ptr<TernPath> pathOver(const std::vector<std::int64_t>& waypointIds,

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
-#include "TernCoreKit/wayfinding/detail/GridGraph.hpp"
+#include "TernCoreKit/wayfinding/detail/GridNodes.hpp"
 #include "tests/support/DrawnVenue.hpp"
 
 namespace tern::test {
@@ -31,8 +31,8 @@ VenueLists rowOfWaypoints(std::size_t count);
 // The same with a path between each waypoint and the next one.
 VenueLists corridor(std::size_t count);
 
-// The graph itself, of these lists.
-std::unique_ptr<detail::GridGraph> builtGraph(const VenueLists& lists);
+// The nodes behind a grid of these lists, with their graph.
+std::unique_ptr<detail::GridNodes> builtNodes(const VenueLists& lists);
 
 std::shared_ptr<TernPath> pathOver(const std::vector<std::int64_t>& waypointIds,
                                    std::int64_t pathTypeId = 1);

@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <limits>
+#include <new>
 #include <string>
 
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
@@ -13,6 +14,7 @@
 #include "TernCoreKit/wayfinding/TernASSearch.hpp"
 #include "tests/support/CapturedLog.hpp"
 #include "tests/support/DrawnVenue.hpp"
+#include "tests/support/FailingAllocation.hpp"
 #include "tests/support/LiteralAlternatives.hpp"
 #include "tests/support/RandomVenue.hpp"
 #include "tests/support/VenueLists.hpp"
@@ -236,6 +238,51 @@ TEST(TernASAlternativePath, anEdgeBlockedBeforeOnATriedStretchIsOpenAfterwards) 
   drawn.letters('A', 'E');
   EXPECT_FALSE(drawn.isBlocked('D', 'C'));
   EXPECT_TRUE(drawn.isBlocked('C', 'B')) << "B is on no stretch";
+}
+
+// The edges that a request closes are closed for itself alone.
+TEST(TernASAlternativePath, aCopyShowsWhatTheRequestHadClosedAndTheGridDoesNot) {
+  Drawn drawn(oneDetour);
+  ASSERT_EQ(drawn.letters('A', 'E'), "ABCDE, ABFGHDE");
+  const TernASNode& b = drawn.finder.bestAlternativePath->front().points.at(1);
+  EXPECT_TRUE(drawn.finder.grid->isEdgeBlockedBetweenNode(b, drawn.node('C')));
+  EXPECT_FALSE(drawn.isBlocked('B', 'C'));
+}
+
+// A request that runs out of memory, wherever it does, leaves no trace.
+TEST(TernASAlternativePath, outOfMemoryAnywhereLeavesTheGridAsItWas) {
+  Drawn drawn(oneDetour);
+  drawn.block('D', 'C');
+  TernASSearch search;
+  search.grid = drawn.finder.grid;
+  const auto routes = [&] {
+    return lettersOf(search.search(idOf('A'), idOf('E'), 0).value()) + ", " +
+           lettersOf(search.search(idOf('E'), idOf('A'), 0).value());
+  };
+  const std::string before = routes();
+  std::size_t failures = 0;
+  for (bool isOver = false; !isOver; ++failures) {
+    TernASAlternativePath finder;
+    finder.grid = drawn.finder.grid;
+    const auto start = drawn.venue.waypoint('A');
+    const auto end = drawn.venue.waypoint('E');
+    bool isAnswered = false;
+    const FailingAllocation nth(failures);
+    try {
+      finder.wayfind(start, end, {}, 0,
+                     [&](const auto&, const auto& others) { isAnswered = others.has_value(); });
+    } catch (const std::bad_alloc&) {
+    }
+    isOver = !nth.hasFailed();
+    if (isOver) {
+      EXPECT_TRUE(isAnswered);
+      break;
+    }
+    ASSERT_EQ(routes(), before) << "allocation " << failures;
+    ASSERT_TRUE(drawn.isBlocked('D', 'C')) << "allocation " << failures;
+  }
+  EXPECT_GT(failures, 20U);
+  EXPECT_FALSE(drawn.isBlocked('D', 'C')) << "the request that was answered has opened it";
 }
 
 TEST(TernASAlternativePath, withoutARouteBothAreMissing) {

@@ -349,6 +349,68 @@ TEST(TernASGrid, stepsOfTheConstructionCanBeMadeAgain) {
   EXPECT_TRUE(drawn.grid->generateEdges(99).empty());
 }
 
+// Everything that a grid says, but for its records.
+std::string saidBy(const TernASGrid& grid) {
+  std::string said;
+  const auto say = [&said](const auto&... values) {
+    ((said += Value(values).printed() + " "), ...);
+  };
+  const auto sayEdge = [&](const TernASEdge& edge) {
+    say(edge.edgeId, edge.type, edge.cost, edge.acc, edge.speed, edge.direction);
+    for (const std::int64_t id : edge.nodes) say(id);
+  };
+  const auto sayLink = [&](const TernNeighbor& link) {
+    say(link.neighborId, link.cost, link.acc, link.edgeId, link.edgeTypeId, link.distance, link.x,
+        link.y, link.z);
+  };
+  for (const TernASNode& node : grid.nodes()) {
+    const std::int64_t id = node.nodeId();
+    say(id, node.x(), node.y(), node.z(), node.mapId(), grid.getPathsWithWaypoint(id).size() > 1,
+        grid.getWPById(id) != nullptr, grid.getMapZValue(node.mapId()),
+        grid.getFloorPreferenceMultiplier(node.mapId()));
+    for (const TernASEdge& edge : node.edges()) sayEdge(edge);
+    for (const TernNeighbor& link : node.neighbors()) sayLink(link);
+    for (const TernASEdge& edge : grid.generateEdges(id)) sayEdge(edge);
+    for (const TernNeighbor& link : grid.generateNeighbors(id, node.edges())) sayLink(link);
+  }
+  sayEdge(grid.generateVirtualEdges(1, 2));
+  return said;
+}
+
+TEST(TernASGrid, recordsThatChangeLaterChangeNothingInIt) {
+  const DrawnGrid drawn({.floors = {{.lines = {"A  B  C"}}, {.lines = {"D  E"}, .preference = 1}},
+                         .paths = {"A-B", "B-C lift", "C-D lift", "D-E"},
+                         .pathTypes = {{.name = "lift", .weight = 5}}});
+  const std::string before = saidBy(*drawn.grid);
+  ASSERT_NE(before, "");
+  for (const auto& waypoint : drawn.venue.waypoints) {
+    waypoint->id = waypoint->id.integer() + 100;
+    waypoint->mapId = 7;
+    waypoint->coordinates = Value::list({-1, -2});
+  }
+  for (const auto& path : drawn.venue.paths) {
+    path->id = 77;
+    path->pathTypeId = 9;
+    path->direction = 1;
+    path->waypointIds = Value::list({1, 5});
+  }
+  for (const auto& type : drawn.venue.pathTypes) {
+    type->id = 50;
+    type->weight = 99;
+    type->accessibility = 99;
+    type->verticalWeight = 99;
+  }
+  for (const std::int64_t mapId : {1, 2}) {
+    const auto floor = drawn.grid->getFloorByMapId(mapId);
+    floor->level = 9;
+    floor->preference = -2;
+  }
+  EXPECT_EQ(saidBy(*drawn.grid), before);
+  TernASSearch search;
+  search.grid = drawn.grid;
+  EXPECT_EQ(lettersOf(search.search(idOf('A'), idOf('E'), 0).value()), "ABC DE");
+}
+
 // Several venues.
 
 VenueLists twoVenues() {

@@ -5,6 +5,8 @@
 #include <rapidcheck/gtest.h>
 
 #include <algorithm>
+#include <atomic>
+#include <thread>
 
 #include "TernCoreKit/model/records/TernPathType.hpp"
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
@@ -310,6 +312,50 @@ TEST(TernASSearch, laterSearchOverwritesTheNodesOfARoute) {
   EXPECT_EQ(first[0].cost, 60) << "the segment's own numbers stay";
 }
 
+// What a route of its own says is what the search of the grid says.
+TEST(TernASSearch, routeOfItsOwnIsTheRouteOfTheSearch) {
+  Drawn drawn(upAndDown);
+  const TernRoute own = drawn.search.route(idOf('A'), idOf('E'), 0).value();
+  const TernRoute found = drawn.route('A', 'E').value();
+  ASSERT_EQ(lettersOf(own), "AB CD E");
+  for (std::size_t i = 0; i < found.size(); ++i) {
+    EXPECT_EQ(own[i].cost, found[i].cost);
+    EXPECT_EQ(own[i].pixelDistance, found[i].pixelDistance);
+    EXPECT_EQ(own[i].mmDistance, found[i].mmDistance);
+    EXPECT_EQ(own[i].mover, found[i].mover);
+    EXPECT_EQ(own[i].mapPoints, found[i].mapPoints);
+    EXPECT_EQ(own[i].points, found[i].points) << "the nodes are the grid's";
+  }
+  EXPECT_EQ(lettersOf(drawn.search.routeToAny(idOf('A'), {drawn.venue.waypoint('C')}, 0).value()),
+            "AB C");
+  EXPECT_FALSE(drawn.search.route(idOf('A'), 99, 0));
+  EXPECT_FALSE(drawn.search.route(idOf('A'), idOf('A'), 0));
+  EXPECT_THAT(drawn.log.take(), ElementsAre(noPath));
+}
+
+TEST(TernASSearch, laterSearchLeavesARouteOfItsOwnAsItWas) {
+  Drawn drawn(corridorDrawing);
+  const TernRoute own = drawn.search.route(idOf('A'), idOf('C'), 0).value();
+  EXPECT_EQ(drawn.node('C').f(), 60) << "the grid shows the search";
+  ASSERT_EQ(drawn.letters('C', 'B'), "CB");
+  EXPECT_EQ(drawn.node('C').f(), 0);
+  const TernASNode& end = own[0].points[2];
+  EXPECT_EQ(end.f(), 60);
+  EXPECT_EQ(end.distance(), 60.0F);
+  EXPECT_EQ(end.usedEdgeTypeId(), 1);
+  std::string chain;
+  for (auto at = std::optional(end); at; at = at->parent()) chain += lettersOf({{.points = {*at}}});
+  EXPECT_EQ(chain, "CBA");
+}
+
+TEST(TernASSearch, blockingAPointOfARouteOfItsOwnBlocksTheGrid) {
+  Drawn drawn(corridorDrawing);
+  const TernRoute own = drawn.search.route(idOf('A'), idOf('C'), 0).value();
+  drawn.search.grid->shouldBlockEdgeBetweenNode(own[0].points[0], own[0].points[1], true);
+  EXPECT_EQ(drawn.letters('A', 'C'), "none");
+  EXPECT_TRUE(own[0].points[0].edges()[0].blocked);
+}
+
 TEST(TernASSearch, searchAfterOneThatFoundNothingAnswersAsAFreshOne) {
   Drawn drawn({.floors = {{.lines = {"A--B--C", "", "D"}}}, .paths = {"A-B", "B-C"}});
   EXPECT_EQ(drawn.letters('A', 'D'), "none");
@@ -331,6 +377,79 @@ TEST(TernASSearch, negativeLinksDoNotMakeTheSearchRunOn) {
                .paths = {"A-B", "B-C", "C-A", "B-D"}});
   EXPECT_EQ(drawn.letters('A', 'D'), "ACBD") << "round the circle once";
   EXPECT_EQ(drawn.route('A', 'D').value()[0].cost, -110);
+}
+
+// Several threads, one grid.
+
+const Drawing blocks{
+    .floors = {{.lines = {"A--B--C--D", "|  |  |  |", "E--F--G--H", "|  |  |  |", "I--J--K--L"}},
+               {.lines = {"M--N--O--P", "|        |", "Q--------R"}}},
+    .paths = {"A-B", "B-C", "C-D", "E-F", "F-G", "G-H",      "I-J",       "J-K", "K-L",
+              "A-E", "B-F", "C-G", "D-H", "E-I", "F-J",      "G-K",       "H-L", "M-N",
+              "N-O", "O-P", "Q-R", "M-Q", "P-R", "A-M lift", "L-R stairs"},
+    .pathTypes = {{.name = "lift", .weight = 5}, {.name = "stairs", .weight = 9}}};
+
+// Every route of the drawing as text: of its own, and as the grid's search finds it.
+std::vector<std::string> allRoutes(const TernASSearch& search, const DrawnVenue& venue) {
+  TernASSearch mine = search;
+  std::vector<std::string> routes;
+  for (char from = 'A'; from <= 'R'; ++from) {
+    for (char to = 'A'; to <= 'R'; ++to) {
+      if (from == to) continue;
+      const auto own = search.route(idOf(from), idOf(to), 0);
+      const auto found = mine.search(idOf(from), idOf(to), 0);
+      std::string text = found ? lettersOf(*found) : "none";
+      if (own) {
+        text += " " + lettersOf(*own) + " " + std::to_string(own->back().cost);
+        for (const TernASNode& node : own->back().points) text += " " + std::to_string(node.g());
+      }
+      routes.push_back(std::move(text));
+    }
+    const auto any = search.routeToAny(idOf(from), {venue.waypoint('G'), venue.waypoint('O')}, 0);
+    routes.push_back(any ? lettersOf(*any) : "none");
+  }
+  return routes;
+}
+
+// What so many threads find at the same time.
+std::vector<std::vector<std::string>> onThreads(std::size_t count, const Drawn& drawn) {
+  std::vector<std::vector<std::string>> found(count);
+  std::vector<std::thread> threads;
+  for (std::vector<std::string>& mine : found) {
+    threads.emplace_back([&] { mine = allRoutes(drawn.search, drawn.venue); });
+  }
+  for (std::thread& thread : threads) thread.join();
+  return found;
+}
+
+TEST(TernASSearchConcurrent, severalThreadsFindInOneGridWhatOneFinds) {
+  Drawn drawn(blocks);
+  const auto alone = allRoutes(drawn.search, drawn.venue);
+  for (const auto& found : onThreads(4, drawn)) EXPECT_EQ(found, alone);
+  drawn.search.grid->shouldBlockEntryToNode(drawn.node('F'), true);
+  drawn.search.grid->shouldBlockExitFromNode(drawn.node('L'), true);
+  const auto blocked = allRoutes(drawn.search, drawn.venue);
+  EXPECT_NE(blocked, alone);
+  for (const auto& found : onThreads(4, drawn)) EXPECT_EQ(found, blocked);
+}
+
+TEST(TernASSearchConcurrent, searchesSeeABlockWholeOrNotAtAll) {
+  Drawn drawn(blocks);
+  std::atomic<bool> isOver = false;
+  std::thread blocker([&] {
+    for (bool block = true; !isOver; block = !block) {
+      drawn.search.grid->shouldBlockExitFromNode(drawn.node('A'), block);
+    }
+  });
+  std::vector<std::string> found;
+  for (int i = 0; i < 2000; ++i) {
+    const auto route = drawn.search.route(idOf('A'), idOf('D'), 0);
+    found.push_back(route ? lettersOf(*route) : "none");
+    EXPECT_GE(drawn.node('D').g(), 0);
+  }
+  isOver = true;
+  blocker.join();
+  EXPECT_THAT(found, testing::Each(testing::AnyOf("ABCD", "none")));
 }
 
 // Something that a caller does between or with searches.

@@ -34,10 +34,11 @@ struct TernWaypoint;
 /// Ownership: held by std::shared_ptr; shares its records. A rebuild that is under way keeps the
 /// venue alive, and its completion may release the last reference.
 /// Threads: `updateWayfindDataWithCompletion`, `loadGridData`, `loadKDTree`, `globalASGrid` and
-/// `nearestElement` from any, at any time; `searchNearestElement` from any number at a time. While
-/// a rebuild is under way anybody may read the venue and its records and search routes (one search
-/// at a time); whoever changes them holds `recordsMutex` meanwhile. Fails: never; see TernBaseModel
-/// for documents and each operation for its empty answer.
+/// `nearestElement` from any, at any time. Any number may read the venue and its records, search
+/// routes, alternatives, tours and the nearest element, and ask for the closest waypoint by route at
+/// once, also while a rebuild is under way; whoever changes the records holds `recordsMutex`
+/// meanwhile and lets no other read. Fails: never; see TernBaseModel for documents and each
+/// operation for its empty answer.
 ///
 ///     auto venue = TernActiveVenue::initWithDictionary(std::move(document));
 ///     addBuilding(*venue, buildingId, std::move(buildingDocument));  // VenueAssembly.hpp

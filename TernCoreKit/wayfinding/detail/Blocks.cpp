@@ -59,9 +59,6 @@ void forEachAskedEdge(const GridGraph& graph, Position from, Visit visit) {
 
 }  // namespace
 
-Blocks::Blocks(const GridGraph& graph)
-    : edges(graph.edges.paths.size()), links(graph.graph.links.size()) {}
-
 void Blocks::mark(std::span<const EdgeIndex> edgeList, std::span<const LinkIndex> linkList,
                   bool block) {
   for (const EdgeIndex edge : edgeList) edges.mark(edge, block);
@@ -77,6 +74,10 @@ std::vector<bool> Blocks::marksOf(std::pair<EdgeIndex, EdgeIndex> range) const {
   }
   if (!isAny) marks.clear();
   return marks;
+}
+
+Blocks noBlocks(const GridGraph& graph) {
+  return {graph.edges.paths.size(), graph.graph.links.size()};
 }
 
 void addWaysFrom(const GridGraph& graph, Position from, std::optional<std::int64_t> joining,

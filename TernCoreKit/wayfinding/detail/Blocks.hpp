@@ -26,7 +26,9 @@ class Marks {
  public:
   explicit Marks(std::size_t count) : words_(count / 64 + 1) {}
 
-  bool has(I index) const { return (words_[numberOf(index) / 64] >> numberOf(index) % 64 & 1) != 0; }
+  bool has(I index) const {
+    return (words_[numberOf(index) / 64] >> numberOf(index) % 64 & 1) != 0;
+  }
   void mark(I index, bool isIn) {
     const std::uint64_t bit = std::uint64_t{1} << numberOf(index) % 64;
     std::uint64_t& word = words_[numberOf(index) / 64];
@@ -44,7 +46,7 @@ struct Ways {
 };
 
 struct Blocks {
-  explicit Blocks(const GridGraph& graph);
+  Blocks(std::size_t edgeCount, std::size_t linkCount) : edges(edgeCount), links(linkCount) {}
 
   Marks<EdgeIndex> edges;
   Marks<LinkIndex> links;
@@ -54,6 +56,8 @@ struct Blocks {
   // no edge is blocked.
   std::vector<bool> marksOf(std::pair<EdgeIndex, EdgeIndex> range) const;
 };
+
+Blocks noBlocks(const GridGraph& graph);
 
 // Adds the node's edges that join the id; all of its edges without one.
 void addWaysFrom(const GridGraph& graph, Position from, std::optional<std::int64_t> joining,

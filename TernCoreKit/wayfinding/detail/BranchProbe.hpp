@@ -22,7 +22,8 @@ class BranchProbe {
  public:
   BranchProbe(const GridGraph& graph, const std::optional<TernASNode>& destination, int depth);
 
-  // The numbers on the route of the nodes that a branch leaves. One that no graph knows leaves none.
+  // The numbers on the route of the nodes that a branch leaves. One that no graph knows leaves
+  // none.
   std::vector<std::size_t> decisionsAlong(std::span<const Position> route) const;
   // Whether a branch that comes to `node` from `parent` goes on from there.
   bool goesOn(Position node, std::optional<std::int64_t> parentId, int level) const;

@@ -22,7 +22,7 @@ std::vector<Position> targetsOf(const Graph& graph, Position node) {
 DetourSearch::DetourSearch(std::shared_ptr<GridNodes> grid, std::span<const TernASNode> route)
     : grid_(std::move(grid)),
       turn_(*grid_),
-      blocks_(turn_.blocks() != nullptr ? *turn_.blocks() : Blocks(grid_->graph)),
+      blocks_(turn_.blocks() != nullptr ? *turn_.blocks() : noBlocks(grid_->graph)),
       isOpened_(route.size()) {
   const auto endNode = [this] {
     firstEdge_.push_back(ways_.edges.size());

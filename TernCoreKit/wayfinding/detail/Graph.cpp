@@ -49,8 +49,8 @@ class LinkLayer {
       const bool isPlain = cost->cost >= 0 && std::isfinite(cost->cost);
       graph.costsArePlain = graph.costsArePlain && isPlain;
       const Position target = targetOf(end, known);
-      graph.links.push_back({target, cost->cost, cost->distance,
-                             target != noPosition ? rule.rank : none<TypeRank>});
+      graph.links.push_back(
+          {target, cost->cost, cost->distance, target != noPosition ? rule.rank : none<TypeRank>});
     }
   }
 

@@ -46,9 +46,7 @@ class GridGraph {
   TernASGrid::Paths pathsWith(std::int64_t waypointId) const;
   std::shared_ptr<TernPathType> pathTypeById(std::int64_t id) const;
 
-  std::int64_t nodeId(Position position) const {
-    return facts.idOf(order.waypointAt(position));
-  }
+  std::int64_t nodeId(Position position) const { return facts.idOf(order.waypointAt(position)); }
   std::int64_t mapId(Position position) const {
     return facts.maps[facts.waypoints.maps[numberOf(order.waypointAt(position))]].mapId;
   }

@@ -27,7 +27,7 @@ std::vector<Position> GridNodes::openList() const {
 
 void GridNodes::mark(const Ways& ways, bool block) {
   if (blocks_ == nullptr) {
-    blocks_ = std::make_shared<Blocks>(graph);
+    blocks_ = std::make_shared<Blocks>(noBlocks(graph));
   } else if (blocks_.use_count() > 1) {
     blocks_ = std::make_shared<Blocks>(*blocks_);
   }

@@ -54,8 +54,8 @@ class Indexed : private std::vector<T> {
   using Base = std::vector<T>;
 
  public:
-  using Base::Base;
   using Base::back;
+  using Base::Base;
   using Base::begin;
   using Base::capacity;
   using Base::data;

@@ -37,8 +37,7 @@ struct AnyOrder {
 template <class Order>
 class OpenList {
  public:
-  explicit OpenList(SearchState& state)
-      : states_(state.nodes.data()), heap_(state.open.data()) {}
+  explicit OpenList(SearchState& state) : states_(state.nodes.data()), heap_(state.open.data()) {}
 
   bool isEmpty() const { return count_ == 0; }
   std::size_t size() const { return count_; }

@@ -538,6 +538,55 @@ class Rebuilds {
   std::promise<void> isComplete_;
 };
 
+// The routes, alternatives and closest waypoints of a venue as text.
+std::string answersOf(const TernActiveVenue& venue, std::string_view letters) {
+  std::string text;
+  for (const char from : letters) {
+    for (const char to : letters) {
+      if (from == to) continue;
+      text += route(venue, from, to) + ";";
+      venue.wayfind(at(venue, from), at(venue, to), {}, 100,
+                    [&](const auto& optimal, const auto& others) {
+                      if (optimal) text += lettersOf(*optimal) + ",";
+                      if (others) text += lettersOf(others->front());
+                    });
+    }
+    const auto closest = venue.getClosestWaypointInArray(all(venue, "BHK"), at(venue, from), 100);
+    text += closest != nullptr ? closest->id.printed() + "\n" : "none\n";
+  }
+  return text;
+}
+
+TEST(TernActiveVenueConcurrent, severalThreadsGetTheAnswersOfOne) {
+  constexpr std::string_view letters = "ABCDEFGHIJKL";
+  const auto venue = readyDrawn(
+      {.floors = {{.lines = {"A--B--C--D", "|  |  |  |", "E--F--G--H"}}, {.lines = {"I--J--K--L"}}},
+       .paths = {"A-B", "B-C", "C-D", "E-F", "F-G", "G-H", "A-E", "B-F", "C-G", "D-H", "I-J", "J-K",
+                 "K-L", "A-I lift", "H-L lift"},
+       .pathTypes = {{.name = "lift", .weight = 5}}});
+  const auto grid = venue->globalASGrid();
+  // A block that the first request for an alternative over it lifts.
+  const auto block = [&] {
+    grid->shouldBlockEdgeBetweenNode(*grid->getNodeById(idOf('C')), *grid->getNodeById(idOf('B')),
+                                     true);
+  };
+  const std::string alone = answersOf(*venue, letters);
+  std::vector<std::string> answers(4);
+  std::vector<std::thread> threads;
+  for (std::string& mine : answers) {
+    threads.emplace_back([&] { mine = answersOf(*venue, letters); });
+  }
+  for (std::thread& thread : threads) thread.join();
+  for (const std::string& mine : answers) EXPECT_EQ(mine, alone);
+  block();
+  threads.clear();
+  for (std::string& mine : answers) {
+    threads.emplace_back([&] { mine = answersOf(*venue, letters); });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(answersOf(*venue, letters), alone) << "every block has been lifted";
+}
+
 TEST(TernActiveVenueConcurrent, overlappingRebuildsEachCompleteOnce) {
   const auto venue = assembleVenue(twoFloors);
   Rebuilds rebuilds(200);

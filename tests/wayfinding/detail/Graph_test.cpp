@@ -1,111 +1,88 @@
 #include "TernCoreKit/wayfinding/detail/Graph.hpp"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "TernCoreKit/wayfinding/detail/GraphSearch.hpp"
+#include "TernCoreKit/model/records/TernPath.hpp"
+#include "TernCoreKit/model/records/TernPathType.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
+#include "tests/support/VenueLists.hpp"
 
 namespace tern::detail {
 namespace {
 
-constexpr std::uint32_t oneRound = NodeState::stageCount;
-constexpr std::uint32_t lastRound = 0U - oneRound;
+using test::builtNodes;
+using test::corridor;
+using test::pathOver;
+using test::rowOfWaypoints;
+using test::VenueLists;
+using testing::ElementsAre;
 
-// 0 - 1 - 2, open both ways, each link of cost 1.
-Graph threeInARow() {
-  Graph graph;
-  graph.links = {{1, 1, 1, 0}, {0, 1, 1, 0}, {2, 1, 1, 0}, {1, 1, 1, 0}};
-  graph.states.resize(3);
-  graph.states[0].endLink = 1;
-  graph.states[1].firstLink = 1;
-  graph.states[1].endLink = 3;
-  graph.states[2].firstLink = 3;
-  graph.states[2].endLink = 4;
-  return graph;
+TEST(Graph, venueWithoutWaypointsHasAnEmptyGraph) {
+  VenueLists lists;
+  lists.paths = {pathOver({1, 2})};
+  const auto nodes = builtNodes(lists);
+  const GridGraph& grid = nodes->graph;
+  EXPECT_EQ(grid.graph.nodeCount(), 0U);
+  EXPECT_EQ(grid.graph.links.size(), 0U);
+  EXPECT_EQ(grid.find(1), noPosition);
 }
 
-Position searchAnew(Graph& graph, Position start, Position goal) {
-  graph.clearSearch();
-  markGoal(graph, goal);
-  return searchGraph(graph, start, 1);
+TEST(Graph, linksOfANodeStandOneBehindTheOtherInTheOrderOfThePaths) {
+  VenueLists lists = rowOfWaypoints(4);
+  lists.paths = {pathOver({3, 4}), pathOver({4, 1, 2}), pathOver({1, 3})};
+  const auto nodes = builtNodes(lists);
+  const GridGraph& grid = nodes->graph;
+  EXPECT_THAT(grid.neighborIds(grid.find(1)), ElementsAre(4, 2, 3));
 }
 
-void expectCleared(const Graph& graph) {
-  for (const NodeState& state : graph.states) {
-    EXPECT_GE(graph.stage(state), NodeState::stageCount);
-    EXPECT_FALSE(graph.isVisited(state));
-  }
-  EXPECT_TRUE(graph.openEntries().empty());
+TEST(Graph, knowsWhetherAllCostsAreFiniteAndNoneNegative) {
+  VenueLists lists = corridor(3);
+  EXPECT_TRUE(builtNodes(lists)->graph.graph.costsArePlain);
+  lists.pathTypes[0]->weight = 1e308;
+  EXPECT_FALSE(builtNodes(lists)->graph.graph.costsArePlain);
+  lists.pathTypes[0]->weight = -1;
+  EXPECT_FALSE(builtNodes(lists)->graph.graph.costsArePlain);
 }
 
-TEST(Graph, isClearedBeforeTheFirstSearch) { expectCleared(threeInARow()); }
-
-TEST(Graph, clearingForgetsStagesAndTheOpenList) {
-  Graph graph = threeInARow();
-  ASSERT_EQ(searchAnew(graph, 1, 2), 2U);
-  EXPECT_EQ(graph.stage(graph.states[1]), NodeState::closed);
-  EXPECT_EQ(graph.stage(graph.states[0]), NodeState::closed);
-  EXPECT_EQ(graph.stage(graph.states[2]), NodeState::visitedGoal);
-  graph.clearSearch();
-  expectCleared(graph);
+TEST(Graph, pathThatNamesAWaypointTwiceLinksToItTwice) {
+  VenueLists lists = rowOfWaypoints(2);
+  lists.paths = {pathOver({1, 2, 2, 1})};
+  const auto nodes = builtNodes(lists);
+  const GridGraph& grid = nodes->graph;
+  EXPECT_THAT(grid.neighborIds(grid.find(1)), ElementsAre(2, 2));
+  EXPECT_THAT(grid.neighborIds(grid.find(2)), ElementsAre(1, 1));
+  EXPECT_EQ(nodes->edges(grid.find(1)).size(), 1U);
 }
 
-TEST(Graph, nothingLeadsToTheStart) {
-  Graph graph = threeInARow();
-  searchAnew(graph, 1, 2);
-  EXPECT_FALSE(graph.isVisited(graph.states[1]));
-  EXPECT_TRUE(graph.isVisited(graph.states[0]));
-  EXPECT_TRUE(graph.isVisited(graph.states[2]));
-  searchAnew(graph, 0, 2);
-  EXPECT_FALSE(graph.isVisited(graph.states[0])) << "whatever it was to the search before";
+TEST(Graph, onlyTheExitItselfHasTheEdgeToTheOtherVenue) {
+  VenueLists lists = rowOfWaypoints(2);
+  lists.isForMultiVenue = true;
+  lists.waypoints[0]->externalId = "exit:2";
+  const auto nodes = builtNodes(lists);
+  const GridGraph& grid = nodes->graph;
+  EXPECT_THAT(grid.neighborIds(grid.find(1)), ElementsAre(2));
+  EXPECT_THAT(grid.neighborIds(grid.find(2)), ElementsAre());
 }
 
-TEST(Graph, goalThatIsOnlyWantedIsNotVisited) {
-  Graph graph = threeInARow();
-  graph.clearSearch();
-  markGoal(graph, 2);
-  EXPECT_EQ(graph.stage(graph.states[2]), NodeState::wanted);
-  EXPECT_FALSE(graph.isVisited(graph.states[2]));
+TEST(Graph, linkToAWaypointThatNoGraphHasLeadsNowhereAndNeverOpens) {
+  VenueLists lists = rowOfWaypoints(1);
+  lists.paths = {pathOver({1, 99})};
+  const auto nodes = builtNodes(lists);
+  const Link& link = nodes->graph.graph.links[LinkIndex{0}];
+  EXPECT_EQ(link.target, noPosition);
+  EXPECT_EQ(link.rank, none<TypeRank>);
 }
 
-TEST(Graph, keepsWhatTheSearchLeftOnTheOpenList) {
-  Graph graph = threeInARow();
-  searchAnew(graph, 1, 0);
-  ASSERT_EQ(graph.openEntries().size(), 1U);
-  EXPECT_EQ(graph.openEntries()[0].position(), 2U);
-}
-
-// The numbers of searches run out after 2^30 of them; a mark of the first ones must not come alive
-// again.
-TEST(Graph, numbersOfSearchesRunOutWithoutATrace) {
-  Graph graph = threeInARow();
-  searchAnew(graph, 0, 2);
-  const std::uint32_t early = graph.round;
-  graph.round = lastRound - oneRound;
-  for (int i = 0; i < 4; ++i) {
-    EXPECT_EQ(searchAnew(graph, 0, 2), 2U);
-    EXPECT_EQ(graph.states[2].score, 2);
-    EXPECT_EQ(graph.stage(graph.states[1]), NodeState::closed);
-    graph.clearSearch();
-    expectCleared(graph);
-  }
-  EXPECT_LE(graph.round, early + 8 * oneRound) << "they have started over";
-  EXPECT_NE(graph.round, 0U);
-}
-
-TEST(Graph, marksOfTheLastNumberAreClearedWhenNumbersStartOver) {
-  Graph graph = threeInARow();
-  graph.round = lastRound - oneRound;
-  searchAnew(graph, 0, 2);
-  ASSERT_EQ(graph.round, lastRound);
-  graph.clearSearch();
-  EXPECT_EQ(graph.round, oneRound);
-  for (const NodeState& state : graph.states) EXPECT_EQ(state.mark, 0U);
-}
-
-TEST(Graph, linkToNowhereNeverOpens) {
-  const Link link{noPosition, 1, 1, Link::shut};
-  EXPECT_GE(link.gate, std::uint32_t{1} << 31U);
-  EXPECT_EQ((Link{0, 1, 1, 5U | Link::blockedBit}).kindRank(), 5U);
+TEST(Graph, onewayLinksLeaveNoGaps) {
+  const auto venue = test::drawVenue({.floors = {{.lines = {"A"}}, {.lines = {"B"}}},
+                                      .paths = {"A>B stairs up"},
+                                      .pathTypes = {{.name = "stairs"}}});
+  const auto nodes = builtNodes(test::listsOf(venue));
+  const Graph& graph = nodes->graph.graph;
+  EXPECT_EQ(graph.linksOf(Position{0}).size(), 1U);
+  EXPECT_TRUE(graph.linksOf(Position{1}).empty());
+  EXPECT_EQ(graph.links.size(), 1U);
 }
 
 }  // namespace

@@ -10,6 +10,8 @@ namespace {
 
 using testing::ElementsAre;
 
+constexpr Position only{0};
+
 // A node with edges to 2, to 3, and to both.
 std::shared_ptr<StandaloneNodes> original() {
   StandaloneNode node;
@@ -21,31 +23,31 @@ std::shared_ptr<StandaloneNodes> original() {
         std::vector<std::int64_t>{1, 2, 3}}) {
     node.edges.push_back(TernASEdge::initASEdge(1, std::move(nodes), 1, 1, 0, 0, 0));
   }
-  return std::make_shared<StandaloneNodes>(std::vector{node});
+  return std::make_shared<StandaloneNodes>(Indexed<Position, StandaloneNode>{node});
 }
 
 std::vector<bool> marks(const NodeSource& nodes) {
   std::vector<bool> marks;
-  for (const TernASEdge& edge : nodes.edges(0)) marks.push_back(edge.blocked);
+  for (const TernASEdge& edge : nodes.edges(only)) marks.push_back(edge.blocked);
   return marks;
 }
 
 TEST(NodeCopies, blocksOfTheOriginalDoNotReachThem) {
   const auto source = original();
-  source->blockEdges(0, 3, true);
+  source->blockEdges(only, 3, true);
   NodeCopies copies;
-  copies.add(source, 0);
-  source->blockEdges(0, std::nullopt, false);
+  copies.add(source, only);
+  source->blockEdges(only, std::nullopt, false);
   EXPECT_THAT(marks(copies), ElementsAre(false, true, true));
-  EXPECT_TRUE(copies.isEdgeBlocked(0, 3));
-  EXPECT_FALSE(copies.isEdgeBlocked(0, 2));
+  EXPECT_TRUE(copies.isEdgeBlocked(only, 3));
+  EXPECT_FALSE(copies.isEdgeBlocked(only, 2));
 }
 
 TEST(NodeCopies, theirOwnBlocksDoNotReachTheOriginal) {
   const auto source = original();
   NodeCopies copies;
-  copies.add(source, 0);
-  copies.blockEdges(0, 2, true);
+  copies.add(source, only);
+  copies.blockEdges(only, 2, true);
   EXPECT_THAT(marks(copies), ElementsAre(true, false, true));
   EXPECT_THAT(marks(*source), ElementsAre(false, false, false));
 }
@@ -53,23 +55,23 @@ TEST(NodeCopies, theirOwnBlocksDoNotReachTheOriginal) {
 TEST(NodeCopies, clearedOriginalsLeaveThemAsTheyWere) {
   const auto source = original();
   NodeCopies copies;
-  copies.add(source, 0);
-  copies.add(source, 0);
-  copies.setParent(0, 1);
-  source->clearProgress(0);
-  EXPECT_EQ(copies.progress(0).score, 5);
-  EXPECT_THAT(copies.chainTo(0), ElementsAre(0, 1));
-  EXPECT_THAT(copies.chainTo(1), ElementsAre(1));
+  copies.add(source, only);
+  copies.add(source, only);
+  copies.setParent(only, Position{1});
+  source->clearProgress(only);
+  EXPECT_EQ(copies.progress(only).score, 5);
+  EXPECT_THAT(copies.chainTo(only), ElementsAre(only, Position{1}));
+  EXPECT_THAT(copies.chainTo(Position{1}), ElementsAre(Position{1}));
 }
 
 TEST(NodeCopies, copyOfACopyIsLikeIt) {
   const auto copies = std::make_shared<NodeCopies>();
-  copies->add(original(), 0);
-  copies->blockEdges(0, 2, true);
+  copies->add(original(), only);
+  copies->blockEdges(only, 2, true);
   NodeCopies again;
-  again.add(copies, 0);
+  again.add(copies, only);
   EXPECT_THAT(marks(again), ElementsAre(true, false, true));
-  EXPECT_EQ(again.facts(0).nodeId, 1);
+  EXPECT_EQ(again.facts(only).nodeId, 1);
 }
 
 }  // namespace

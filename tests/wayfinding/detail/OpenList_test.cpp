@@ -45,8 +45,8 @@ class TextbookHeap {
 
  private:
   bool isGreater(std::size_t a, std::size_t b) const {
-    const float first = scores_[heap_[a]];
-    const float second = scores_[heap_[b]];
+    const float first = scores_[numberOf(heap_[a])];
+    const float second = scores_[numberOf(heap_[b])];
     return first != second && !(first < second);
   }
 
@@ -55,13 +55,12 @@ class TextbookHeap {
 };
 
 template <class Order>
-std::vector<Position> inOrder(const std::vector<float>& scores) {
-  Graph graph;
-  graph.states.resize(scores.size());
-  OpenList<Order> list(graph);
-  for (Position i = 0; i < scores.size(); ++i) list.insert(i, scores[i]);
-  std::vector<Position> order;
-  for (; !list.isEmpty(); list.removeFirst()) order.push_back(list.first());
+std::vector<std::uint32_t> inOrder(const std::vector<float>& scores) {
+  SearchState state(scores.size());
+  OpenList<Order> list(state);
+  for (std::uint32_t i = 0; i < scores.size(); ++i) list.insert(Position{i}, scores[i]);
+  std::vector<std::uint32_t> order;
+  for (; !list.isEmpty(); list.removeFirst()) order.push_back(numberOf(list.first()));
   return order;
 }
 
@@ -69,34 +68,34 @@ std::vector<Position> inOrder(const std::vector<float>& scores) {
 template <class Order>
 void expectTextbook(const rc::Gen<float>& anyScore) {
   constexpr std::size_t count = 24;
-  Graph graph;
-  graph.states.resize(count);
+  SearchState state(count);
   std::vector<float> scores(count, 0.0F);
   std::vector<bool> isOpen(count, false);
   TextbookHeap textbook(scores);
-  OpenList<Order> list(graph);
-  const auto steps = *rc::gen::container<std::vector<std::pair<Position, float>>>(
-      rc::gen::pair(rc::gen::inRange<Position>(0, count + 12), anyScore));
-  for (const auto& [position, score] : steps) {
-    if (position >= count) {
+  OpenList<Order> list(state);
+  const auto steps = *rc::gen::container<std::vector<std::pair<std::uint32_t, float>>>(
+      rc::gen::pair(rc::gen::inRange<std::uint32_t>(0, count + 12), anyScore));
+  for (const auto& [number, score] : steps) {
+    const Position position{number};
+    if (number >= count) {
       if (list.isEmpty()) continue;
       const Position first = list.first();
       list.removeFirst();
       RC_ASSERT(textbook.removeFirst() == first);
-      isOpen[first] = false;
+      isOpen[numberOf(first)] = false;
     } else {
-      scores[position] = score;
-      if (isOpen[position]) {
-        list.rewriteScore(graph.states[position], score);
+      scores[number] = score;
+      if (isOpen[number]) {
+        list.rewriteScore(state.nodes[position], score);
       } else {
         list.insert(position, score);
         textbook.insert(position);
       }
-      isOpen[position] = true;
+      isOpen[number] = true;
     }
-    graph.openCount = list.size();
+    state.openCount = list.size();
     std::vector<Position> ours;
-    for (const OpenEntry& entry : graph.openEntries()) ours.push_back(entry.position());
+    for (const OpenEntry& entry : state.openEntries()) ours.push_back(entry.position());
     RC_ASSERT(ours == textbook.positions());
   }
 }
@@ -131,28 +130,23 @@ TEST(OpenList, lastEntryStaysAtTheRootOnATie) {
 }
 
 TEST(OpenList, scoreThatDropsStaysWhereItIs) {
-  Graph graph;
-  graph.states.resize(3);
-  OpenList<PlainOrder> list(graph);
-  list.insert(0, 1);
-  list.insert(1, 5);
-  list.insert(2, 6);
-  list.rewriteScore(graph.states[2], 0);
-  EXPECT_EQ(list.first(), 0U) << "the lower score lies below the root and is not moved up";
+  SearchState state(3);
+  OpenList<PlainOrder> list(state);
+  list.insert(Position{0}, 1);
+  list.insert(Position{1}, 5);
+  list.insert(Position{2}, 6);
+  list.rewriteScore(state.nodes[Position{2}], 0);
+  EXPECT_EQ(list.first(), Position{0}) << "the lower score lies below the root and is not moved up";
   list.removeFirst();
-  EXPECT_EQ(list.first(), 2U);
+  EXPECT_EQ(list.first(), Position{2});
 }
 
-TEST(OpenList, storageIsKeptForTheNextSearch) {
-  Graph graph;
-  graph.states.resize(1000);
-  OpenList<PlainOrder> list(graph);
-  for (Position i = 0; i < 1000; ++i) list.insert(i, static_cast<float>(i % 7));
-  const std::size_t room = graph.openStorage.size();
-  OpenList<PlainOrder> next(graph);
-  EXPECT_TRUE(next.isEmpty());
-  for (Position i = 0; i < 1000; ++i) next.insert(i, static_cast<float>(i % 5));
-  EXPECT_EQ(graph.openStorage.size(), room);
+TEST(OpenList, hasRoomForEveryNodeAndIsEmptyForTheNextSearch) {
+  SearchState state(1000);
+  OpenList<PlainOrder> list(state);
+  for (std::uint32_t i = 0; i < 1000; ++i) list.insert(Position{i}, static_cast<float>(i % 7));
+  EXPECT_EQ(list.size(), 1000U);
+  EXPECT_TRUE(OpenList<PlainOrder>(state).isEmpty());
 }
 
 TEST(OpenList, plainOrderIsTheOrderOfTheFloats) {

@@ -8,6 +8,8 @@ namespace {
 
 using testing::ElementsAre;
 
+constexpr Position only{0};
+
 TernASEdge edgeOver(std::vector<std::int64_t> nodes) {
   return TernASEdge::initASEdge(1, std::move(nodes), 1, 1, 0, 0, 0);
 }
@@ -27,58 +29,58 @@ StandaloneNodes oneNode() {
   node.progress.score = 5;
   node.edges = {edgeOver({1, 2}), edgeOver({3, 1}), edgeOver({1, 2, 3})};
   node.neighbors = {linkTo(2), linkTo(3), linkTo({})};
-  return StandaloneNodes({node});
+  return StandaloneNodes(Indexed<Position, StandaloneNode>{node});
 }
 
 std::vector<bool> marks(const StandaloneNodes& nodes) {
   std::vector<bool> marks;
-  for (const TernASEdge& edge : nodes.edges(0)) marks.push_back(edge.blocked);
+  for (const TernASEdge& edge : nodes.edges(only)) marks.push_back(edge.blocked);
   return marks;
 }
 
 TEST(StandaloneNodes, holdWhatTheyAreMadeOf) {
   const StandaloneNodes nodes = oneNode();
-  EXPECT_EQ(nodes.facts(0).nodeId, 1);
-  EXPECT_EQ(nodes.facts(0).mapId, 9);
-  EXPECT_EQ(nodes.progress(0).score, 5);
-  EXPECT_EQ(nodes.edges(0).size(), 3U);
-  EXPECT_EQ(nodes.neighbors(0).size(), 3U);
+  EXPECT_EQ(nodes.facts(only).nodeId, 1);
+  EXPECT_EQ(nodes.facts(only).mapId, 9);
+  EXPECT_EQ(nodes.progress(only).score, 5);
+  EXPECT_EQ(nodes.edges(only).size(), 3U);
+  EXPECT_EQ(nodes.neighbors(only).size(), 3U);
 }
 
 TEST(StandaloneNodes, absentNeighbourIdReadsAsZero) {
-  EXPECT_THAT(oneNode().neighborIds(0), ElementsAre(2, 3, 0));
+  EXPECT_THAT(oneNode().neighborIds(only), ElementsAre(2, 3, 0));
 }
 
 TEST(StandaloneNodes, blockEveryEdgeThatJoinsTheOther) {
   StandaloneNodes nodes = oneNode();
-  nodes.blockEdges(0, 2, true);
+  nodes.blockEdges(only, 2, true);
   EXPECT_THAT(marks(nodes), ElementsAre(true, false, true));
-  nodes.blockEdges(0, 2, false);
+  nodes.blockEdges(only, 2, false);
   EXPECT_THAT(marks(nodes), ElementsAre(false, false, false));
 }
 
 TEST(StandaloneNodes, blockAllEdgesWhenNoneIsNamed) {
   StandaloneNodes nodes = oneNode();
-  nodes.blockEdges(0, std::nullopt, true);
+  nodes.blockEdges(only, std::nullopt, true);
   EXPECT_THAT(marks(nodes), ElementsAre(true, true, true));
 }
 
 TEST(StandaloneNodes, firstEdgeThatJoinsTheOtherIsTheOneAsked) {
   StandaloneNodes nodes = oneNode();
-  nodes.blockEdges(0, 2, true);
-  EXPECT_TRUE(nodes.isEdgeBlocked(0, 2));
-  EXPECT_FALSE(nodes.isEdgeBlocked(0, 3)) << "the third edge is blocked, the second is not";
-  EXPECT_FALSE(nodes.isEdgeBlocked(0, 4));
+  nodes.blockEdges(only, 2, true);
+  EXPECT_TRUE(nodes.isEdgeBlocked(only, 2));
+  EXPECT_FALSE(nodes.isEdgeBlocked(only, 3)) << "the third edge is blocked, the second is not";
+  EXPECT_FALSE(nodes.isEdgeBlocked(only, 4));
 }
 
 TEST(StandaloneNodes, clearingForgetsProgressAlone) {
   StandaloneNodes nodes = oneNode();
-  nodes.blockEdges(0, 2, true);
-  nodes.clearProgress(0);
-  EXPECT_FALSE(nodes.progress(0).visited);
-  EXPECT_EQ(nodes.progress(0).score, 0);
-  EXPECT_EQ(nodes.progress(0).usedEdgeTypeId, -1);
-  EXPECT_TRUE(nodes.isEdgeBlocked(0, 2));
+  nodes.blockEdges(only, 2, true);
+  nodes.clearProgress(only);
+  EXPECT_FALSE(nodes.progress(only).visited);
+  EXPECT_EQ(nodes.progress(only).score, 0);
+  EXPECT_EQ(nodes.progress(only).usedEdgeTypeId, -1);
+  EXPECT_TRUE(nodes.isEdgeBlocked(only, 2));
 }
 
 }  // namespace

@@ -1,0 +1,32 @@
+#include "tests/support/FailingAllocation.hpp"
+
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+constexpr std::size_t never = static_cast<std::size_t>(-1);
+
+// How many allocations of this thread succeed before one fails.
+thread_local std::size_t allocationsLeft = never;
+
+}  // namespace
+
+// Replaces the program's own.
+void* operator new(std::size_t size) {
+  if (allocationsLeft != never && allocationsLeft-- == 0) throw std::bad_alloc();
+  if (void* memory = std::malloc(size > 0 ? size : 1)) return memory;
+  throw std::bad_alloc();
+}
+
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+
+namespace tern::test {
+
+FailingAllocation::FailingAllocation(std::size_t nth) { allocationsLeft = nth; }
+FailingAllocation::~FailingAllocation() { allocationsLeft = never; }
+
+bool FailingAllocation::hasFailed() const { return allocationsLeft == never; }
+
+}  // namespace tern::test

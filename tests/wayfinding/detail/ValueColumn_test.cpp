@@ -1,0 +1,56 @@
+#include "TernCoreKit/wayfinding/detail/ValueColumn.hpp"
+
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <limits>
+
+namespace tern::detail {
+namespace {
+
+constexpr std::int64_t greatest = std::numeric_limits<std::int64_t>::max();
+constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
+constexpr std::int64_t edge = std::int64_t{1} << 49U;
+
+void expectKept(const std::vector<Value>& values) {
+  ValueColumn column;
+  for (const Value& value : values) column.append(value);
+  ASSERT_EQ(column.size(), values.size());
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    EXPECT_EQ(column[i].kind(), values[i].kind()) << i;
+    EXPECT_EQ(column[i], values[i]) << i;
+    EXPECT_EQ(column.integer(i), values[i].integer()) << i;
+    EXPECT_EQ(column.number(i), values[i].number()) << i;
+  }
+}
+
+TEST(ValueColumn, keepsWhatIsNoNumber) {
+  expectKept({{}, nullptr, true, false, "7", "a longer text than any", Value::list({1, 2})});
+}
+
+TEST(ValueColumn, keepsIntegersOfEverySize) {
+  expectKept({0, 1, -1, edge - 1, edge, -edge, -edge - 1, greatest, least});
+}
+
+TEST(ValueColumn, keepsDoublesToTheLastBit) {
+  const double infinity = std::numeric_limits<double>::infinity();
+  for (const double number : {0.0, -0.0, 0.1, 1e308, -1e308, 5e-324, 3.0, infinity, -infinity,
+                              std::nan(""), -std::nan("")}) {
+    ValueColumn column;
+    column.append(number);
+    EXPECT_TRUE(column[0].isNumber() && !column[0].isInteger());
+    EXPECT_EQ(std::bit_cast<std::uint64_t>(column.number(0)), std::bit_cast<std::uint64_t>(number));
+  }
+}
+
+RC_GTEST_PROP(ValueColumn, keepsAnyInteger, (std::int64_t integer)) {
+  ValueColumn column;
+  column.append(integer);
+  RC_ASSERT(column[0].isInteger());
+  RC_ASSERT(column.integer(0) == integer);
+}
+
+}  // namespace
+}  // namespace tern::detail
