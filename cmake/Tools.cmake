@@ -2,13 +2,12 @@
 # of objects, which the tests link too.
 
 find_package(CLI11 REQUIRED)
-find_library(TERN_HTTPLIB cpp-httplib REQUIRED)
 
 file(GLOB_RECURSE tern_tool_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tools/*.cpp)
 set(tern_main ${PROJECT_SOURCE_DIR}/tools/tern/main.cpp)
 list(REMOVE_ITEM tern_tool_sources ${tern_main})
 
-set(tern_tool_libraries TernCoreKit::TernCoreKit CLI11::CLI11 ${TERN_HTTPLIB})
+set(tern_tool_libraries TernCoreKit::TernCoreKit CLI11::CLI11)
 if(tern_tool_sources)
   add_library(tern_tool OBJECT ${tern_tool_sources})
   tern_own_target(tern_tool)

@@ -1,7 +1,5 @@
 #include "tests/support/LocalService.hpp"
 
-#include <strings.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -73,13 +71,7 @@ std::optional<std::string> LocalService::intercept(const Request& request) {
 }
 
 std::string headerOf(const service::ReceivedRequest& request, std::string_view name) {
-  for (const HttpHeader& header : request.headers) {
-    if (header.name.size() == name.size() &&
-        strncasecmp(header.name.data(), name.data(), name.size()) == 0) {
-      return header.value;
-    }
-  }
-  return {};
+  return request.header(name).value_or("");
 }
 
 }  // namespace tern::test

@@ -1,11 +1,13 @@
 #include "tools/service/MappingService.hpp"
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
 #include "TernCoreKit/platform/Json.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 #include "tools/service/HttpServer.hpp"
+#include "tools/service/RequestTarget.hpp"
 #include "tools/service/ServedDocuments.hpp"
 #include "tools/service/ServedTokens.hpp"
 
@@ -23,8 +25,7 @@ class MappingService::Implementation {
       : settings_(std::move(settings)),
         documents_(settings_.folder),
         tokens_(settings_.tokenValidity),
-        server_([this](const auto& request, auto& response) { answer(request, response); },
-                settings_.intercept) {}
+        server_([this](const ReceivedRequest& request) { return answer(request); }) {}
 
   std::optional<std::string> start() {
     if (auto complaint = documents_.complaint()) return complaint;
@@ -35,28 +36,28 @@ class MappingService::Implementation {
   const std::string& address() const { return settings_.address; }
 
  private:
-  void answer(const httplib::Request& request, httplib::Response& response) {
-    ServedAnswer answer = answerTo(request);
-    response.status = answer.status;
-    if (!answer.body.empty()) response.set_content(std::move(answer.body), "application/json");
+  std::string answer(const ReceivedRequest& request) {
+    if (settings_.intercept) {
+      if (auto bytes = settings_.intercept(request)) return *std::move(bytes);
+    }
+    return httpBytes(answerTo(request));
   }
 
-  ServedAnswer answerTo(const httplib::Request& request) {
-    if (request.method == "POST" && request.path == tokenPath) return answerToken(request);
+  ServedAnswer answerTo(const ReceivedRequest& request) {
+    if (request.method == "POST" && request.target == tokenPath) return answerToken(request.body);
     if (request.method != "GET") return errorAnswer(405, "The service answers GET requests");
     if (!isAllowed(request)) return errorAnswer(401, "The access token is missing or has ended");
-    constexpr const char* stamp = "If-Modified-Since";
-    return documents_.answer(request.target, request.has_header(stamp)
-                                                 ? std::optional(request.get_header_value(stamp))
-                                                 : std::nullopt);
+    return documents_.answer(request.target, request.header("If-Modified-Since"));
   }
 
-  ServedAnswer answerToken(const httplib::Request& request) {
-    if (request.get_param_value("grant_type") != "client_credentials") {
+  ServedAnswer answerToken(std::string form) {
+    std::ranges::replace(form, '+', ' ');
+    const auto asked = parseTarget("/?" + form);
+    if (!asked || asked->parameter("grant_type") != "client_credentials") {
       return errorAnswer(400, "unsupported_grant_type");
     }
-    if (request.get_param_value("client_id") != settings_.clientId ||
-        request.get_param_value("client_secret") != settings_.clientSecret) {
+    if (asked->parameter("client_id") != settings_.clientId ||
+        asked->parameter("client_secret") != settings_.clientSecret) {
       return errorAnswer(401, "invalid_client");
     }
     const std::int64_t seconds = tokens_.validity().count();
@@ -66,9 +67,9 @@ class MappingService::Implementation {
                             JsonLayout::compact)};
   }
 
-  bool isAllowed(const httplib::Request& request) const {
+  bool isAllowed(const ReceivedRequest& request) const {
     constexpr std::string_view scheme = "Bearer ";
-    const std::string header = request.get_header_value("Authorization");
+    const std::string header = request.header("Authorization").value_or("");
     return header.starts_with(scheme) &&
            tokens_.isValid(std::string_view(header).substr(scheme.size()));
   }

@@ -4,8 +4,8 @@
 //   GET  /QRVS/api/customer/<id>/...    the documents (ServedDocuments.hpp), with a token
 //
 // Errors are answered as JSON with "statusCode" and "message": 401 for wrong credentials and for a
-// token that is missing, wrong or has ended, 404 for what does not exist. Requests are bounded in
-// size and time, and a connection that says nothing goes when another one waits.
+// token that is missing, wrong or has ended, 404 for what does not exist. What a client can make it
+// keep is bounded (HttpServer.hpp).
 //
 //   MappingService service({.folder = "mall", .port = 8080});
 //   if (const auto error = service.start()) ...
@@ -19,19 +19,10 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
-#include "TernCoreKit/platform/Http.hpp"
+#include "tools/service/ReceivedRequest.hpp"
 
 namespace tern::service {
-
-struct ReceivedRequest {
-  std::string method;
-  // Path and query as they were sent.
-  std::string target;
-  // In no particular order.
-  std::vector<HttpHeader> headers;
-};
 
 struct ServiceSettings {
   std::string folder;

@@ -2,9 +2,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 #include <atomic>
 #include <chrono>
@@ -126,25 +123,6 @@ TEST_F(MappingServiceTest, faultTakesThePlaceOfTheAnswer) {
   service_.fault("/full", "", LocalService::Times::always);
   EXPECT_EQ(get(venue_, {{"Authorization", token}}).status, 0);
   EXPECT_EQ(get(venue_, {{"Authorization", token}}).status, 0);
-}
-
-// A connection that never says anything.
-int silentConnection(int port) {
-  const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_port = htons(static_cast<std::uint16_t>(port));
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  EXPECT_EQ(::connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-  return socket;
-}
-
-TEST_F(MappingServiceTest, silentConnectionsDoNotExhaustIt) {
-  std::vector<int> sockets;
-  const int port = std::stoi(service_.url().substr(service_.url().rfind(':') + 1));
-  for (int i = 0; i < 200; ++i) sockets.push_back(silentConnection(port));
-  EXPECT_EQ(get(venue_, {{"Authorization", bearer()}}).status, 200);
-  for (const int socket : sockets) ::close(socket);
 }
 
 TEST_F(MappingServiceTest, stopBreaksOffWhatIsUnderWay) {
