@@ -1,8 +1,9 @@
-// The mapping service's default host: where the destinations that venues share are asked for,
-// whatever host a hub has. The build sets it (TERN_DEFAULT_SERVICE_HOST); an application that runs
-// its own service sets it before it makes the first hub.
-//
-// Threads: any. Fails: never.
+/// @file
+/// The mapping service's default host: where the destinations that venues share are asked for,
+/// whatever host a hub has. The build sets it (TERN_DEFAULT_SERVICE_HOST); an application that runs
+/// its own service sets it before it makes the first hub.
+///
+/// Threads: any. Fails: never.
 #pragma once
 
 #include <string>
@@ -11,10 +12,10 @@
 
 namespace tern {
 
-// Scheme and host, without a "/" at the end.
+/// Scheme and host, without a "/" at the end.
 TERN_API std::string defaultServiceHost();
 
-// An empty host brings that of the build back.
+/// An empty host brings that of the build back.
 TERN_API void setDefaultServiceHost(std::string host);
 
 }  // namespace tern
