@@ -16,8 +16,8 @@
 #include "TernCoreKit/service/ServiceHost.hpp"
 #include "TernCoreKit/service/TernCoreUtils.hpp"
 #include "TernCoreKit/service/detail/CachedFetch.hpp"
+#include "TernCoreKit/service/detail/LoadsInTurn.hpp"
 #include "TernCoreKit/service/detail/UncachedFetch.hpp"
-#include "TernCoreKit/service/detail/VenuesInTurn.hpp"
 #include "TernCoreKit/wayfinding/joined/TernMultiActiveVenues.hpp"
 
 namespace tern {
@@ -395,30 +395,66 @@ void TernHub::loadVenueWithBuilding(std::int64_t venueId, ChooseBuilding choose,
 void TernHub::populateBuildingInVenue(const std::shared_ptr<TernActiveVenue>& venue,
                                       std::int64_t buildingId, VenueCompletion completion) {
   if (venue == nullptr) return completion(nullptr, wrongArgument());
-  if (!venue->buildings || venue->buildings->findById(buildingId) == nullptr) {
-    return completion(nullptr,
-                      notFound("Building with ID: " + std::to_string(buildingId) + " not found."));
-  }
-  auto endpoint = buildingAPIWithVenue(*venue, buildingId);
-  fetchCached(
-      shared_from_this(), detail::buildingRules, endpoint,
-      [self = shared_from_this(), venue, buildingId, endpoint, completion = std::move(completion)](
-          std::optional<TernError> error, Value answer, AnswerSource) {
+  loadBuilding(
+      venue, buildingId, [self = shared_from_this(), venue] { self->finishBuildings(venue); },
+      [venue, completion = std::move(completion)](std::optional<TernError> error) {
         if (error) return completion(nullptr, std::move(error));
-        self->takeBuilding(venue, buildingId, std::move(answer));
-        successfulServerPluginsResponseForApi(endpoint);
         completion(venue, std::nullopt);
       });
 }
 
-void TernHub::takeBuilding(const std::shared_ptr<TernActiveVenue>& venue, std::int64_t buildingId,
-                           Value answer) {
+void TernHub::populateBuildingsInVenue(const std::shared_ptr<TernActiveVenue>& venue,
+                                       std::vector<std::int64_t> buildingIds,
+                                       VenueCompletion completion) {
+  if (venue == nullptr) return completion(nullptr, wrongArgument());
+  struct Outcome {
+    bool hasBuilding = false;
+    std::optional<TernError> error;
+  };
+  const auto self = shared_from_this();
+  const auto outcome = std::make_shared<Outcome>();
+  const auto load = [self, venue, outcome](std::int64_t buildingId, const detail::LoadNext& next) {
+    self->loadBuilding(
+        venue, buildingId, [outcome] { outcome->hasBuilding = true; },
+        [outcome, next](std::optional<TernError> error) {
+          if (!outcome->error) outcome->error = std::move(error);
+          next();
+        });
+  };
+  detail::loadInTurn(std::move(buildingIds), load,
+                     [self, venue, outcome, completion = std::move(completion)] {
+                       if (outcome->hasBuilding) self->finishBuildings(venue);
+                       completion(venue, std::move(outcome->error));
+                     });
+}
+
+void TernHub::loadBuilding(const std::shared_ptr<TernActiveVenue>& venue, std::int64_t buildingId,
+                           std::function<void()> taken, Completion completion) {
+  if (!venue->buildings || venue->buildings->findById(buildingId) == nullptr) {
+    return completion(notFound("Building with ID: " + std::to_string(buildingId) + " not found."));
+  }
+  auto endpoint = buildingAPIWithVenue(*venue, buildingId);
+  fetchCached(shared_from_this(), detail::buildingRules, endpoint,
+              [self = shared_from_this(), venue, buildingId, endpoint, taken = std::move(taken),
+               completion = std::move(completion)](std::optional<TernError> error, Value answer,
+                                                   AnswerSource) {
+                if (error) return completion(std::move(error));
+                {
+                  const MutexLock lock(venue->recordsMutex());
+                  addBuilding(*venue, buildingId, std::move(answer));
+                }
+                self->write(&Fields::activeVenue, venue);
+                taken();
+                successfulServerPluginsResponseForApi(endpoint);
+                completion(std::nullopt);
+              });
+}
+
+void TernHub::finishBuildings(const std::shared_ptr<TernActiveVenue>& venue) {
   {
     const MutexLock lock(venue->recordsMutex());
-    addBuilding(*venue, buildingId, std::move(answer));
     attachWaypoints(*venue);
   }
-  write(&Fields::activeVenue, venue);
   if (isMultiActiveVenues()) return;
   venue->updateWayfindDataWithCompletion([self = shared_from_this()](bool isBuilt) {
     const auto listener = self->delegate();
@@ -430,27 +466,28 @@ void TernHub::populateVenuesWithDefaultBuilding(std::vector<std::int64_t> venueI
                                                 MultiVenueCompletion completion) {
   write(&Fields::isMultiActiveVenues, true);
   const auto self = shared_from_this();
-  const auto load = [self, completion](std::int64_t venueId, const detail::VenueLoaded& loaded) {
+  const auto venues = std::make_shared<std::vector<std::shared_ptr<TernActiveVenue>>>();
+  const auto load = [self, venues, completion](std::int64_t venueId, const detail::LoadNext& next) {
     const auto joined = self->multiActiveVenues();
     if (joined != nullptr && joined->venueConnections().contains(std::to_string(venueId))) {
-      return loaded(nullptr);
+      return next();
     }
     self->populateVenueWithDefaultBuildingByVenueId(
-        venueId, [self, completion, loaded](std::shared_ptr<TernActiveVenue> venue,
-                                            std::optional<TernError> error) {
+        venueId, [self, venues, completion, next](std::shared_ptr<TernActiveVenue> venue,
+                                                  std::optional<TernError> error) {
           if (error) {
             self->write(&Fields::isMultiActiveVenues, false);
             completion(nullptr, std::move(error));
           }
-          loaded(std::move(venue));
+          if (venue != nullptr) venues->push_back(std::move(venue));
+          next();
         });
   };
-  detail::loadInTurn(std::move(venueIds), load,
-                     [self, completion](const detail::LoadedVenues& venues) {
-                       self->joinVenues(venues);
-                       self->write(&Fields::isMultiActiveVenues, false);
-                       completion(self->multiActiveVenues(), std::nullopt);
-                     });
+  detail::loadInTurn(std::move(venueIds), load, [self, venues, completion] {
+    self->joinVenues(*venues);
+    self->write(&Fields::isMultiActiveVenues, false);
+    completion(self->multiActiveVenues(), std::nullopt);
+  });
 }
 
 void TernHub::joinVenues(const std::vector<std::shared_ptr<TernActiveVenue>>& venues) {

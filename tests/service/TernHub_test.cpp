@@ -652,6 +652,119 @@ TEST_F(TernHub, destroyingTheActiveVenueEndsCaching) {
   EXPECT_EQ(scene_.cached("/venue/7/full"), pretty(venueAnswer));
 }
 
+// Several buildings
+
+class TernHubBuildings : public TernHub {
+ protected:
+  TernHubBuildings() {
+    scene_.answers["/venue/7/full"] = HubScene::json(
+        R"({"id":7,"destinations":{"items":[{"id":1,"locations":[{"mapId":3,"waypointIds":[31]}]}]},
+            "buildings":{"items":[{"id":2},{"id":3},{"id":4}]}})");
+    for (const char* const id : {"2", "3", "4"}) {
+      scene_.answers["/venue/7/building/" + std::string(id) + "/full"] =
+          HubScene::json(building(id));
+    }
+    scene_.hub().setDelegate(delegate_);
+    venue_ = loadVenue().result();
+    scene_.events();
+  }
+
+  // One floor with its map, which has one waypoint.
+  static std::string building(const std::string& id) {
+    return R"({"id":)" + id + R"(,"floors":{"items":[{"id":)" + id + R"(,"map":{"id":)" + id +
+           R"(,"waypoints":{"items":[{"id":)" + id + R"(1,"mapId":)" + id +
+           R"(,"coordinates":[0,0]}]}}}]}})";
+  }
+  VenueCalls load(std::vector<std::int64_t> ids) {
+    VenueCalls calls;
+    scene_.hub().populateBuildingsInVenue(venue_, std::move(ids), calls.record());
+    EXPECT_THAT(calls.list, IsEmpty());
+    scene_.queue->runAll();
+    EXPECT_THAT(calls.list, SizeIs(1));
+    return calls;
+  }
+  std::vector<std::int64_t> mapIds() const {
+    std::vector<std::int64_t> ids;
+    for (const auto& map : venue_->maps->getAll()) ids.push_back(map->id.integer());
+    return ids;
+  }
+
+  const std::shared_ptr<CountingDelegate> delegate_ = std::make_shared<CountingDelegate>();
+  std::shared_ptr<TernActiveVenue> venue_;
+};
+
+TEST_F(TernHubBuildings, comeInTheirOrderAndTheGraphIsBuiltOnce) {
+  const VenueCalls calls = load({4, 2, 3});
+  EXPECT_EQ(calls.result(), venue_);
+  EXPECT_FALSE(calls.error());
+  EXPECT_EQ(delegate_->count, 1);
+  EXPECT_THAT(mapIds(), ElementsAre(4, 2, 3));
+  EXPECT_THAT(scene_.events(),
+              ElementsAre("START /venue/7/building/4/full", "SUCCESS /venue/7/building/4/full",
+                          "START /venue/7/building/2/full", "SUCCESS /venue/7/building/2/full",
+                          "START /venue/7/building/3/full", "SUCCESS /venue/7/building/3/full"));
+  EXPECT_EQ(scene_.hub().activeVenue(), venue_);
+}
+
+TEST_F(TernHubBuildings, oneByOneBuildTheGraphEachTime) {
+  for (const std::int64_t id : {2, 3, 4}) {
+    scene_.hub().populateBuildingInVenue(venue_, id, [](auto&&...) {});
+    scene_.queue->runAll();
+  }
+  EXPECT_EQ(delegate_->count, 3);
+}
+
+TEST_F(TernHubBuildings, giveDestinationsTheirWaypoints) {
+  load({2, 3, 4});
+  const auto waypoints = venue_->destinations->getById(1)->waypoints;
+  ASSERT_THAT(waypoints, SizeIs(1));
+  EXPECT_EQ(waypoints[0]->id, Value(31));
+}
+
+TEST_F(TernHubBuildings, thoseThatCannotBeLoadedAreLeftOutAndTheFirstErrorIsReported) {
+  scene_.answers["/venue/7/building/3/full"] =
+      HubScene::json(R"({"statusCode":404,"message":"x"})", 404);
+  const VenueCalls calls = load({2, 3, 99, 4});
+  EXPECT_EQ(calls.result(), venue_);
+  EXPECT_EQ(calls.error()->code, "TN007");
+  EXPECT_EQ(calls.error()->message, "x");
+  EXPECT_THAT(mapIds(), ElementsAre(2, 4));
+  EXPECT_EQ(delegate_->count, 1);
+}
+
+TEST_F(TernHubBuildings, buildNoGraphWhenNoneCameIn) {
+  const VenueCalls unknown = load({99});
+  EXPECT_EQ(unknown.error()->message, "Building with ID: 99 not found.");
+  const VenueCalls none = load({});
+  EXPECT_EQ(none.result(), venue_);
+  EXPECT_FALSE(none.error());
+  EXPECT_EQ(delegate_->count, 0);
+  EXPECT_EQ(venue_->globalASGrid(), nullptr);
+}
+
+TEST_F(TernHubBuildings, ofNoVenueAreAnErrorAtOnce) {
+  VenueCalls calls;
+  scene_.hub().populateBuildingsInVenue(nullptr, {2}, calls.record());
+  ASSERT_THAT(calls.list, SizeIs(1));
+  EXPECT_EQ(calls.result(), nullptr);
+  EXPECT_EQ(calls.error()->code, "TN006");
+}
+
+TEST_F(TernHubBuildings, keepTheirHubUntilTheyHaveCompleted) {
+  VenueCalls calls;
+  auto hub = tern::TernHub::initCustomerWithDictionary(HubScene::options());
+  hub->setDelegate(delegate_);
+  hub->populateBuildingsInVenue(venue_, {2, 3}, calls.record());
+  scene_.queue->runNext();
+  const std::weak_ptr<tern::TernHub> observed = std::exchange(hub, nullptr);
+  EXPECT_FALSE(observed.expired());
+  EXPECT_THAT(calls.list, IsEmpty());
+  scene_.queue->runAll();
+  EXPECT_THAT(calls.list, SizeIs(1));
+  EXPECT_EQ(delegate_->count, 1);
+  EXPECT_TRUE(observed.expired());
+}
+
 // Several venues
 
 class CountingMultiDelegate final : public TernMultiActiveVenuesDelegate {
