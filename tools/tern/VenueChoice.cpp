@@ -1,7 +1,6 @@
 #include "tools/tern/VenueChoice.hpp"
 
 #include <algorithm>
-#include <future>
 #include <utility>
 
 #include "TernCoreKit/answers/ErrorAnswer.hpp"
@@ -62,12 +61,6 @@ std::variant<std::vector<std::int64_t>, Failure> buildingIds(
   for (const TernBuilding& building : venue.buildings->each()) ids.push_back(building.id.integer());
   std::ranges::sort(ids);
   return ids;
-}
-
-void buildGraph(TernActiveVenue& venue) {
-  std::promise<void> isBuilt;
-  venue.updateWayfindDataWithCompletion([&](bool) { isBuilt.set_value(); });
-  isBuilt.get_future().wait();
 }
 
 }  // namespace tern::command

@@ -33,7 +33,4 @@ std::variant<std::int64_t, Failure> onlyVenue(const TernVenueCollection& venues,
 std::variant<std::vector<std::int64_t>, Failure> buildingIds(
     const TernActiveVenue& venue, const std::string& place, std::optional<std::int64_t> buildingId);
 
-// Returns when routes can be searched.
-void buildGraph(TernActiveVenue& venue);
-
 }  // namespace tern::command

@@ -1,6 +1,7 @@
 #include "tools/tern/VenueFolder.hpp"
 
 #include <fstream>
+#include <future>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -82,6 +83,13 @@ std::optional<Failure> addBuildings(TernActiveVenue& venue, const fs::path& venu
     addBuilding(venue, id, std::move(std::get<Value>(answer)));
   }
   return std::nullopt;
+}
+
+// Returns when routes can be searched.
+void buildGraph(TernActiveVenue& venue) {
+  std::promise<void> isBuilt;
+  venue.updateWayfindDataWithCompletion([&](bool) { isBuilt.set_value(); });
+  isBuilt.get_future().wait();
 }
 
 }  // namespace

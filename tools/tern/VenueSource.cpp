@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "tools/tern/CacheFolder.hpp"
+#include "tools/tern/HubSource.hpp"
 #include "tools/tern/VenueFolder.hpp"
-#include "tools/tern/VenueService.hpp"
 
 namespace tern::command {
 
@@ -31,7 +31,7 @@ std::variant<std::unique_ptr<VenueSource>, Failure> openSource(const Arguments& 
   if (call.service.host.empty()) return std::make_unique<FolderSource>(call.data);
   auto folder = cacheFolder(call.service);
   if (auto* failure = std::get_if<Failure>(&folder)) return std::move(*failure);
-  return std::make_unique<VenueService>(call.service, std::get<std::string>(folder), diagnostics);
+  return std::make_unique<HubSource>(call.service, std::get<std::string>(folder), diagnostics);
 }
 
 }  // namespace tern::command

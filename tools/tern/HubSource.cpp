@@ -1,4 +1,4 @@
-#include "tools/tern/VenueService.hpp"
+#include "tools/tern/HubSource.hpp"
 
 #include <algorithm>
 #include <future>
@@ -10,30 +10,11 @@
 #include "TernCoreKit/model/collections/TernFloorCollection.hpp"
 #include "TernCoreKit/model/records/TernBuilding.hpp"
 #include "TernCoreKit/platform/Files.hpp"
-#include "TernCoreKit/platform/WorkQueue.hpp"
 #include "tools/tern/Whereabouts.hpp"
 
 namespace tern::command {
 
 namespace {
-
-// A hub rebuilds the graph behind each building. These are dropped: the graph is built once, when
-// all buildings are there.
-class WithoutRebuilds {
- public:
-  WithoutRebuilds() { setBackgroundQueue(std::make_shared<DroppingQueue>()); }
-  ~WithoutRebuilds() { setBackgroundQueue(queue_); }
-  WithoutRebuilds(const WithoutRebuilds&) = delete;
-  WithoutRebuilds& operator=(const WithoutRebuilds&) = delete;
-
- private:
-  class DroppingQueue : public WorkQueue {
-   public:
-    void run(std::function<void()>) override {}
-  };
-
-  const std::shared_ptr<WorkQueue> queue_ = backgroundQueue();
-};
 
 HttpSettings settingsOf(const HostOptions& options) {
   HttpSettings settings;
@@ -63,12 +44,21 @@ class FirstAnswer {
   std::shared_ptr<State> state_ = std::make_shared<State>();
 };
 
+// Waits for the graph of what a hub has loaded.
+class GraphOfHub final : public TernHubDelegate {
+ public:
+  void wayfindDataLoaded() override { built_.completion()(); }
+  void wait() const { built_.wait(); }
+
+ private:
+  const FirstAnswer<> built_;
+};
+
 using FirstVenue = FirstAnswer<std::shared_ptr<TernActiveVenue>, std::optional<TernError>>;
 
 }  // namespace
 
-VenueService::VenueService(const HostOptions& options, const std::string& cacheFolder,
-                           int diagnostics)
+HubSource::HubSource(const HostOptions& options, const std::string& cacheFolder, int diagnostics)
     : host_(options.host),
       transport_(std::make_shared<WatchedTransport>(makeHttpTransport(settingsOf(options)))) {
   setHttpTransport(transport_);
@@ -83,12 +73,12 @@ VenueService::VenueService(const HostOptions& options, const std::string& cacheF
                                                          {"geoJSON", options.geoJson}}));
 }
 
-VenueService::~VenueService() {
+HubSource::~HubSource() {
   setFileSystem(nullptr);
   setHttpTransport(nullptr);
 }
 
-Loaded<TernVenueCollection> VenueService::readVenues() {
+Loaded<TernVenueCollection> HubSource::readVenues() {
   const FirstAnswer<std::optional<TernError>> answer;
   hub_->populateCoreWithExternalIds("", answer.completion());
   const auto [error] = answer.wait();
@@ -98,15 +88,15 @@ Loaded<TernVenueCollection> VenueService::readVenues() {
   return venues;
 }
 
-std::variant<std::int64_t, Failure> VenueService::chosenVenue(std::optional<std::int64_t> venueId) {
+std::variant<std::int64_t, Failure> HubSource::chosenVenue(std::optional<std::int64_t> venueId) {
   if (venueId) return *venueId;
   const auto venues = readVenues();
   if (const auto* failure = std::get_if<Failure>(&venues)) return *failure;
   return onlyVenue(*std::get<std::shared_ptr<TernVenueCollection>>(venues), host_);
 }
 
-Loaded<TernActiveVenue> VenueService::loadVenue(std::optional<std::int64_t> venueId,
-                                                std::optional<std::int64_t> buildingId) {
+Loaded<TernActiveVenue> HubSource::loadVenue(std::optional<std::int64_t> venueId,
+                                             std::optional<std::int64_t> buildingId) {
   const auto id = chosenVenue(venueId);
   if (const auto* failure = std::get_if<Failure>(&id)) return *failure;
   const FirstVenue answer;
@@ -115,22 +105,24 @@ Loaded<TernActiveVenue> VenueService::loadVenue(std::optional<std::int64_t> venu
   // A venue without its map template is a venue all the same.
   if (venue == nullptr) return failed(*error);
   if (auto failure = addBuildings(venue, buildingId)) return *std::move(failure);
-  buildGraph(*venue);
   return venue;
 }
 
-std::optional<Failure> VenueService::addBuildings(const std::shared_ptr<TernActiveVenue>& venue,
-                                                  std::optional<std::int64_t> buildingId) {
+std::optional<Failure> HubSource::addBuildings(const std::shared_ptr<TernActiveVenue>& venue,
+                                               std::optional<std::int64_t> buildingId) {
   const std::string name = venueTitle(*venue) + " of " + host_;
   if (venue->id.isAbsent()) return isEmpty("the venue");
   const auto ids = buildingIds(*venue, name, buildingId);
   if (const auto* failure = std::get_if<Failure>(&ids)) return *failure;
-  const WithoutRebuilds untilAllAreThere;
-  for (const std::int64_t id : std::get<std::vector<std::int64_t>>(ids)) {
-    const FirstVenue answer;
-    hub_->populateBuildingInVenue(venue, id, answer.completion());
-    const auto [sameVenue, error] = answer.wait();
-    if (error) return failed(*error);
+  const auto& wanted = std::get<std::vector<std::int64_t>>(ids);
+  const auto graph = std::make_shared<GraphOfHub>();
+  hub_->setDelegate(graph);
+  const FirstVenue answer;
+  hub_->populateBuildingsInVenue(venue, wanted, answer.completion());
+  const auto [sameVenue, error] = answer.wait();
+  if (error) return failed(*error);
+  graph->wait();
+  for (const std::int64_t id : wanted) {
     const auto building = venue->buildings->findById(id);
     if (!transport_->failure().empty() && (building == nullptr || !building->floors)) {
       return isEmpty("building " + std::to_string(id));
@@ -139,19 +131,19 @@ std::optional<Failure> VenueService::addBuildings(const std::shared_ptr<TernActi
   return std::nullopt;
 }
 
-std::string VenueService::remark() const {
+std::string HubSource::remark() const {
   const std::string failure = transport_->failure();
   return failure.empty() ? failure
                          : host_ + ": " + failure + "; what is missing comes from the cache";
 }
 
-Failure VenueService::isEmpty(const std::string& what) const {
+Failure HubSource::isEmpty(const std::string& what) const {
   const std::string failure = transport_->failure();
   return notLoaded(TernErrorTypeConnection, host_ + ": " + what + " cannot be had" +
                                                 (failure.empty() ? "" : ": " + failure));
 }
 
-Failure VenueService::failed(const TernError& error) const {
+Failure HubSource::failed(const TernError& error) const {
   Failure failure{ExitStatus::notLoaded, error};
   failure.error.message = host_ + ": " + error.message;
   if (!error.errorDescription.empty()) failure.error.message += ": " + error.errorDescription;

@@ -1,4 +1,4 @@
-#include "tools/tern/VenueService.hpp"
+#include "tools/tern/HubSource.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -35,9 +35,9 @@ const std::string query = "?v=4.12&locale=en-US&geojson=false";
 
 std::string get(const std::string& path) { return "GET /QRVS/api/customer/1" + path + query; }
 
-class VenueServiceTest : public testing::Test {
+class HubSourceTest : public testing::Test {
  protected:
-  VenueServiceTest() : service_(written(folder_)) {
+  HubSourceTest() : service_(written(folder_)) {
     folder_.write("venue/1/full.json", R"({"id":1,"name":"Plaza","generatedAt":7,
         "pathTypes":{"items":[]},"buildings":{"items":[{"id":4},{"id":3}]}})");
     for (const char* const id : {"3", "4"}) {
@@ -63,16 +63,16 @@ class VenueServiceTest : public testing::Test {
            R"(2]}]}}}]}})";
   }
 
-  // A venue service of its own for each load, as each run of the command has.
+  // A source of its own for each load, as each run of the command has.
   Loaded<TernVenueCollection> readVenues() {
-    VenueService service(options_, cache_.at(""), STDERR_FILENO);
+    HubSource service(options_, cache_.at(""), STDERR_FILENO);
     auto venues = service.readVenues();
     remark_ = service.remark();
     return venues;
   }
   Loaded<TernActiveVenue> load(std::optional<std::int64_t> venue = 1,
                                std::optional<std::int64_t> building = std::nullopt) {
-    VenueService service(options_, cache_.at(""), STDERR_FILENO);
+    HubSource service(options_, cache_.at(""), STDERR_FILENO);
     auto loaded = service.loadVenue(venue, building);
     remark_ = service.remark();
     return loaded;
@@ -102,34 +102,34 @@ class VenueServiceTest : public testing::Test {
   std::string remark_;
 };
 
-TEST_F(VenueServiceTest, venuesAskForTheCustomerOnly) {
+TEST_F(HubSourceTest, venuesAskForTheCustomerOnly) {
   const auto venues = readVenues();
   EXPECT_EQ(std::get<std::shared_ptr<TernVenueCollection>>(venues)->getCount(), 1U);
   EXPECT_THAT(service_.takeTargets(), ElementsAre(token, get("/full")));
   EXPECT_EQ(remark_, "");
 }
 
-TEST_F(VenueServiceTest, namedVenueIsAskedForWithItsBuildingsInOrder) {
+TEST_F(HubSourceTest, namedVenueIsAskedForWithItsBuildingsInOrder) {
   EXPECT_EQ(linksOf(load()), 4U);
   EXPECT_THAT(service_.takeTargets(),
               ElementsAre(token, get("/venue/1/full"), get("/venue/1/building/3/full"),
                           get("/venue/1/building/4/full")));
 }
 
-TEST_F(VenueServiceTest, onlyVenueIsFoundInTheCustomersDocument) {
+TEST_F(HubSourceTest, onlyVenueIsFoundInTheCustomersDocument) {
   EXPECT_EQ(linksOf(load(std::nullopt, 4)), 2U);
   EXPECT_THAT(service_.takeTargets(), ElementsAre(token, get("/full"), get("/venue/1/full"),
                                                   get("/venue/1/building/4/full")));
 }
 
-TEST_F(VenueServiceTest, localeAndGeoJsonAreAskedFor) {
+TEST_F(HubSourceTest, localeAndGeoJsonAreAskedFor) {
   options_.locale = "de-AT";
   options_.geoJson = true;
   readVenues();
   EXPECT_THAT(service_.takeTargets().back(), EndsWith("?v=4.12&locale=de-AT&geojson=true"));
 }
 
-TEST_F(VenueServiceTest, cachedDocumentsAreAskedForByTheirStamps) {
+TEST_F(HubSourceTest, cachedDocumentsAreAskedForByTheirStamps) {
   load();
   service_.takeRequests();
   EXPECT_EQ(linksOf(load()), 4U);
@@ -141,14 +141,14 @@ TEST_F(VenueServiceTest, cachedDocumentsAreAskedForByTheirStamps) {
   EXPECT_EQ(remark_, "");
 }
 
-TEST_F(VenueServiceTest, newDocumentReplacesTheCachedOne) {
+TEST_F(HubSourceTest, newDocumentReplacesTheCachedOne) {
   load();
   folder_.write("venue/1/full.json",
                 R"({"id":1,"generatedAt":8,"buildings":{"items":[{"id":3}]}})");
   EXPECT_EQ(linksOf(load()), 2U);
 }
 
-TEST_F(VenueServiceTest, warmCacheWithoutReloadMakesNoRequest) {
+TEST_F(HubSourceTest, warmCacheWithoutReloadMakesNoRequest) {
   load(std::nullopt);
   service_.takeRequests();
   options_.noReload = true;
@@ -157,7 +157,7 @@ TEST_F(VenueServiceTest, warmCacheWithoutReloadMakesNoRequest) {
   EXPECT_EQ(remark_, "");
 }
 
-TEST_F(VenueServiceTest, serviceThatIsGoneLeavesTheCache) {
+TEST_F(HubSourceTest, serviceThatIsGoneLeavesTheCache) {
   load(std::nullopt);
   service_.stop();
   EXPECT_EQ(linksOf(load(std::nullopt)), 4U);
@@ -165,14 +165,14 @@ TEST_F(VenueServiceTest, serviceThatIsGoneLeavesTheCache) {
   EXPECT_THAT(remark_, EndsWith("; what is missing comes from the cache"));
 }
 
-TEST_F(VenueServiceTest, serviceThatFailsLeavesTheCache) {
+TEST_F(HubSourceTest, serviceThatFailsLeavesTheCache) {
   load();
   service_.fault("/building/4/", httpAnswer("500 Internal Server Error", "{}"));
   EXPECT_EQ(linksOf(load()), 4U);
   EXPECT_THAT(remark_, HasSubstr("it answers with status 500"));
 }
 
-TEST_F(VenueServiceTest, serviceThatStaysSilentLongerThanItMayLeavesTheCache) {
+TEST_F(HubSourceTest, serviceThatStaysSilentLongerThanItMayLeavesTheCache) {
   load();
   options_.timeout = std::chrono::seconds(1);
   service_.delay("/building/4/", std::chrono::seconds(2));
@@ -180,13 +180,13 @@ TEST_F(VenueServiceTest, serviceThatStaysSilentLongerThanItMayLeavesTheCache) {
   EXPECT_THAT(remark_, HasSubstr("timed out"));
 }
 
-TEST_F(VenueServiceTest, serviceThatIsGoneAndWasNeverThereIsAFailure) {
+TEST_F(HubSourceTest, serviceThatIsGoneAndWasNeverThereIsAFailure) {
   service_.stop();
   EXPECT_THAT(failureOf(load()), HasSubstr("Could not request access token"));
   EXPECT_THAT(failureOf(readVenues()), HasSubstr("Could not request access token"));
 }
 
-TEST_F(VenueServiceTest, whatFailsAndIsNotCachedIsAFailure) {
+TEST_F(HubSourceTest, whatFailsAndIsNotCachedIsAFailure) {
   // Always, since a client may ask again when a connection that it has used before is closed.
   service_.fault("/venue/1/full", "", LocalService::Times::always);
   EXPECT_THAT(failureOf(load()), HasSubstr("the venue cannot be had: "));
@@ -199,14 +199,14 @@ TEST_F(VenueServiceTest, whatFailsAndIsNotCachedIsAFailure) {
   EXPECT_THAT(log_.take(), Contains("Error in parsing data"));
 }
 
-TEST_F(VenueServiceTest, wrongSecretIsAFailure) {
+TEST_F(HubSourceTest, wrongSecretIsAFailure) {
   options_.clientSecret = "wrong-secret";
   const std::string failure = failureOf(load());
   EXPECT_THAT(failure, HasSubstr("Could not request access token: invalid_client"));
   EXPECT_THAT(failure, Not(HasSubstr("wrong-secret")));
 }
 
-TEST_F(VenueServiceTest, whatTheServiceDoesNotHaveIsAFailure) {
+TEST_F(HubSourceTest, whatTheServiceDoesNotHaveIsAFailure) {
   EXPECT_THAT(failureOf(load(9)), HasSubstr("/venue/9/full"));
   EXPECT_THAT(failureOf(load(1, 9)), HasSubstr("there is no building 9 in venue 1 of"));
   std::filesystem::remove(folder_.at("venue/1/building/4/full.json"));
@@ -215,18 +215,18 @@ TEST_F(VenueServiceTest, whatTheServiceDoesNotHaveIsAFailure) {
   EXPECT_THAT(failureOf(readVenues()), Not(HasSubstr("no failure")));
 }
 
-TEST_F(VenueServiceTest, venueWithoutBuildingsIsAFailure) {
+TEST_F(HubSourceTest, venueWithoutBuildingsIsAFailure) {
   folder_.write("venue/1/full.json", R"({"id":1})");
   EXPECT_THAT(failureOf(load()), EndsWith("has no buildings"));
 }
 
-TEST_F(VenueServiceTest, venueIsLoadedWithoutItsMapTemplate) {
+TEST_F(HubSourceTest, venueIsLoadedWithoutItsMapTemplate) {
   folder_.write("venue/1/full.json", R"({"id":1,"defaultMapTemplateId":"calm",
       "buildings":{"items":[{"id":3}]}})");
   EXPECT_EQ(linksOf(load()), 2U);
 }
 
-TEST_F(VenueServiceTest, neitherSecretNorTokenIsKept) {
+TEST_F(HubSourceTest, neitherSecretNorTokenIsKept) {
   load(std::nullopt);
   const auto requests = service_.takeRequests();
   const std::string bearer = test::headerOf(requests.back(), "Authorization").substr(7);

@@ -3,11 +3,10 @@
 // Only the documents that are asked for are requested. What the service does not answer is taken
 // from the disk cache, as a hub does; `remark` says so.
 //
-// Ownership: takes the place of the process's HTTP transport and file system while it lives, and of
-// its background queue during a load. Threads: one. Fails: by value, with one line that names the
-// service.
+// Ownership: takes the place of the process's HTTP transport and file system while it lives.
+// Threads: one. Fails: by value, with one line that names the service.
 //
-//   VenueService service(options, "/home/me/.cache", STDERR_FILENO);
+//   HubSource service(options, "/home/me/.cache", STDERR_FILENO);
 //   const auto venue = service.loadVenue(1, std::nullopt);
 #pragma once
 
@@ -24,13 +23,13 @@
 
 namespace tern::command {
 
-class VenueService final : public VenueSource {
+class HubSource final : public VenueSource {
  public:
   // The folder is the cache's; the trace goes to the descriptor, which stays the caller's.
-  VenueService(const HostOptions& options, const std::string& cacheFolder, int diagnostics);
-  ~VenueService() override;
-  VenueService(const VenueService&) = delete;
-  VenueService& operator=(const VenueService&) = delete;
+  HubSource(const HostOptions& options, const std::string& cacheFolder, int diagnostics);
+  ~HubSource() override;
+  HubSource(const HubSource&) = delete;
+  HubSource& operator=(const HubSource&) = delete;
 
   Loaded<TernVenueCollection> readVenues() override;
   Loaded<TernActiveVenue> loadVenue(std::optional<std::int64_t> venueId,
@@ -40,6 +39,7 @@ class VenueService final : public VenueSource {
 
  private:
   std::variant<std::int64_t, Failure> chosenVenue(std::optional<std::int64_t> venueId);
+  // Returns when routes can be searched.
   std::optional<Failure> addBuildings(const std::shared_ptr<TernActiveVenue>& venue,
                                       std::optional<std::int64_t> buildingId);
   // A load that found nothing to build on reports no error.
