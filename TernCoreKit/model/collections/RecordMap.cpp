@@ -54,10 +54,6 @@ Value keyOfText(std::string_view text) {
   return text;
 }
 
-bool sameKey(const Value& a, const Value& b) {
-  return a.sameBytes(b) || (a.isText() && b.isText() && a.text() == b.text());
-}
-
 std::size_t slotsFor(std::size_t count) { return std::bit_ceil(count + count / 2 + 1); }
 
 }  // namespace
@@ -65,6 +61,28 @@ std::size_t slotsFor(std::size_t count) { return std::bit_ceil(count + count / 2
 Value RecordMap::keyOf(const Value& id) {
   if (id.isInteger()) return id.integer();
   return id.isText() ? keyOfText(id.text()) : keyOfText(id.printed());
+}
+
+template <class Key>
+std::size_t RecordMap::firstSlot(const Key& key) const noexcept {
+  std::uint64_t hash = 0;
+  if (key.isText()) {
+    hash = hashText(key.text(), seed_);
+  } else {
+    hash = static_cast<std::uint64_t>(key.integer());
+    if (seed_ != 0) hash = scatter(hash, seed_);
+  }
+  return static_cast<std::size_t>(hash) & (slots_.size() - 1);
+}
+
+// The slot of the key or, when it is not there, the free one where it belongs.
+template <class Key>
+std::size_t RecordMap::slotOf(const Key& key) const noexcept {
+  std::size_t slot = firstSlot(key);
+  while (slots_[slot] != 0 && !(entries_[slots_[slot] - 1].key == key)) {
+    slot = (slot + 1) & (slots_.size() - 1);
+  }
+  return slot;
 }
 
 // One tight loop over all keys lets the processor fetch many slots at once, which making the
@@ -76,7 +94,7 @@ RecordMap::RecordMap(std::vector<Entry> entries) : entries_(std::move(entries)) 
     if (i != kept) entries_[kept] = std::move(entries_[i]);
     if (admit(kept)) ++kept;
   }
-  entries_.resize(kept);
+  entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(kept), entries_.end());
 }
 
 void RecordMap::set(Value key, std::shared_ptr<TernBaseModel> record) {
@@ -106,26 +124,6 @@ const RecordMap::Entry* RecordMap::find(const Value& key) const noexcept {
   if (slots_.empty()) return nullptr;
   const std::uint32_t position = slots_[slotOf(key)];
   return position != 0 ? &entries_[position - 1] : nullptr;
-}
-
-std::size_t RecordMap::firstSlot(const Value& key) const noexcept {
-  std::uint64_t hash = 0;
-  if (key.isText()) {
-    hash = hashText(key.text(), seed_);
-  } else {
-    hash = static_cast<std::uint64_t>(key.integer());
-    if (seed_ != 0) hash = scatter(hash, seed_);
-  }
-  return static_cast<std::size_t>(hash) & (slots_.size() - 1);
-}
-
-// The slot of the key or, when it is not there, the free one where it belongs.
-std::size_t RecordMap::slotOf(const Value& key) const noexcept {
-  std::size_t slot = firstSlot(key);
-  while (slots_[slot] != 0 && !sameKey(entries_[slots_[slot] - 1].key, key)) {
-    slot = (slot + 1) & (slots_.size() - 1);
-  }
-  return slot;
 }
 
 void RecordMap::rebuildIndex(std::size_t slotCount, std::size_t count) {

@@ -6,6 +6,7 @@
 #include <span>
 #include <vector>
 
+#include "TernCoreKit/model/collections/RecordKey.hpp"
 #include "TernCoreKit/model/records/TernBaseModel.hpp"
 #include "TernCoreKit/platform/Export.hpp"
 #include "TernCoreKit/platform/Value.hpp"
@@ -27,8 +28,7 @@ class TERN_API RecordMap {
   struct Entry {
     /// May be null.
     std::shared_ptr<TernBaseModel> record;
-    /// An integer or a text.
-    Value key;
+    RecordKey key;
   };
 
   /// The key of an id: its printed text, as an integer where it is one.
@@ -56,8 +56,10 @@ class TERN_API RecordMap {
 
  private:
   // Open addressing with linear probing: a slot holds the position of an entry plus one, or 0.
-  std::size_t firstSlot(const Value& key) const noexcept;
-  std::size_t slotOf(const Value& key) const noexcept;
+  template <class Key>
+  std::size_t firstSlot(const Key& key) const noexcept;
+  template <class Key>
+  std::size_t slotOf(const Key& key) const noexcept;
   // Gives the entry its slot when all before it have theirs. When its key is there already, it
   // hands its record over to the earlier entry and the answer is false.
   bool admit(std::size_t position);

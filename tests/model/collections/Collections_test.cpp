@@ -284,7 +284,7 @@ TEST_P(Collections, agreeWithThemselvesAboutDamagedBatches) {
     EXPECT_TRUE(collection->plainItems().isMap() || collection->getCount() == all.size());
     EXPECT_TRUE(collection->plainItems().isAbsent() || all.empty());
     for (const RecordMap::Entry& entry : collection->items().entries()) {
-      EXPECT_EQ(collection->items().find(entry.key), &entry);
+      EXPECT_EQ(collection->items().find(entry.key.value()), &entry);
       if (entry.key.isInteger()) {
         EXPECT_EQ(kind_.getById(collection, entry.key.integer()), entry.record);
       }
