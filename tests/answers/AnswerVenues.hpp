@@ -17,9 +17,7 @@ namespace tern::test {
 //
 //              J
 //
-//   destinations  7 Diner at D, 8 Attic at A, 9 Garden at G, 10 at H, 11 on a map that is not
-//   there,
-//                 12 at C and E
+//   destinations  7 at D, 8 at A, 9 at G, 10 at H, 11 on a map that is not there, 12 at C and E
 //   amenities     7 Toilets at F, 8 Bench at J
 //   path types    1 walking, 2 Lift, 3 Stairs
 //

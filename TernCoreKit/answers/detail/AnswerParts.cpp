@@ -21,8 +21,8 @@ Value listOf(const Items& items, ValueOf valueOf) {
 
 Value segmentPart(const TernPathPerFloor& segment) {
   const auto nodeId = [](const TernASNode& node) { return Value(node.nodeId()); };
-  const auto place = [](const TernPoint& point) {
-    return Value::list({shortestDouble(point.x), shortestDouble(point.y)});
+  const auto mapPoint = [](const TernPoint& point) {
+    return pointPart({shortestDouble(point.x), shortestDouble(point.y)});
   };
   Value part =
       Value::map({{"mapId", segment.mapId},
@@ -32,7 +32,7 @@ Value segmentPart(const TernPathPerFloor& segment) {
                   {"mmDistance", shortestDouble(segment.mmDistance)}});
   // Set apart, since what stands in braces is copied.
   part.set("points", listOf(segment.points, nodeId));
-  part.set("mapPoints", listOf(segment.mapPoints, place));
+  part.set("mapPoints", listOf(segment.mapPoints, mapPoint));
   return part;
 }
 

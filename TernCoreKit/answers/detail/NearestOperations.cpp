@@ -81,11 +81,12 @@ Value errorPart(const std::optional<TernError>& error) {
   return error ? errorAnswer(*error)["error"] : Value(nullptr);
 }
 
+// One of this request's own, which shows no other's connectors and error.
 std::shared_ptr<TernNearestElement> searcherOf(const TernActiveVenue& venue) {
-  auto nearest = venue.nearestElement();
-  // Else a search that leaves no error would repeat that of an earlier one.
-  nearest->setError(std::nullopt);
-  return nearest;
+  const auto shared = venue.nearestElement();
+  auto own = shared->another();
+  own->delegate = shared->delegate;
+  return own;
 }
 
 }  // namespace

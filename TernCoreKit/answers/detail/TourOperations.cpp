@@ -1,5 +1,5 @@
 // The order in which to visit several destinations, with the way to each; and the bare ordering of
-// places by their lengths.
+// a matrix of lengths.
 #include <utility>
 #include <vector>
 

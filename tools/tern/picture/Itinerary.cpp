@@ -62,9 +62,9 @@ class Walker {
     visit.pointsLeftOut = visit.points.size() < points.size();
   }
 
-  FloorChange changeBetween(std::size_t i, const TernPathType* mover) const {
+  FloorChange changeBetween(std::size_t i, const TernPathType* pathType) const {
     FloorChange change;
-    if (mover != nullptr) change.by = mover->name.text();
+    if (pathType != nullptr) change.by = pathType->name.text();
     change.heading = headingBetween(floors_[i], floors_[i + 1]);
     change.from = visits_[i].name;
     change.to = visits_[i + 1].name;
