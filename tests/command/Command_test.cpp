@@ -273,9 +273,9 @@ TEST_F(CommandTest, withoutWordsHelpIsShownAsAnError) {
 TEST_F(CommandTest, helpAndVersionAreAnswers) {
   const ProcessResult help = tern({"route", "--help"});
   EXPECT_EQ(help.status, 0);
-  EXPECT_THAT(help.output, HasSubstr("tern route --data mall --from 12 --to 40"));
+  EXPECT_THAT(help.output, HasSubstr("tern route --data mall --from 22001 --to 14016"));
   EXPECT_EQ(tern({"--help"}).status, 0);
-  EXPECT_THAT(tern({"--version"}).output, MatchesRegex("tern [0-9.]+\n"));
+  EXPECT_THAT(tern({"--version"}).output, MatchesRegex("tern [0-9]+\\.[0-9]+\\.[0-9]+\n"));
 }
 
 TEST_F(CommandTest, dataThatIsMissingExitsWithThree) {

@@ -1,6 +1,4 @@
 // Runs the local mapping service as its users do.
-#include "tools/tern/ServeCommand.hpp"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

@@ -2,8 +2,9 @@
 
 #include "TernCoreKit/answers/TernAnswers.hpp"
 #include "tools/tern/AnsweredRoute.hpp"
-#include "tools/tern/RequestCommands.hpp"
+#include "tools/tern/CommandTable.hpp"
 #include "tools/tern/RouteText.hpp"
+#include "tools/tern/SharedOptions.hpp"
 #include "tools/tern/Telling.hpp"
 #include "tools/tern/Whereabouts.hpp"
 
@@ -33,8 +34,6 @@ picture::RoutePicture pictureOf(const TernActiveVenue& venue, const Value& answe
   return drawn;
 }
 
-}  // namespace
-
 Outcome answerAlternatives(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
   const Value answer = TernAnswers(venue).answer(call.request);
   Telling told{
@@ -48,5 +47,29 @@ Outcome answerAlternatives(const Arguments& call, const std::shared_ptr<TernActi
   }
   return outcomeOf(call, answer, told);
 }
+
+}  // namespace
+
+const Command alternativesCommand{
+    .name = "alternatives",
+    .summary = "find a route and an alternative beside it",
+    .options = {{"--from", "W", "the waypoint where the route begins", readWhole, required},
+                {"--to", "W", "the waypoint where it ends", readWhole, required},
+                accessibilityOption,
+                {"--match", "R", "the share of the route that it may share, up to 1", readNumber,
+                 orElse("0.6"), "options.optimalPathMatchRatio"},
+                {"--distance", "R", "how many times as long it may be", readNumber, orElse("2"),
+                 "options.optimalPathDistanceRatio"},
+                pictureOption},
+    .about = AboutVenue{answerAlternatives},
+    .examples = R"(Examples:
+  tern generate --out mall
+  tern alternatives --data mall --from 22001 --to 14016
+  tern alternatives --data mall --from 22001 --to 14016 --match 0.3
+  tern alternatives --data mall --from 22001 --to 14016 --picture routes.html
+
+Exits with 1 when there is no route; a route without an alternative is an
+answer.
+)"};
 
 }  // namespace tern::command

@@ -11,34 +11,29 @@
 #include <vector>
 
 #include "TernCoreKit/platform/Value.hpp"
-#include "tools/generate/GenerateOptions.hpp"
 #include "tools/tern/Failure.hpp"
 #include "tools/tern/HostOptions.hpp"
 
 namespace tern::command {
 
+struct Command;
+
 struct Arguments {
-  // "route", "info", ...
-  std::string command;
+  // Its entry in the table of commands.
+  const Command* command = nullptr;
   bool json = false;
   // The venue folder; empty when a service is asked instead.
-  std::string data;
-  HostOptions service;
-  // What of it to load; everything there is when left out.
-  std::optional<std::int64_t> venue;
-  // More than one, in place of `venue`; all different.
-  std::vector<std::int64_t> venues;
-  std::optional<std::int64_t> building;
-  // What a single request asks, as a line of a batch would; absent for the other commands.
-  Value request;
+  std::string data = {};
+  HostOptions service = {};
+  // What of it to load: without ids the only venue that there is, of several ids each its venue,
+  // joined; all different.
+  std::vector<std::int64_t> venues = {};
+  std::optional<std::int64_t> building = {};
+  // The command's own options under their names, as a line of a batch would ask: "op" is the
+  // command's name.
+  Value request = {};
   // File of the picture; empty without one.
-  std::string picture;
-  // Of `serve`.
-  std::string listen = "127.0.0.1";
-  int port = 0;
-  // Of `generate`.
-  std::string out;
-  generate::GenerateOptions generate;
+  std::string picture = {};
 };
 
 // What is printed instead of an answer: help or the version.

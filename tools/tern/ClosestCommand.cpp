@@ -1,12 +1,15 @@
 #include "TernCoreKit/answers/TernAnswers.hpp"
 #include "TernCoreKit/model/collections/TernMapCollection.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
-#include "tools/tern/RequestCommands.hpp"
+#include "tools/tern/CommandTable.hpp"
+#include "tools/tern/SharedOptions.hpp"
 #include "tools/tern/Telling.hpp"
 #include "tools/tern/Whereabouts.hpp"
 #include "tools/tern/words/FloorName.hpp"
 
 namespace tern::command {
+
+namespace {
 
 Outcome answerClosest(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
   const Value answer = TernAnswers(venue).answer(call.request);
@@ -23,5 +26,18 @@ Outcome answerClosest(const Arguments& call, const std::shared_ptr<TernActiveVen
   }
   return outcomeOf(call, answer, told);
 }
+
+}  // namespace
+
+const Command closestCommand{
+    .name = "closest",
+    .summary = "find the waypoint nearest to a point",
+    .options = {{"--map", "M", "the map to search", readWhole, required}, atOption},
+    .about = AboutVenue{answerClosest},
+    .examples = R"(Examples:
+  tern generate --out mall
+  tern closest --data mall --map 11 --at 400,300
+  tern closest --data mall --map 11 --at -12.5,3 --json
+)"};
 
 }  // namespace tern::command

@@ -3,24 +3,18 @@
 #include <cerrno>
 #include <csignal>
 #include <memory>
+#include <optional>
 #include <system_error>
 #include <utility>
 #include <variant>
 
 #include "TernCoreKit/answers/ErrorAnswer.hpp"
-#include "TernCoreKit/answers/TernAnswers.hpp"
 #include "tools/tern/Arguments.hpp"
-#include "tools/tern/Batch.hpp"
-#include "tools/tern/GenerateCommand.hpp"
+#include "tools/tern/CommandTable.hpp"
 #include "tools/tern/HelpText.hpp"
 #include "tools/tern/JoinedVenues.hpp"
 #include "tools/tern/LoadingLog.hpp"
 #include "tools/tern/LoadingProgress.hpp"
-#include "tools/tern/Outcome.hpp"
-#include "tools/tern/Output.hpp"
-#include "tools/tern/RequestCommands.hpp"
-#include "tools/tern/ServeCommand.hpp"
-#include "tools/tern/VenueCommands.hpp"
 #include "tools/tern/VenueSource.hpp"
 #include "tools/tern/Wording.hpp"
 
@@ -40,25 +34,6 @@ class Run {
   }
 
  private:
-  // What the function makes of the source that the call names.
-  template <class Load>
-  auto load(const Arguments& call, Load loadFrom) const
-      -> decltype(loadFrom(std::declval<VenueSource&>())) {
-    std::string remark;
-    auto loaded = [&]() -> decltype(loadFrom(std::declval<VenueSource&>())) {
-      const LoadingLog log(streams_.diagnostics);
-      const LoadingProgress progress(streams_.diagnostics);
-      auto opened = openSource(call, streams_.diagnostics);
-      if (auto* failure = std::get_if<Failure>(&opened)) return std::move(*failure);
-      VenueSource& source = *std::get<std::unique_ptr<VenueSource>>(opened);
-      auto result = loadFrom(source);
-      if (!std::holds_alternative<Failure>(result)) remark = source.remark();
-      return result;
-    }();
-    if (!remark.empty()) complain(remark);
-    return loaded;
-  }
-
   // Without a word there is nothing to answer, so this is no answer but advice.
   ExitStatus showUsage() const {
     Output(streams_.diagnostics).write(generalHelp());
@@ -73,46 +48,61 @@ class Run {
       return ExitStatus::answered;
     }
     const Arguments& call = std::get<Arguments>(parsed);
-    if (call.command == "generate") return show(generateFolder(call));
-    if (call.command == "serve") return serve(call);
-    if (call.command == "venues") return listVenuesOf(call);
-    if (!call.venues.empty()) return answerAmongVenues(call);
-    const auto loaded = load(
-        call, [&](VenueSource& source) { return source.loadVenue(call.venue, call.building); });
-    if (const auto* failure = std::get_if<Failure>(&loaded)) return show(*failure);
-    const auto& venue = std::get<std::shared_ptr<TernActiveVenue>>(loaded);
-    if (call.command == "batch") return answerBatch(TernAnswers(venue));
-    if (call.command == "info") return show(describeVenue(*venue, call.json));
-    return show(answerCall(call, venue));
+    return show(
+        std::visit([&](const auto& about) { return answer(call, about); }, call.command->about));
   }
 
-  ExitStatus serve(const Arguments& call) {
-    const auto failure = serveFolder(call, answers_);
-    return failure ? show(*failure) : ExitStatus::answered;
+  Outcome answer(const Arguments& call, AboutNothing answerCall) {
+    return answerCall(call, console_);
   }
 
-  ExitStatus listVenuesOf(const Arguments& call) {
-    const auto loaded = load(call, [](VenueSource& source) { return source.readVenues(); });
-    if (const auto* failure = std::get_if<Failure>(&loaded)) return show(*failure);
-    return show(listVenues(*std::get<std::shared_ptr<TernVenueCollection>>(loaded), call.json));
+  Outcome answer(const Arguments& call, AboutCustomer answerCall) {
+    return ask(load(call, [](VenueSource& source) { return source.readVenues(); }),
+               [&](const auto& venues) { return answerCall(call, *venues); });
   }
 
-  ExitStatus answerAmongVenues(const Arguments& call) {
-    const auto loaded =
-        load(call, [&](VenueSource& source) { return loadVenues(source, call.venues); });
-    if (const auto* failure = std::get_if<Failure>(&loaded)) return show(*failure);
-    const auto& venues = std::get<std::shared_ptr<TernMultiActiveVenues>>(loaded);
-    if (call.command == "batch") return answerBatch(TernAnswers(venues));
-    return show(answerJoinedRoute(call, venues));
+  Outcome answer(const Arguments& call, const AboutVenue& about) {
+    const auto ofOne = [&](const auto& venue) { return about.one(call, venue); };
+    const auto ofSeveral = [&](const auto& venues) { return about.joined(call, venues); };
+    return call.venues.size() > 1 ? ask(loadJoined(call), ofSeveral) : ask(loadOne(call), ofOne);
   }
 
-  ExitStatus answerBatch(TernAnswers answers) {
-    LineReader lines(streams_.requests);
-    answerLines(lines, answers, answers_);
-    if (lines.error() == 0) return ExitStatus::answered;
-    complain(std::string("cannot read the requests: ") +
-             std::generic_category().message(lines.error()));
-    return ExitStatus::notLoaded;
+  Outcome answer(const Arguments& call, AboutRequests answerRequests) {
+    const auto ofEither = [&](const auto& data) {
+      return answerRequests(TernAnswers(data), console_);
+    };
+    return call.venues.size() > 1 ? ask(loadJoined(call), ofEither) : ask(loadOne(call), ofEither);
+  }
+
+  Loaded<TernActiveVenue> loadOne(const Arguments& call) {
+    const auto venue = call.venues.empty() ? std::nullopt : std::optional(call.venues.front());
+    return load(call, [&](VenueSource& source) { return source.loadVenue(venue, call.building); });
+  }
+
+  Loaded<TernMultiActiveVenues> loadJoined(const Arguments& call) {
+    return load(call, [&](VenueSource& source) { return loadVenues(source, call.venues); });
+  }
+
+  // What the function makes of the source that the call names.
+  template <class Load>
+  auto load(const Arguments& call, Load loadFrom)
+      -> decltype(loadFrom(std::declval<VenueSource&>())) {
+    const LoadingLog log(streams_.diagnostics);
+    const LoadingProgress progress(streams_.diagnostics);
+    auto opened = openSource(call, streams_.diagnostics);
+    if (auto* failure = std::get_if<Failure>(&opened)) return std::move(*failure);
+    VenueSource& source = *std::get<std::unique_ptr<VenueSource>>(opened);
+    auto loaded = loadFrom(source);
+    if (!std::holds_alternative<Failure>(loaded)) remark_ = source.remark();
+    return loaded;
+  }
+
+  // What the function answers of what was loaded.
+  template <class Data, class Answer>
+  Outcome ask(const Loaded<Data>& loaded, Answer answerOf) const {
+    if (const auto* failure = std::get_if<Failure>(&loaded)) return *failure;
+    if (!remark_.empty()) complain(remark_);
+    return answerOf(std::get<std::shared_ptr<Data>>(loaded));
   }
 
   ExitStatus show(const Outcome& outcome) {
@@ -144,7 +134,10 @@ class Run {
 
   Streams streams_;
   Output answers_;
+  Console console_{streams_.requests, answers_};
   bool json_;
+  // Of the source, when it is not as it should be.
+  std::string remark_;
 };
 
 }  // namespace

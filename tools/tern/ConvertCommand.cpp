@@ -1,10 +1,12 @@
 #include "TernCoreKit/answers/TernAnswers.hpp"
 #include "tools/tern/AnswerLog.hpp"
-#include "tools/tern/RequestCommands.hpp"
+#include "tools/tern/CommandTable.hpp"
 #include "tools/tern/Telling.hpp"
 #include "tools/tern/Wording.hpp"
 
 namespace tern::command {
+
+namespace {
 
 Outcome answerConvert(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
   const AnswerLog log;
@@ -18,5 +20,37 @@ Outcome answerConvert(const Arguments& call, const std::shared_ptr<TernActiveVen
   }
   return outcomeOf(call, answer, told);
 }
+
+constexpr std::string_view projections = "EPSG:4326, EPSG:3857 and tern:local";
+
+Reading readProjection(const std::string& text) {
+  if (text == "EPSG:4326" || text == "EPSG:3857" || text == "tern:local") return Value(text);
+  return inQuotes(text) + " is no projection; there are " + std::string(projections);
+}
+
+std::optional<std::string> objectionToProjections(const Arguments& call) {
+  if (call.request["from"] != call.request["to"]) return std::nullopt;
+  return "--from and --to must be two different ones of " + std::string(projections);
+}
+
+}  // namespace
+
+const Command convertCommand{
+    .name = "convert",
+    .summary = "convert a point between projections",
+    .options = {{"--point", "X,Y", "the point to convert", readPoint, required},
+                {"--from", "PROJ", "the projection of the point", readProjection, required},
+                {"--to", "PROJ", "the projection that is wanted", readProjection, required}},
+    .about = AboutVenue{answerConvert},
+    .objection = objectionToProjections,
+    .examples = R"(Examples:
+  tern generate --out mall
+  tern convert --data mall --point 9.9945,53.55 --from EPSG:4326 --to tern:local
+  tern convert --data mall --point 400,300 --from tern:local --to EPSG:3857
+
+EPSG:4326 is longitude,latitude in degrees; EPSG:3857 metres of the Mercator
+projection; tern:local map units of the venue's first map, from its top left
+corner, y downward.
+)"};
 
 }  // namespace tern::command

@@ -1,17 +1,17 @@
-// What the command says of itself.
+// What the command says of itself, in lines of at most eighty characters.
 //
 // Threads: any. Fails: never.
 #pragma once
 
 #include <string>
-#include <string_view>
 
 namespace tern::command {
+
+struct Command;
 
 // The help of the whole program.
 std::string generalHelp();
 
-// What the help of one command ends with; empty for a command that does not exist.
-std::string_view examplesOf(std::string_view command);
+std::string helpOf(const Command& command);
 
 }  // namespace tern::command

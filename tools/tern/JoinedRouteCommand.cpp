@@ -8,7 +8,6 @@
 #include "TernCoreKit/service/coordinates/TernUtils.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "tools/tern/AnsweredRoute.hpp"
-#include "tools/tern/RequestCommands.hpp"
 #include "tools/tern/RouteText.hpp"
 #include "tools/tern/Telling.hpp"
 #include "tools/tern/Whereabouts.hpp"

@@ -9,9 +9,10 @@
 #include "TernCoreKit/model/collections/TernPathTypeCollection.hpp"
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
-#include "tools/tern/RequestCommands.hpp"
+#include "tools/tern/CommandTable.hpp"
 #include "tools/tern/RouteFile.hpp"
 #include "tools/tern/RouteText.hpp"
+#include "tools/tern/SharedOptions.hpp"
 #include "tools/tern/Telling.hpp"
 #include "tools/tern/Whereabouts.hpp"
 
@@ -93,8 +94,6 @@ Telling tellFound(const TernActiveVenue& venue, const Value& request, const Valu
   return told;
 }
 
-}  // namespace
-
 Outcome answerNearest(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
   TernAnswers answers(venue);
   const Value answer = answers.answer(call.request);
@@ -109,5 +108,38 @@ Outcome answerNearest(const Arguments& call, const std::shared_ptr<TernActiveVen
   const Value route = wayTo(answer["waypoint"], call.request, answers);
   return outcomeOf(call, answer, tellFound(*venue, call.request, answer, route));
 }
+
+std::optional<std::string> objectionToElements(const Arguments& call) {
+  int elements = 0;
+  for (const char* kind : {"destination", "amenity", "pathType"}) {
+    if (call.request.find(kind) != nullptr) ++elements;
+  }
+  if (elements == 1) return std::nullopt;
+  return "one of --destination D, --amenity A and --path-type P is wanted";
+}
+
+}  // namespace
+
+const Command nearestCommand{
+    .name = "nearest",
+    .summary = "find the nearest destination, amenity, lift or stairs",
+    .options = {{"--map", "M", "the map to start from", readWhole, required},
+                atOption,
+                {"--destination", "D", "the destination to look for", readWhole},
+                {"--amenity", "A", "the amenity to look for", readWhole},
+                {"--path-type", "P", "the path type to look for, such as lifts", readWhole,
+                 optional, "pathType"},
+                pictureOption},
+    .about = AboutVenue{answerNearest},
+    .objection = objectionToElements,
+    .examples = R"(Examples:
+  tern generate --out mall
+  tern nearest --data mall --map 11 --at 400,300 --amenity 2
+  tern nearest --data mall --map 22 --at 400,300 --path-type 2
+  tern nearest --data mall --map 22 --at 400,300 --destination 7 --picture way.svg
+
+Looks on that map first, then floor by floor above and below. Exits with 1 when
+there is none.
+)"};
 
 }  // namespace tern::command

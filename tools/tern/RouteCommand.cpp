@@ -1,11 +1,15 @@
 #include "TernCoreKit/answers/TernAnswers.hpp"
-#include "tools/tern/RequestCommands.hpp"
+#include "tools/tern/CommandTable.hpp"
+#include "tools/tern/JoinedRouteCommand.hpp"
 #include "tools/tern/RouteFile.hpp"
 #include "tools/tern/RouteText.hpp"
+#include "tools/tern/SharedOptions.hpp"
 #include "tools/tern/Telling.hpp"
 #include "tools/tern/Whereabouts.hpp"
 
 namespace tern::command {
+
+namespace {
 
 Outcome answerRoute(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
   const Value answer = TernAnswers(venue).answer(call.request);
@@ -21,5 +25,26 @@ Outcome answerRoute(const Arguments& call, const std::shared_ptr<TernActiveVenue
   }
   return outcomeOf(call, answer, told);
 }
+
+}  // namespace
+
+const Command routeCommand{
+    .name = "route",
+    .summary = "find a route between two waypoints",
+    .options = {{"--from", "W", "the waypoint where the route begins", readWhole, required},
+                {"--to", "W", "the waypoint where it ends", readWhole, required},
+                accessibilityOption,
+                pictureOption},
+    .about = AboutVenue{answerRoute, answerJoinedRoute},
+    .examples = R"(Examples:
+  tern generate --out mall
+  tern route --data mall --from 22001 --to 14016
+  tern route --data mall --from 22001 --to 14016 --accessibility 0  # step-free
+  tern route --data mall --from 22001 --to 14016 --picture route.svg
+  tern generate --out two --venues 2
+  tern route --data two --venue 1,2 --from 12013 --to 111008
+
+Exits with 1 when there is no route.
+)"};
 
 }  // namespace tern::command

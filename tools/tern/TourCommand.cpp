@@ -8,8 +8,9 @@
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "tools/tern/AnsweredRoute.hpp"
-#include "tools/tern/RequestCommands.hpp"
+#include "tools/tern/CommandTable.hpp"
 #include "tools/tern/RouteText.hpp"
+#include "tools/tern/SharedOptions.hpp"
 #include "tools/tern/Telling.hpp"
 #include "tools/tern/Whereabouts.hpp"
 #include "tools/tern/picture/Itinerary.hpp"
@@ -112,8 +113,6 @@ picture::RoutePicture pictureOf(const TernActiveVenue& venue,
   return drawn;
 }
 
-}  // namespace
-
 Outcome answerTour(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
   const Value answer = TernAnswers(venue).answer(call.request);
   const std::vector<const Value*> ways = waysOf(answer);
@@ -126,5 +125,27 @@ Outcome answerTour(const Arguments& call, const std::shared_ptr<TernActiveVenue>
   if (!ways.empty()) told.picture.emplace(pictureOf(*venue, ways));
   return outcomeOf(call, answer, told);
 }
+
+}  // namespace
+
+const Command tourCommand{
+    .name = "tour",
+    .summary = "find the best order to visit destinations, and the way",
+    .options = {{"--from", "W", "the waypoint where the tour begins", readWhole, required},
+                {"--visit", "D,...", "the destinations to visit, in any order", readWholes,
+                 required, "destinations"},
+                accessibilityOption,
+                pictureOption},
+    .about = AboutVenue{answerTour},
+    .examples = R"(Examples:
+  tern generate --out mall
+  tern tour --data mall --from 22001 --visit 7,9,30
+  tern tour --data mall --from 22001 --visit 7,9,30 --picture tour.html
+
+Stops of one floor are visited in the shortest order that there is, up to 21 of
+them; more in the order of going to the nearest next. Other floors are reached
+by what the venue places as lifts, escalators and stairs, not by a walk into
+another building. Exits with 1 when nothing is reached.
+)"};
 
 }  // namespace tern::command

@@ -47,6 +47,12 @@ std::string onItsLines(std::string_view text) {
   return lines;
 }
 
+std::string padded(std::string_view text, std::size_t width) {
+  std::string wide(text);
+  wide.resize(std::max(width, wide.size()), ' ');
+  return wide;
+}
+
 std::optional<std::int64_t> parseWhole(std::string_view text) {
   return parseAll<std::int64_t>(text);
 }

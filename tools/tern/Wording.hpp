@@ -3,6 +3,7 @@
 // Threads: any. Fails: never.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -17,6 +18,9 @@ namespace tern::command {
 // command a terminal; on one line, or with its line breaks.
 std::string onOneLine(std::string_view text);
 std::string onItsLines(std::string_view text);
+
+// With spaces behind it, as wide as that at least.
+std::string padded(std::string_view text, std::size_t width);
 
 // A whole decimal number that fits 64 bits and nothing else.
 std::optional<std::int64_t> parseWhole(std::string_view text);

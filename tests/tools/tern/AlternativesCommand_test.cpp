@@ -3,7 +3,7 @@
 
 #include "tests/support/ActiveVenue.hpp"
 #include "tests/support/TemporaryFolder.hpp"
-#include "tools/tern/RequestCommands.hpp"
+#include "tools/tern/CommandTable.hpp"
 
 namespace tern::command {
 namespace {
@@ -17,14 +17,14 @@ const test::Drawing oneDetour{
 
 Arguments callFor(std::int64_t to, Value options = {}) {
   Arguments call;
-  call.command = "alternatives";
   call.request = Value::map({{"op", "alternatives"}, {"from", 1}, {"to", to}});
   if (options.isMap()) call.request.set("options", std::move(options));
   return call;
 }
 
 Answer answerOf(const Arguments& call) {
-  return std::get<Answer>(answerAlternatives(call, test::loadDrawnVenue(oneDetour)));
+  const auto answer = std::get<AboutVenue>(alternativesCommand.about).one;
+  return std::get<Answer>(answer(call, test::loadDrawnVenue(oneDetour)));
 }
 
 TEST(AlternativesCommand, bothRoutesAreToldInWords) {

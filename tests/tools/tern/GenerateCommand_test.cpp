@@ -1,11 +1,11 @@
-#include "tools/tern/GenerateCommand.hpp"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
 
 #include "tests/support/TemporaryFolder.hpp"
+#include "tools/generate/GenerateVenue.hpp"
+#include "tools/tern/CommandTable.hpp"
 
 namespace tern::command {
 namespace {
@@ -13,16 +13,33 @@ namespace {
 using testing::HasSubstr;
 using testing::StartsWith;
 
+Outcome generateWith(std::vector<std::string> words) {
+  words.insert(words.begin(), "generate");
+  Output answers(-1);
+  Console console{.requests = -1, .answers = answers};
+  const auto generate = std::get<AboutNothing>(generateCommand.about);
+  return generate(std::get<Arguments>(parseArguments(words)), console);
+}
+
 class GenerateCommandTest : public testing::Test {
  protected:
   Outcome generateTo(const std::string& out, bool json = false) {
-    Arguments call;
-    call.json = json;
-    call.out = out;
-    call.generate.buildings = 1;
-    call.generate.floors = 1;
-    call.generate.shops = 4;
-    return generateFolder(call);
+    std::vector<std::string> words = {"--out",    out, "--buildings", "1",
+                                      "--floors", "1", "--shops",     "4"};
+    if (json) words.emplace_back("--json");
+    return generateWith(words);
+  }
+  // Whether the words give what the options give.
+  void expectSame(std::vector<std::string> words, const generate::GenerateOptions& options) {
+    words.insert(words.end(), {"--out", folder_.at("words")});
+    ASSERT_TRUE(std::holds_alternative<Answer>(generateWith(words)));
+    ASSERT_FALSE(generate::generateVenueFolder(options, folder_.at("options")));
+    const std::string venue = "/venue/" + std::to_string(options.venue);
+    for (const std::string& file :
+         {std::string("/full.json"), venue + "/full.json", venue + "/building/1/full.json"}) {
+      EXPECT_EQ(folder_.read("words" + file), folder_.read("options" + file)) << file;
+      EXPECT_NE(folder_.read("words" + file), "") << file;
+    }
   }
   std::string refusalOf(const std::string& out) {
     const Outcome outcome = generateTo(out);
@@ -34,6 +51,27 @@ class GenerateCommandTest : public testing::Test {
 
   test::TemporaryFolder folder_;
 };
+
+TEST_F(GenerateCommandTest, wordsChooseEveryOption) {
+  expectSame({"--seed", "7", "--buildings", "3", "--floors", "2", "--waypoints", "300", "--spacing",
+              "2", "--customer", "8", "--venue", "9", "--venues", "2"},
+             {.seed = 7,
+              .buildings = 3,
+              .floors = 2,
+              .waypoints = 300,
+              .spacing = 2,
+              .customer = 8,
+              .venue = 9,
+              .venues = 2});
+}
+
+TEST_F(GenerateCommandTest, whatIsLeftOutIsAsTheGeneratorHasIt) { expectSame({}, {}); }
+
+TEST_F(GenerateCommandTest, optionOutOfRangeIsRefused) {
+  const auto call = parseArguments({"generate", "--out", "mall", "--floors", "0"});
+  EXPECT_EQ(std::get<Failure>(call).error.message,
+            "--floors: 0 is out of range, 1 to 40 (see tern generate --help)");
+}
 
 TEST_F(GenerateCommandTest, makesTheFolder) {
   const Outcome outcome = generateTo(folder_.at("a/mall"));

@@ -12,7 +12,6 @@
 #include "tools/generate/GenerateVenue.hpp"
 #include "tools/tern/AnsweredRoute.hpp"
 #include "tools/tern/JoinedVenues.hpp"
-#include "tools/tern/RequestCommands.hpp"
 #include "tools/tern/VenueFolder.hpp"
 
 namespace tern::command {
@@ -41,7 +40,6 @@ class JoinedRouteCommandTest : public testing::Test {
 
   Arguments callFor(std::int64_t from, std::int64_t to) const {
     Arguments call;
-    call.command = "route";
     call.request = Value::map({{"op", "route"}, {"from", from}, {"to", to}});
     return call;
   }

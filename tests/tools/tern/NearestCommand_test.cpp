@@ -7,10 +7,10 @@
 #include "TernCoreKit/model/venue/VenueAssembly.hpp"
 #include "TernCoreKit/platform/Log.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
+#include "tests/support/AskedCommand.hpp"
 #include "tests/support/DrawnVenue.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 #include "tests/support/VenueFolders.hpp"
-#include "tools/tern/RequestCommands.hpp"
 
 namespace tern::command {
 namespace {
@@ -42,8 +42,8 @@ class NearestCommandTest : public testing::Test {
   ~NearestCommandTest() override { setLogSink({}); }
 
   Answer ask(std::vector<std::string> words) {
-    words.insert(words.begin(), {"nearest", "--data", "d"});
-    return std::get<Answer>(answerNearest(std::get<Arguments>(parseArguments(words)), venue_));
+    words.insert(words.begin(), "nearest");
+    return std::get<Answer>(test::outcomeOf(words, venue_));
   }
 
   std::shared_ptr<TernActiveVenue> venue_;

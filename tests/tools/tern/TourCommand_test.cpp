@@ -3,9 +3,9 @@
 
 #include "TernCoreKit/answers/TernAnswers.hpp"
 #include "tests/support/ActiveVenue.hpp"
+#include "tests/support/AskedCommand.hpp"
 #include "tests/support/CapturedLog.hpp"
 #include "tests/support/TemporaryFolder.hpp"
-#include "tools/tern/RequestCommands.hpp"
 
 namespace tern::command {
 namespace {
@@ -36,8 +36,8 @@ std::shared_ptr<TernActiveVenue> twoFloors() {
 class TourCommandTest : public testing::Test {
  protected:
   Answer ask(std::vector<std::string> words) {
-    words.insert(words.begin(), {"tour", "--data", "d"});
-    return std::get<Answer>(answerTour(std::get<Arguments>(parseArguments(words)), venue_));
+    words.insert(words.begin(), "tour");
+    return std::get<Answer>(test::outcomeOf(words, venue_));
   }
   Answer visit(const std::string& from, const std::string& destinations) {
     return ask({"--from", from, "--visit", destinations});
@@ -131,9 +131,8 @@ TEST_F(TourCommandTest, withoutAWayThereIsNoPicture) {
 }
 
 TEST_F(TourCommandTest, pictureThatCannotBeWrittenIsAFailure) {
-  const auto parsed = parseArguments(
-      {"tour", "--data", "d", "--from", "2", "--visit", "7", "--picture", "/no/such/t.svg"});
-  const Outcome outcome = answerTour(std::get<Arguments>(parsed), venue_);
+  const Outcome outcome = test::outcomeOf(
+      {"tour", "--from", "2", "--visit", "7", "--picture", "/no/such/t.svg"}, venue_);
   EXPECT_EQ(std::get<Failure>(outcome).error.message, "--picture: cannot write /no/such/t.svg");
 }
 

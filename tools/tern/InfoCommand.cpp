@@ -1,10 +1,9 @@
-#include "tools/tern/VenueCommands.hpp"
-
-#include <algorithm>
+// The command that counts what a venue holds. The counts of what is missing are 0.
 #include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "TernCoreKit/model/collections/TernAmenityCollection.hpp"
 #include "TernCoreKit/model/collections/TernBuildingCollection.hpp"
@@ -14,6 +13,8 @@
 #include "TernCoreKit/model/collections/TernPathTypeCollection.hpp"
 #include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
+#include "tools/tern/CommandTable.hpp"
+#include "tools/tern/Wording.hpp"
 
 namespace tern::command {
 
@@ -50,29 +51,8 @@ std::array<Count, 9> countsOf(const TernActiveVenue& venue) {
            {"links", "graph links", venue.globalASGrid()->linkCount()}}};
 }
 
-std::string padded(std::string text, std::size_t width) {
-  text.resize(std::max(width, text.size()), ' ');
-  return text;
-}
-
-}  // namespace
-
-Answer listVenues(const TernVenueCollection& venues, bool json) {
-  Value list = Value::list();
-  std::string text;
-  for (const TernVenue& venue : venues.each()) {
-    list.append(Value::map({{"id", venue.id.integer()},
-                            {"externalId", venue.externalId.text()},
-                            {"name", venue.name.text()}}));
-    text += padded(venue.id.printed(), 8) + std::string(venue.name.text());
-    const std::string_view externalId = venue.externalId.text();
-    text += externalId.empty() ? "\n" : " (" + std::string(externalId) + ")\n";
-  }
-  if (json) return {.text = jsonLine(Value::map({{"venues", std::move(list)}})), .remark = {}};
-  return {.text = std::move(text), .remark = {}};
-}
-
-Answer describeVenue(const TernActiveVenue& venue, bool json) {
+Outcome describeVenue(const Arguments& call, const std::shared_ptr<TernActiveVenue>& loaded) {
+  const TernActiveVenue& venue = *loaded;
   Value description = Value::map(
       {{"venue", Value::map({{"id", venue.id.integer()}, {"name", venue.name.text()}})}});
   std::string text =
@@ -81,7 +61,19 @@ Answer describeVenue(const TernActiveVenue& venue, bool json) {
     description.set(each.key, static_cast<std::int64_t>(each.count));
     text += "  " + padded(std::string(each.name), 14) + std::to_string(each.count) + "\n";
   }
-  return {.text = json ? jsonLine(description) : std::move(text), .remark = {}};
+  if (call.json) text = jsonLine(description);
+  return Answer{.text = std::move(text), .remark = {}};
 }
+
+}  // namespace
+
+const Command infoCommand{.name = "info",
+                          .summary = "count what a venue holds",
+                          .about = AboutVenue{describeVenue},
+                          .examples = R"(Examples:
+  tern generate --out mall
+  tern info --data mall
+  tern info --data mall --venue 1 --building 2 --json
+)"};
 
 }  // namespace tern::command

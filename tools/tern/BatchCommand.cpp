@@ -1,0 +1,74 @@
+// The command that answers requests, one JSON object a line.
+#include <string>
+#include <system_error>
+
+#include "tools/tern/Batch.hpp"
+#include "tools/tern/CommandTable.hpp"
+#include "tools/tern/VenueChoice.hpp"
+
+namespace tern::command {
+
+namespace {
+
+Outcome answerRequests(TernAnswers answers, Console& console) {
+  LineReader lines(console.requests);
+  answerLines(lines, answers, console.answers);
+  if (lines.error() == 0) return Answer();
+  return notLoaded(TernErrorTypeUndefined,
+                   "cannot read the requests: " + std::generic_category().message(lines.error()));
+}
+
+}  // namespace
+
+const Command batchCommand{.name = "batch",
+                           .summary = "answer requests, one JSON object a line",
+                           .about = answerRequests,
+                           .examples = R"(Examples:
+  tern generate --out mall
+  echo '{"op":"route","from":22001,"to":14016,"id":"a"}' | \
+      tern batch --data mall
+
+Requests, one a line, with what each is answered:
+  {"op":"route","from":22001,"to":14016,"accessibility":1}
+      {"route":[SEGMENT,...]}
+  {"op":"routeToAny","from":22001,"to":[14016,14017]}
+      {"route":[SEGMENT,...]}
+  {"op":"alternatives","from":22001,"to":14016,
+   "options":{"optimalPathMatchRatio":0.6}}
+      {"optimal":[SEGMENT,...] or null,"alternatives":[[SEGMENT,...]] or null}
+  {"op":"tour","from":22001,"destinations":[7,9]}
+      {"legs":[[SEGMENT,...],...],"destinations":[9,7]}
+  {"op":"nearest","map":11,"at":[400,300],"destination":7}
+      {"waypoint":55,"element":{"kind":"destination","id":7},
+       "connectors":[ids],"error":null}     or "amenity", "pathType"
+  {"op":"nearestOnMap","from":22001,"toMap":11,"destinations":[7,9]}
+      {"waypoint":55,"totalDistance":120.5,"connectors":[ids],"error":null}
+  {"op":"closest","map":11,"at":[400,300]}
+      {"waypoint":12 or null}
+  {"op":"closestByRoute","candidates":[22001,12001],"to":14016}
+      {"waypoint":13 or null}
+  {"op":"convert","point":[10,20],"from":"EPSG:4326","to":"tern:local"}
+      {"point":[x,y]}
+  {"op":"center"}
+      {"point":[longitude,latitude]}
+  {"op":"solve","matrix":[[0,1],[1,0]]}
+      {"tour":[0,1],"cost":1}
+  {"op":"blockEdge","from":11001,"to":11002,"blocked":true}
+      {"ok":true}
+  {"op":"blockEntry","node":11001,"blocked":true}
+      {"ok":true}
+  {"op":"blockExit","node":11001,"blocked":true}
+      {"ok":true}
+  {"op":"neighbors","node":11001}
+      {"neighbors":[...]}
+
+SEGMENT, one for each stretch on one map, with sums from the route's start on:
+  {"mapId":3,"mover":2 or null,"cost":c,"pixelDistance":d,"mmDistance":mm,
+   "points":[waypoint ids],"mapPoints":[[x,y],...]}
+
+An "id" comes back in the answer. Blocks stay until they are lifted. With
+several venues (--venue 1,2) a route runs on the graph that joins them, and
+every other request names its "venue".
+)"};
+
+}  // namespace tern::command

@@ -1,0 +1,65 @@
+#include "tools/tern/Option.hpp"
+
+#include <algorithm>
+
+#include "TernCoreKit/answers/ErrorAnswer.hpp"
+#include "tools/tern/Wording.hpp"
+
+namespace tern::command {
+
+std::string inQuotes(std::string_view text) { return "\"" + shortened(text) + "\""; }
+
+Reading readText(const std::string& text) { return Value(text); }
+
+Reading readWhole(const std::string& text) {
+  if (const auto whole = parseWhole(text)) return Value(*whole);
+  return inQuotes(text) + " must be a whole number, such as 12";
+}
+
+Reading readWholeWithin(std::int64_t least, std::int64_t most, const std::string& text) {
+  Reading reading = readWhole(text);
+  const auto* value = std::get_if<Value>(&reading);
+  if (value == nullptr || (value->integer() >= least && value->integer() <= most)) return reading;
+  return value->printed() + " is out of range, " + std::to_string(least) + " to " +
+         std::to_string(most);
+}
+
+Reading readNumber(const std::string& text) {
+  if (const auto number = parseNumber(text)) return Value(*number);
+  return inQuotes(text) + " must be a number, such as 0.5";
+}
+
+Reading readWholes(const std::string& text) {
+  const auto wholes = parseWholes(text);
+  if (!wholes) return inQuotes(text) + " must be whole numbers, such as 7,9,30";
+  Value list = Value::list();
+  for (const std::int64_t whole : *wholes) list.append(whole);
+  return list;
+}
+
+Reading readPoint(const std::string& text) {
+  if (const auto point = parsePoint(text)) return Value::list({point->x, point->y});
+  return inQuotes(text) + " must be two numbers with a comma between them, such as 120.5,88";
+}
+
+Reading readVenueIds(const std::string& text) {
+  auto ids = parseWholes(text);
+  if (!ids) return inQuotes(text) + " must be a whole number, such as 12, or several: 1,2";
+  std::ranges::sort(*ids);
+  if (std::ranges::adjacent_find(*ids) == ids->end()) return readWholes(text);
+  return inQuotes(text) + " names a venue twice";
+}
+
+Reading readUrl(const std::string& text) {
+  if (text.starts_with("http://") || text.starts_with("https://")) {
+    return Value(text.substr(0, text.find_last_not_of('/') + 1));
+  }
+  return inQuotes(text) + " must begin with http:// or https://";
+}
+
+Reading readPictureFile(const std::string& text) {
+  if (text.ends_with(".svg") || text.ends_with(".html")) return Value(text);
+  return inQuotes(text) + " must end in .svg or .html";
+}
+
+}  // namespace tern::command
