@@ -152,7 +152,7 @@ std::vector<std::string> requestsIn(std::string_view help) {
 }
 
 TEST(HelpText, requestsOfTheBatchAreAnswered) {
-  const std::vector<std::string> requests = requestsIn(batchCommand.examples);
+  const std::vector<std::string> requests = requestsIn(batchCommand.help);
   ASSERT_GT(requests.size(), 10U);
   const test::TemporaryFolder folder;
   const std::string mall = folder.at("mall");

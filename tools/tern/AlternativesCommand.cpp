@@ -56,13 +56,13 @@ const Command alternativesCommand{
     .options = {{"--from", "W", "the waypoint where the route begins", readWhole, required},
                 {"--to", "W", "the waypoint where it ends", readWhole, required},
                 accessibilityOption,
-                {"--match", "R", "the share of the route that it may share, up to 1", readNumber,
+                {"--match", "R", "how much of the way it may share, up to 1", readNumber,
                  orElse("0.6"), "options.optimalPathMatchRatio"},
                 {"--distance", "R", "how many times as long it may be", readNumber, orElse("2"),
                  "options.optimalPathDistanceRatio"},
                 pictureOption},
     .about = AboutVenue{answerAlternatives},
-    .examples = R"(Examples:
+    .help = R"(Examples:
   tern generate --out mall
   tern alternatives --data mall --from 22001 --to 14016
   tern alternatives --data mall --from 22001 --to 14016 --match 0.3

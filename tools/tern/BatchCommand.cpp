@@ -23,7 +23,7 @@ Outcome answerRequests(TernAnswers answers, Console& console) {
 const Command batchCommand{.name = "batch",
                            .summary = "answer requests, one JSON object a line",
                            .about = answerRequests,
-                           .examples = R"(Examples:
+                           .help = R"(Examples:
   tern generate --out mall
   echo '{"op":"route","from":22001,"to":14016,"id":"a"}' | \
       tern batch --data mall

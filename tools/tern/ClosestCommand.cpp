@@ -34,7 +34,7 @@ const Command closestCommand{
     .summary = "find the waypoint nearest to a point",
     .options = {{"--map", "M", "the map to search", readWhole, required}, atOption},
     .about = AboutVenue{answerClosest},
-    .examples = R"(Examples:
+    .help = R"(Examples:
   tern generate --out mall
   tern closest --data mall --map 11 --at 400,300
   tern closest --data mall --map 11 --at -12.5,3 --json

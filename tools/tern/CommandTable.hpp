@@ -56,7 +56,7 @@ struct Command {
   std::optional<std::string> (*objection)(const Arguments& call) = nullptr;
   // What its help ends with: "Examples:" and lines for a shell, to run one after the other in an
   // empty folder; behind an empty line what else there is to say.
-  std::string_view examples;
+  std::string_view help;
 };
 
 // Each in the file of its name, such as VenuesCommand.cpp.

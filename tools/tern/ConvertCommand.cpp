@@ -43,7 +43,7 @@ const Command convertCommand{
                 {"--to", "PROJ", "the projection that is wanted", readProjection, required}},
     .about = AboutVenue{answerConvert},
     .objection = objectionToProjections,
-    .examples = R"(Examples:
+    .help = R"(Examples:
   tern generate --out mall
   tern convert --data mall --point 9.9945,53.55 --from EPSG:4326 --to tern:local
   tern convert --data mall --point 400,300 --from tern:local --to EPSG:3857

@@ -84,7 +84,7 @@ const Command generateCommand{
                 {"--floors", "N", "how many floors the first building has", readWhole, orElse("4")},
                 {"--shops", "N", "how many shops the venue has", readWhole, orElse("80")},
                 {"--waypoints", "N", "about as many waypoints, in place of --shops", readWhole},
-                {"--spacing", "N", "widest gap between a corridor's waypoints, metres", readWhole,
+                {"--spacing", "N", "widest gap between waypoints, in metres", readWhole,
                  orElse("4")},
                 {"--customer", "N", "the customer's id", readWhole, orElse("1")},
                 {"--venue", "N", "the venue's id", readWhole, orElse("1")},
@@ -92,7 +92,7 @@ const Command generateCommand{
                  orElse("1")}},
     .about = generateFolder,
     .objection = [](const Arguments& call) { return generate::validate(generateOptions(call)); },
-    .examples = R"(Examples:
+    .help = R"(Examples:
   tern generate --out mall
   tern generate --out town --seed 7 --buildings 3 --floors 5 --shops 400
   tern generate --out two --venues 2

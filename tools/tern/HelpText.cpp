@@ -69,7 +69,7 @@ std::string helpOf(const Command& command) {
     options += entry(option);
   }
   return std::string(command.summary) + "\n" + usage + " [OPTIONS]\n\nOptions:\n" + options + "\n" +
-         std::string(command.examples);
+         std::string(command.help);
 }
 
 }  // namespace tern::command

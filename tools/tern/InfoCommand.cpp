@@ -70,7 +70,7 @@ Outcome describeVenue(const Arguments& call, const std::shared_ptr<TernActiveVen
 const Command infoCommand{.name = "info",
                           .summary = "count what a venue holds",
                           .about = AboutVenue{describeVenue},
-                          .examples = R"(Examples:
+                          .help = R"(Examples:
   tern generate --out mall
   tern info --data mall
   tern info --data mall --venue 1 --building 2 --json

@@ -132,11 +132,11 @@ const Command nearestCommand{
                 pictureOption},
     .about = AboutVenue{answerNearest},
     .objection = objectionToElements,
-    .examples = R"(Examples:
+    .help = R"(Examples:
   tern generate --out mall
   tern nearest --data mall --map 11 --at 400,300 --amenity 2
   tern nearest --data mall --map 22 --at 400,300 --path-type 2
-  tern nearest --data mall --map 22 --at 400,300 --destination 7 --picture way.svg
+  tern nearest --data mall --map 12 --at 9,8 --destination 7 --picture way.svg
 
 Looks on that map first, then floor by floor above and below. Exits with 1 when
 there is none.

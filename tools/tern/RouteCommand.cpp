@@ -36,7 +36,7 @@ const Command routeCommand{
                 accessibilityOption,
                 pictureOption},
     .about = AboutVenue{answerRoute, answerJoinedRoute},
-    .examples = R"(Examples:
+    .help = R"(Examples:
   tern generate --out mall
   tern route --data mall --from 22001 --to 14016
   tern route --data mall --from 22001 --to 14016 --accessibility 0  # step-free

@@ -45,7 +45,7 @@ const Command serveCommand{
                 {"--listen", "ADDR", "the address to listen on", readText, orElse("127.0.0.1")},
                 {"--client-id", "ID", "who may ask", readText, orElse("local")}},
     .about = serveFolder,
-    .examples = R"(Examples:
+    .help = R"(Examples:
   tern generate --out mall
   tern serve --data mall --port 8080
   TERN_CLIENT_SECRET=open-sesame tern serve --data mall --client-id app

@@ -137,10 +137,10 @@ const Command tourCommand{
                 accessibilityOption,
                 pictureOption},
     .about = AboutVenue{answerTour},
-    .examples = R"(Examples:
+    .help = R"(Examples:
   tern generate --out mall
-  tern tour --data mall --from 22001 --visit 7,9,30
-  tern tour --data mall --from 22001 --visit 7,9,30 --picture tour.html
+  tern tour --data mall --from 12002 --visit 7,9,30
+  tern tour --data mall --from 12002 --visit 7,9,30 --picture tour.html
 
 Stops of one floor are visited in the shortest order that there is, up to 21 of
 them; more in the order of going to the nearest next. Other floors are reached

@@ -29,7 +29,7 @@ Outcome listVenues(const Arguments& call, const TernVenueCollection& venues) {
 const Command venuesCommand{.name = "venues",
                             .summary = "list the venues of the data",
                             .about = listVenues,
-                            .examples = R"(Examples:
+                            .help = R"(Examples:
   tern generate --out mall
   tern venues --data mall
   tern venues --data mall --json

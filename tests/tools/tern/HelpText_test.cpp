@@ -31,7 +31,7 @@ TEST(HelpText, everyCommandTeachesByExample) {
     const std::string help = helpOf(*command);
     EXPECT_THAT(help, HasSubstr("Usage: tern " + std::string(command->name)));
     EXPECT_THAT(help, HasSubstr("\nExamples:\n  tern generate --out mall\n"));
-    EXPECT_THAT(command->examples, HasSubstr("tern " + std::string(command->name) + " --"));
+    EXPECT_THAT(command->help, HasSubstr("tern " + std::string(command->name) + " --"));
   }
 }
 
