@@ -46,8 +46,8 @@ std::string namesOfCommands(bool (*isSo)(const Command&), std::string_view betwe
   return names;
 }
 
-std::vector<Option> sharedOptionsOf(const Command& command) {
-  std::vector<Option> options;
+std::vector<Option> optionsOf(const Command& command) {
+  std::vector<Option> options = command.options;
   const auto add = [&](const auto& more) {
     options.insert(options.end(), more.begin(), more.end());
   };

@@ -83,7 +83,7 @@ bool joinsVenues(const Command& command);
 // The names of the commands that are so: "venues, info, ...".
 std::string namesOfCommands(bool (*isSo)(const Command&), std::string_view between);
 
-// The options that it takes beside its own, those of a service last.
-std::vector<Option> sharedOptionsOf(const Command& command);
+// All that it takes, first its own and last those of a service.
+std::vector<Option> optionsOf(const Command& command);
 
 }  // namespace tern::command

@@ -59,14 +59,14 @@ std::string generalHelp() {
 std::string helpOf(const Command& command) {
   std::string usage = "Usage: tern " + std::string(command.name);
   std::string options = entry("-h, --help", "print this help");
-  for (const Option& option : command.options) {
+  for (const Option& option : optionsOf(command)) {
+    if (option.name == hostOptions.front().name && loadsData(command))
+      options += "\nBeside --host:\n";
     options += entry(option);
+  }
+  for (const Option& option : command.options) {
     if (option.need.isRequired)
       usage.append(" ").append(option.name).append(" ").append(option.label);
-  }
-  for (const Option& option : sharedOptionsOf(command)) {
-    if (option.name == hostOptions.front().name) options += "\nBeside --host:\n";
-    options += entry(option);
   }
   return std::string(command.summary) + "\n" + usage + " [OPTIONS]\n\nOptions:\n" + options + "\n" +
          std::string(command.help);

@@ -12,13 +12,6 @@ using testing::Contains;
 using testing::IsSupersetOf;
 using testing::Not;
 
-std::vector<Option> optionsOf(const Command& command) {
-  std::vector<Option> options = command.options;
-  const std::vector<Option> shared = sharedOptionsOf(command);
-  options.insert(options.end(), shared.begin(), shared.end());
-  return options;
-}
-
 std::vector<std::string> optionNamesOf(const Command& command) {
   std::vector<std::string> names;
   for (const Option& option : optionsOf(command)) names.emplace_back(option.name);
