@@ -22,19 +22,25 @@ struct TernElement {
   /// What the record is.
   enum class Kind : std::uint8_t { destination, amenity, pathType, other };
 
+  /// A destination to look for.
   TernElement(std::shared_ptr<TernDestination> destination)  // NOLINT(google-explicit-constructor)
       : TernElement(Kind::destination, std::move(destination)) {}
+  /// An amenity to look for.
   TernElement(std::shared_ptr<TernAmenity> amenity)  // NOLINT(google-explicit-constructor)
       : TernElement(Kind::amenity, std::move(amenity)) {}
+  /// A path type to look for.
   TernElement(std::shared_ptr<TernPathType> pathType)  // NOLINT(google-explicit-constructor)
       : TernElement(Kind::pathType, std::move(pathType)) {}
+  /// Any other record, which no search accepts.
   TernElement(std::shared_ptr<TernBaseModel> model)  // NOLINT(google-explicit-constructor)
       : TernElement(Kind::other, std::move(model)) {}
 
   /// `other` whenever the record is null.
   Kind kind;
+  /// The record; may be null.
   std::shared_ptr<TernBaseModel> record;
 
+  /// Whether both are the same record as the same kind.
   friend bool operator==(const TernElement&, const TernElement&) = default;
 
  private:

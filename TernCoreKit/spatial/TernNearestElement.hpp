@@ -56,6 +56,7 @@ class TERN_API TernNearestElementDelegate {
 
 /// What `getNearestElementFrom` found.
 struct TernNearestResult {
+  /// Never null.
   std::shared_ptr<TernWaypoint> waypoint;
   /// Map units: the straight lines from the start over the connectors to the waypoint.
   float totalDistance = 0;
@@ -86,10 +87,13 @@ struct TernNearestResult {
 ///     }
 class TERN_API TernNearestElement {
  public:
+  /// The waypoints of one map for elements of one kind.
   using Tree = KDTree<TernNearestPoint>;
   /// By the decimal text of the map's id.
   using Trees = std::map<std::string, Tree>;
+  /// What is wanted; the kind of the first counts.
   using Elements = std::vector<TernElement>;
+  /// Waypoints of the venue.
   using Waypoints = std::vector<std::shared_ptr<TernWaypoint>>;
   /// The waypoint and the element, or the error.
   using Completion = std::function<void(std::shared_ptr<TernWaypoint>, std::optional<TernElement>,
@@ -101,6 +105,7 @@ class TERN_API TernNearestElement {
   /// Without trees and without a venue.
   TernNearestElement();
 
+  /// The same as the constructor, to be shared.
   static std::shared_ptr<TernNearestElement> init();
   /// One that has searched nothing yet, over the same trees and the same venue, without a delegate.
   std::shared_ptr<TernNearestElement> another() const;
@@ -125,20 +130,27 @@ class TERN_API TernNearestElement {
   /// Forgets the venue, the last search and its error; the trees stay.
   void reset();
 
+  /// The trees of the destinations, by map.
   const Trees& treesDestination() const;
+  /// The trees of the amenities, by map.
   const Trees& treesAmenity() const;
+  /// The trees of the path types, by map.
   const Trees& treesPathType() const;
-  /// The tree that the last search chose, and those of its start's map.
+  /// The tree that the last search chose.
   const std::optional<Tree>& tree() const { return state_.tree; }
+  /// The destinations of the map that the last search started on.
   const std::optional<Tree>& treeDestination() const { return state_.treeDestination; }
+  /// The amenities of the map that the last search started on.
   const std::optional<Tree>& treeAmenity() const { return state_.treeAmenity; }
+  /// The path types of the map that the last search started on.
   const std::optional<Tree>& treePathType() const { return state_.treePathType; }
   /// The level that the last search started on.
   const std::optional<std::int64_t>& currentFloorLevel() const { return state_.currentFloorLevel; }
   /// Where the last search started.
   const std::optional<TernNearestPoint>& userNode() const { return state_.userNode; }
-  /// False once the building has no further floor that way.
+  /// False once the building has no further floor above.
   bool isUpperFloorValid() const { return state_.isUpperFloorValid; }
+  /// False once the building has no further floor below.
   bool isLowerFloorValid() const { return state_.isLowerFloorValid; }
   /// Null when it is gone.
   std::shared_ptr<TernVenueData> activeVenue() const {
@@ -149,6 +161,7 @@ class TERN_API TernNearestElement {
   const std::shared_ptr<TernMap>& currentMap() const { return state_.currentMap; }
   /// The last failure.
   const std::optional<TernError>& error() const { return state_.error; }
+  /// Puts an error in the place of the last failure; absent for none.
   void setError(std::optional<TernError> error) {
     const std::lock_guard lock(stateMutex_);
     state_.error = std::move(error);

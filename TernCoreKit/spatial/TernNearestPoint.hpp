@@ -15,19 +15,23 @@ namespace tern {
 ///
 /// Ownership: a value that shares its records. Threads: as a standard container. Fails: never.
 struct TernNearestPoint {
+  /// x and y.
   static constexpr std::size_t dimensions = 2;
 
-  /// Map units.
+  /// Map units from the left.
   double x = 0;
+  /// Map units from the top.
   double y = 0;
   /// Id of the map that it lies on.
   std::optional<std::int64_t> z;
-  /// What is reached there; both null for the spot that a search starts from.
+  /// What is reached there; null for the spot that a search starts from.
   std::shared_ptr<TernBaseModel> element;
+  /// Where it is reached; null for the spot that a search starts from.
   std::shared_ptr<TernWaypoint> waypoint;
 
-  /// As KDTree asks.
+  /// The coordinate on an axis: 0 is x, any other y.
   double kdDimension(std::size_t axis) const { return axis == 0 ? x : y; }
+  /// The squared distance in map units.
   double squaredDistance(const TernNearestPoint& to) const {
     return (to.x - x) * (to.x - x) + (to.y - y) * (to.y - y);
   }

@@ -14,16 +14,20 @@ namespace tern {
 struct KDPoint {
   /// In any unit.
   double x = 0;
+  /// In the unit of x.
   double y = 0;
 
   /// How many axes a tree made from now on cycles through; one past the first is y again.
   /// Not to be changed while another thread makes a tree.
   TERN_API static std::size_t dimensions;
 
+  /// The coordinate on an axis: 0 is x, any other y.
   double kdDimension(std::size_t axis) const { return axis == 0 ? x : y; }
+  /// The squared distance in the unit of the points.
   double squaredDistance(const KDPoint& to) const {
     return (to.x - x) * (to.x - x) + (to.y - y) * (to.y - y);
   }
+  /// Whether both coordinates are equal.
   friend bool operator==(const KDPoint&, const KDPoint&) = default;
 
   /// A list of two numbers; one that JSON cannot hold is a text ("inf", "-inf", "nan").

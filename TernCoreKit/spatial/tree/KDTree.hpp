@@ -47,9 +47,11 @@ class KDTree {
  public:
   /// Least and greatest coordinate on an axis, both within.
   using Bounds = std::pair<double, double>;
+  /// What was read: a tree, or an error and the empty tree.
   struct Loaded;
   /// The predicate of a query that restricts nothing.
   struct AcceptAll {
+    /// True of every value.
     bool operator()(const E&) const { return true; }
   };
 
@@ -58,6 +60,7 @@ class KDTree {
   /// The first split is on the axis `depth` modulo the dimensions.
   static KDTree init(const std::vector<E>& values, std::size_t depth = 0);
 
+  /// Whether it holds no value.
   bool isEmpty() const { return begin_ == end_; }
   /// How many values it holds.
   std::size_t count() const { return end_ - begin_; }
@@ -67,8 +70,11 @@ class KDTree {
   const E& value() const { return root().value; }
   /// The axis at which the root splits. REQUIRES: the tree is not empty.
   std::size_t dimension() const { return root().axis; }
-  /// The subtrees of the root; they share the nodes of this tree. REQUIRES: the tree is not empty.
+  /// The left subtree of the root; it shares the nodes of this tree.
+  /// REQUIRES: the tree is not empty.
   KDTree left() const { return KDTree(nodes_, begin_ + 1, begin_ + root().right); }
+  /// The right subtree of the root; it shares the nodes of this tree.
+  /// REQUIRES: the tree is not empty.
   KDTree right() const { return KDTree(nodes_, begin_ + root().right, end_); }
 
   /// Each value before those of its left subtree, these before those of its right one.
@@ -76,6 +82,7 @@ class KDTree {
   /// Visits the values in the order of `elements`.
   template <class Visit>
   void forEach(Visit visit) const;
+  /// Whether a value equals the given one.
   bool contains(const E& value) const;
 
   /// The tree with one value more; `dim` is the axis of the new node when the tree is empty.
@@ -122,8 +129,9 @@ class KDTree {
   Value encode() const requires KDTreeArchivable<E>;
   /// An error, and an empty tree, for what is no archive of such points or not as it was encoded.
   static Loaded decode(const Value& archived) requires KDTreeArchivable<E>;
-  /// To and from a file of the process-wide file system (platform/Files.hpp).
+  /// Writes the archive to a file of the process-wide file system (platform/Files.hpp).
   std::optional<TernError> save(const std::string& to) const requires KDTreeArchivable<E>;
+  /// Reads what `save` wrote.
   static Loaded initContentsOf(const std::string& path) requires KDTreeArchivable<E>;
 
  private:
@@ -170,11 +178,13 @@ class KDTree {
 /// What was read: a tree, or an error and the empty tree.
 template <KDTreePoint E>
 struct [[nodiscard]] KDTree<E>::Loaded {
+  /// Empty when there is an error.
   KDTree tree;
+  /// Why there is no tree; absent when there is one.
   std::optional<TernError> error;
 };
 
-// Bodies follow.
+/// @cond Bodies follow.
 
 template <KDTreePoint E>
 KDTree<E> KDTree<E>::init(const std::vector<E>& values, std::size_t depth) {
@@ -584,5 +594,7 @@ typename KDTree<E>::Loaded KDTree<E>::initContentsOf(const std::string& path) re
     KDTreeArchivable<E> {
   return opened(KDTreeArchive::load(path, dimensions()));
 }
+
+/// @endcond
 
 }  // namespace tern

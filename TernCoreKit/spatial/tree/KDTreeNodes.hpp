@@ -30,6 +30,8 @@ concept KDTreePoint = std::copyable<E> && std::equality_comparable<E> &&
   { point.squaredDistance(point) } -> std::convertible_to<double>;
 };
 
+/// @cond What KDTree is made of; no program needs it.
+
 template <KDTreePoint E>
 struct KDTreeNode {
   E value;
@@ -278,5 +280,7 @@ typename KDTreeBuilder<E>::Range KDTreeBuilder<E>::takeCoincident(Range range) {
   range.emptyLefts = 0;
   return range;
 }
+
+/// @endcond
 
 }  // namespace tern
