@@ -9,3 +9,11 @@
 #else
 #define TERN_API
 #endif
+
+/// What stands before a private function of a class that TERN_API marks, when only the library
+/// calls it: one whose types are of the inside.
+#if defined(__GNUC__)
+#define TERN_INTERNAL __attribute__((visibility("hidden")))
+#else
+#define TERN_INTERNAL
+#endif

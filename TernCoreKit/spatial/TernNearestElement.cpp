@@ -16,7 +16,8 @@ std::shared_ptr<TernNearestElement> TernNearestElement::init() {
 
 std::shared_ptr<TernNearestElement> TernNearestElement::another() const {
   auto made = init();
-  const std::lock_guard lock(stateMutex_);
+  const MutexLock madeLock(made->stateMutex_);
+  const MutexLock lock(stateMutex_);
   made->index_ = index_;
   made->activeVenue_ = activeVenue_;
   return made;
@@ -25,7 +26,7 @@ std::shared_ptr<TernNearestElement> TernNearestElement::another() const {
 void TernNearestElement::initializeKDTree(const std::shared_ptr<TernVenueData>& venue) {
   auto index = venue != nullptr ? std::make_shared<detail::NearestIndex>(*venue)
                                 : std::make_shared<detail::NearestIndex>();
-  const std::lock_guard lock(stateMutex_);
+  const MutexLock lock(stateMutex_);
   index_ = std::move(index);
   activeVenue_ = venue;
 }
@@ -33,7 +34,7 @@ void TernNearestElement::initializeKDTree(const std::shared_ptr<TernVenueData>& 
 // The state is copied so that searches of several threads do not meet in it.
 template <class Ask>
 auto TernNearestElement::ask(Ask ask) {
-  std::unique_lock lock(stateMutex_);
+  MutexLock lock(stateMutex_);
   detail::NearestState state = state_;
   const auto index = index_;
   const auto venue = activeVenue_.lock();
@@ -66,7 +67,7 @@ void TernNearestElement::searchNearestElement(const TernElement& element, TernCo
 }
 
 void TernNearestElement::reset() {
-  const std::lock_guard lock(stateMutex_);
+  const MutexLock lock(stateMutex_);
   detail::NearestState fresh;
   fresh.arrayOfPathTypeTaken = std::move(state_.arrayOfPathTypeTaken);
   fresh.accessible = state_.accessible;

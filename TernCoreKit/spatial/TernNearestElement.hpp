@@ -12,6 +12,7 @@
 
 #include "TernCoreKit/model/records/TernError.hpp"
 #include "TernCoreKit/platform/Export.hpp"
+#include "TernCoreKit/platform/Mutex.hpp"
 #include "TernCoreKit/service/coordinates/TernUtils.hpp"
 #include "TernCoreKit/spatial/TernElement.hpp"
 #include "TernCoreKit/spatial/TernNearestPoint.hpp"
@@ -154,7 +155,7 @@ class TERN_API TernNearestElement {
   bool isLowerFloorValid() const { return state_.isLowerFloorValid; }
   /// Null when it is gone.
   std::shared_ptr<TernVenueData> activeVenue() const {
-    const std::lock_guard lock(stateMutex_);
+    const MutexLock lock(stateMutex_);
     return activeVenue_.lock();
   }
   /// The map that the last search started on.
@@ -163,7 +164,7 @@ class TERN_API TernNearestElement {
   const std::optional<TernError>& error() const { return state_.error; }
   /// Puts an error in the place of the last failure; absent for none.
   void setError(std::optional<TernError> error) {
-    const std::lock_guard lock(stateMutex_);
+    const MutexLock lock(stateMutex_);
     state_.error = std::move(error);
   }
   /// The connectors that the last search took: where each is entered and where it is left, in
@@ -180,10 +181,12 @@ class TERN_API TernNearestElement {
   auto ask(Ask ask);
 
   mutable std::recursive_mutex mutex_;
-  mutable std::mutex stateMutex_;
-  std::shared_ptr<const detail::NearestIndex> index_;  // guarded by stateMutex_; never null
-  std::weak_ptr<TernVenueData> activeVenue_;           // guarded by stateMutex_
-  detail::NearestState state_;                         // searches write it under stateMutex_
+  mutable Mutex stateMutex_;
+  std::weak_ptr<TernVenueData> activeVenue_ TERN_GUARDED_BY(stateMutex_);
+  // Searches read and write these under stateMutex_. The accessors hand out references, so whoever
+  // calls them sees to it that nobody searches.
+  std::shared_ptr<const detail::NearestIndex> index_;  // never null
+  detail::NearestState state_;
 };
 
 }  // namespace tern
