@@ -35,8 +35,8 @@ struct TernWaypoint;
 /// venue alive, and its completion may release the last reference.
 /// Threads: `updateWayfindDataWithCompletion`, `loadGridData`, `loadKDTree`, `globalASGrid` and
 /// `nearestElement` from any, at any time. Any number may read the venue and its records, search
-/// routes, alternatives, tours and the nearest element, and ask for the closest waypoint by route at
-/// once, also while a rebuild is under way; whoever changes the records holds `recordsMutex`
+/// routes, alternatives, tours and the nearest element, and ask for the closest waypoint by route
+/// at once, also while a rebuild is under way; whoever changes the records holds `recordsMutex`
 /// meanwhile and lets no other read. Fails: never; see TernBaseModel for documents and each
 /// operation for its empty answer.
 ///
