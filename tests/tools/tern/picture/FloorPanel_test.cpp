@@ -18,7 +18,7 @@ struct DrawnPanel {
 };
 
 DrawnPanel drawnPanel(const PictureFloor& floor, const TernPathPerFloor& stretch) {
-  const TernVenueData venue = pictureVenue({floor});
+  const PictureVenue venue{floor};
   const Itinerary walk = itineraryOf(venue, {stretch});
   FloorDrawings drawings;
   const FloorVisit& visit = walk.visits[0];
@@ -107,7 +107,7 @@ TEST(FloorPanel, longRouteOfTinyStepsStaysSmall) {
 }
 
 TEST(FloorPanel, changesOfFloorAreNamedOnTheMap) {
-  const TernVenueData venue = pictureVenue({{.id = 1}, {.id = 2, .name = "First", .level = 1}});
+  const PictureVenue venue{{.id = 1}, {.id = 2, .name = "First", .level = 1}};
   const Itinerary walk = itineraryOf(venue, {segment(1, {{40, 40}, {90, 40}}, 50, pathType("Lift")),
                                              segment(2, {{90, 40}, {200, 40}}, 160)});
   const FloorDrawing none;
@@ -120,7 +120,7 @@ TEST(FloorPanel, changesOfFloorAreNamedOnTheMap) {
 }
 
 TEST(FloorPanel, wordsTellTheSameAsThePicture) {
-  const TernVenueData venue = pictureVenue({{.id = 1}, {.id = 2, .name = "First", .level = 1}});
+  const PictureVenue venue{{.id = 1}, {.id = 2, .name = "First", .level = 1}};
   const Itinerary walk = itineraryOf(venue, {segment(1, {{40, 40}, {90, 40}}, 50, pathType("Lift")),
                                              segment(2, {{90, 40}, {200, 40}}, 160)});
   EXPECT_EQ(inWords({&walk.visits[0], {}, {}, "Bakery", "", ""}),

@@ -17,7 +17,7 @@ const std::vector<PictureFloor>& twoFloors() {
 }
 
 TEST(Itinerary, visitsFollowTheRouteAndKnowTheirFloors) {
-  const TernVenueData venue = pictureVenue(twoFloors());
+  const PictureVenue venue(twoFloors());
   const auto lift = pathType("Lift");
   const Itinerary walk = itineraryOf(
       venue, {segment(1, {{10, 10}, {60, 10}}, 50, lift),
@@ -36,7 +36,7 @@ TEST(Itinerary, visitsFollowTheRouteAndKnowTheirFloors) {
 TEST(Itinerary, lengthOfAVisitIsWhatTheRouteGainsOnIt) {
   std::vector<PictureFloor> floors = twoFloors();
   floors[1].mmPerPixel = 500;
-  const TernVenueData venue = pictureVenue(floors);
+  const PictureVenue venue(floors);
   const Itinerary walk = itineraryOf(
       venue, {segment(1, {{0, 0}}, 50), segment(2, {{0, 0}}, 80), segment(1, {{0, 0}}, 81)});
   EXPECT_EQ(walk.visits[0].length.text(), "50 m");
@@ -48,7 +48,7 @@ TEST(Itinerary, lengthOfAVisitIsWhatTheRouteGainsOnIt) {
 TEST(Itinerary, unknownScaleGivesMapUnits) {
   std::vector<PictureFloor> floors = twoFloors();
   floors[1].mmPerPixel = {};
-  const TernVenueData venue = pictureVenue(floors);
+  const PictureVenue venue(floors);
   const Itinerary walk = itineraryOf(venue, {segment(1, {{0, 0}}, 50), segment(2, {{0, 0}}, 80)});
   EXPECT_EQ(walk.visits[0].length.text(), "50 m");
   EXPECT_EQ(walk.visits[1].length.text(), "30 map units");
@@ -56,7 +56,7 @@ TEST(Itinerary, unknownScaleGivesMapUnits) {
 }
 
 TEST(Itinerary, senselessLengthsCountAsNone) {
-  const TernVenueData venue = pictureVenue(twoFloors());
+  const PictureVenue venue(twoFloors());
   for (float distance : {std::numeric_limits<float>::infinity(), std::nanf(""), -5.0F, 1e38F}) {
     const Itinerary walk = itineraryOf(venue, {segment(1, {{0, 0}}, distance)});
     EXPECT_EQ(walk.visits[0].length.text(), "") << distance;
@@ -66,15 +66,15 @@ TEST(Itinerary, senselessLengthsCountAsNone) {
 
 TEST(Itinerary, absurdScalesCountAsUnknown) {
   for (double scale : {0.0, -1.0, 1e308, std::nan("")}) {
-    const TernVenueData venue = pictureVenue({{.id = 1, .mmPerPixel = scale}});
+    const PictureVenue venue{{.id = 1, .mmPerPixel = scale}};
     const Itinerary walk = itineraryOf(venue, {segment(1, {{0, 0}}, 50)});
     EXPECT_EQ(walk.length.text(), "50 map units") << scale;
   }
 }
 
 TEST(Itinerary, floorPassedOnTheSameLiftIsNoVisit) {
-  const TernVenueData venue = pictureVenue(
-      {{.id = 1}, {.id = 2, .name = "First", .level = 1}, {.id = 3, .name = "Second", .level = 2}});
+  const PictureVenue venue{
+      {.id = 1}, {.id = 2, .name = "First", .level = 1}, {.id = 3, .name = "Second", .level = 2}};
   const auto lift = pathType("Lift");
   const Itinerary walk =
       itineraryOf(venue, {segment(1, {{0, 0}, {9, 0}}, 9, lift), segment(2, {{9, 0}}, 10, lift),
@@ -86,8 +86,8 @@ TEST(Itinerary, floorPassedOnTheSameLiftIsNoVisit) {
 }
 
 TEST(Itinerary, floorWhereTheLiftIsLeftForTheStairsIsAVisit) {
-  const TernVenueData venue = pictureVenue(
-      {{.id = 1}, {.id = 2, .name = "First", .level = 1}, {.id = 3, .name = "Second", .level = 2}});
+  const PictureVenue venue{
+      {.id = 1}, {.id = 2, .name = "First", .level = 1}, {.id = 3, .name = "Second", .level = 2}};
   const Itinerary walk =
       itineraryOf(venue, {segment(1, {{0, 0}}, 9, pathType("Lift")),
                           segment(2, {{9, 0}}, 10, pathType("Stairs")), segment(3, {{9, 0}}, 20)});
@@ -95,7 +95,7 @@ TEST(Itinerary, floorWhereTheLiftIsLeftForTheStairsIsAVisit) {
 }
 
 TEST(Itinerary, anotherBuildingIsNamed) {
-  const TernVenueData venue = pictureVenue({{.id = 1}, {.id = 2, .name = "Hall", .building = 2}});
+  const PictureVenue venue{{.id = 1}, {.id = 2, .name = "Hall", .building = 2}};
   const Itinerary walk =
       itineraryOf(venue, {segment(1, {{0, 0}}, 9, pathType("Bridge")), segment(2, {{0, 0}}, 10)});
   EXPECT_EQ(walk.visits[0].departure->text(), "Bridge to House 2, Hall");
@@ -112,15 +112,14 @@ TEST(Itinerary, unknownMapsMoversAndLevelsAreNoFailure) {
 }
 
 TEST(Itinerary, nullLevelIsNeitherUpNorDown) {
-  const TernVenueData venue =
-      pictureVenue({{.id = 1}, {.id = 2, .name = "First", .level = nullptr}});
+  const PictureVenue venue{{.id = 1}, {.id = 2, .name = "First", .level = nullptr}};
   const Itinerary walk =
       itineraryOf(venue, {segment(1, {{0, 0}}, 9, pathType("Lift")), segment(2, {{0, 0}}, 10)});
   EXPECT_EQ(walk.visits[0].departure->text(), "Lift to First");
 }
 
 TEST(Itinerary, pointsFarOffTheDrawingAreLeftOut) {
-  const TernVenueData venue = pictureVenue({{.id = 1}});
+  const PictureVenue venue{{.id = 1}};
   const float infinite = std::numeric_limits<float>::infinity();
   const Itinerary walk = itineraryOf(venue, {segment(1,
                                                      {{10, 10},

@@ -1,6 +1,6 @@
 // A small venue with drawings and routes over it, written out by hand.
 //
-//   const TernVenueData venue = pictureVenue({{.id = 1}, {.id = 2, .level = 1}});
+//   const PictureVenue venue{{.id = 1}, {.id = 2, .level = 1}};
 //   const TernRoute route = {segment(1, {{10, 10}, {60, 10}}, 50), segment(2, {{60, 10}}, 51)};
 //
 // Ownership: plain values. Threads: any.
@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -44,8 +45,8 @@ inline Value floorDocument(const PictureFloor& floor) {
                      {"map", std::move(map)}});
 }
 
-// The floors in their buildings, which are called "House 1" and so on.
-inline TernVenueData pictureVenue(const std::vector<PictureFloor>& floors) {
+// The floors in buildings, as the service sends them.
+inline Value buildingDocuments(const std::vector<PictureFloor>& floors) {
   std::vector<std::pair<std::int64_t, Value>> buildings;
   for (const PictureFloor& floor : floors) {
     if (buildings.empty() || buildings.back().first != floor.building) {
@@ -59,16 +60,23 @@ inline TernVenueData pictureVenue(const std::vector<PictureFloor>& floors) {
                              {"name", std::string_view("House " + std::to_string(id))},
                              {"floors", Value::map({{"items", std::move(list)}})}}));
   }
-  auto collection = std::make_shared<TernBuildingCollection>();
-  collection->createBatch(Value::map({{"items", std::move(items)}}));
-  TernVenueData venue;
-  venue.maps = std::make_shared<TernMapCollection>();
-  for (const auto& floor : collection->getAllFloors()) {
-    venue.maps->addMapToCollection(floor->map.record());
-  }
-  venue.buildings = std::move(collection);
-  return venue;
+  return Value::map({{"items", std::move(items)}});
 }
+
+// The floors in their buildings, which are called "House 1" and so on.
+struct PictureVenue : TernVenueData {
+  PictureVenue(std::initializer_list<PictureFloor> floors)
+      : PictureVenue(std::vector<PictureFloor>(floors)) {}
+  explicit PictureVenue(const std::vector<PictureFloor>& floors) {
+    auto collection = std::make_shared<TernBuildingCollection>();
+    collection->createBatch(buildingDocuments(floors));
+    maps = std::make_shared<TernMapCollection>();
+    for (const auto& floor : collection->getAllFloors()) {
+      maps->addMapToCollection(floor->map.record());
+    }
+    buildings = std::move(collection);
+  }
+};
 
 inline std::shared_ptr<TernPathType> pathType(const char* name) {
   return TernPathType::initWithDictionary(Value::map({{"id", 2}, {"name", name}}));

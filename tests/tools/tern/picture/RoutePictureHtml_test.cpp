@@ -11,7 +11,7 @@ namespace tern::picture {
 namespace {
 
 TEST(RoutePictureHtml, pageFitsAPhoneAndForbidsLoading) {
-  const TernVenueData venue = pictureVenue({{.id = 1}});
+  const PictureVenue venue{{.id = 1}};
   const auto markup =
       scanned(routePictureHtml({venue, "", RouteSet::choices, {{"", "A", "B", threeSegments()}}}));
   const auto contents = markup.valuesOf("content");
@@ -21,7 +21,7 @@ TEST(RoutePictureHtml, pageFitsAPhoneAndForbidsLoading) {
 }
 
 TEST(RoutePictureHtml, everyMapIsLabelledByItsOwnWords) {
-  const TernVenueData venue = pictureVenue({{.id = 1}, {.id = 2}});
+  const PictureVenue venue{{.id = 1}, {.id = 2}};
   const auto markup =
       scanned(routePictureHtml({venue, "", RouteSet::choices, {{"", "A", "B", threeSegments()}}}));
   const auto ids = markup.valuesOf("id");

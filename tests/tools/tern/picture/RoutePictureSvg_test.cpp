@@ -10,7 +10,7 @@ namespace tern::picture {
 namespace {
 
 TEST(RoutePictureSvg, columnIsAsWideAsAPhone) {
-  const TernVenueData venue = pictureVenue({{.id = 1}, {.id = 2}});
+  const PictureVenue venue{{.id = 1}, {.id = 2}};
   const auto markup =
       scanned(routePictureSvg({venue, "", RouteSet::choices, {{"", "A", "B", threeSegments()}}}));
   EXPECT_EQ(markup.valuesOf("width").front(), "390");
@@ -18,7 +18,7 @@ TEST(RoutePictureSvg, columnIsAsWideAsAPhone) {
 }
 
 TEST(RoutePictureSvg, longNamesAreBrokenAndCut) {
-  const TernVenueData venue = pictureVenue({{.id = 1}});
+  const PictureVenue venue{{.id = 1}};
   const std::string name =
       "The Very Long Name of a Shop That Sells Things Nobody Has Ever Needed at All";
   const auto markup =

@@ -24,8 +24,7 @@ class RoutePictures : public testing::TestWithParam<std::string (*)(const RouteP
 };
 
 TEST_P(RoutePictures, threeSegmentsOverTwoMapsAreThreePanels) {
-  const TernVenueData venue =
-      pictureVenue({{.id = 1}, {.id = 2, .name = "First floor", .level = 1}});
+  const PictureVenue venue{{.id = 1}, {.id = 2, .name = "First floor", .level = 1}};
   const auto markup = scannedPicture(
       {venue, "Harbour Plaza", RouteSet::choices, {{"", "Bakery", "North exit", threeSegments()}}});
   for (const char* text :
@@ -37,7 +36,7 @@ TEST_P(RoutePictures, threeSegmentsOverTwoMapsAreThreePanels) {
 }
 
 TEST_P(RoutePictures, wordsForThoseWhoDoNotSeeIt) {
-  const TernVenueData venue = pictureVenue({{.id = 1}});
+  const PictureVenue venue{{.id = 1}};
   const auto markup = scannedPicture(
       {venue, "", RouteSet::choices, {{"", "Bakery", "Exit", {segment(1, {{1, 1}, {9, 1}}, 8)}}}});
   EXPECT_EQ(markup.valuesOf("role"), std::vector<std::string>{"img"});
@@ -49,8 +48,7 @@ TEST_P(RoutePictures, wordsForThoseWhoDoNotSeeIt) {
 
 TEST_P(RoutePictures, namesWithMarkupAreText) {
   const std::string name = "<script>\"&'</script>";
-  const TernVenueData venue =
-      pictureVenue({{.id = 1, .name = name}, {.id = 2, .name = name, .level = 1}});
+  const PictureVenue venue{{.id = 1, .name = name}, {.id = 2, .name = name, .level = 1}};
   TernRoute route = threeSegments();
   route[0].mover = pathType("<b>");
   const auto markup = scannedPicture({venue, name, RouteSet::choices, {{name, name, name, route}}});
@@ -59,7 +57,7 @@ TEST_P(RoutePictures, namesWithMarkupAreText) {
 }
 
 TEST_P(RoutePictures, namesThatAreNotUtf8AreRepaired) {
-  const TernVenueData venue = pictureVenue({{.id = 1}});
+  const PictureVenue venue{{.id = 1}};
   scannedPicture({venue,
                   "\xFF\x01",
                   RouteSet::choices,
@@ -73,8 +71,8 @@ TEST_P(RoutePictures, drawingsStandInAddressesOfImagesOnly) {
       "'http://example.com/a.css';text{display:none}</style><foreignObject><iframe "
       "src='//example.com'/></foreignObject><use href='http://example.com/b.svg#c'/></svg>";
   const std::string ending = "<svg viewBox='0 0 9 9'>\"/></image></defs></svg></html>\xFF x()";
-  const TernVenueData venue = pictureVenue(
-      {{.id = 1, .svg = std::string_view(hostile)}, {.id = 2, .svg = std::string_view(ending)}});
+  const PictureVenue venue{{.id = 1, .svg = std::string_view(hostile)},
+                           {.id = 2, .svg = std::string_view(ending)}};
   const RoutePicture picture{venue, "", RouteSet::choices, {{"", "A", "B", threeSegments()}}};
   const auto markup = scannedPicture(picture);
   std::string file = GetParam()(picture);
@@ -89,7 +87,7 @@ TEST_P(RoutePictures, drawingsStandInAddressesOfImagesOnly) {
 }
 
 TEST_P(RoutePictures, nothingIsLoadedFromElsewhere) {
-  const TernVenueData venue = pictureVenue({{.id = 1, .svg = nullptr}, {.id = 2, .svg = nullptr}});
+  const PictureVenue venue{{.id = 1, .svg = nullptr}, {.id = 2, .svg = nullptr}};
   std::string file = GetParam()({venue, "", RouteSet::choices, {{"", "A", "B", threeSegments()}}});
   const std::string space = "http://www.w3.org/2000/svg";
   if (const std::size_t at = file.find(space); at != std::string::npos)
@@ -100,7 +98,7 @@ TEST_P(RoutePictures, nothingIsLoadedFromElsewhere) {
 }
 
 TEST_P(RoutePictures, drawingOfSeveralPanelsIsHeldOnce) {
-  const TernVenueData venue = pictureVenue({{.id = 1}, {.id = 2}});
+  const PictureVenue venue{{.id = 1}, {.id = 2}};
   const auto markup =
       scannedPicture({venue,
                       "",
@@ -114,8 +112,7 @@ TEST_P(RoutePictures, drawingOfSeveralPanelsIsHeldOnce) {
 }
 
 TEST_P(RoutePictures, absurdCoordinatesGiveAWholeFile) {
-  const TernVenueData venue =
-      pictureVenue({{.id = 1, .svg = "<svg viewBox='0 0 1e308 1'/>"}, {.id = 2}});
+  const PictureVenue venue{{.id = 1, .svg = "<svg viewBox='0 0 1e308 1'/>"}, {.id = 2}};
   const auto markup =
       scannedPicture({venue,
                       "",
@@ -133,14 +130,14 @@ TEST_P(RoutePictures, absurdCoordinatesGiveAWholeFile) {
 }
 
 TEST_P(RoutePictures, noRouteIsSaid) {
-  const TernVenueData venue = pictureVenue({{.id = 1}});
+  const PictureVenue venue{{.id = 1}};
   EXPECT_TRUE(has(scannedPicture({venue, "", RouteSet::choices, {{"", "A", "B", {}}}}),
                   "No route was found."));
   scannedPicture({venue, "", RouteSet::choices, {}});
 }
 
 TEST_P(RoutePictures, sameInputGivesTheSameFile) {
-  const TernVenueData venue = pictureVenue({{.id = 1}, {.id = 2}});
+  const PictureVenue venue{{.id = 1}, {.id = 2}};
   const RoutePicture picture{venue, "", RouteSet::choices, {{"", "A", "B", threeSegments()}}};
   EXPECT_EQ(GetParam()(picture), GetParam()(picture));
 }

@@ -7,10 +7,10 @@
 namespace tern::words {
 namespace {
 
-using picture::pictureVenue;
+using picture::PictureVenue;
 
 TEST(FloorName, isTheNameElseTheShortNameElseTheMap) {
-  const TernVenueData venue = pictureVenue({{.id = 1, .name = "Ground"}});
+  const PictureVenue venue{{.id = 1, .name = "Ground"}};
   TernFloor& floor = *venue.buildings->getAllFloors().front();
   floor.shortName = "G";
   EXPECT_EQ(floorName(venue, 1).text(), "Ground");
@@ -23,8 +23,7 @@ TEST(FloorName, isTheNameElseTheShortNameElseTheMap) {
 }
 
 TEST(FloorName, buildingStandsInFrontWhereThereAreSeveral) {
-  const TernVenueData venue =
-      pictureVenue({{.id = 1, .name = "Ground"}, {.id = 2, .name = "Ground", .building = 2}});
+  const PictureVenue venue{{.id = 1, .name = "Ground"}, {.id = 2, .name = "Ground", .building = 2}};
   EXPECT_EQ(floorName(venue, 1).text(), "House 1, Ground");
   EXPECT_EQ(floorName(venue, 2).text(), "House 2, Ground");
   EXPECT_EQ(floorName(venue, 3).text(), "map 3");
