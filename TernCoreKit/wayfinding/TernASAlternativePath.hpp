@@ -51,17 +51,21 @@ class DetourSearch;
 ///                    [](const auto& optimal, const auto& alternatives) { ... });
 class TERN_API TernASAlternativePath {
  public:
+  /// Alternatives.
   using Routes = std::vector<TernRoute>;
+  /// Takes the best route and the alternatives to it, or neither.
   using Completion = std::function<void(const std::optional<TernRoute>& optimal,
                                         const std::optional<Routes>& alternatives)>;
 
-  /// Where the request begins and ends.
+  /// Where the request begins.
   std::shared_ptr<TernWaypoint> waypointStart;
+  /// Where the request ends.
   std::shared_ptr<TernWaypoint> waypointEnd;
   /// The accessibility level of every search.
   std::int64_t accessible = 0;
-  /// The best detour so far, and the best route.
+  /// The best detour so far.
   std::optional<TernRoute> bestAlternativePath;
+  /// The best route.
   std::optional<TernRoute> optimalPath;
   /// The last node of the best route.
   std::optional<TernASNode> destinationNode;
@@ -117,7 +121,7 @@ class TERN_API TernASAlternativePath {
   // Closes so many of the nodes from each of the given ones on, one stretch after the other.
   void tryDetours(std::span<const TernASNode> nodes, std::span<const std::size_t> firsts,
                   std::size_t length);
-  void keepIfBest(const detail::DetourSearch& detours);
+  TERN_INTERNAL void keepIfBest(const detail::DetourSearch& detours);
   std::optional<TernRoute> acceptable(std::optional<TernRoute> candidate) const;
   bool isShortEnough(float length) const;
 };

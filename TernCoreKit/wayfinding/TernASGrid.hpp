@@ -53,10 +53,15 @@ class GridNodes;
 ///     grid->shouldBlockExitFromNode(*grid->getNodeById(12), true);
 class TERN_API TernASGrid {
  public:
+  /// Nodes as records.
   using Waypoints = std::vector<std::shared_ptr<TernWaypoint>>;
+  /// Edges as records.
   using Paths = std::vector<std::shared_ptr<TernPath>>;
+  /// Kinds of edge.
   using PathTypes = std::vector<std::shared_ptr<TernPathType>>;
+  /// Where the nodes lie.
   using Maps = std::vector<std::shared_ptr<TernMap>>;
+  /// Where the floors of the maps are found.
   using Buildings = std::vector<std::shared_ptr<TernBuilding>>;
 
   /// Builds the graph. For several venues costs are measured in metres of the spherical Mercator
@@ -74,14 +79,19 @@ class TERN_API TernASGrid {
   /// Height of one level, map units.
   static constexpr int verticalScale = 100;
 
-  /// The lists that it was built of, without nulls.
+  /// The waypoints that it was built of, without nulls.
   const Waypoints& waypoints() const;
+  /// The paths that it was built of, without nulls.
   const Paths& paths() const;
+  /// The path types that it was built of, without nulls.
   const PathTypes& pathTypes() const;
+  /// The maps that it was built of, without nulls.
   const Maps& mapFulls() const;
+  /// The buildings that it was built of, without nulls.
   const Buildings& buildings() const;
-  /// Both are always empty: floors are found through the buildings, edges through their nodes.
+  /// Always empty: floors are found through the buildings.
   const std::vector<std::shared_ptr<TernFloor>>& floors() const { return floors_; }
+  /// Always empty: edges are found through their nodes.
   const std::vector<TernASEdge>& edges() const { return edges_; }
   /// A new list of all nodes, in the order of `waypoints`.
   std::vector<TernASNode> nodes() const;
@@ -90,13 +100,17 @@ class TERN_API TernASGrid {
   /// How many links all nodes have together.
   std::size_t linkCount() const;
 
-  /// Of several records, or nodes, of one id these find the first in list order; none without one.
+  /// The first waypoint of that id in list order; null without one.
   std::shared_ptr<TernWaypoint> getWPById(std::int64_t id) const;
   /// Every path that names the waypoint, in list order.
   Paths getPathsWithWaypoint(std::int64_t id) const;
+  /// The first path type of that id in list order; null without one.
   std::shared_ptr<TernPathType> getPathTypeById(std::int64_t id) const;
+  /// The first floor that shows the map; null without one.
   std::shared_ptr<TernFloor> getFloorByMapId(std::int64_t mapId) const;
+  /// The first node of that id; none without one.
   std::optional<TernASNode> getNodeById(std::int64_t id) const;
+  /// The same as `getNodeById`.
   std::optional<TernASNode> getNeighborNodeObject(std::int64_t id) const { return getNodeById(id); }
   /// The nodes of the given waypoints, in the order of `waypoints`.
   std::vector<TernASNode> getNodesForIds(const Waypoints& items) const;
@@ -108,9 +122,11 @@ class TERN_API TernASGrid {
   /// What the preference of the map's floor makes of level links that lead there.
   int getFloorPreferenceMultiplier(std::int64_t mapId) const;
 
-  /// What the graph is built of, made again of what the records said.
+  /// The edges of a waypoint, made again of what the records said.
   std::vector<TernASEdge> generateEdges(std::int64_t waypointId) const;
+  /// The edge that joins the exits of two venues, made again.
   TernASEdge generateVirtualEdges(std::int64_t a, std::int64_t b) const;
+  /// The links that a waypoint has over the edges, made again of what the records said.
   std::vector<TernNeighbor> generateNeighbors(std::int64_t waypointId,
                                               const std::vector<TernASEdge>& edges) const;
 
@@ -131,8 +147,8 @@ class TERN_API TernASGrid {
  private:
   friend class TernASAlternativePath;
   friend class TernASSearch;
-  explicit TernASGrid(std::shared_ptr<detail::GridNodes> nodes);
-  std::vector<TernASNode> nodesAt(std::span<const detail::Position> positions) const;
+  TERN_INTERNAL explicit TernASGrid(std::shared_ptr<detail::GridNodes> nodes);
+  TERN_INTERNAL std::vector<TernASNode> nodesAt(std::span<const detail::Position> positions) const;
 
   const std::shared_ptr<detail::GridNodes> nodes_;
   const std::vector<std::shared_ptr<TernFloor>> floors_;

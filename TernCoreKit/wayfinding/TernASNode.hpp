@@ -39,27 +39,30 @@ class TERN_API TernASNode {
 
   /// The waypoint's id.
   std::int64_t nodeId() const;
-  /// As the waypoint has them, in map units; longitude and latitude in degrees in a grid of several
-  /// venues.
+  /// As the waypoint has it, in map units; longitude in degrees in a grid of several venues.
   double x() const;
+  /// As the waypoint has it, in map units; latitude in degrees in a grid of several venues.
   double y() const;
   /// Height of the waypoint's floor, map units.
   float z() const;
   /// Id of the waypoint's map.
   std::int64_t mapId() const;
 
-  /// Pictures of the node's edges, or links, in their order, as the grid was built; the blocks are
-  /// those of the moment.
+  /// Pictures of the node's edges, in their order, as the grid was built; the blocks are those of
+  /// the moment.
   std::vector<TernASEdge> edges() const;
+  /// Pictures of the node's links, in their order, as the grid was built.
   std::vector<TernNeighbor> neighbors() const;
 
   /// Whether the search has given the node a score.
   bool visited() const;
   /// Whether the search has expanded the node.
   bool closed() const;
-  /// Total, path and estimated score. The estimate is always 0.
+  /// The total score.
   float f() const;
+  /// The score of the path up to here.
   float g() const;
+  /// The estimate of the rest; always 0.
   float h() const;
   /// Length of the route from the search's start, map units; none at the start and where the search
   /// did not come.

@@ -75,7 +75,8 @@ class TERN_API TernASSearch {
   // Whose nodes a route's points are.
   enum class Nodes { ofGrid, ofRoute };
 
-  std::optional<TernRoute> find(const detail::RouteRequest& request, Nodes nodes) const;
+  TERN_INTERNAL std::optional<TernRoute> find(const detail::RouteRequest& request,
+                                              Nodes nodes) const;
 };
 
 }  // namespace tern

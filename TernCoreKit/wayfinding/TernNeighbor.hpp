@@ -27,9 +27,11 @@ struct TERN_API TernNeighbor {
   /// What the link adds to a route's distance: its length in map units where walking is concerned
   /// (path type 1), else 1.
   float distance = 0;
-  /// Where the adjacent waypoint lies, as its record says, and its height; map units.
+  /// Where the adjacent waypoint lies, as its record says, in map units.
   Value x;
+  /// In map units, as x.
   Value y;
+  /// Height of the adjacent waypoint in map units.
   float z = 0;
 
   /// A link to the waypoint, which may be null, over the edge.

@@ -39,6 +39,7 @@ struct TERN_API TernPathPerFloor {
   float mmDistance = 0;
   /// For the host to fill; a search does not.
   std::int64_t accessibility = 0;
+  /// For the host to fill; a search does not.
   Value obstacles;
   /// One for each of `points`: x and y as there, z the map's id.
   std::vector<TernPoint> mapPoints;

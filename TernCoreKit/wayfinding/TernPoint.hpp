@@ -6,9 +6,11 @@ namespace tern {
 ///
 /// Ownership and threads: a plain value.
 struct TernPoint {
-  /// Where it lies.
+  /// The first number.
   float x = 0;
+  /// The second number.
   float y = 0;
+  /// The third number: a height, or what its user says.
   float z = 0;
 
   /// The point of these three numbers.

@@ -21,15 +21,20 @@ class TERN_API RecordKey {
  public:
   /// REQUIRES: an integer or a text.
   RecordKey(Value key);  // NOLINT(google-explicit-constructor)
+  /// The same key.
   RecordKey(const RecordKey& other) : RecordKey(other.value()) {}
+  /// Leaves the integer 0 behind.
   RecordKey(RecordKey&& other) noexcept : bits_(std::exchange(other.bits_, zero)) {}
+  /// The other key from here on.
   RecordKey& operator=(RecordKey other) noexcept {
     std::swap(bits_, other.bits_);
     return *this;
   }
   ~RecordKey() { delete elsewhere(); }
 
+  /// Whether it is an integer.
   bool isInteger() const noexcept { return elsewhere() == nullptr || elsewhere()->isInteger(); }
+  /// Whether it is a text.
   bool isText() const noexcept { return !isInteger(); }
   /// 0 for a text.
   std::int64_t integer() const noexcept {
@@ -39,8 +44,9 @@ class TERN_API RecordKey {
   std::string_view text() const noexcept {
     return elsewhere() == nullptr ? std::string_view() : elsewhere()->text();
   }
-  /// As a value, and as it is printed.
+  /// The key as a value.
   Value value() const { return elsewhere() == nullptr ? Value(integer()) : *elsewhere(); }
+  /// The text, or the integer in decimal.
   std::string printed() const { return value().printed(); }
 
   /// Keys of one kind with the same integer or text. `Key` is another key, or a value.

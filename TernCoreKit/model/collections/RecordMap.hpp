@@ -28,6 +28,7 @@ class TERN_API RecordMap {
   struct Entry {
     /// May be null.
     std::shared_ptr<TernBaseModel> record;
+    /// What it is kept under.
     RecordKey key;
   };
 

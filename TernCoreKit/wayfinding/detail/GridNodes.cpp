@@ -13,12 +13,12 @@ GridNodes::~GridNodes() {
 }
 
 void GridNodes::reset() {
-  const std::lock_guard lock(mutex_);
+  const MutexLock lock(mutex_);
   if (last_ != nullptr) last_->clear();
 }
 
 std::vector<Position> GridNodes::openList() const {
-  const std::lock_guard lock(mutex_);
+  const MutexLock lock(mutex_);
   std::vector<Position> open;
   if (last_ == nullptr) return open;
   for (const OpenEntry& entry : last_->openEntries()) open.push_back(entry.position());
@@ -36,29 +36,29 @@ void GridNodes::mark(const Ways& ways, bool block) {
 
 void GridNodes::block(const Ways& ways, bool block) {
   if (ways.edges.empty()) return;
-  const std::lock_guard lock(mutex_);
+  const MutexLock lock(mutex_);
   mark(ways, block);
 }
 
 void GridNodes::open(const Ways& ways) {
-  const std::lock_guard lock(mutex_);
+  const MutexLock lock(mutex_);
   if (blocks_ == nullptr) return;
-  const auto isClosed = [&](EdgeIndex edge) { return blocks_->edges.has(edge); };
+  const auto isClosed = [&closed = *blocks_](EdgeIndex edge) { return closed.edges.has(edge); };
   if (std::ranges::any_of(ways.edges, isClosed)) mark(ways, false);
 }
 
 NodeProgress GridNodes::progress(Position position) const {
-  const std::lock_guard lock(mutex_);
+  const MutexLock lock(mutex_);
   return last_ != nullptr ? graph.progress(*last_, position) : NodeProgress();
 }
 
 std::vector<Position> GridNodes::chainTo(Position position) const {
-  const std::lock_guard lock(mutex_);
+  const MutexLock lock(mutex_);
   return last_ != nullptr ? last_->chainTo(position) : std::vector{position};
 }
 
 void GridNodes::clearProgress(Position position) {
-  const std::lock_guard lock(mutex_);
+  const MutexLock lock(mutex_);
   if (last_ != nullptr) last_->nodes[position].mark = 0;
 }
 
@@ -73,7 +73,7 @@ std::vector<TernASEdge> GridNodes::edges(Position position) const {
 }
 
 std::vector<bool> GridNodes::blockedEdges(Position position) const {
-  const std::lock_guard lock(mutex_);
+  const MutexLock lock(mutex_);
   return blocks_ != nullptr ? blocks_->marksOf(graph.edgesOf(position)) : std::vector<bool>();
 }
 
@@ -85,7 +85,7 @@ void GridNodes::blockEdges(Position position, std::optional<std::int64_t> joinin
 
 bool GridNodes::isEdgeBlocked(Position position, std::int64_t joining) const {
   const EdgeIndex first = firstEdgeJoining(graph, position, joining);
-  const std::lock_guard lock(mutex_);
+  const MutexLock lock(mutex_);
   return first != none<EdgeIndex> && blocks_ != nullptr && blocks_->edges.has(first);
 }
 
@@ -98,13 +98,13 @@ std::unique_ptr<SearchState> GridNodes::takeState() {
 }
 
 SearchTurn::SearchTurn(GridNodes& nodes) : nodes_(nodes) {
-  const std::lock_guard lock(nodes.mutex_);
+  const MutexLock lock(nodes.mutex_);
   state_ = nodes.takeState();
   blocks_ = nodes.blocks_;
 }
 
 SearchTurn::~SearchTurn() {
-  const std::lock_guard lock(nodes_.mutex_);
+  const MutexLock lock(nodes_.mutex_);
   blocks_ = nullptr;
   std::swap(nodes_.last_, state_);
   if (state_ == nullptr) return;

@@ -12,12 +12,12 @@
 
 #include <cstdint>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <span>
 #include <utility>
 #include <vector>
 
+#include "TernCoreKit/platform/Mutex.hpp"
 #include "TernCoreKit/wayfinding/detail/Blocks.hpp"
 #include "TernCoreKit/wayfinding/detail/GridGraph.hpp"
 #include "TernCoreKit/wayfinding/detail/NodeSource.hpp"
@@ -58,18 +58,17 @@ class GridNodes final : public NodeSource {
 
  private:
   friend class SearchTurn;
-  // REQUIRES: the mutex is held.
-  void mark(const Ways& ways, bool block);
-  std::unique_ptr<SearchState> takeState();
+  void mark(const Ways& ways, bool block) TERN_REQUIRES(mutex_);
+  std::unique_ptr<SearchState> takeState() TERN_REQUIRES(mutex_);
 
-  mutable std::mutex mutex_;
-  // Guarded by the mutex. The last search's; null before the first, and while the next goes on.
-  std::unique_ptr<SearchState> last_;
-  // Guarded by the mutex. A pile of states that nobody uses.
-  std::unique_ptr<SearchState> idle_;
-  // Guarded by the mutex. Null as long as nothing has been closed. Searches share it, and take and
-  // give up their share under the mutex: what nobody shares is changed in place.
-  std::shared_ptr<Blocks> blocks_;
+  mutable Mutex mutex_;
+  // The last search's; null before the first, and while the next goes on.
+  std::unique_ptr<SearchState> last_ TERN_GUARDED_BY(mutex_);
+  // A pile of states that nobody uses.
+  std::unique_ptr<SearchState> idle_ TERN_GUARDED_BY(mutex_);
+  // Null as long as nothing has been closed. Searches share it, and take and give up their share
+  // under the mutex: what nobody shares is changed in place.
+  std::shared_ptr<Blocks> blocks_ TERN_GUARDED_BY(mutex_);
 };
 
 // What a search is asked for.
