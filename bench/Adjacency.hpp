@@ -5,9 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace tern {
-class TernASGrid;
-}  // namespace tern
+#include "TernCoreKit/wayfinding/TernASGrid.hpp"
 
 namespace tern::bench {
 

@@ -5,11 +5,8 @@
 #include <memory>
 #include <string>
 
+#include "TernCoreKit/platform/Value.hpp"
 #include "bench/Adjacency.hpp"
-
-namespace tern {
-class Value;
-}  // namespace tern
 
 namespace tern::bench {
 

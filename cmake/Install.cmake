@@ -12,6 +12,8 @@ if(TARGET tern)
 endif()
 install(DIRECTORY TernCoreKit DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
   FILES_MATCHING PATTERN "*.hpp" PATTERN "detail" EXCLUDE)
+install(FILES ${PROJECT_BINARY_DIR}/include/TernCoreKit/Version.hpp
+  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/TernCoreKit)
 install(EXPORT TernCoreKitTargets NAMESPACE TernCoreKit:: DESTINATION ${tern_package_dir})
 
 # Whoever links the static library links libcurl with it; the shared one has it inside.

@@ -43,7 +43,10 @@ add_library(TernCoreKit ${tern_library_sources})
 add_library(TernCoreKit::TernCoreKit ALIAS TernCoreKit)
 tern_own_target(TernCoreKit)
 target_compile_features(TernCoreKit PUBLIC cxx_std_20)
-target_include_directories(TernCoreKit PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>)
+target_include_directories(TernCoreKit PUBLIC
+  $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
+  $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>)
+configure_file(TernCoreKit/Version.hpp.in include/TernCoreKit/Version.hpp @ONLY)
 target_link_libraries(TernCoreKit PUBLIC Threads::Threads)
 if(TERN_WITH_CURL)
   target_link_libraries(TernCoreKit PRIVATE CURL::libcurl)

@@ -5,7 +5,7 @@
 
 #include "TernCoreKit/platform/Utf8.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -31,4 +31,4 @@ std::string shortened(std::string_view text) {
   return std::string(text.substr(0, end)) + "...";
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

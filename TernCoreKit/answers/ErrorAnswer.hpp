@@ -12,7 +12,7 @@
 #include "TernCoreKit/platform/Export.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// The error as an answer shows it: {"error":{"code","message","description"}}.
 TERN_API Value errorAnswer(const TernError& error);
@@ -25,4 +25,4 @@ TERN_API Value refusal(std::string message);
 /// UTF-8, with "..." behind what was cut.
 TERN_API std::string shortened(std::string_view text);
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -11,7 +11,7 @@
 #include "TernCoreKit/platform/Json.hpp"
 #include "TernCoreKit/wayfinding/joined/TernMultiActiveVenues.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -88,4 +88,4 @@ std::string TernAnswers::answerText(std::string request) {
   return encodeJson(answered, JsonLayout::compact);
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -6,7 +6,7 @@
 #include "TernCoreKit/platform/Export.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 struct TernActiveVenue;
 class TernMultiActiveVenues;
@@ -52,4 +52,4 @@ class TERN_API TernAnswers {
   std::shared_ptr<TernMultiActiveVenues> venues_;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -8,7 +8,7 @@
 #include "TernCoreKit/optimisation/detail/TourTables.hpp"
 #include "TernCoreKit/optimisation/detail/WaypointSelection.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -104,4 +104,4 @@ TernRoute TernPOIOptimization::wayfindWithinArray(const TernWaypoint& from, cons
   return venue != nullptr ? detail::routeWithinArray(*venue, from, to, accessibility) : TernRoute();
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

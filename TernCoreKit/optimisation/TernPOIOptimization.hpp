@@ -9,7 +9,7 @@
 #include "TernCoreKit/spatial/TernNearestElement.hpp"
 #include "TernCoreKit/wayfinding/TernRouting.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace detail {
 class TourTables;
@@ -96,4 +96,4 @@ class TERN_API TernPOIOptimization : public TernNearestElementDelegate,
   std::unique_ptr<detail::TourTables> tables_;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

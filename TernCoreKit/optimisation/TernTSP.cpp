@@ -7,7 +7,7 @@
 #include "TernCoreKit/optimisation/detail/ShortestPaths.hpp"
 #include "TernCoreKit/platform/Log.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -90,4 +90,4 @@ void TernTSP::combination(std::uint32_t set, int at, int r, int n,
   }
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

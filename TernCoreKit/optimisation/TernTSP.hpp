@@ -7,7 +7,7 @@
 
 #include "TernCoreKit/platform/Export.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// Orders places so that a walk over all of them, which starts at the first and may end anywhere,
 /// is as short as can be. Exact: every order counts.
@@ -56,4 +56,4 @@ class TERN_API TernTSP {
                           std::vector<std::uint32_t>& subsets);
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

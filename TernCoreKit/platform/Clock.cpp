@@ -5,7 +5,7 @@
 
 #include "TernCoreKit/platform/detail/Current.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 void setWallClock(WallClock clock) {
   detail::current<const WallClock>().set(clock ? std::make_shared<const WallClock>(std::move(clock))
@@ -17,4 +17,4 @@ WallTime wallTime() {
   return clock != nullptr ? (*clock)() : std::chrono::system_clock::now();
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

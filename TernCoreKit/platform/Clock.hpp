@@ -11,7 +11,7 @@
 
 #include "TernCoreKit/platform/Export.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// A point in the wall clock's time.
 using WallTime = std::chrono::system_clock::time_point;
@@ -24,4 +24,4 @@ TERN_API void setWallClock(WallClock clock);
 /// The time by the clock that is in place.
 [[nodiscard]] TERN_API WallTime wallTime();
 
-}  // namespace tern
+}  // namespace tern::inline v5

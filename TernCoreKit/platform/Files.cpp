@@ -6,7 +6,7 @@
 #include "TernCoreKit/platform/detail/Current.hpp"
 #include "TernCoreKit/platform/detail/PosixFiles.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -41,4 +41,4 @@ void setFileSystem(std::shared_ptr<FileSystem> fileSystem) {
   detail::current<FileSystem>().set(std::move(fileSystem));
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -15,7 +15,7 @@
 
 #include "TernCoreKit/platform/Export.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// Why a file operation failed.
 struct [[nodiscard]] FileError {
@@ -76,4 +76,4 @@ TERN_API std::shared_ptr<FileSystem> fileSystem();
 /// Threads: any.
 TERN_API void setFileSystem(std::shared_ptr<FileSystem> fileSystem);
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -4,7 +4,7 @@
 
 #include "TernCoreKit/platform/detail/Current.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace detail {
 
@@ -24,4 +24,4 @@ void setHttpTransport(std::shared_ptr<HttpTransport> transport) {
   detail::current<HttpTransport>().set(std::move(transport));
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -17,7 +17,7 @@
 
 #include "TernCoreKit/platform/Export.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// One header line.
 struct HttpHeader {
@@ -127,4 +127,4 @@ TERN_API std::shared_ptr<HttpTransport> httpTransport();
 /// Threads: any.
 TERN_API void setHttpTransport(std::shared_ptr<HttpTransport> transport);
 
-}  // namespace tern
+}  // namespace tern::inline v5

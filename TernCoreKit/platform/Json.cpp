@@ -11,7 +11,7 @@
 #include "TernCoreKit/platform/detail/JsonReader.hpp"
 #include "TernCoreKit/platform/detail/JsonText.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 namespace {
 
 // Whether the value may lie on the line of others in a layout of rows.
@@ -202,4 +202,4 @@ double shortestDouble(float number) {
   return static_cast<float>(result) == number ? result : number;
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

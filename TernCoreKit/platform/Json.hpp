@@ -12,7 +12,7 @@
 #include "TernCoreKit/platform/Export.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// What came of decoding a text.
 struct [[nodiscard]] JsonResult {
@@ -51,4 +51,4 @@ enum class JsonLayout { compact, pretty, rows };
 /// encodes as 0.1 and reads back as the same float.
 [[nodiscard]] TERN_API double shortestDouble(float number);
 
-}  // namespace tern
+}  // namespace tern::inline v5

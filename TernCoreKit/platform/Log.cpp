@@ -7,7 +7,7 @@
 
 #include "TernCoreKit/platform/detail/Current.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 namespace {
 
 void writeToStandardError(std::string_view line) {
@@ -33,4 +33,4 @@ void logLine(std::string_view line) {
 
 void logSdk(std::string_view text) { logLine("Tern SDK: " + std::string(text)); }
 
-}  // namespace tern
+}  // namespace tern::inline v5

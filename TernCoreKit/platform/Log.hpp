@@ -13,7 +13,7 @@
 
 #include "TernCoreKit/platform/Export.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// Takes one line, which is valid only during the call and has no line break at its end.
 using LogSink = std::function<void(std::string_view line)>;
@@ -27,4 +27,4 @@ TERN_API void logLine(std::string_view line);
 /// Writes the line behind the library's own prefix, "Tern SDK: ".
 TERN_API void logSdk(std::string_view text);
 
-}  // namespace tern
+}  // namespace tern::inline v5

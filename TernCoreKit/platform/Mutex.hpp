@@ -4,7 +4,7 @@
 
 #include "TernCoreKit/platform/ThreadAnnotations.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// A std::mutex that Clang knows as a lock, so that it can check what the lock guards. It works
 /// with std::lock_guard and its like, too, but what happens under those is not checked.
@@ -48,4 +48,4 @@ class TERN_THREAD_ATTRIBUTE(scoped_lockable) MutexLock {
   std::unique_lock<Mutex> lock_;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

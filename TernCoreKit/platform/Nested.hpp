@@ -6,7 +6,7 @@
 
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// A field of a record that holds either the plain value of the document or the record (or
 /// collection) that was made of it.
@@ -73,4 +73,4 @@ class Nested {
   std::variant<Value, std::shared_ptr<T>> held_;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -8,7 +8,7 @@
 #include "TernCoreKit/platform/Mutex.hpp"
 #include "TernCoreKit/platform/detail/common/Immortal.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -65,4 +65,4 @@ void postNotification(std::string_view name, const Value& payload) {
   }
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -17,7 +17,7 @@
 #include "TernCoreKit/platform/Export.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// Name and payload are valid only during the call. It is called on the thread that posts, outside
 /// every lock of the library, so it must be safe to call from several at once.
@@ -37,4 +37,4 @@ TERN_API void removeObserver(ObserverToken token);
 /// Calls every observer before it returns. One that is added meanwhile hears of later events only.
 TERN_API void postNotification(std::string_view name, const Value& payload);
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -4,7 +4,7 @@
 #include <limits>
 #include <system_error>
 
-namespace tern {
+namespace tern::inline v5 {
 
 std::int64_t leadingInteger(std::string_view text) noexcept {
   std::int64_t number = 0;
@@ -22,4 +22,4 @@ std::optional<std::int64_t> wholeNumber(double number) noexcept {
   return integer;
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

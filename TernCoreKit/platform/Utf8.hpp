@@ -13,7 +13,7 @@
 #include <cstddef>
 #include <string_view>
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// Whether the byte stands within a character, behind its first byte.
 inline bool continuesUtf8(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80; }
@@ -81,4 +81,4 @@ inline Utf8Character firstUtf8Character(std::string_view text) {
   return {code, size};
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

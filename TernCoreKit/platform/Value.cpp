@@ -11,7 +11,7 @@
 
 #include "TernCoreKit/platform/Numbers.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 namespace {
 
 // Values and entries hold no pointer into themselves, so their bytes may be carried elsewhere; the
@@ -246,4 +246,4 @@ bool operator==(const Value& a, const Value& b) noexcept {
   }
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -13,7 +13,7 @@
 
 #include "TernCoreKit/platform/Export.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// The one dynamic type of the library: what a decoded document is made of and what a record's
 /// field holds.
@@ -318,4 +318,4 @@ inline void Value::setShortText(std::string_view text) noexcept {
   }
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

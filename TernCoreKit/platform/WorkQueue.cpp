@@ -5,7 +5,7 @@
 #include "TernCoreKit/platform/detail/Current.hpp"
 #include "TernCoreKit/platform/detail/ThreadPool.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -36,4 +36,4 @@ void setBackgroundQueue(std::shared_ptr<WorkQueue> queue) {
   detail::current<WorkQueue>().set(std::move(queue));
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -11,7 +11,7 @@
 
 #include "TernCoreKit/platform/Export.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// Runs tasks on threads of its own.
 ///
@@ -41,4 +41,4 @@ TERN_API std::shared_ptr<WorkQueue> backgroundQueue();
 /// Threads: any.
 TERN_API void setBackgroundQueue(std::shared_ptr<WorkQueue> queue);
 
-}  // namespace tern
+}  // namespace tern::inline v5

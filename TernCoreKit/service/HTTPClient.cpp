@@ -4,7 +4,7 @@
 
 #include "TernCoreKit/service/TernCoreUtils.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 namespace {
 
 constexpr std::int64_t notModified = 304;
@@ -173,4 +173,4 @@ std::string HTTPClient::URLEncodeStringFromString(std::string_view string) {
   return percentEncoded(string, unescapedMarks);
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

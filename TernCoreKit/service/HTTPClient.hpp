@@ -11,7 +11,7 @@
 #include "TernCoreKit/platform/Http.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// Talks to the mapping service: sends a request to a path of its host and decodes the JSON answer.
 /// No retries, no cache.
@@ -82,4 +82,4 @@ class TERN_API HTTPClient {
   const std::string hostURL_;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -6,7 +6,7 @@
 #include "TernCoreKit/platform/Mutex.hpp"
 #include "TernCoreKit/platform/detail/common/Immortal.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 struct OAuthConnector::Fields {
   std::shared_ptr<HTTPClient> http;
@@ -226,4 +226,4 @@ void OAuthConnector::setTokenRequestData(Value data) {
   guarded_->with([&](Fields& fields) { std::swap(fields.tokenRequestData, data); });
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -12,7 +12,7 @@
 #include "TernCoreKit/platform/Value.hpp"
 #include "TernCoreKit/service/HTTPClient.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// Keeps the credentials of the process, obtains a bearer token for them from the service, and puts
 /// it into the headers of requests.
@@ -107,4 +107,4 @@ class TERN_API OAuthConnector {
   const std::shared_ptr<Guarded> guarded_;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -5,7 +5,7 @@
 #include "TernCoreKit/platform/Mutex.hpp"
 #include "TernCoreKit/platform/detail/common/Immortal.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -32,4 +32,4 @@ void setDefaultServiceHost(std::string url) {
   host().url.swap(url);
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

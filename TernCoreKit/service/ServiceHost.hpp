@@ -10,7 +10,7 @@
 
 #include "TernCoreKit/platform/Export.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// Scheme and host, without a "/" at the end.
 TERN_API std::string defaultServiceHost();
@@ -18,4 +18,4 @@ TERN_API std::string defaultServiceHost();
 /// An empty host brings that of the build back.
 TERN_API void setDefaultServiceHost(std::string host);
 
-}  // namespace tern
+}  // namespace tern::inline v5

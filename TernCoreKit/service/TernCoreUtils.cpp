@@ -5,7 +5,7 @@
 
 #include "TernCoreKit/platform/Json.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 namespace {
 
 std::string failure(std::string_view reason) {
@@ -51,4 +51,4 @@ void TernCoreUtils::createJSONWithData(
   }
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -7,7 +7,7 @@
 #include "TernCoreKit/platform/Export.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// JSON as the service's requests, answers and cache use it.
 ///
@@ -29,4 +29,4 @@ class TERN_API TernCoreUtils {
           completion);
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

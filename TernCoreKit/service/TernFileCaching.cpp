@@ -6,7 +6,7 @@
 #include "TernCoreKit/platform/Log.hpp"
 #include "TernCoreKit/service/TernCoreUtils.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -156,4 +156,4 @@ void TernFileCaching::checkCacheVersion() const {
   });
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

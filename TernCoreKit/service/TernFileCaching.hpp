@@ -11,7 +11,7 @@
 #include "TernCoreKit/platform/Files.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// Keeps the last answer of each endpoint of the service on disk, in the documents folder D:
 ///
@@ -87,4 +87,4 @@ class TERN_API TernFileCaching {
   const std::shared_ptr<FileSystem> fileManager_;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

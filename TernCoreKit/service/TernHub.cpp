@@ -20,7 +20,7 @@
 #include "TernCoreKit/service/detail/UncachedFetch.hpp"
 #include "TernCoreKit/wayfinding/joined/TernMultiActiveVenues.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 using detail::AnswerSource;
 
@@ -691,4 +691,4 @@ Value TernHub::temporaryCache() const { return read(&Fields::temporaryCache); }
 std::shared_ptr<TernFileCaching> TernHub::cache() const { return read(&Fields::cache); }
 std::shared_ptr<OAuthConnector> TernHub::auth() const { return read(&Fields::auth); }
 
-}  // namespace tern
+}  // namespace tern::inline v5

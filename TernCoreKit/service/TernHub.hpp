@@ -18,7 +18,7 @@
 #include "TernCoreKit/service/OAuthConnector.hpp"
 #include "TernCoreKit/service/TernFileCaching.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 class TernLocaleCollection;
 class TernMultiActiveVenues;
@@ -302,4 +302,4 @@ class TERN_API TernHub : public std::enable_shared_from_this<TernHub> {
   const std::unique_ptr<Fields> fields_;  // what it holds is guarded by mutex_
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

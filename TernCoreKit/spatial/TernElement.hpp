@@ -9,7 +9,7 @@
 #include "TernCoreKit/model/records/TernDestination.hpp"
 #include "TernCoreKit/model/records/TernPathType.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// Something that a nearest-element search can look for: a destination, an amenity or a path type,
 /// and which of these it is.
@@ -48,4 +48,4 @@ struct TernElement {
       : kind(held != nullptr ? kindOfRecord : Kind::other), record(std::move(held)) {}
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

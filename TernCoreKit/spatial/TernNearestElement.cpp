@@ -6,7 +6,7 @@
 #include "TernCoreKit/spatial/detail/NearestIndex.hpp"
 #include "TernCoreKit/spatial/detail/NearestQuestion.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 TernNearestElement::TernNearestElement() : index_(std::make_shared<detail::NearestIndex>()) {}
 
@@ -87,4 +87,4 @@ const TernNearestElement::Trees& TernNearestElement::treesPathType() const {
   return index_->treesOf(TernElement::Kind::pathType);
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -18,7 +18,7 @@
 #include "TernCoreKit/spatial/TernNearestPoint.hpp"
 #include "TernCoreKit/spatial/tree/KDTree.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 struct TernMap;
 struct TernVenueData;
@@ -189,4 +189,4 @@ class TERN_API TernNearestElement {
   detail::NearestState state_;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

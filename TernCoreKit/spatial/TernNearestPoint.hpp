@@ -8,7 +8,7 @@
 #include "TernCoreKit/model/records/TernBaseModel.hpp"
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// A waypoint as the nearest-element search keeps it in its trees: where it lies and for what it
 /// stands.
@@ -41,4 +41,4 @@ struct TernNearestPoint {
   }
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

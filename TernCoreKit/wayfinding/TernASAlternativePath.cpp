@@ -9,7 +9,7 @@
 #include "TernCoreKit/wayfinding/detail/BranchProbe.hpp"
 #include "TernCoreKit/wayfinding/detail/DetourSearch.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -221,4 +221,4 @@ double TernASAlternativePath::getAngleFrom(const std::optional<TernASNode>& a,
   return a && b ? headingOf(spotOf(*a), spotOf(*b)) : 0;
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

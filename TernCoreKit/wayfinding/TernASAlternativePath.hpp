@@ -13,7 +13,7 @@
 #include "TernCoreKit/wayfinding/TernASNode.hpp"
 #include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 class TernASGrid;
 class TernMapCollection;
@@ -126,4 +126,4 @@ class TERN_API TernASAlternativePath {
   bool isShortEnough(float length) const;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace tern {
+namespace tern::inline v5 {
 
 TernASEdge TernASEdge::initASEdge(Value edgeId, std::vector<std::int64_t> nodes, Value type,
                                   Value cost, Value acc, Value speed, Value direction) {
@@ -15,4 +15,4 @@ bool TernASEdge::joins(std::int64_t nodeId) const {
   return std::ranges::find(nodes, nodeId) != nodes.end();
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -6,7 +6,7 @@
 #include "TernCoreKit/platform/Export.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// One path as seen from one of the waypoints that it joins. Every path gives each of its waypoints
 /// an edge of its own: blocking one leaves the others open. An absent number reads as 0.
@@ -39,4 +39,4 @@ struct TERN_API TernASEdge {
   bool joins(std::int64_t nodeId) const;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -8,7 +8,7 @@
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/wayfinding/detail/GridNodes.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -146,4 +146,4 @@ void TernASGrid::shouldBlockExitFromNode(const TernASNode& n, bool block) {
   n.source_->blockEdges(n.position_, std::nullopt, block);
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -13,7 +13,7 @@
 #include "TernCoreKit/wayfinding/TernNeighbor.hpp"
 #include "TernCoreKit/wayfinding/TernPoint.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 struct TernBuilding;
 struct TernFloor;
@@ -156,4 +156,4 @@ class TERN_API TernASGrid {
   std::recursive_mutex mutex_;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -5,7 +5,7 @@
 #include "TernCoreKit/wayfinding/detail/NodeCopies.hpp"
 #include "TernCoreKit/wayfinding/detail/StandaloneNodes.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 TernASNode TernASNode::initASNode(std::int64_t nodeId, double x, double y, float z,
                                   std::int64_t mapId, std::vector<TernASEdge> edges,
@@ -69,4 +69,4 @@ bool operator==(const TernASNode& a, const TernASNode& b) {
   return a.source_->original(a.position_) == b.source_->original(b.position_);
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -9,7 +9,7 @@
 #include "TernCoreKit/wayfinding/TernASEdge.hpp"
 #include "TernCoreKit/wayfinding/TernNeighbor.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace detail {
 class NodeSource;
@@ -94,4 +94,4 @@ class TERN_API TernASNode {
   detail::Position position_;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -11,7 +11,7 @@
 #include "TernCoreKit/wayfinding/detail/RouteMaker.hpp"
 #include "TernCoreKit/wayfinding/detail/RouteNodes.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -93,4 +93,4 @@ std::vector<TernASNode> TernASSearch::openStartHeap() const {
   return grid != nullptr ? grid->nodesAt(grid->nodes_->openList()) : std::vector<TernASNode>();
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

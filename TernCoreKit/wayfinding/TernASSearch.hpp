@@ -10,7 +10,7 @@
 #include "TernCoreKit/wayfinding/TernASNode.hpp"
 #include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 class TernASGrid;
 class TernMapCollection;
@@ -79,4 +79,4 @@ class TERN_API TernASSearch {
                                               Nodes nodes) const;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -3,7 +3,7 @@
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/wayfinding/TernASEdge.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 TernNeighbor TernNeighbor::initNeighbor(const TernWaypoint* waypoint, const TernASEdge& currentEdge,
                                         float totalCost, float distance, float z) {
@@ -22,4 +22,4 @@ TernNeighbor TernNeighbor::initNeighbor(const TernWaypoint* waypoint, const Tern
   return neighbor;
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

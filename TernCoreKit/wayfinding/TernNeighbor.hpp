@@ -3,7 +3,7 @@
 #include "TernCoreKit/platform/Export.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 struct TernASEdge;
 struct TernWaypoint;
@@ -39,4 +39,4 @@ struct TERN_API TernNeighbor {
                                    float totalCost, float distance, float z);
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

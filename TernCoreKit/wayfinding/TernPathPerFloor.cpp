@@ -1,6 +1,6 @@
 #include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 TernPathPerFloor TernPathPerFloor::copyWithZone() const {
   TernPathPerFloor copy = *this;
@@ -8,4 +8,4 @@ TernPathPerFloor TernPathPerFloor::copyWithZone() const {
   return copy;
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -10,7 +10,7 @@
 #include "TernCoreKit/wayfinding/TernASNode.hpp"
 #include "TernCoreKit/wayfinding/TernPoint.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 struct TernPathType;
 struct TernWaypoint;
@@ -53,4 +53,4 @@ struct TERN_API TernPathPerFloor {
 /// A route: consecutive segments lie on different maps; a map may come again.
 using TernRoute = std::vector<TernPathPerFloor>;
 
-}  // namespace tern
+}  // namespace tern::inline v5

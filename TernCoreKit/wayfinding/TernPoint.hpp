@@ -1,6 +1,6 @@
 #pragma once
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// A point of three single-precision numbers, in map units unless its user says otherwise.
 ///
@@ -19,4 +19,4 @@ struct TernPoint {
   friend bool operator==(const TernPoint&, const TernPoint&) = default;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

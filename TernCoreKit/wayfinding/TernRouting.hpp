@@ -6,7 +6,7 @@
 #include "TernCoreKit/platform/Export.hpp"
 #include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 class TernASGrid;
 class TernMapCollection;
@@ -33,4 +33,4 @@ class TERN_API TernRouting {
                             std::int64_t accessibility) const = 0;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

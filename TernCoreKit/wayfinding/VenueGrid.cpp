@@ -7,7 +7,7 @@
 #include "TernCoreKit/model/collections/TernPathCollection.hpp"
 #include "TernCoreKit/model/collections/TernPathTypeCollection.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -52,4 +52,4 @@ std::shared_ptr<TernASGrid> makeGrid(std::span<const TernVenueData* const> venue
                                 std::move(lists.buildings), isForMultiVenue);
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -6,7 +6,7 @@
 #include "TernCoreKit/model/collections/TernVenueData.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// The graph of one venue, or of several that are joined: of the venues' records, one venue's
 /// behind the other's. See `TernASGrid::initASGrid` for what `isForMultiVenue` changes. The graph
@@ -15,4 +15,4 @@ namespace tern {
 TERN_API std::shared_ptr<TernASGrid> makeGrid(std::span<const TernVenueData* const> venues,
                                               bool isForMultiVenue);
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -8,10 +8,7 @@
 
 #include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "TernCoreKit/platform/Value.hpp"
-
-namespace tern {
-class TernASGrid;
-}  // namespace tern
+#include "TernCoreKit/wayfinding/TernASGrid.hpp"
 
 namespace tern::command {
 

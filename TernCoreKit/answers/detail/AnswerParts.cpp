@@ -7,7 +7,7 @@
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/platform/Json.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 namespace {
 
@@ -61,4 +61,4 @@ Value neighborPart(const TernNeighbor& neighbor) {
                      {"pathType", neighbor.edgeTypeId.integer()}});
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

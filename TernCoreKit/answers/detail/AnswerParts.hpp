@@ -11,7 +11,7 @@
 #include "TernCoreKit/wayfinding/TernNeighbor.hpp"
 #include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 // An answer of one key. A list in braces would be copied.
 Value answerOf(std::string_view key, Value value);
@@ -25,4 +25,4 @@ Value routePart(const TernRoute& route);
 // {"id", "cost", "distance", "accessibility", "edge", "pathType"}
 Value neighborPart(const TernNeighbor& neighbor);
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

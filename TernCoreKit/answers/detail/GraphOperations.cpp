@@ -6,7 +6,7 @@
 #include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 namespace {
 
@@ -55,4 +55,4 @@ Value answerNeighbors(TernActiveVenue& venue, RequestFields& fields) {
   return answerOf("neighbors", std::move(list));
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

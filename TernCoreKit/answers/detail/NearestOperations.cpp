@@ -17,7 +17,7 @@
 #include "TernCoreKit/spatial/TernNearestElement.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 namespace {
 
@@ -132,4 +132,4 @@ Value answerNearestOnMap(TernActiveVenue& venue, RequestFields& fields) {
                      {"error", nullptr}});
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

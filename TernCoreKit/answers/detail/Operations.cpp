@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 namespace {
 
@@ -34,4 +34,4 @@ const Operation* findOperation(std::string_view name) {
   return found != table.end() ? found : nullptr;
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -14,12 +14,12 @@
 #include "TernCoreKit/answers/detail/RequestFields.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 struct TernActiveVenue;
 class TernMultiActiveVenues;
-}  // namespace tern
+}  // namespace tern::inline v5
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 using AnswerVenue = Value(TernActiveVenue& venue, RequestFields& fields);
 using AnswerJoined = Value(const TernMultiActiveVenues& venues, RequestFields& fields);
@@ -47,4 +47,4 @@ std::span<const Operation> operations();
 // Null when there is none of that name.
 const Operation* findOperation(std::string_view name);
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -6,7 +6,7 @@
 #include "TernCoreKit/model/collections/TernMapCollection.hpp"
 #include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 Value answerClosest(TernActiveVenue& venue, RequestFields& fields) {
   const std::int64_t map = fields.integer("map");
@@ -28,4 +28,4 @@ Value answerCenter(TernActiveVenue& venue, RequestFields&) {
   return answerOf("point", pointPart(venue.getCenterCoordinates()));
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

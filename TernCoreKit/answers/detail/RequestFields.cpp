@@ -4,7 +4,7 @@
 
 #include "TernCoreKit/platform/Numbers.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 namespace {
 
@@ -111,4 +111,4 @@ std::string_view RequestFields::text(std::string_view name) {
   return field != nullptr ? field->text() : std::string_view();
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

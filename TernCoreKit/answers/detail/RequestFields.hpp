@@ -20,7 +20,7 @@
 #include "TernCoreKit/platform/Value.hpp"
 #include "TernCoreKit/service/coordinates/TernUtils.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 class RequestFields {
  public:
@@ -55,4 +55,4 @@ class RequestFields {
   std::optional<std::string> error_;
 };
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

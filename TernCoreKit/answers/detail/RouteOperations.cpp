@@ -13,7 +13,7 @@
 #include "TernCoreKit/wayfinding/TernASSearch.hpp"
 #include "TernCoreKit/wayfinding/joined/TernMultiActiveVenues.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 namespace {
 
@@ -95,4 +95,4 @@ Value answerClosestByRoute(TernActiveVenue& venue, RequestFields& fields) {
   return answerOf("waypoint", waypointPart(venue.getClosestWaypointInArray(known, goal, level)));
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -10,7 +10,7 @@
 #include "TernCoreKit/optimisation/TernTSP.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 Value answerTour(TernActiveVenue& venue, RequestFields& fields) {
   const std::int64_t from = fields.integer("from");
@@ -47,4 +47,4 @@ Value answerSolve(TernActiveVenue&, RequestFields& fields) {
   return answer;
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -1,6 +1,6 @@
 #include "TernCoreKit/model/collections/RecordKey.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 RecordKey::RecordKey(Value key) {
   const auto doubled = static_cast<std::int64_t>(static_cast<std::uint64_t>(key.integer()) << 1U);
@@ -11,4 +11,4 @@ RecordKey::RecordKey(Value key) {
   }
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -8,7 +8,7 @@
 #include "TernCoreKit/platform/Export.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// The key under which a collection keeps a record: an integer or a text. Eight bytes, of which
 /// there are as many as records; texts and the few integers beyond 63 bits lie elsewhere.
@@ -70,4 +70,4 @@ class TERN_API RecordKey {
 
 static_assert(sizeof(RecordKey) == 8);
 
-}  // namespace tern
+}  // namespace tern::inline v5

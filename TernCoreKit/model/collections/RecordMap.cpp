@@ -10,7 +10,7 @@
 #include <system_error>
 #include <utility>
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -135,4 +135,4 @@ void RecordMap::rebuildIndex(std::size_t slotCount, std::size_t count) {
   }
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -11,7 +11,7 @@
 #include "TernCoreKit/platform/Export.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// The records of a collection by their keys, in the order in which the keys came.
 ///
@@ -73,4 +73,4 @@ class TERN_API RecordMap {
   std::uint64_t seed_ = 0;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

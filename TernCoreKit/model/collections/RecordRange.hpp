@@ -6,7 +6,7 @@
 
 #include "TernCoreKit/model/collections/RecordMap.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// The records of a collection one after another as references to their own kind: no list is copied
 /// and no reference count touched.
@@ -70,4 +70,4 @@ class RecordRange {
   std::span<const RecordMap::Entry> entries_;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

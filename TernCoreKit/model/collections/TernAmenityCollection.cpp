@@ -12,7 +12,7 @@
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/platform/Log.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 TernAmenityCollection::TernAmenityCollection() {
   assignCollectionModelClass(detail::kindOf<TernAmenity>());
@@ -74,4 +74,4 @@ std::vector<std::shared_ptr<TernAmenity>> TernAmenityCollection::getByBuilding(
   return all;
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

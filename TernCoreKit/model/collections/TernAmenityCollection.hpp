@@ -6,7 +6,7 @@
 #include "TernCoreKit/model/collections/TernTypedCollection.hpp"
 #include "TernCoreKit/model/records/TernAmenity.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 struct TernBuilding;
 struct TernFloor;
@@ -42,4 +42,4 @@ class TERN_API TernAmenityCollection : public TernTypedCollection<TernAmenity> {
       const std::shared_ptr<TernBuilding>& building) const;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

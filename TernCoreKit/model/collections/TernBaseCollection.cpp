@@ -7,7 +7,7 @@
 #include "TernCoreKit/model/collections/detail/RecordKind.hpp"
 #include "TernCoreKit/platform/Log.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -88,4 +88,4 @@ void TernBaseCollection::shareItemsOf(const TernBaseCollection& other) {
   plainItems_ = other.plainItems_;
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -7,7 +7,7 @@
 #include "TernCoreKit/platform/Export.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace detail {
 struct RecordKind;
@@ -79,4 +79,4 @@ class TERN_API TernBaseCollection {
   Value plainItems_;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

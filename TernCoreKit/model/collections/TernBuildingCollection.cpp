@@ -6,7 +6,7 @@
 #include "TernCoreKit/model/detail/FieldTable.hpp"
 #include "TernCoreKit/model/records/TernMap.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 TernBuildingCollection::TernBuildingCollection() {
   assignCollectionModelClass(detail::kindOf<TernBuilding>());
@@ -74,4 +74,4 @@ std::vector<std::shared_ptr<TernFloor>> TernBuildingCollection::getAllFloors() c
   return all;
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -7,7 +7,7 @@
 #include "TernCoreKit/model/collections/TernTypedCollection.hpp"
 #include "TernCoreKit/model/records/TernBuilding.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 struct TernFloor;
 struct TernMap;
@@ -48,4 +48,4 @@ class TERN_API TernBuildingCollection : public TernTypedCollection<TernBuilding>
   void takeFields(Value& batch) override;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

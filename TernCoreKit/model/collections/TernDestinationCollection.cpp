@@ -9,7 +9,7 @@
 #include "TernCoreKit/model/records/TernMap.hpp"
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 TernDestinationCollection::TernDestinationCollection() {
   assignCollectionModelClass(detail::kindOf<TernDestination>());
@@ -71,4 +71,4 @@ std::vector<std::shared_ptr<TernDestination>> TernDestinationCollection::getByWa
   });
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

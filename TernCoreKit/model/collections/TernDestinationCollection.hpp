@@ -6,7 +6,7 @@
 #include "TernCoreKit/model/collections/TernTypedCollection.hpp"
 #include "TernCoreKit/model/records/TernDestination.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 struct TernBuilding;
 struct TernFloor;
@@ -44,4 +44,4 @@ class TERN_API TernDestinationCollection : public TernTypedCollection<TernDestin
       const std::shared_ptr<TernWaypoint>& waypoint) const;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -9,7 +9,7 @@
 #include "TernCoreKit/model/records/TernDestination.hpp"
 #include "TernCoreKit/model/records/TernMap.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -96,4 +96,4 @@ auto TernFloorCollection::sortedOnce(std::optional<Floors>& cache, Value TernFlo
   return *cache;
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -8,7 +8,7 @@
 #include "TernCoreKit/model/collections/TernTypedCollection.hpp"
 #include "TernCoreKit/model/records/TernFloor.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 struct TernDestination;
 struct TernMap;
@@ -58,4 +58,4 @@ class TERN_API TernFloorCollection : public TernTypedCollection<TernFloor> {
   std::optional<Floors> elevationsArray_;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -3,7 +3,7 @@
 #include "TernCoreKit/model/collections/detail/RecordKind.hpp"
 #include "TernCoreKit/model/collections/detail/Text.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 TernLocaleCollection::TernLocaleCollection() {
   assignCollectionModelClass(detail::kindOf<TernLocale>());
@@ -23,4 +23,4 @@ std::shared_ptr<TernLocale> TernLocaleCollection::getByLocaleCode(const Value& l
   });
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

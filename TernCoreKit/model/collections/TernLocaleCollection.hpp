@@ -6,7 +6,7 @@
 #include "TernCoreKit/model/collections/TernTypedCollection.hpp"
 #include "TernCoreKit/model/records/TernLocale.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// The languages of a venue.
 ///
@@ -25,4 +25,4 @@ class TERN_API TernLocaleCollection : public TernTypedCollection<TernLocale> {
   std::shared_ptr<TernLocale> getByLocaleCode(const Value& localeCode) const;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

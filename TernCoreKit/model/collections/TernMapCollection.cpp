@@ -11,7 +11,7 @@
 #include "TernCoreKit/model/records/TernBuilding.hpp"
 #include "TernCoreKit/model/records/TernDestination.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -98,4 +98,4 @@ void TernMapCollection::addMapToCollection(std::shared_ptr<TernMap> map) {
   put(std::move(key), std::move(map));
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -6,7 +6,7 @@
 #include "TernCoreKit/model/collections/TernTypedCollection.hpp"
 #include "TernCoreKit/model/records/TernMap.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 struct TernAmenity;
 struct TernBuilding;
@@ -50,4 +50,4 @@ class TERN_API TernMapCollection : public TernTypedCollection<TernMap> {
   void addMapToCollection(std::shared_ptr<TernMap> map);
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

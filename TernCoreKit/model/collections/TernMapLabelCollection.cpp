@@ -7,7 +7,7 @@
 #include "TernCoreKit/model/collections/detail/RecordKind.hpp"
 #include "TernCoreKit/model/records/TernMap.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 TernMapLabelCollection::TernMapLabelCollection() {
   assignCollectionModelClass(detail::kindOf<TernMapLabel>());
@@ -33,4 +33,4 @@ std::vector<std::shared_ptr<TernMapLabel>> TernMapLabelCollection::getLabelsWith
   return collect([](const TernMapLabel& label) { return !detail::isPresent(label.svg); });
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -6,7 +6,7 @@
 #include "TernCoreKit/model/collections/TernTypedCollection.hpp"
 #include "TernCoreKit/model/records/TernMapLabel.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 struct TernMap;
 
@@ -29,4 +29,4 @@ class TERN_API TernMapLabelCollection : public TernTypedCollection<TernMapLabel>
   std::vector<std::shared_ptr<TernMapLabel>> getLabelsWithoutImage() const;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -3,7 +3,7 @@
 #include "TernCoreKit/model/collections/detail/Queries.hpp"
 #include "TernCoreKit/model/collections/detail/RecordKind.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 TernMapLabelInstances::TernMapLabelInstances() {
   assignCollectionModelClass(detail::kindOf<TernMapLabelInstance>());
@@ -26,4 +26,4 @@ std::vector<std::shared_ptr<TernMapLabelInstance>> TernMapLabelInstances::getLoc
       [](const TernMapLabelInstance& each) { return detail::isNumber(each.allLevels, 1); });
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -7,7 +7,7 @@
 #include "TernCoreKit/model/collections/TernTypedCollection.hpp"
 #include "TernCoreKit/model/records/TernMapLabelInstance.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// The placements of a label.
 ///
@@ -26,4 +26,4 @@ class TERN_API TernMapLabelInstances : public TernTypedCollection<TernMapLabelIn
   std::vector<std::shared_ptr<TernMapLabelInstance>> getLocationOnAllLevels() const;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -5,7 +5,7 @@
 #include "TernCoreKit/model/records/TernPathType.hpp"
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 TernPathCollection::TernPathCollection() { assignCollectionModelClass(detail::kindOf<TernPath>()); }
 
@@ -36,4 +36,4 @@ std::vector<std::shared_ptr<TernPath>> TernPathCollection::getByDirection(
   return collect([=](const TernPath& each) { return detail::isNumber(each.direction, direction); });
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -7,7 +7,7 @@
 #include "TernCoreKit/model/collections/TernTypedCollection.hpp"
 #include "TernCoreKit/model/records/TernPath.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 struct TernPathType;
 struct TernWaypoint;
@@ -35,4 +35,4 @@ class TERN_API TernPathCollection : public TernTypedCollection<TernPath> {
   std::vector<std::shared_ptr<TernPath>> getByDirection(std::int64_t direction) const;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -3,7 +3,7 @@
 #include "TernCoreKit/model/collections/detail/Queries.hpp"
 #include "TernCoreKit/model/collections/detail/RecordKind.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 TernPathTypeCollection::TernPathTypeCollection() {
   assignCollectionModelClass(detail::kindOf<TernPathType>());
@@ -24,4 +24,4 @@ std::vector<std::shared_ptr<TernPathType>> TernPathTypeCollection::getByDirectio
       [=](const TernPathType& each) { return detail::isNumber(each.direction, direction); });
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

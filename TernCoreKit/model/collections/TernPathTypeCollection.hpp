@@ -7,7 +7,7 @@
 #include "TernCoreKit/model/collections/TernTypedCollection.hpp"
 #include "TernCoreKit/model/records/TernPathType.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// The kinds of path of a venue.
 ///
@@ -26,4 +26,4 @@ class TERN_API TernPathTypeCollection : public TernTypedCollection<TernPathType>
   std::vector<std::shared_ptr<TernPathType>> getByDirection(std::int64_t direction) const;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -8,7 +8,7 @@
 #include "TernCoreKit/model/collections/RecordRange.hpp"
 #include "TernCoreKit/model/collections/TernBaseCollection.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// What every collection of one kind of record offers, in the types of that kind.
 ///
@@ -90,4 +90,4 @@ std::shared_ptr<T> TernTypedCollection<T>::first(Wanted wanted) const {
   return nullptr;
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

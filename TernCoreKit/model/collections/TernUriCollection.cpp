@@ -3,7 +3,7 @@
 #include "TernCoreKit/model/collections/detail/Queries.hpp"
 #include "TernCoreKit/model/collections/detail/RecordKind.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 TernUriCollection::TernUriCollection() { assignCollectionModelClass(detail::kindOf<TernUri>()); }
 
@@ -20,4 +20,4 @@ std::vector<std::shared_ptr<TernUri>> TernUriCollection::getByResourceType(
       [&](const TernUri& each) { return detail::sameText(each.resourceType, resourceType); });
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -6,7 +6,7 @@
 #include "TernCoreKit/model/collections/TernTypedCollection.hpp"
 #include "TernCoreKit/model/records/TernUri.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// The resource files of a map, a place or a label.
 ///
@@ -25,4 +25,4 @@ class TERN_API TernUriCollection : public TernTypedCollection<TernUri> {
   std::vector<std::shared_ptr<TernUri>> getByResourceType(const Value& resourceType) const;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -4,7 +4,7 @@
 #include "TernCoreKit/model/collections/detail/RecordKind.hpp"
 #include "TernCoreKit/model/detail/FieldTable.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 TernVenueCollection::TernVenueCollection() {
   assignCollectionModelClass(detail::kindOf<TernVenue>());
@@ -39,4 +39,4 @@ std::shared_ptr<TernVenue> TernVenueCollection::getByName(const Value& name) con
   return first([&](const TernVenue& each) { return detail::sameText(each.name, name); });
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

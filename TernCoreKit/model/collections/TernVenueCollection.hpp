@@ -6,7 +6,7 @@
 #include "TernCoreKit/model/collections/TernTypedCollection.hpp"
 #include "TernCoreKit/model/records/TernVenue.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// The venues of a customer.
 ///
@@ -33,4 +33,4 @@ class TERN_API TernVenueCollection : public TernTypedCollection<TernVenue> {
   void takeFields(Value& batch) override;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -6,7 +6,7 @@
 #include "TernCoreKit/platform/Mutex.hpp"
 #include "TernCoreKit/platform/Nested.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 class TernAmenityCollection;
 class TernBuildingCollection;
@@ -41,4 +41,4 @@ struct TERN_API TernVenueData : TernBaseModel {
   mutable Mutex recordsMutex_;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -5,7 +5,7 @@
 #include "TernCoreKit/model/records/TernAmenity.hpp"
 #include "TernCoreKit/model/records/TernDestination.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 TernWaypointCollection::TernWaypointCollection() {
   assignCollectionModelClass(detail::kindOf<TernWaypoint>());
@@ -31,4 +31,4 @@ std::vector<std::shared_ptr<TernWaypoint>> TernWaypointCollection::getByAmenity(
   });
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -6,7 +6,7 @@
 #include "TernCoreKit/model/collections/TernTypedCollection.hpp"
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 struct TernAmenity;
 struct TernDestination;
@@ -32,4 +32,4 @@ class TERN_API TernWaypointCollection : public TernTypedCollection<TernWaypoint>
       const std::shared_ptr<TernAmenity>& amenity) const;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -6,7 +6,7 @@
 #include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
 #include "TernCoreKit/model/collections/detail/Queries.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -104,4 +104,4 @@ auto VenueDestinationCollection::getByDestinationExternalId(const Value&) const 
   return items;
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

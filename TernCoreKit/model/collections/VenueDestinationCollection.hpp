@@ -8,7 +8,7 @@
 #include "TernCoreKit/platform/Export.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// The destinations of several venues, one entry for each venue. Its queries look into the entries'
 /// destinations and answer with entries.
@@ -52,4 +52,4 @@ class TERN_API VenueDestinationCollection {
   Entries getByDestinationExternalId(const Value& externalId) const;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

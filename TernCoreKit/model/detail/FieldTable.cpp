@@ -4,7 +4,7 @@
 
 #include "TernCoreKit/platform/Log.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 void logUnknownKey(std::string_view key, std::string_view kind) {
   std::string line = "unknown key \"";
@@ -18,4 +18,4 @@ void logWrongKind(std::string_view what, std::string_view kind, std::string_view
   logSdk(line);
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -29,7 +29,7 @@
 #include "TernCoreKit/platform/Value.hpp"
 #include "TernCoreKit/platform/detail/common/Immortal.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 // Log lines of records that could not be made as their document says.
 void logUnknownKey(std::string_view key, std::string_view kind);
@@ -229,4 +229,4 @@ auto FieldTable<Record>::search(const Value& key, std::uint8_t& guess) const -> 
   return &*found;
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

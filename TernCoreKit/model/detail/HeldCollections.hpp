@@ -9,7 +9,7 @@
 
 #include "TernCoreKit/platform/Nested.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 class TernAmenityCollection;
 class TernBuildingCollection;
@@ -46,4 +46,4 @@ void makeCollection(Nested<Collection>& field) {
 }
 
 }  // namespace detail
-}  // namespace tern
+}  // namespace tern::inline v5

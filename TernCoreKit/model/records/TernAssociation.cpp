@@ -4,7 +4,7 @@
 
 #include "TernCoreKit/model/detail/FieldTable.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 template <>
 const detail::FieldTable<TernAssociation>& detail::fieldsOf<TernAssociation>() {
@@ -25,4 +25,4 @@ std::shared_ptr<TernAssociation> TernAssociation::copyWithZone() const {
   return detail::fieldsOf<TernAssociation>().copy(*this);
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

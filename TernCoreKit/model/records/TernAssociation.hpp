@@ -4,7 +4,7 @@
 
 #include "TernCoreKit/model/records/TernBaseModel.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// What is reached at a waypoint.
 ///
@@ -21,4 +21,4 @@ struct TERN_API TernAssociation : TernBaseModel {
   std::shared_ptr<TernAssociation> copyWithZone() const;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -4,7 +4,7 @@
 
 #include "TernCoreKit/model/detail/FieldTable.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 template <>
 const detail::FieldTable<TernBaseModel>& detail::fieldsOf<TernBaseModel>() {
@@ -30,4 +30,4 @@ std::shared_ptr<TernBaseModel> TernBaseModel::initWithId(Value id, Value externa
   return record;
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

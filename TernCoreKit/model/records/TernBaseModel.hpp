@@ -5,7 +5,7 @@
 #include "TernCoreKit/platform/Export.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// The base of the records that the service's documents become.
 ///
@@ -40,4 +40,4 @@ struct TERN_API TernBaseModel {
   std::shared_ptr<TernBaseModel> copyWithZone() const;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -5,7 +5,7 @@
 #include "TernCoreKit/model/detail/FieldTable.hpp"
 #include "TernCoreKit/model/records/TernPosition.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -46,4 +46,4 @@ std::shared_ptr<TernBuilding> TernBuilding::copyWithZone() const {
   return detail::fieldsOf<TernBuilding>().copy(*this);
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -5,7 +5,7 @@
 #include "TernCoreKit/model/records/TernBaseModel.hpp"
 #include "TernCoreKit/platform/Nested.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 class TernFloorCollection;
 struct TernPosition;
@@ -45,4 +45,4 @@ struct TERN_API TernBuilding : TernBaseModel {
   std::shared_ptr<TernBuilding> copyWithZone() const;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

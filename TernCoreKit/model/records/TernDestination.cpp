@@ -7,7 +7,7 @@
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/model/records/detail/Locations.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -56,4 +56,4 @@ void TernDestination::addWaypoints(std::vector<std::shared_ptr<TernWaypoint>> li
   waypoints = std::move(list);
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

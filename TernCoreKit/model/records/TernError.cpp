@@ -4,7 +4,7 @@
 #include <array>
 #include <utility>
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -91,4 +91,4 @@ std::optional<TernError> TernError::initWithWebResponse(const Value& response) {
   return getErrorFromServerResponse(response);
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

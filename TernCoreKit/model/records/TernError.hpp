@@ -8,7 +8,7 @@
 #include "TernCoreKit/platform/Export.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// What kind of error it is: the positions in the table of codes and texts.
 enum TernErrorType : std::uint32_t {
@@ -71,4 +71,4 @@ struct [[nodiscard]] TernError {
   TERN_API static std::optional<TernError> initWithWebResponse(const Value& response);
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

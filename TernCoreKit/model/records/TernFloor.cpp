@@ -7,7 +7,7 @@
 #include "TernCoreKit/model/detail/FieldTable.hpp"
 #include "TernCoreKit/model/records/TernMap.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -44,4 +44,4 @@ std::shared_ptr<TernFloor> TernFloor::copyWithZone() const {
   return detail::fieldsOf<TernFloor>().copy(*this);
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -5,7 +5,7 @@
 #include "TernCoreKit/model/records/TernBaseModel.hpp"
 #include "TernCoreKit/platform/Nested.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 struct TernMap;
 
@@ -39,4 +39,4 @@ struct TERN_API TernFloor : TernBaseModel {
   std::shared_ptr<TernFloor> copyWithZone() const;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace tern {
+namespace tern::inline v5 {
 
 TernFont::TernFont(std::string name, double sizePt, TernColor color)
     : name_(std::move(name)), sizePt_(sizePt), textColor_(color) {}
@@ -11,4 +11,4 @@ TernFont TernFont::fontWithName(std::string name, double sizePt, TernColor color
   return {std::move(name), sizePt, color};
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -4,7 +4,7 @@
 
 #include "TernCoreKit/platform/Export.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// Red, green, blue and opacity, each from 0 to 1.
 struct TernColor {
@@ -46,4 +46,4 @@ class TERN_API TernFont {
   TernColor textColor_;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -4,7 +4,7 @@
 
 #include "TernCoreKit/model/detail/FieldTable.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 template <>
 const detail::FieldTable<TernLocale>& detail::fieldsOf<TernLocale>() {
@@ -25,4 +25,4 @@ std::shared_ptr<TernLocale> TernLocale::copyWithZone() const {
   return detail::fieldsOf<TernLocale>().copy(*this);
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

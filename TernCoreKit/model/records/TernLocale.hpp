@@ -4,7 +4,7 @@
 
 #include "TernCoreKit/model/records/TernBaseModel.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// A language that the venue's texts are available in.
 ///
@@ -21,4 +21,4 @@ struct TERN_API TernLocale : TernBaseModel {
   std::shared_ptr<TernLocale> copyWithZone() const;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

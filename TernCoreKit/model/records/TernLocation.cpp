@@ -5,7 +5,7 @@
 #include "TernCoreKit/model/detail/FieldTable.hpp"
 #include "TernCoreKit/model/records/detail/Locations.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 template <>
 const detail::FieldTable<TernLocation>& detail::fieldsOf<TernLocation>() {
@@ -31,4 +31,4 @@ std::vector<std::shared_ptr<TernLocation>> TernLocation::parseLocationsIntoArray
   return locations;
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -6,7 +6,7 @@
 #include "TernCoreKit/platform/Export.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// Where a destination, an amenity or a path type is placed.
 ///
@@ -29,4 +29,4 @@ struct TERN_API TernLocation {
       Value dictionary);
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

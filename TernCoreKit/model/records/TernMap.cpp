@@ -5,7 +5,7 @@
 #include "TernCoreKit/model/detail/FieldTable.hpp"
 #include "TernCoreKit/model/records/detail/ViewBox.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -55,4 +55,4 @@ std::shared_ptr<TernMap> TernMap::copyWithZone() const {
   return detail::fieldsOf<TernMap>().copy(*this);
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -5,7 +5,7 @@
 #include "TernCoreKit/model/records/TernBaseModel.hpp"
 #include "TernCoreKit/platform/Nested.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 class TernPathCollection;
 class TernUriCollection;
@@ -46,4 +46,4 @@ struct TERN_API TernMap : TernBaseModel {
   std::shared_ptr<TernMap> copyWithZone() const;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -4,7 +4,7 @@
 
 #include "TernCoreKit/model/detail/FieldTable.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -38,4 +38,4 @@ std::shared_ptr<TernMapLabel> TernMapLabel::copyWithZone() const {
   return detail::fieldsOf<TernMapLabel>().copy(*this);
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

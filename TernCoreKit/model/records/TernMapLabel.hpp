@@ -5,7 +5,7 @@
 #include "TernCoreKit/model/records/TernBaseModel.hpp"
 #include "TernCoreKit/platform/Nested.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 class TernMapLabelInstances;
 class TernUriCollection;
@@ -31,4 +31,4 @@ struct TERN_API TernMapLabel : TernBaseModel {
   std::shared_ptr<TernMapLabel> copyWithZone() const;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -4,7 +4,7 @@
 
 #include "TernCoreKit/model/detail/FieldTable.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 template <>
 const detail::FieldTable<TernMapLabelInstance>& detail::fieldsOf<TernMapLabelInstance>() {
@@ -31,4 +31,4 @@ std::shared_ptr<TernMapLabelInstance> TernMapLabelInstance::copyWithZone() const
   return detail::fieldsOf<TernMapLabelInstance>().copy(*this);
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

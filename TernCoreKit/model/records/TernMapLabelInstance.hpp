@@ -4,7 +4,7 @@
 
 #include "TernCoreKit/model/records/TernBaseModel.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// One placement of a label.
 ///
@@ -33,4 +33,4 @@ struct TERN_API TernMapLabelInstance : TernBaseModel {
   std::shared_ptr<TernMapLabelInstance> copyWithZone() const;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -4,7 +4,7 @@
 
 #include "TernCoreKit/model/detail/FieldTable.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 template <>
 const detail::FieldTable<TernPath>& detail::fieldsOf<TernPath>() {
@@ -28,4 +28,4 @@ std::shared_ptr<TernPath> TernPath::copyWithZone() const {
   return detail::fieldsOf<TernPath>().copy(*this);
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -4,7 +4,7 @@
 
 #include "TernCoreKit/model/records/TernBaseModel.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// An edge of the walking graph: it joins the waypoints it names.
 ///
@@ -30,4 +30,4 @@ struct TERN_API TernPath : TernBaseModel {
   std::shared_ptr<TernPath> copyWithZone() const;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -7,7 +7,7 @@
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/model/records/detail/Locations.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -53,4 +53,4 @@ void TernPathType::addWaypoints(std::vector<std::shared_ptr<TernWaypoint>> list)
   waypoints = std::move(list);
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

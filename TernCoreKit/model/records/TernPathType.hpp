@@ -6,7 +6,7 @@
 #include "TernCoreKit/model/records/TernBaseModel.hpp"
 #include "TernCoreKit/platform/Nested.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 class TernUriCollection;
 struct TernLocation;
@@ -49,4 +49,4 @@ struct TERN_API TernPathType : TernBaseModel {
   void addWaypoints(std::vector<std::shared_ptr<TernWaypoint>> list);
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -4,7 +4,7 @@
 
 #include "TernCoreKit/model/detail/FieldTable.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 template <>
 const detail::FieldTable<TernPosition>& detail::fieldsOf<TernPosition>() {
@@ -23,4 +23,4 @@ std::shared_ptr<TernPosition> TernPosition::copyWithZone() const {
   return detail::fieldsOf<TernPosition>().copy(*this);
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

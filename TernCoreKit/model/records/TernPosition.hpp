@@ -5,7 +5,7 @@
 #include "TernCoreKit/platform/Export.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// The bounding corners of a venue or a building.
 ///
@@ -22,4 +22,4 @@ struct TERN_API TernPosition {
   std::shared_ptr<TernPosition> copyWithZone() const;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

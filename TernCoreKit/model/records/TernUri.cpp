@@ -4,7 +4,7 @@
 
 #include "TernCoreKit/model/detail/FieldTable.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 template <>
 const detail::FieldTable<TernUri>& detail::fieldsOf<TernUri>() {
@@ -25,4 +25,4 @@ std::shared_ptr<TernUri> TernUri::copyWithZone() const {
   return detail::fieldsOf<TernUri>().copy(*this);
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -4,7 +4,7 @@
 
 #include "TernCoreKit/model/records/TernBaseModel.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// A link to a resource file.
 ///
@@ -23,4 +23,4 @@ struct TERN_API TernUri : TernBaseModel {
   std::shared_ptr<TernUri> copyWithZone() const;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -5,7 +5,7 @@
 #include "TernCoreKit/model/detail/FieldTable.hpp"
 #include "TernCoreKit/model/records/TernPosition.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -35,4 +35,4 @@ std::shared_ptr<TernVenue> TernVenue::copyWithZone() const {
   return detail::fieldsOf<TernVenue>().copy(*this);
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -5,7 +5,7 @@
 #include "TernCoreKit/model/records/TernBaseModel.hpp"
 #include "TernCoreKit/platform/Nested.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 struct TernPosition;
 
@@ -32,4 +32,4 @@ struct TERN_API TernVenue : TernBaseModel {
   std::shared_ptr<TernVenue> copyWithZone() const;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

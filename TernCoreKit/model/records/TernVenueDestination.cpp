@@ -4,7 +4,7 @@
 
 #include "TernCoreKit/model/detail/FieldTable.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -31,4 +31,4 @@ std::shared_ptr<TernVenueDestination> TernVenueDestination::copyWithZone() const
   return detail::fieldsOf<TernVenueDestination>().copy(*this);
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

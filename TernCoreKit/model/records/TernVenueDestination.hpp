@@ -6,7 +6,7 @@
 #include "TernCoreKit/platform/Nested.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 class TernDestinationCollection;
 
@@ -25,4 +25,4 @@ struct TERN_API TernVenueDestination {
   std::shared_ptr<TernVenueDestination> copyWithZone() const;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -5,7 +5,7 @@
 #include "TernCoreKit/model/detail/FieldTable.hpp"
 #include "TernCoreKit/model/records/TernAssociation.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -45,4 +45,4 @@ std::shared_ptr<TernWaypoint> TernWaypoint::copyWithZone() const {
   return detail::fieldsOf<TernWaypoint>().copy(*this);
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

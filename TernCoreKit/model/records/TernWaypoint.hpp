@@ -6,7 +6,7 @@
 #include "TernCoreKit/model/records/TernBaseModel.hpp"
 #include "TernCoreKit/platform/Nested.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 struct TernAssociation;
 
@@ -36,4 +36,4 @@ struct TERN_API TernWaypoint : TernBaseModel {
   std::shared_ptr<TernWaypoint> copyWithZone() const;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -24,7 +24,7 @@
 #include "TernCoreKit/wayfinding/TernASSearch.hpp"
 #include "TernCoreKit/wayfinding/VenueGrid.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -259,4 +259,4 @@ TernCoordinate TernActiveVenue::getCenterCoordinates() const {
   return TernUtils::convertPoint(centre, "tern:local", "EPSG:4326", this);
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -13,7 +13,7 @@
 #include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
 #include "TernCoreKit/wayfinding/TernRouting.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 class TernASGrid;
 class TernMapLabelCollection;
@@ -160,4 +160,4 @@ struct TERN_API TernActiveVenue : TernVenueData,
   std::shared_ptr<TernNearestElement> nearestElement_ TERN_GUARDED_BY(gridMutex_);
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -15,7 +15,7 @@
 #include "TernCoreKit/model/records/TernLocation.hpp"
 #include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -82,4 +82,4 @@ void attachWaypoints(TernActiveVenue& venue) {
   attachTo(venue.pathTypes, *venue.maps);
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -16,7 +16,7 @@
 #include "TernCoreKit/platform/Export.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 struct TernActiveVenue;
 
@@ -30,4 +30,4 @@ TERN_API void addBuilding(TernActiveVenue& venue, std::int64_t buildingId, Value
 /// they lie on loaded maps; one without any keeps what it has. Takes time linear in the ids named.
 TERN_API void attachWaypoints(TernActiveVenue& venue);
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -1,6 +1,6 @@
 #include "TernCoreKit/optimisation/detail/ChainLengths.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 namespace {
 
@@ -51,4 +51,4 @@ double ChainLengths::lengthBetween(std::int64_t from, std::int64_t to) const {
   return along != intermediateDistanceFromStartNode_.end() ? along->second : unknownLength;
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

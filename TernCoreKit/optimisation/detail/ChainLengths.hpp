@@ -16,7 +16,7 @@
 #include "TernCoreKit/optimisation/detail/LegCache.hpp"
 #include "TernCoreKit/optimisation/detail/TourTables.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 class ChainLengths {
  public:
@@ -39,4 +39,4 @@ class ChainLengths {
   std::unordered_map<std::int64_t, float> intermediateDistanceFromStartNode_;
 };
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

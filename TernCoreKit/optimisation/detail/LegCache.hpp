@@ -11,7 +11,7 @@
 
 #include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 class LegCache {
  public:
@@ -40,4 +40,4 @@ class LegCache {
   std::unordered_map<std::string, TernRoute> dictOfTernPathPerFloor_;
 };
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -9,7 +9,7 @@
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "TernCoreKit/wayfinding/TernASSearch.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 TernRoute routeWithinArray(const TernRouting& venue, const TernWaypoint& from, const Waypoints& to,
                            std::int64_t accessibility) {
@@ -186,4 +186,4 @@ std::vector<TernRoute> OrderingRun::generatePathPerFloorFor(const Waypoints& ord
   return legs;
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

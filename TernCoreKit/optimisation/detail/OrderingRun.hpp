@@ -15,7 +15,7 @@
 #include "TernCoreKit/spatial/TernNearestElement.hpp"
 #include "TernCoreKit/wayfinding/TernRouting.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 // To whichever waypoint is cheapest to reach.
 TernRoute routeWithinArray(const TernRouting& venue, const TernWaypoint& from, const Waypoints& to,
@@ -66,4 +66,4 @@ class OrderingRun {
   ChainLengths lengths_;
 };
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

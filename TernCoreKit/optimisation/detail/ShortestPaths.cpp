@@ -4,7 +4,7 @@
 #include <bit>
 #include <limits>
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 namespace {
 
@@ -147,4 +147,4 @@ void ShortestPaths::fillSuccessors(std::size_t high, std::span<const Source> sou
   }
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

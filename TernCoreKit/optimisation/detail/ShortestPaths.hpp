@@ -23,7 +23,7 @@
 
 #include "TernCoreKit/platform/detail/common/LargeMemory.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 class ShortestPaths {
  public:
@@ -72,4 +72,4 @@ class ShortestPaths {
   std::unique_ptr<void, FreeLargeMemory> memory_;
 };
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 void LevelRecord::decide(std::shared_ptr<TernWaypoint> waypoint) {
   if (!decidedWaypoints) decidedWaypoints.emplace();
@@ -58,4 +58,4 @@ std::shared_ptr<TernWaypoint> waypointOf(const TernDestination& destination, std
   return nullptr;
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

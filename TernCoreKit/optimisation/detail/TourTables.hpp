@@ -14,7 +14,7 @@
 #include "TernCoreKit/model/records/TernDestination.hpp"
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 using Destinations = std::vector<std::shared_ptr<TernDestination>>;
 using Waypoints = std::vector<std::shared_ptr<TernWaypoint>>;
@@ -71,4 +71,4 @@ class TourTables {
 
 std::shared_ptr<TernWaypoint> waypointOf(const TernDestination& destination, std::int64_t id);
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -7,7 +7,7 @@
 
 #include "TernCoreKit/service/coordinates/TernUtils.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 namespace {
 
@@ -202,4 +202,4 @@ void WaypointSelection::examineDoorsOn(std::int64_t mapId, const TernDestination
   }
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -16,7 +16,7 @@
 #include "TernCoreKit/model/records/TernLocation.hpp"
 #include "TernCoreKit/optimisation/detail/TourTables.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 class WaypointSelection {
  public:
@@ -60,4 +60,4 @@ class WaypointSelection {
   TourTables& tables_;
 };
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -10,7 +10,7 @@
 #include "TernCoreKit/platform/Mutex.hpp"
 #include "TernCoreKit/platform/detail/common/Immortal.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 template <class Service>
 class Current {
@@ -38,4 +38,4 @@ Current<Service>& current() {
   return current.value;
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 namespace {
 
 char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
@@ -56,4 +56,4 @@ std::optional<std::string> httpRequestFault(const HttpRequest& request) {
   return std::nullopt;
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -10,7 +10,7 @@
 
 #include "TernCoreKit/platform/Http.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 // Whether two header names are the same: their case does not count.
 bool isSameHeader(std::string_view a, std::string_view b);
@@ -18,4 +18,4 @@ bool isSameHeader(std::string_view a, std::string_view b);
 // What keeps the request from being sent, as a line that shows nothing of it.
 std::optional<std::string> httpRequestFault(const HttpRequest& request);
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

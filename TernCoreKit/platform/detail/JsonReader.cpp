@@ -18,7 +18,7 @@
 // The steps of a value become one function: compilers find some too large, at a cost of a tenth.
 #define TERN_IN_ONE_PIECE [[gnu::always_inline]] inline
 
-namespace tern {
+namespace tern::inline v5 {
 namespace {
 
 constexpr std::uint64_t everyByte(unsigned char byte) { return 0x0101010101010101U * byte; }
@@ -361,4 +361,4 @@ char* JsonReader::nearestDouble(char* begin, char* end, std::int64_t power) {
   return end;
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

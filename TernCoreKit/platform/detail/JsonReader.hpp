@@ -18,7 +18,7 @@
 #include "TernCoreKit/platform/detail/KeyMemory.hpp"
 #include "TernCoreKit/platform/detail/ValueStack.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 class JsonReader {
  public:
@@ -77,4 +77,4 @@ class JsonReader {
   Open* innermost_ = open_;  // the first stands for the document
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -1,7 +1,7 @@
 // Which characters stand for themselves in the strings of JSON.
 #pragma once
 
-namespace tern {
+namespace tern::inline v5 {
 
 // ASCII that needs no escape.
 inline bool isPlainInString(char c) {
@@ -9,4 +9,4 @@ inline bool isPlainInString(char c) {
   return byte >= ' ' && byte < 0x80 && byte != '"' && byte != '\\';
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -17,7 +17,7 @@
 
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 class KeyMemory {
  public:
@@ -75,4 +75,4 @@ inline void KeyMemory::learn(std::span<const Value> keysAndValues) {
   }
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -3,7 +3,7 @@
 #include "TernCoreKit/platform/Http.hpp"
 #include "TernCoreKit/platform/detail/common/Immortal.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 namespace {
 
 // It has no thread: the completion runs before `send` returns.
@@ -29,4 +29,4 @@ std::shared_ptr<HttpTransport> makeHttpTransport(HttpSettings /*settings*/) {
   return std::make_shared<NoHttpTransport>();
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

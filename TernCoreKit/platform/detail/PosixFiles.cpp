@@ -13,7 +13,7 @@
 #include <system_error>
 #include <utility>
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 namespace {
 
@@ -252,4 +252,4 @@ std::optional<FileError> PosixFiles::remove(std::string_view path) {
   return removeIn(place->folder, place->name);
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -7,7 +7,7 @@
 
 #include "TernCoreKit/platform/Files.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 class PosixFiles final : public FileSystem {
  public:
@@ -26,4 +26,4 @@ class PosixFiles final : public FileSystem {
   const std::string documentsFolder_;
 };
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-namespace tern {
+namespace tern::inline v5 {
 namespace {
 
 // Counts keys by a hash of few bits, so that most keys that occur once are known at once. Keys made
@@ -109,4 +109,4 @@ std::size_t removeRepeatedKeys(std::span<Value> keysAndValues) {
   return closeGaps(keysAndValues);
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

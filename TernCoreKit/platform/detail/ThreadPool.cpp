@@ -3,7 +3,7 @@
 #include <system_error>
 #include <utility>
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 void ThreadPool::run(std::function<void()> task) {
   {
@@ -66,4 +66,4 @@ void ThreadPool::stop() {
   }
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -16,7 +16,7 @@
 #include "TernCoreKit/platform/Mutex.hpp"
 #include "TernCoreKit/platform/WorkQueue.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 class ThreadPool final : public WorkQueue {
  public:
@@ -44,4 +44,4 @@ class ThreadPool final : public WorkQueue {
   bool isStopped_ TERN_GUARDED_BY(mutex_) = false;
 };
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

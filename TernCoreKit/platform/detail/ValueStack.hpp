@@ -15,7 +15,7 @@
 
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 class ValueStack {
  public:
@@ -74,4 +74,4 @@ class ValueStack {
   Value* end_ = nullptr;
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

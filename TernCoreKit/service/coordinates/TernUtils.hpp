@@ -4,7 +4,7 @@
 
 #include "TernCoreKit/platform/Export.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 struct TernVenueData;
 
@@ -76,4 +76,4 @@ class TERN_API TernUtils {
   static float distanceBetweenPoint1(TernCoordinate point1, TernCoordinate point2);
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

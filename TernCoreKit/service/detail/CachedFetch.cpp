@@ -5,7 +5,7 @@
 
 #include "TernCoreKit/service/TernHub.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 namespace {
 
@@ -122,4 +122,4 @@ void fetchCached(std::shared_ptr<TernHub> hub, const LoadRules& rules, std::stri
       ->run();
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -13,13 +13,13 @@
 #include "TernCoreKit/model/records/TernError.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 class TernHub;
 
-}  // namespace tern
+}  // namespace tern::inline v5
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 // What sets the loads of one kind of document apart.
 struct LoadRules {
@@ -57,4 +57,4 @@ std::optional<TernError> errorOfAnswer(const Value& answer);
 // An exchange that failed, with the text that says why.
 TernError connectionError(std::optional<std::string> text);
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -6,7 +6,7 @@
 
 #include "TernCoreKit/platform/WorkQueue.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 namespace {
 
@@ -37,4 +37,4 @@ void loadInTurn(std::vector<std::int64_t> ids, std::function<void(std::int64_t, 
   row->goOn();
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

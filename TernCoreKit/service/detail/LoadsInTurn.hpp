@@ -9,7 +9,7 @@
 #include <functional>
 #include <vector>
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 // To be called once, when a load has completed.
 using LoadNext = std::function<void()>;
@@ -18,4 +18,4 @@ void loadInTurn(std::vector<std::int64_t> ids,
                 std::function<void(std::int64_t id, LoadNext next)> load,
                 std::function<void()> finish);
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

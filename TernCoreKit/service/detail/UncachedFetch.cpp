@@ -7,7 +7,7 @@
 #include "TernCoreKit/service/TernHub.hpp"
 #include "TernCoreKit/service/detail/CachedFetch.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 namespace {
 
@@ -42,4 +42,4 @@ void fetchUncached(std::shared_ptr<TernHub> hub, UncachedHost host, std::string 
       });
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

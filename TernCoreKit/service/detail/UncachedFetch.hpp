@@ -12,13 +12,13 @@
 #include "TernCoreKit/model/records/TernError.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 class TernHub;
 
-}  // namespace tern
+}  // namespace tern::inline v5
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 // Who is asked. Destinations come from the default service host, and their start is announced
 // again when the request is sent.
@@ -27,4 +27,4 @@ enum class UncachedHost { ofHub, ofDestinations };
 void fetchUncached(std::shared_ptr<TernHub> hub, UncachedHost host, std::string endpoint,
                    std::function<void(Value answer, std::optional<TernError>)> finish);
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

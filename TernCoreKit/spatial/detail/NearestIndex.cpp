@@ -14,7 +14,7 @@
 #include "TernCoreKit/model/records/TernFloor.hpp"
 #include "TernCoreKit/model/records/TernLocation.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 namespace {
 
@@ -102,4 +102,4 @@ std::shared_ptr<TernFloor> NearestIndex::floorAt(std::int64_t level) const {
   });
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -19,7 +19,7 @@
 #include "TernCoreKit/spatial/TernNearestPoint.hpp"
 #include "TernCoreKit/spatial/tree/KDTree.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 class TernMapCollection;
 struct TernFloor;
@@ -65,4 +65,4 @@ class NearestIndex {
 };
 
 }  // namespace detail
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -12,7 +12,7 @@
 #include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
 #include "TernCoreKit/model/records/TernFloor.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 namespace {
 
@@ -267,4 +267,4 @@ float NearestQuestion::lengthOfChain(const TernWaypoint* from, const TernWaypoin
   return length + legLength(*from, *found);
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -18,7 +18,7 @@
 #include "TernCoreKit/spatial/TernNearestElement.hpp"
 #include "TernCoreKit/spatial/detail/NearestIndex.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 class NearestQuestion {
  public:
@@ -71,4 +71,4 @@ class NearestQuestion {
   std::vector<std::optional<std::int64_t>> wantedIds_;
 };
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

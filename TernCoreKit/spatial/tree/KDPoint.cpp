@@ -3,7 +3,7 @@
 #include <cmath>
 #include <limits>
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -37,4 +37,4 @@ std::optional<KDPoint> KDPoint::decode(const Value& archived) {
   return KDPoint{*x, *y};
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -6,7 +6,7 @@
 #include "TernCoreKit/platform/Export.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// The point of two doubles that most trees are made of.
 ///
@@ -36,4 +36,4 @@ struct KDPoint {
   TERN_API static std::optional<KDPoint> decode(const Value& archived);
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

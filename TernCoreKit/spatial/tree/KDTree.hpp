@@ -18,7 +18,7 @@
 #include "TernCoreKit/spatial/tree/KDTreeArchive.hpp"
 #include "TernCoreKit/spatial/tree/KDTreeNodes.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// A point that a saved tree can hold; `decode` gives none for what `encode` did not make.
 template <class E>
@@ -597,4 +597,4 @@ typename KDTree<E>::Loaded KDTree<E>::initContentsOf(const std::string& path) re
 
 /// @endcond
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -8,7 +8,7 @@
 #include "TernCoreKit/platform/Files.hpp"
 #include "TernCoreKit/platform/Json.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -71,4 +71,4 @@ KDTreeArchive KDTreeArchive::load(const std::string& path, std::size_t dimension
   return decoded.error ? damaged(*decoded.error) : open(decoded.value, dimensions);
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

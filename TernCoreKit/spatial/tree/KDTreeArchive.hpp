@@ -8,7 +8,7 @@
 #include "TernCoreKit/platform/Export.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// The outside of a saved k-d tree: which kind of file it is, and a checksum that tells damage.
 /// Used by KDTree, which says what lies inside.
@@ -34,4 +34,4 @@ struct [[nodiscard]] KDTreeArchive {
   TERN_API static KDTreeArchive load(const std::string& path, std::size_t dimensions);
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -18,7 +18,7 @@
 #include <utility>
 #include <vector>
 
-namespace tern {
+namespace tern::inline v5 {
 
 /// What a k-d tree can hold: `dimensions` axes, the coordinate on each, and the squared distance.
 /// Equal points have equal coordinates.
@@ -283,4 +283,4 @@ typename KDTreeBuilder<E>::Range KDTreeBuilder<E>::takeCoincident(Range range) {
 
 /// @endcond
 
-}  // namespace tern
+}  // namespace tern::inline v5

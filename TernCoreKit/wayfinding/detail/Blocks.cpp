@@ -5,7 +5,7 @@
 
 #include "TernCoreKit/wayfinding/detail/GridGraph.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 namespace {
 
@@ -107,4 +107,4 @@ EdgeIndex firstEdgeJoining(const GridGraph& graph, Position from, std::int64_t i
   return firstEdgeTo(graph, from, graph.facts.endOf(id));
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 BranchProbe::BranchProbe(const GridGraph& graph, const std::optional<TernASNode>& destination,
                          int depth)
@@ -56,4 +56,4 @@ bool BranchProbe::goesOn(Position node, std::optional<std::int64_t> parentId, in
   return false;
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -16,7 +16,7 @@
 #include "TernCoreKit/wayfinding/TernASNode.hpp"
 #include "TernCoreKit/wayfinding/detail/GridGraph.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 class BranchProbe {
  public:
@@ -42,4 +42,4 @@ class BranchProbe {
   std::int64_t destinationMap_ = 0;
 };
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -5,7 +5,7 @@
 #include "TernCoreKit/wayfinding/detail/NodeCopies.hpp"
 #include "TernCoreKit/wayfinding/detail/RouteMaker.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 namespace {
 
@@ -79,4 +79,4 @@ void DetourSearch::commit() {
   grid_->open(opened);
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

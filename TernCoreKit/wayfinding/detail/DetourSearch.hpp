@@ -16,7 +16,7 @@
 #include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
 #include "TernCoreKit/wayfinding/detail/GridNodes.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 class TernMapCollection;
 
@@ -64,4 +64,4 @@ class DetourSearch {
 };
 
 }  // namespace detail
-}  // namespace tern
+}  // namespace tern::inline v5

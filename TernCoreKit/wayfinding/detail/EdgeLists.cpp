@@ -6,7 +6,7 @@
 #include "TernCoreKit/model/records/TernPath.hpp"
 #include "TernCoreKit/platform/Log.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 namespace {
 
@@ -131,4 +131,4 @@ EdgeLists listEdges(const VenueFacts& facts, const LinkBounds& bounds) {
   return edges;
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -9,7 +9,7 @@
 #include "TernCoreKit/wayfinding/detail/Index.hpp"
 #include "TernCoreKit/wayfinding/detail/VenueFacts.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 // A path of n waypoints makes n * (n - 1) links, and every further waypoint of the same id makes
 // its own: what keeps all of them linear in what was given.
@@ -39,4 +39,4 @@ struct EdgeLists {
 
 EdgeLists listEdges(const VenueFacts& facts, const LinkBounds& bounds);
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -14,7 +14,7 @@
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/platform/Numbers.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 struct ExitLink {
   std::int64_t venueId = 0;     // before the first colon
@@ -36,4 +36,4 @@ inline std::int64_t virtualEdgeId(std::int64_t a, std::int64_t b) {
   return leadingInteger(std::to_string(std::min(a, b)) + std::to_string(std::max(a, b)));
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -3,7 +3,7 @@
 #include "TernCoreKit/model/collections/TernFloorCollection.hpp"
 #include "TernCoreKit/model/records/TernMap.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 namespace {
 
@@ -44,4 +44,4 @@ const FloorIndex::Facts& FloorIndex::find(std::int64_t mapId) const {
   return place != IdIndex::none ? facts_[place] : unknown;
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

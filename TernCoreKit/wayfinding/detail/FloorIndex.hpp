@@ -11,7 +11,7 @@
 #include "TernCoreKit/model/records/TernFloor.hpp"
 #include "TernCoreKit/wayfinding/detail/IdIndex.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 class FloorIndex {
  public:
@@ -33,4 +33,4 @@ class FloorIndex {
   IdIndex places_;            // by the map's id: a place in `facts_`
 };
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

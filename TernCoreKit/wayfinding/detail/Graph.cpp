@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 namespace {
 
@@ -99,4 +99,4 @@ Graph layGraph(const VenueFacts& facts, const LinkBounds& bounds, const EdgeList
   return graph;
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -11,7 +11,7 @@
 #include "TernCoreKit/wayfinding/detail/Index.hpp"
 #include "TernCoreKit/wayfinding/detail/NodeOrder.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 // One directed link to a neighbour. It may be used when its type's rank lies below the number of
 // types that a level admits; a link that leads to no node has no rank, and so never may.
@@ -41,4 +41,4 @@ struct Graph {
 Graph layGraph(const VenueFacts& facts, const LinkBounds& bounds, const EdgeLists& edges,
                const NodeOrder& order);
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

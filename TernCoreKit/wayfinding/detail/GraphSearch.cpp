@@ -2,7 +2,7 @@
 
 #include "TernCoreKit/wayfinding/detail/OpenList.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 namespace {
 
@@ -127,4 +127,4 @@ Position searchGraph(const Graph& graph, const Blocks* blocks, SearchState& stat
                            : search<false>(graph, nullptr, state, start, limit);
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

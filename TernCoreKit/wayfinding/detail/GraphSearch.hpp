@@ -9,7 +9,7 @@
 #include "TernCoreKit/wayfinding/detail/Graph.hpp"
 #include "TernCoreKit/wayfinding/detail/SearchState.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 // Searches from `start` until a marked goal is taken off the open list, over links whose rank lies
 // below `limit` and which no block closes; without blocks all are open. Gives that goal, or none.
@@ -18,4 +18,4 @@ namespace tern::detail {
 Position searchGraph(const Graph& graph, const Blocks* blocks, SearchState& state, Position start,
                      TypeRank limit);
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

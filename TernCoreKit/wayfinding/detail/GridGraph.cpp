@@ -6,7 +6,7 @@
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/wayfinding/detail/ExitLink.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 namespace {
 
@@ -171,4 +171,4 @@ std::vector<std::int64_t> GridGraph::neighborIds(Position position) const {
   return ids;
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

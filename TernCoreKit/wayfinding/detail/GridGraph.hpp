@@ -22,7 +22,7 @@
 #include "TernCoreKit/wayfinding/detail/SearchState.hpp"
 #include "TernCoreKit/wayfinding/detail/VenueFacts.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 class GridGraph {
  public:
@@ -72,4 +72,4 @@ class GridGraph {
   std::vector<PathIndex> pathsTouching(std::int64_t waypointId) const;
 };
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

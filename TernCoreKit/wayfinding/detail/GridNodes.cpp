@@ -5,7 +5,7 @@
 
 #include "TernCoreKit/wayfinding/detail/GraphSearch.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 // One state after the other: a long pile would run out of stack.
 GridNodes::~GridNodes() {
@@ -132,4 +132,4 @@ std::vector<Position> SearchTurn::routeTo(Position end) const {
   return route;
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -23,7 +23,7 @@
 #include "TernCoreKit/wayfinding/detail/NodeSource.hpp"
 #include "TernCoreKit/wayfinding/detail/SearchState.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 class GridNodes final : public NodeSource {
  public:
@@ -106,4 +106,4 @@ class SearchTurn {
   std::shared_ptr<const Blocks> blocks_;
 };
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

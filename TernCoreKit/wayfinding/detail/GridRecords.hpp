@@ -5,7 +5,7 @@
 
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 // None is null.
 struct GridRecords {
@@ -17,4 +17,4 @@ struct GridRecords {
   bool isForMultiVenue = false;
 };
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

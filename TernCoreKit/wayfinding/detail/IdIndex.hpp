@@ -9,7 +9,7 @@
 
 #include "TernCoreKit/wayfinding/detail/Index.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 class IdIndex {
  public:
@@ -60,4 +60,4 @@ class IdIndex {
   bool isSorted_ = false;    // then the slots stand in the order of their ids, and all are full
 };
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -10,7 +10,7 @@
 #include <type_traits>
 #include <vector>
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 // A node, in the arrays that a search reads. Positions follow the walkways.
 enum class Position : std::uint32_t {};
@@ -73,4 +73,4 @@ class Indexed : private std::vector<T> {
   I endIndex() const { return I{static_cast<std::uint32_t>(size())}; }
 };
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -6,7 +6,7 @@
 
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 // The path type whose links cost their length.
 inline constexpr std::int64_t walkingType = 1;
@@ -38,4 +38,4 @@ float straightLine(const Place& a, const Place& b);
 // None where the passage does not lead from the one height to the other.
 std::optional<LinkCost> linkCost(const Place& from, const Place& to, const Passage& passage);
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 void NodeCopies::add(std::shared_ptr<const NodeSource> source, Position position,
                      NodeProgress progress, std::vector<bool> blocked) {
@@ -56,4 +56,4 @@ bool NodeCopies::isEdgeBlocked(Position position, std::int64_t joining) const {
   return first != all.end() && first->blocked;
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -14,7 +14,7 @@
 
 #include "TernCoreKit/wayfinding/detail/NodeSource.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 class NodeCopies final : public NodeSource {
  public:
@@ -60,4 +60,4 @@ class NodeCopies final : public NodeSource {
   std::map<Position, std::vector<bool>> blocked_;  // of the nodes that have a blocked edge
 };
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

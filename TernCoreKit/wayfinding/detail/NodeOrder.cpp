@@ -1,6 +1,6 @@
 #include "TernCoreKit/wayfinding/detail/NodeOrder.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 namespace {
 
@@ -52,4 +52,4 @@ NodeOrder orderNodes(const VenueFacts& facts, const EdgeLists& edges) {
   return isListedAlongPaths(facts) ? NodeOrder() : breadthFirst(facts, edges);
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -8,7 +8,7 @@
 #include "TernCoreKit/wayfinding/detail/Index.hpp"
 #include "TernCoreKit/wayfinding/detail/VenueFacts.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 struct NodeOrder {
   // Each the other way round; both empty where the nodes stand in the order of the waypoints.
@@ -25,4 +25,4 @@ struct NodeOrder {
 
 NodeOrder orderNodes(const VenueFacts& facts, const EdgeLists& edges);
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -13,7 +13,7 @@
 #include "TernCoreKit/wayfinding/TernNeighbor.hpp"
 #include "TernCoreKit/wayfinding/detail/Index.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 // What a node is, whatever is searched.
 struct NodeFacts {
@@ -65,4 +65,4 @@ class NodeSource {
   }
 };
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -14,7 +14,7 @@
 
 #include "TernCoreKit/wayfinding/detail/SearchState.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 // How scores compare while every cost of the graph is plain, and a score can be neither negative
 // nor unordered: by their bits, which the heap compares without a branch and sooner than floats.
@@ -107,4 +107,4 @@ class OpenList {
   std::size_t count_ = 0;
 };
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -13,7 +13,7 @@
 #include "TernCoreKit/wayfinding/detail/ExitLink.hpp"
 #include "TernCoreKit/wayfinding/detail/VenueFacts.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 namespace {
 
@@ -283,4 +283,4 @@ VenueFacts readVenue(const GridRecords& records) {
   return facts;
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -9,7 +9,7 @@
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/platform/Log.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 std::vector<RouteMaker::Step> RouteMaker::stepsAlong(const std::shared_ptr<NodeSource>& source,
                                                      std::span<const Position> route,
@@ -78,4 +78,4 @@ float RouteMaker::millimetres(float distance, std::int64_t mapId) const {
   return map != nullptr ? distance * static_cast<float>(map->mmPerPixel.number()) : 0.0F;
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

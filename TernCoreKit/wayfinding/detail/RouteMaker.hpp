@@ -15,7 +15,7 @@
 #include "TernCoreKit/wayfinding/detail/GridGraph.hpp"
 #include "TernCoreKit/wayfinding/detail/NodeSource.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 class TernMapCollection;
 
@@ -57,4 +57,4 @@ class RouteMaker {
 };
 
 }  // namespace detail
-}  // namespace tern
+}  // namespace tern::inline v5

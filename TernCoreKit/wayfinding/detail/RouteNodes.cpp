@@ -1,6 +1,6 @@
 #include "TernCoreKit/wayfinding/detail/RouteNodes.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 RouteNodes::RouteNodes(std::shared_ptr<GridNodes> grid, const SearchTurn& turn,
                        std::span<const Position> route)
@@ -23,4 +23,4 @@ std::vector<Position> RouteNodes::chainTo(Position position) const {
   return chain;
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -12,7 +12,7 @@
 
 #include "TernCoreKit/wayfinding/detail/GridNodes.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 class RouteNodes final : public NodeSource {
  public:
@@ -58,4 +58,4 @@ class RouteNodes final : public NodeSource {
   Indexed<Position, Node> nodes_;
 };
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

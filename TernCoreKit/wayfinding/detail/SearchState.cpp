@@ -1,6 +1,6 @@
 #include "TernCoreKit/wayfinding/detail/SearchState.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 std::vector<Position> SearchState::chainTo(Position position) const {
   std::vector<Position> chain;
@@ -21,4 +21,4 @@ void SearchState::clear() {
   round = NodeState::stageCount;
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

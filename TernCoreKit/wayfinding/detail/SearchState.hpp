@@ -12,7 +12,7 @@
 
 #include "TernCoreKit/wayfinding/detail/Index.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 // What a search knows of a node. `mark` is the number of the search that wrote the rest plus how
 // far the node has come; a mark of no stage of the current search counts as cleared.
@@ -74,4 +74,4 @@ struct SearchState {
   void markGoal(Position position) { nodes[position].mark = round + NodeState::wanted; }
 };
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 std::vector<bool> StandaloneNodes::blockedEdges(Position position) const {
   std::vector<bool> blocked;
@@ -32,4 +32,4 @@ bool StandaloneNodes::isEdgeBlocked(Position position, std::int64_t joining) con
   return first != edges.end() && first->blocked;
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -7,7 +7,7 @@
 
 #include "TernCoreKit/wayfinding/detail/NodeSource.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 struct StandaloneNode {
   NodeFacts facts;
@@ -37,4 +37,4 @@ class StandaloneNodes final : public NodeSource {
   Indexed<Position, StandaloneNode> nodes_;
 };
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

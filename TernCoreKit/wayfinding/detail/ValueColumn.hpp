@@ -13,7 +13,7 @@
 
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 class ValueColumn {
  public:
@@ -60,4 +60,4 @@ class ValueColumn {
   std::vector<Value> others_;
 };
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -2,7 +2,7 @@
 
 #include "TernCoreKit/service/coordinates/TernUtils.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 PathEnd VenueFacts::endOf(std::int64_t id) const {
   const auto waypoint = waypoints.byId.first<PathEnd>(id);
@@ -49,4 +49,4 @@ PathTypeFacts VenueFacts::pathType(std::int64_t id) const {
   return at != IdIndex::none ? pathTypes[at] : PathTypeFacts();
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -19,7 +19,7 @@
 #include "TernCoreKit/wayfinding/detail/LinkCost.hpp"
 #include "TernCoreKit/wayfinding/detail/ValueColumn.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 // A map that waypoints lie on.
 struct MapFacts {
@@ -125,4 +125,4 @@ struct VenueFacts {
 
 VenueFacts readVenue(const GridRecords& records);
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -17,7 +17,7 @@
 #include "TernCoreKit/wayfinding/detail/ExitLink.hpp"
 #include "TernCoreKit/wayfinding/joined/detail/VenueGroups.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 // What all objects of the process have in common.
 struct TernMultiActiveVenues::Shared {
@@ -278,4 +278,4 @@ Venues TernMultiActiveVenues::getVenueByName(std::string_view name) const {
   return named;
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -12,7 +12,7 @@
 #include "TernCoreKit/platform/Mutex.hpp"
 #include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 
 class TernASGrid;
 struct TernActiveVenue;
@@ -138,4 +138,4 @@ class TERN_API TernMultiActiveVenues : public std::enable_shared_from_this<TernM
       TERN_GUARDED_BY(mutex());
 };
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -15,12 +15,9 @@
 #include <optional>
 #include <string>
 
+#include "TernCoreKit/model/records/TernMap.hpp"
 #include "tools/tern/picture/Geometry.hpp"
 #include "tools/tern/picture/Markup.hpp"
-
-namespace tern {
-struct TernMap;
-}  // namespace tern
 
 namespace tern::picture {
 

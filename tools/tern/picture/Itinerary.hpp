@@ -16,14 +16,11 @@
 #include <vector>
 
 #include "TernCoreKit/model/collections/TernVenueData.hpp"
+#include "TernCoreKit/model/records/TernMap.hpp"
 #include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
 #include "tools/tern/picture/Geometry.hpp"
 #include "tools/tern/words/FloorName.hpp"
 #include "tools/tern/words/WalkLength.hpp"
-
-namespace tern {
-struct TernMap;
-}  // namespace tern
 
 namespace tern::picture {
 

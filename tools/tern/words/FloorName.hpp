@@ -11,11 +11,8 @@
 #include <string>
 
 #include "TernCoreKit/model/collections/TernVenueData.hpp"
-
-namespace tern {
-struct TernBuilding;
-struct TernFloor;
-}  // namespace tern
+#include "TernCoreKit/model/records/TernBuilding.hpp"
+#include "TernCoreKit/model/records/TernFloor.hpp"
 
 namespace tern::words {
 

@@ -7,9 +7,7 @@
 #include <optional>
 #include <string>
 
-namespace tern {
-struct TernMap;
-}  // namespace tern
+#include "TernCoreKit/model/records/TernMap.hpp"
 
 namespace tern::words {
 

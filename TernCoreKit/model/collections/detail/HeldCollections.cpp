@@ -13,7 +13,7 @@
 #include "TernCoreKit/model/collections/TernUriCollection.hpp"
 #include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 template <HeldCollection Collection>
 std::shared_ptr<Collection> collectionOf(Value batch) {
@@ -49,4 +49,4 @@ template std::shared_ptr<TernUriCollection> copyOfCollection(const TernUriCollec
 template std::shared_ptr<TernWaypointCollection> collectionOf(Value);
 template std::shared_ptr<TernWaypointCollection> copyOfCollection(const TernWaypointCollection&);
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

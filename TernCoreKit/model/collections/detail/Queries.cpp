@@ -5,7 +5,7 @@
 
 #include "TernCoreKit/model/collections/detail/Text.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 namespace {
 
@@ -69,4 +69,4 @@ const RecordMap::Entry* firstByKeyText(const RecordMap& records) {
   return first;
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

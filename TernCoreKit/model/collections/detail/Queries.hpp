@@ -13,7 +13,7 @@
 #include "TernCoreKit/model/records/TernLocation.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 inline bool isPresent(const Value& field) { return !field.isAbsent() && !field.isNull(); }
 
@@ -44,4 +44,4 @@ void append(std::vector<T>& all, std::vector<T>&& more) {
   all.insert(all.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

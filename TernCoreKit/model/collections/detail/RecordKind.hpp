@@ -12,7 +12,7 @@
 #include "TernCoreKit/model/records/TernBaseModel.hpp"
 #include "TernCoreKit/platform/detail/common/Immortal.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 struct RecordKind {
   std::string_view name;
@@ -30,4 +30,4 @@ const RecordKind& kindOf() {
   return kind.value;
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -6,7 +6,7 @@
 
 #include "TernCoreKit/platform/Utf8.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 namespace {
 
@@ -54,4 +54,4 @@ bool sameTextInAnyCase(const Value& a, const Value& b) {
          lowered(a.text()) == lowered(b.text());
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

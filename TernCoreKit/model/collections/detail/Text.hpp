@@ -8,7 +8,7 @@
 
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 // The text with its Latin, Greek, Cyrillic and Armenian letters small, in every process locale.
 std::string lowered(std::string_view text);
@@ -16,4 +16,4 @@ std::string lowered(std::string_view text);
 // Whether both are texts that differ at most in case.
 bool sameTextInAnyCase(const Value& a, const Value& b);
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

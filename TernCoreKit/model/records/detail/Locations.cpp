@@ -4,7 +4,7 @@
 
 #include "TernCoreKit/model/detail/FieldTable.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 bool takeLocations(Value& dictionary, std::vector<std::shared_ptr<TernLocation>>& locations) {
   Value* list = dictionary.find("locations");
@@ -21,4 +21,4 @@ bool takeLocations(Value& dictionary, std::vector<std::shared_ptr<TernLocation>>
   return true;
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -9,10 +9,10 @@
 #include "TernCoreKit/model/records/TernLocation.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 // Appends a location for each element under "locations" of the record's whole document. Fails, with
 // a log line and nothing appended, when the value there is neither a list nor null.
 bool takeLocations(Value& dictionary, std::vector<std::shared_ptr<TernLocation>>& locations);
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -8,7 +8,7 @@
 
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 // In map units.
 struct DrawingSize {
@@ -24,4 +24,4 @@ std::optional<DrawingSize> sizeOfViewBox(std::string_view svg);
 // otherwise; 0 when it begins with none that a double can hold.
 Value leadingNumber(std::string_view text);
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

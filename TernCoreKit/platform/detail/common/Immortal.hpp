@@ -9,7 +9,7 @@
 
 #include <utility>
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 template <class T>
 union Immortal {
@@ -24,4 +24,4 @@ union Immortal {
 template <class T>
 Immortal(T) -> Immortal<T>;
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

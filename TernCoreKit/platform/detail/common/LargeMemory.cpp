@@ -6,7 +6,7 @@
 #include <sys/mman.h>
 #endif
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 namespace {
 
@@ -33,4 +33,4 @@ std::unique_ptr<void, FreeLargeMemory> largeMemory(std::size_t bytes) {
   return memory;
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

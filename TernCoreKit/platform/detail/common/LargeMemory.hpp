@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <memory>
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 struct FreeLargeMemory {
   std::size_t alignment = 1;
@@ -17,4 +17,4 @@ struct FreeLargeMemory {
 // Not initialised; aligned to 64 bytes at least.
 std::unique_ptr<void, FreeLargeMemory> largeMemory(std::size_t bytes);
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

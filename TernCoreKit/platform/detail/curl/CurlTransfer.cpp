@@ -8,7 +8,7 @@
 #include "TernCoreKit/platform/detail/HttpRequestCheck.hpp"
 #include "TernCoreKit/platform/detail/curl/HttpRedirect.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 namespace {
 
 // Of all answers to one request together. A service sends some hundred bytes.
@@ -205,4 +205,4 @@ void CurlTransfer::complete() {
   completion_(std::move(response_));
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -17,7 +17,7 @@
 
 #include "TernCoreKit/platform/Http.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 class CurlTransfer {
  public:
@@ -79,4 +79,4 @@ class CurlTransfer {
   std::unique_ptr<CURL, FreeHandle> handle_;
 };
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

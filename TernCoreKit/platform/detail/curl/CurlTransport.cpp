@@ -5,7 +5,7 @@
 #include "TernCoreKit/platform/detail/common/Immortal.hpp"
 #include "TernCoreKit/platform/detail/curl/CurlWorker.hpp"
 
-namespace tern {
+namespace tern::inline v5 {
 namespace detail {
 
 CurlTransport::CurlTransport(HttpSettings settings)
@@ -37,4 +37,4 @@ std::shared_ptr<HttpTransport> makeHttpTransport(HttpSettings settings) {
   return std::make_shared<detail::CurlTransport>(std::move(settings));
 }
 
-}  // namespace tern
+}  // namespace tern::inline v5

@@ -9,7 +9,7 @@
 
 #include "TernCoreKit/platform/Http.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 class CurlWorker;
 
@@ -31,4 +31,4 @@ class CurlTransport final : public HttpTransport {
   const std::shared_ptr<CurlWorker> worker_;
 };
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -5,7 +5,7 @@
 #include <system_error>
 #include <utility>
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 namespace {
 
 // The number that browsers keep to is six for one host; a service has one host.
@@ -200,4 +200,4 @@ void CurlWorker::finishAll() {
   transfers_.clear();
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -17,7 +17,7 @@
 #include "TernCoreKit/platform/Mutex.hpp"
 #include "TernCoreKit/platform/detail/curl/CurlTransfer.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 class CurlWorker : public std::enable_shared_from_this<CurlWorker> {
  public:
@@ -60,4 +60,4 @@ class CurlWorker : public std::enable_shared_from_this<CurlWorker> {
   std::thread thread_ TERN_GUARDED_BY(mutex_);
 };
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -7,7 +7,7 @@
 
 #include "TernCoreKit/platform/detail/HttpRequestCheck.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 namespace {
 
 struct FreeUrl {
@@ -92,4 +92,4 @@ std::optional<std::string> followRedirect(HttpRequest& request, int status,
   return std::nullopt;
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -8,7 +8,7 @@
 
 #include "TernCoreKit/platform/Http.hpp"
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 // What keeps a request from going to the URL: it is none, its scheme is neither http nor https, or
 // it holds a user name or password.
@@ -23,4 +23,4 @@ bool isRedirect(int status);
 std::optional<std::string> followRedirect(HttpRequest& request, int status,
                                           const std::string& location);
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 namespace {
 
@@ -46,4 +46,4 @@ std::map<std::string, Reached> groupVenues(const std::vector<VenueExits>& venues
   return table;
 }
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace tern::detail {
+namespace tern::inline v5::detail {
 
 struct VenueExits {
   std::int64_t venueId = 0;
@@ -23,4 +23,4 @@ struct VenueExits {
 std::map<std::string, std::map<std::string, std::string>> groupVenues(
     const std::vector<VenueExits>& venues);
 
-}  // namespace tern::detail
+}  // namespace tern::inline v5::detail
