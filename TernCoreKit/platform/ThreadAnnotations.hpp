@@ -15,6 +15,8 @@
 
 /// Behind a field: it is read and written only while the lock is held.
 #define TERN_GUARDED_BY(lock) TERN_THREAD_ATTRIBUTE(guarded_by(lock))
+/// Behind a pointer: what it points to is read and written only while the lock is held.
+#define TERN_PT_GUARDED_BY(lock) TERN_THREAD_ATTRIBUTE(pt_guarded_by(lock))
 /// Behind a function: whoever calls it holds the lock.
 #define TERN_REQUIRES(lock) TERN_THREAD_ATTRIBUTE(requires_capability(lock))
 /// Behind a function: what it answers with is that lock.

@@ -130,6 +130,7 @@ std::shared_ptr<TernHub> TernHub::initWithCustomerId(std::int64_t customerId, bo
                                                      std::string host, std::string_view clientId,
                                                      std::string_view clientSecret) {
   const std::shared_ptr<TernHub> hub(new TernHub);
+  const MutexLock lock(hub->mutex_);
   Fields& fields = *hub->fields_;
   fields.customer = customerId;
   fields.autoCache = autoReloadCache;
@@ -140,6 +141,7 @@ std::shared_ptr<TernHub> TernHub::initWithCustomerId(std::int64_t customerId, bo
 
 std::shared_ptr<TernHub> TernHub::initCustomerWithDictionary(const Value& options) {
   const std::shared_ptr<TernHub> hub(new TernHub);
+  const MutexLock lock(hub->mutex_);
   Fields& fields = *hub->fields_;
   fields.customer = options["customerId"];
   fields.hostURL = options["host"].text();
@@ -161,14 +163,14 @@ void TernHub::setCredentials(std::string_view clientId, std::string_view clientS
 
 template <class Part>
 Part TernHub::read(Part Fields::*part) const {
-  const std::lock_guard lock(mutex_);
+  const MutexLock lock(mutex_);
   return (*fields_).*part;
 }
 
 // The old value goes away outside the lock.
 template <class Part>
 void TernHub::write(Part Fields::*part, std::type_identity_t<Part> value) {
-  const std::lock_guard lock(mutex_);
+  const MutexLock lock(mutex_);
   std::swap((*fields_).*part, value);
 }
 
@@ -260,7 +262,7 @@ void TernHub::validateExistingCoreForCacheWithEndpoint(std::string_view endpoint
 void TernHub::initWithDictionary(Value answer) {
   auto venues = std::make_shared<TernVenueCollection>();
   if (Value* batch = answer.find("venues")) venues->createBatch(std::move(*batch));
-  const std::lock_guard lock(mutex_);
+  const MutexLock lock(mutex_);
   for (Value::Entry& entry : answer.entries()) fields_->take(entry.key.text(), entry.value);
   fields_->venues.swap(venues);
 }
@@ -582,7 +584,7 @@ void TernHub::saveData(const Value& data, const Value& cacheFilePath,
 
 Value TernHub::returnTemporaryCache() {
   Value taken = Value::map();
-  const std::lock_guard lock(mutex_);
+  const MutexLock lock(mutex_);
   if (fields_->temporaryCache.isMap()) std::swap(taken, fields_->temporaryCache);
   fields_->temporaryCache = Value();
   return taken;
@@ -681,7 +683,7 @@ void TernHub::setLocaleDictionary(Value dictionary) {
   write(&Fields::localeDictionary, std::move(dictionary));
 }
 std::shared_ptr<HTTPClient> TernHub::client() const {
-  const std::lock_guard lock(mutex_);
+  const MutexLock lock(mutex_);
   if (fields_->client == nullptr) {
     fields_->client = HTTPClient::initWithHostURL(fields_->hostURL);
   }

@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,6 +12,7 @@
 
 #include "TernCoreKit/model/records/TernError.hpp"
 #include "TernCoreKit/platform/Export.hpp"
+#include "TernCoreKit/platform/Mutex.hpp"
 #include "TernCoreKit/platform/Value.hpp"
 #include "TernCoreKit/service/HTTPClient.hpp"
 #include "TernCoreKit/service/OAuthConnector.hpp"
@@ -283,7 +283,8 @@ class TERN_API TernHub : public std::enable_shared_from_this<TernHub> {
 
   std::string customerPath() const;
   std::string query(std::string_view locale) const;
-  void setCredentials(std::string_view clientId, std::string_view clientSecret);
+  void setCredentials(std::string_view clientId, std::string_view clientSecret)
+      TERN_REQUIRES(mutex_);
   bool lacksCustomer() const;
   void takeCore(Value answer, std::string_view endpoint);
   void takeCachedCore(Value answer, std::string_view endpoint);
@@ -298,8 +299,8 @@ class TERN_API TernHub : public std::enable_shared_from_this<TernHub> {
   void loadVenueWithBuilding(std::int64_t venueId, ChooseBuilding choose,
                              VenueCompletion completion);
 
-  mutable std::mutex mutex_;
-  const std::unique_ptr<Fields> fields_;  // what it holds is guarded by mutex_
+  mutable Mutex mutex_;
+  const std::unique_ptr<Fields> fields_ TERN_PT_GUARDED_BY(mutex_);
 };
 
 }  // namespace tern::inline v5
