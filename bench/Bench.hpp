@@ -40,6 +40,7 @@ void benchGraph();
 void benchSearch();
 void benchSpatial();
 void benchAlternatives();
+void benchThreads();
 void benchJoined();
 void benchTour();
 

@@ -64,12 +64,17 @@ void measureMemory(std::size_t waypoints) {
   const std::size_t withRecords = heapInUse();
   venue->loadGridData();
   const std::size_t withGraph = heapInUse();
+  const auto& points = venue->globalASGrid()->waypoints();
+  venue->wayfind(points.front(), points.back(), 0);
+  const std::size_t withState = heapInUse();
   const auto each = [&](std::size_t bytes) {
     return static_cast<double>(bytes) / static_cast<double>(count);
   };
-  std::printf("%-28s %9zu  records %.0f, graph %.0f, together %.0f bytes a waypoint\n", "memory",
-              count, each(withRecords - before), each(withGraph - withRecords),
-              each(withGraph - before));
+  std::printf(
+      "%-28s %9zu  records %.0f, graph %.0f, together %.0f bytes a waypoint; a search's state "
+      "%.0f\n",
+      "memory", count, each(withRecords - before), each(withGraph - withRecords),
+      each(withGraph - before), each(withState - withGraph));
 }
 
 }  // namespace

@@ -17,7 +17,8 @@ constexpr Named benchmarks[] = {
     {"decode", tern::bench::benchDecode},   {"records", tern::bench::benchRecords},
     {"graph", tern::bench::benchGraph},     {"search", tern::bench::benchSearch},
     {"spatial", tern::bench::benchSpatial}, {"alternatives", tern::bench::benchAlternatives},
-    {"joined", tern::bench::benchJoined},   {"tour", tern::bench::benchTour}};
+    {"threads", tern::bench::benchThreads}, {"joined", tern::bench::benchJoined},
+    {"tour", tern::bench::benchTour}};
 
 bool runNamed(std::string_view name) {
   for (const Named& each : benchmarks) {

@@ -74,14 +74,14 @@ TernAnswers::TernAnswers(std::shared_ptr<TernActiveVenue> venue) : venue_(std::m
 TernAnswers::TernAnswers(std::shared_ptr<TernMultiActiveVenues> venues)
     : venues_(std::move(venues)) {}
 
-Value TernAnswers::answer(const Value& request) {
+Value TernAnswers::answer(const Value& request) const {
   if (!request.isMap()) return refusal("a request is a JSON object with an \"op\"");
   Value answer = answerToMap(venue_.get(), venues_.get(), request);
   const Value* id = request.find("id");
   return id != nullptr ? behindId(*id, std::move(answer)) : answer;
 }
 
-std::string TernAnswers::answerText(std::string request) {
+std::string TernAnswers::answerText(std::string request) const {
   const JsonResult decoded = decodeJson(std::move(request));
   const Value answered =
       decoded.error ? refusal("not JSON: " + *decoded.error) : answer(decoded.value);

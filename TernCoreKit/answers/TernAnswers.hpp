@@ -21,9 +21,8 @@ class TernMultiActiveVenues;
 ///
 /// Ownership: shares the venues.
 ///
-/// Threads: one request at a time on one venue, whichever object asks, since a request searches the
-/// venue's graph and leaves its marks there. Requests to different venues may overlap; a request to
-/// joined venues counts as one to each of them.
+/// Threads: any number of requests at a time, of one venue too. A block acts on the requests that
+/// begin after it, and so do the blocks that an "alternatives" lifts.
 ///
 /// Fails: by its answer. A request that is not understood changes nothing and is answered with
 /// {"error":{"code":"TN006","message":...,"description":...}}. Nothing is thrown or printed.
@@ -41,10 +40,10 @@ class TERN_API TernAnswers {
   explicit TernAnswers(std::shared_ptr<TernMultiActiveVenues> venues);
 
   /// The answer to one request.
-  Value answer(const Value& request);
+  Value answer(const Value& request) const;
 
   /// The same in JSON: text of any bytes in, one line without its line break out.
-  std::string answerText(std::string request);
+  std::string answerText(std::string request) const;
 
  private:
   // One of the two.

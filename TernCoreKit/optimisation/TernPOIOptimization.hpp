@@ -33,8 +33,8 @@ struct TernDestination;
 ///
 /// Ownership: holds the venue and the search weakly; shares records. It must be held by a
 /// std::shared_ptr. It asks `another` of the search and is the delegate of that one only.
-/// Threads: one run at a time on one object, and on one grid; any number of objects may run over
-/// one search at a time. Fails: never; what cannot be reached is not in the answer.
+/// Threads: one run at a time on one object; any number of objects may run over one venue at a
+/// time. Fails: never; what cannot be reached is not in the answer.
 ///
 ///     auto tour = TernPOIOptimization::initWithActiveVenue(venue, venue->nearestElement());
 ///     tour->wayfindToMultipleDestinations({cafe, bakery}, here, 100,

@@ -17,6 +17,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "TernCoreKit/answers/detail/Operations.hpp"
@@ -137,6 +138,42 @@ TEST_F(TernAnswersTest, answerAsValueIsThatOfTheText) {
             answers.answerText(encodeJson(request, JsonLayout::compact)));
   EXPECT_THAT(std::string(answers.answer(Value())["error"]["message"].text()),
               StartsWith("a request is a JSON object"));
+}
+
+// Every request of the files that sets no block, to the sample, from several threads at once.
+using TernAnswersConcurrentTest = TernAnswersTest;
+
+std::vector<std::string> questions() {
+  std::vector<std::string> requests;
+  for (const std::string& file : dataFiles()) {
+    std::ifstream lines(file, std::ios::binary);
+    for (std::string line; std::getline(lines, line);) {
+      const bool isQuestion = line.starts_with("> ") && line.find("block") == std::string::npos;
+      if (isQuestion) requests.push_back(line.substr(2));
+    }
+  }
+  return requests;
+}
+
+std::vector<std::string> answersTo(const std::vector<std::string>& requests,
+                                   const TernAnswers& answers) {
+  std::vector<std::string> all;
+  for (const std::string& request : requests) all.push_back(answers.answerText(request));
+  return all;
+}
+
+TEST_F(TernAnswersConcurrentTest, answersAreThoseOfOneThread) {
+  const TernAnswers answers = test::answersOf("plaza");
+  const std::vector<std::string> requests = questions();
+  ASSERT_GT(requests.size(), 50U);
+  const std::vector<std::string> expected = answersTo(requests, answers);
+  std::vector<std::vector<std::string>> found(4);
+  std::vector<std::thread> threads;
+  for (auto& own : found) {
+    threads.emplace_back([&] { own = answersTo(requests, answers); });
+  }
+  for (std::thread& thread : threads) thread.join();
+  for (const auto& own : found) EXPECT_EQ(own, expected);
 }
 
 TEST_F(TernAnswersTest, withoutAVenueThereIsAnError) {

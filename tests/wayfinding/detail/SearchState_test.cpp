@@ -58,7 +58,6 @@ TEST(SearchState, clearingForgetsStagesAndTheOpenList) {
 
 TEST(SearchState, nothingLeadsToTheStart) {
   Searched searched;
-  SearchState& state = searched.state;
   searched.searchAnew(1, 2);
   EXPECT_FALSE(searched.isVisited(1));
   EXPECT_TRUE(searched.isVisited(0));

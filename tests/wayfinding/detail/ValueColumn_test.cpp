@@ -35,8 +35,8 @@ TEST(ValueColumn, keepsIntegersOfEverySize) {
 }
 
 TEST(ValueColumn, keepsDoublesToTheLastBit) {
-  const double infinity = std::numeric_limits<double>::infinity();
-  for (const double number : {0.0, -0.0, 0.1, 1e308, -1e308, 5e-324, 3.0, infinity, -infinity,
+  const double endless = std::numeric_limits<double>::infinity();
+  for (const double number : {0.0, -0.0, 0.1, 1e308, -1e308, 5e-324, 3.0, endless, -endless,
                               std::nan(""), -std::nan("")}) {
     ValueColumn column;
     column.append(number);
