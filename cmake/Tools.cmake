@@ -2,16 +2,19 @@
 # of objects, which the tests link too.
 
 find_package(CLI11 REQUIRED)
+find_path(TERN_MICROHTTPD_INCLUDE microhttpd.h REQUIRED)
+find_library(TERN_MICROHTTPD microhttpd REQUIRED)
 
 file(GLOB_RECURSE tern_tool_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tools/*.cpp)
 set(tern_main ${PROJECT_SOURCE_DIR}/tools/tern/main.cpp)
 list(REMOVE_ITEM tern_tool_sources ${tern_main})
 
-set(tern_tool_libraries TernCoreKit::TernCoreKit CLI11::CLI11)
+set(tern_tool_libraries TernCoreKit::TernCoreKit CLI11::CLI11 ${TERN_MICROHTTPD})
 if(tern_tool_sources)
   add_library(tern_tool OBJECT ${tern_tool_sources})
   tern_own_target(tern_tool)
-  target_include_directories(tern_tool PUBLIC ${PROJECT_SOURCE_DIR})
+  target_include_directories(tern_tool PUBLIC ${PROJECT_SOURCE_DIR}
+                                       PRIVATE ${TERN_MICROHTTPD_INCLUDE})
   target_link_libraries(tern_tool PUBLIC ${tern_tool_libraries})
   list(APPEND tern_tool_libraries tern_tool)
 endif()

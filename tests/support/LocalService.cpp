@@ -1,12 +1,33 @@
 #include "tests/support/LocalService.hpp"
 
+#include <poll.h>
+#include <sys/socket.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
+#include <string_view>
 #include <thread>
 #include <utility>
 
 namespace tern::test {
+
+namespace {
+
+// The socket does not block. Gives up when the other side is gone or takes nothing for a while.
+void sendAll(int socket, std::string_view bytes) {
+  constexpr int mostWaitMs = 5'000;
+  while (!bytes.empty()) {
+    pollfd wait{socket, POLLOUT, 0};
+    if (::poll(&wait, 1, mostWaitMs) <= 0) return;
+    const ssize_t count = ::send(socket, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+    if (count <= 0) return;
+    bytes.remove_prefix(static_cast<std::size_t>(count));
+  }
+}
+
+}  // namespace
 
 LocalService::LocalService(std::string folder, std::chrono::seconds tokenValidity)
     : service_({.folder = std::move(folder),
@@ -49,7 +70,7 @@ std::vector<std::string> LocalService::takeTargets() {
   return targets;
 }
 
-std::optional<std::string> LocalService::intercept(const Request& request) {
+bool LocalService::intercept(const Request& request) {
   const auto fits = [&](const auto& fault) {
     return request.target.find(fault.targetPart) != std::string::npos;
   };
@@ -67,10 +88,11 @@ std::optional<std::string> LocalService::intercept(const Request& request) {
     }
   }
   std::this_thread::sleep_for(wait);
-  return bytes;
+  if (bytes) sendAll(request.socket, *bytes);
+  return bytes.has_value();
 }
 
-std::string headerOf(const service::ReceivedRequest& request, std::string_view name) {
+std::string headerOf(const service::ReceivedRequest& request, const std::string& name) {
   return request.header(name).value_or("");
 }
 

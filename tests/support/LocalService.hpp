@@ -15,7 +15,6 @@
 #include <mutex>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "tools/service/MappingService.hpp"
@@ -61,7 +60,7 @@ class LocalService {
     std::chrono::milliseconds time;
   };
 
-  std::optional<std::string> intercept(const Request& request);
+  bool intercept(const Request& request);
 
   std::mutex mutex_;
   // Guarded by mutex_.
@@ -73,6 +72,6 @@ class LocalService {
 };
 
 // The value of the request's header, in whatever case; empty when there is none.
-std::string headerOf(const service::ReceivedRequest& request, std::string_view name);
+std::string headerOf(const service::ReceivedRequest& request, const std::string& name);
 
 }  // namespace tern::test

@@ -1,17 +1,11 @@
 #include "tools/service/HttpServer.hpp"
 
+#include <microhttpd.h>
 #include <netdb.h>
-#include <netinet/in.h>
-#include <netinet/tcp.h>
-#include <poll.h>
-#include <sys/eventfd.h>
-#include <sys/socket.h>
-#include <unistd.h>
+#include <strings.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
-#include <memory>
 #include <system_error>
 #include <utility>
 
@@ -19,12 +13,71 @@ namespace tern::service {
 
 namespace {
 
-constexpr int threads = 32;
-// How long a client may not take an answer, and one that has been refused is listened to, so that
-// it sees the answer.
-constexpr std::chrono::milliseconds sendTime{5'000};
-constexpr std::chrono::milliseconds drainTime{1'000};
-constexpr std::chrono::milliseconds step{50};
+// A request of which more may come. The library carries it from call to call.
+struct Arrival {
+  ReceivedRequest request;
+  bool hasHead = false;
+  std::size_t bodyBytes = 0;
+};
+
+void* beginRequest(void* /*none*/, const char* target, MHD_Connection* /*connection*/) {
+  auto arrival = std::make_unique<Arrival>();
+  arrival->request.target = target;
+  return arrival.release();
+}
+
+void endRequest(void* /*none*/, MHD_Connection* /*connection*/, void** arrival,
+                MHD_RequestTerminationCode /*how*/) {
+  const std::unique_ptr<Arrival> ended(static_cast<Arrival*>(std::exchange(*arrival, nullptr)));
+}
+
+MHD_Result addHeader(void* request, MHD_ValueKind /*kind*/, const char* name, const char* value) {
+  static_cast<ReceivedRequest*>(request)->headers.push_back({name, value != nullptr ? value : ""});
+  return MHD_YES;
+}
+
+void takeHead(Arrival& arrival, MHD_Connection* connection, const char* method) {
+  arrival.hasHead = true;
+  arrival.request.method = method;
+  arrival.request.socket =
+      MHD_get_connection_info(connection, MHD_CONNECTION_INFO_CONNECTION_FD)->connect_fd;
+  MHD_get_connection_values(connection, MHD_HEADER_KIND, addHeader, &arrival.request);
+}
+
+MHD_Result takeBody(Arrival& arrival, std::string_view bytes) {
+  arrival.bodyBytes += bytes.size();
+  if (arrival.bodyBytes <= HttpServer::mostBodyBytes) arrival.request.body += bytes;
+  return arrival.bodyBytes <= HttpServer::mostReadBytes ? MHD_YES : MHD_NO;
+}
+
+MHD_Result send(MHD_Connection* connection, ServedAnswer answer) {
+  MHD_Response* const response = MHD_create_response_from_buffer(
+      answer.body.size(), answer.body.data(), MHD_RESPMEM_MUST_COPY);
+  if (!answer.body.empty()) {
+    MHD_add_response_header(response, MHD_HTTP_HEADER_CONTENT_TYPE, "application/json");
+  }
+  const auto status = static_cast<unsigned>(answer.status);
+  const MHD_Result result = MHD_queue_response(connection, status, response);
+  MHD_destroy_response(response);
+  return result;
+}
+
+// Called once when the head is there, then for each part of the body, then at the end.
+MHD_Result takePart(void* answer, MHD_Connection* connection, const char* /*path*/,
+                    const char* method, const char* /*version*/, const char* bytes,
+                    std::size_t* size, void** state) {
+  Arrival& arrival = *static_cast<Arrival*>(*state);
+  if (!arrival.hasHead) {
+    takeHead(arrival, connection, method);
+    return MHD_YES;
+  }
+  if (*size > 0) return takeBody(arrival, {bytes, std::exchange(*size, 0)});
+  if (arrival.bodyBytes > HttpServer::mostBodyBytes) {
+    return send(connection, errorAnswer(413, "The body is too long"));
+  }
+  auto answered = (*static_cast<HttpServer::Answer*>(answer))(arrival.request);
+  return answered ? send(connection, *std::move(answered)) : MHD_NO;
+}
 
 using Addresses = std::unique_ptr<addrinfo, decltype(&::freeaddrinfo)>;
 
@@ -38,157 +91,46 @@ Addresses resolved(const std::string& address, int port, std::string& reason) {
   return {found, &::freeaddrinfo};
 }
 
-// Without SO_REUSEPORT, so that a port in use is an error. Connections inherit the options.
-int listeningSocket(const addrinfo& address) {
-  const int socket = ::socket(address.ai_family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
-  const int yes = 1;
-  ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
-  ::setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &yes, sizeof yes);
-  if (::bind(socket, address.ai_addr, address.ai_addrlen) == 0 &&
-      ::listen(socket, SOMAXCONN) == 0) {
-    return socket;
-  }
-  const int error = errno;
-  if (socket >= 0) ::close(socket);
-  errno = error;
-  return -1;
-}
-
-int portOf(int socket) {
-  sockaddr_in6 address{};  // both families have the port in one place
-  socklen_t size = sizeof address;
-  ::getsockname(socket, reinterpret_cast<sockaddr*>(&address), &size);
-  return ntohs(address.sin6_port);
+MHD_Daemon* listenAt(const addrinfo& address, HttpServer::Answer& answer,
+                     std::chrono::seconds mostSilence) {
+  const unsigned family = address.ai_family == AF_INET6 ? MHD_USE_DUAL_STACK : MHD_NO_FLAG;
+  return MHD_start_daemon(MHD_USE_AUTO_INTERNAL_THREAD | family, 0, nullptr, nullptr, takePart,
+                          &answer, MHD_OPTION_SOCK_ADDR, address.ai_addr,                   //
+                          MHD_OPTION_URI_LOG_CALLBACK, beginRequest, nullptr,               //
+                          MHD_OPTION_NOTIFY_COMPLETED, endRequest, nullptr,                 //
+                          MHD_OPTION_CONNECTION_MEMORY_LIMIT, HttpServer::connectionBytes,  //
+                          MHD_OPTION_CONNECTION_LIMIT, HttpServer::mostConnections,         //
+                          MHD_OPTION_CONNECTION_TIMEOUT,
+                          static_cast<unsigned>(mostSilence.count()),  //
+                          MHD_OPTION_THREAD_POOL_SIZE, HttpServer::threads, MHD_OPTION_END);
 }
 
 }  // namespace
 
-HttpServer::HttpServer(Answer answer, Milliseconds requestTime)
-    : answer_(std::move(answer)), requestTime_(requestTime) {}
+std::optional<std::string> ReceivedRequest::header(const std::string& name) const {
+  const auto found = std::ranges::find_if(headers, [&](const HttpHeader& header) {
+    return ::strcasecmp(header.name.c_str(), name.c_str()) == 0;
+  });
+  return found == headers.end() ? std::nullopt : std::optional(found->value);
+}
 
-HttpServer::~HttpServer() { stop(); }
+HttpServer::HttpServer(Answer answer, std::chrono::seconds mostSilence)
+    : answer_(std::move(answer)), mostSilence_(mostSilence) {}
 
 std::optional<std::string> HttpServer::start(const std::string& address, int port) {
   std::string reason;
   const Addresses found = resolved(address, port, reason);
-  for (const addrinfo* one = found.get(); one != nullptr && listener_ < 0; one = one->ai_next) {
-    listener_ = listeningSocket(*one);
+  for (const addrinfo* one = found.get(); one != nullptr && !daemon_; one = one->ai_next) {
+    daemon_.reset(listenAt(*one, answer_, mostSilence_));
     reason = std::generic_category().message(errno);
   }
-  if (listener_ < 0) {
+  if (!daemon_) {
     return "cannot listen on port " + std::to_string(port) + " of " + address + ": " + reason;
   }
-  port_ = portOf(listener_);
-  stopper_ = ::eventfd(0, EFD_CLOEXEC);
-  freeThreads_ = threads;
-  for (int i = 0; i < threads; ++i) threads_.emplace_back([this] { work(); });
+  port_ = MHD_get_daemon_info(daemon_.get(), MHD_DAEMON_INFO_BIND_PORT)->port;
   return std::nullopt;
 }
 
-void HttpServer::stop() {
-  if (threads_.empty()) return;
-  isStopping_ = true;
-  ::eventfd_write(stopper_, 1);
-  for (std::thread& thread : threads_) thread.join();
-  threads_.clear();
-  ::close(listener_);
-  ::close(stopper_);
-}
-
-void HttpServer::work() {
-  while (!isStopping_) {
-    if (!awaits(listener_, POLLIN, Milliseconds(-1))) continue;
-    const int socket = ::accept4(listener_, nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC);
-    if (socket < 0) {
-      if (errno != EAGAIN) std::this_thread::sleep_for(step);
-      continue;  // another thread was faster, or there are too many open files
-    }
-    --freeThreads_;
-    serve(socket);
-    ::close(socket);
-    ++freeThreads_;
-  }
-}
-
-void HttpServer::serve(int socket) {
-  const auto request = receiveRequest(socket);
-  if (const auto* received = std::get_if<ReceivedRequest>(&request)) {
-    return send(socket, answer_(*received));
-  }
-  const int status = std::get<int>(request);
-  if (status == 0) return;
-  send(socket, httpBytes(errorAnswer(status, "The request is not one that the service takes")));
-  drain(socket);
-}
-
-std::variant<ReceivedRequest, int> HttpServer::receiveRequest(int socket) const {
-  constexpr std::string_view headEnd = "\r\n\r\n";
-  const auto deadline = Clock::now() + requestTime_;
-  std::string received;
-  std::size_t headSize = std::string::npos;
-  while ((headSize = received.find(headEnd)) == std::string::npos &&
-         received.size() <= mostHeadBytes) {
-    if (!receive(socket, received, deadline)) return 0;
-  }
-  if (headSize > mostHeadBytes) return 431;
-  auto request = parseHead(std::string_view(received).substr(0, headSize));
-  if (!request) return 400;
-  const BodySize size = bodySize(*request, mostBodyBytes);
-  if (const auto* refusal = std::get_if<int>(&size)) return *refusal;
-  request->body = received.substr(headSize + headEnd.size());
-  while (request->body.size() < std::get<std::size_t>(size)) {
-    if (!receive(socket, request->body, deadline)) return 0;
-  }
-  request->body.resize(std::get<std::size_t>(size));
-  return *std::move(request);
-}
-
-bool HttpServer::receive(int socket, std::string& received, Clock::time_point deadline) const {
-  do {
-    if (isStopping_ || Clock::now() >= deadline || (received.empty() && isPressed())) return false;
-  } while (!awaits(socket, POLLIN, step));
-  std::array<char, 4096> bytes;
-  const ssize_t count = ::recv(socket, bytes.data(), bytes.size(), 0);
-  if (count > 0) received.append(bytes.data(), static_cast<std::size_t>(count));
-  return count > 0;
-}
-
-// Whether somebody waits for a thread and none is free.
-bool HttpServer::isPressed() const {
-  return freeThreads_ == 0 && awaits(listener_, POLLIN, Milliseconds(0));
-}
-
-void HttpServer::send(int socket, std::string_view bytes) const {
-  while (!bytes.empty() && awaits(socket, POLLOUT, sendTime)) {
-    const ssize_t count = ::send(socket, bytes.data(), bytes.size(), MSG_NOSIGNAL);
-    if (count < 0 && errno != EAGAIN) return;
-    bytes.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-  }
-}
-
-// A connection that is closed with bytes unread takes its answer with it.
-void HttpServer::drain(int socket) const {
-  ::shutdown(socket, SHUT_WR);
-  const auto deadline = Clock::now() + drainTime;
-  constexpr int mostReads = 256;
-  std::string unread;
-  for (int i = 0; i < mostReads && receive(socket, unread, deadline); ++i) unread.clear();
-}
-
-// False when the server stops, too.
-bool HttpServer::awaits(int socket, short event, Milliseconds time) const {
-  std::array<pollfd, 2> waits{{{socket, event, 0}, {stopper_, POLLIN, 0}}};
-  const int ready = ::poll(waits.data(), waits.size(), static_cast<int>(time.count()));
-  return ready > 0 && waits[1].revents == 0;
-}
-
-std::string httpBytes(const ServedAnswer& answer) {
-  std::string bytes = "HTTP/1.1 " + std::to_string(answer.status) + " \r\nConnection: close\r\n";
-  if (!answer.body.empty()) {
-    bytes += "Content-Type: application/json\r\nContent-Length: ";
-    bytes += std::to_string(answer.body.size()) + "\r\n";
-  }
-  return (bytes += "\r\n") += answer.body;
-}
+void HttpServer::Stop::operator()(MHD_Daemon* daemon) const { MHD_stop_daemon(daemon); }
 
 }  // namespace tern::service

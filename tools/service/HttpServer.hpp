@@ -1,10 +1,7 @@
-// An HTTP server for small requests: each connection carries one, is answered and closed.
-//
-// What a client can make it keep is bounded before anything is answered: the head of a request and
-// its body in bytes, the request in the time that it takes to arrive, and the connections in their
-// number, one for each of the server's threads. Further ones wait in the system's queue; when no
-// thread is free and one waits, a connection that has said nothing goes. What is refused is
-// answered with 400, 411, 413 or 431.
+// An HTTP server for small requests, which bounds what a client can make it keep before anything is
+// answered: the bytes of a head and of a body, the number of connections, and how long one stays
+// silent. GNU libmicrohttpd listens and reads; no other file includes it. What is no HTTP, and a
+// head beyond the bound, it refuses with a page of its own.
 //
 //   HttpServer server([](const ReceivedRequest& request) { return answerTo(request); });
 //   if (const auto error = server.start("127.0.0.1", 0)) ...
@@ -13,68 +10,71 @@
 // function is called on several at once. Fails: by value.
 #pragma once
 
-#include <atomic>
 #include <chrono>
+#include <cstddef>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <vector>
 
-#include "tools/service/ReceivedRequest.hpp"
+#include "TernCoreKit/platform/Http.hpp"
 #include "tools/service/ServedDocuments.hpp"
+
+struct MHD_Daemon;
 
 namespace tern::service {
 
+struct ReceivedRequest {
+  std::string method;
+  // Path and query as they were sent.
+  std::string target;
+  // In the order in which they came.
+  std::vector<HttpHeader> headers;
+  std::string body;
+  // Of the connection, for who answers with what is no HTTP; open while the request is answered.
+  int socket = -1;
+
+  // The first of that name, in whatever case.
+  std::optional<std::string> header(const std::string& name) const;
+};
+
 class HttpServer {
  public:
-  using Milliseconds = std::chrono::milliseconds;
-
-  static constexpr std::size_t mostHeadBytes = std::size_t{16} << 10U;
+  // What a connection takes for a head, once, and for the library's own use.
+  static constexpr std::size_t connectionBytes = std::size_t{32} << 10U;
+  // A longer body is answered with 413, and not kept. Beyond the second bound it is not read to its
+  // end either: the connection is closed.
   static constexpr std::size_t mostBodyBytes = std::size_t{64} << 10U;
+  static constexpr std::size_t mostReadBytes = std::size_t{1} << 20U;
+  static constexpr unsigned mostConnections = 512;
+  static constexpr unsigned threads = 8;
+  // How long a connection may stay silent.
+  static constexpr std::chrono::seconds silence{10};
 
-  // Gives the bytes to send.
-  using Answer = std::function<std::string(const ReceivedRequest&)>;
+  // None closes the connection without an answer.
+  using Answer = std::function<std::optional<ServedAnswer>(const ReceivedRequest&)>;
 
-  // The time is what a request may take to arrive.
-  explicit HttpServer(Answer answer, Milliseconds requestTime = std::chrono::seconds(10));
-  ~HttpServer();
-  HttpServer(const HttpServer&) = delete;
-  HttpServer& operator=(const HttpServer&) = delete;
+  explicit HttpServer(Answer answer, std::chrono::seconds mostSilence = silence);
 
   // Why it cannot listen there; absent when it does. A port of 0 is any that is free.
   std::optional<std::string> start(const std::string& address, int port);
   // Breaks off what is under way.
-  void stop();
+  void stop() { daemon_.reset(); }
 
+  // 0 before it has started.
   int port() const { return port_; }
 
  private:
-  using Clock = std::chrono::steady_clock;
+  struct Stop {
+    void operator()(MHD_Daemon* daemon) const;
+  };
 
-  void work();
-  void serve(int socket);
-  // The request; the status that refuses it; or 0 for one that did not arrive.
-  std::variant<ReceivedRequest, int> receiveRequest(int socket) const;
-  bool receive(int socket, std::string& received, Clock::time_point deadline) const;
-  void send(int socket, std::string_view bytes) const;
-  void drain(int socket) const;
-  bool awaits(int socket, short event, Milliseconds time) const;
-  bool isPressed() const;
-
-  const Answer answer_;
-  const Milliseconds requestTime_;
-  int listener_ = -1;
-  // Becomes readable for good when the server stops.
-  int stopper_ = -1;
+  Answer answer_;
+  const std::chrono::seconds mostSilence_;
   int port_ = 0;
-  std::atomic<bool> isStopping_ = false;
-  std::atomic<int> freeThreads_ = 0;
-  std::vector<std::thread> threads_;
+  std::unique_ptr<MHD_Daemon, Stop> daemon_;
 };
-
-// The bytes of an answer in JSON.
-std::string httpBytes(const ServedAnswer& answer);
 
 }  // namespace tern::service

@@ -6,7 +6,6 @@
 
 #include "TernCoreKit/platform/Json.hpp"
 #include "TernCoreKit/platform/Value.hpp"
-#include "tools/service/HttpServer.hpp"
 #include "tools/service/RequestTarget.hpp"
 #include "tools/service/ServedDocuments.hpp"
 #include "tools/service/ServedTokens.hpp"
@@ -36,11 +35,9 @@ class MappingService::Implementation {
   const std::string& address() const { return settings_.address; }
 
  private:
-  std::string answer(const ReceivedRequest& request) {
-    if (settings_.intercept) {
-      if (auto bytes = settings_.intercept(request)) return *std::move(bytes);
-    }
-    return httpBytes(answerTo(request));
+  std::optional<ServedAnswer> answer(const ReceivedRequest& request) {
+    if (settings_.intercept && settings_.intercept(request)) return std::nullopt;
+    return answerTo(request);
   }
 
   ServedAnswer answerTo(const ReceivedRequest& request) {

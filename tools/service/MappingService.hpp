@@ -20,7 +20,7 @@
 #include <optional>
 #include <string>
 
-#include "tools/service/ReceivedRequest.hpp"
+#include "tools/service/HttpServer.hpp"
 
 namespace tern::service {
 
@@ -32,9 +32,9 @@ struct ServiceSettings {
   // 0 for any that is free.
   int port = 0;
   std::chrono::seconds tokenValidity = std::chrono::hours(1);
-  // Sees every request before it is answered, on the thread of its connection. Bytes that it gives
-  // are sent in place of the answer, and the connection is closed behind them.
-  std::function<std::optional<std::string>(const ReceivedRequest&)> intercept = {};
+  // Sees every request before it is answered, on a thread of the server. True when it has answered
+  // by itself, over the socket; the connection is then closed.
+  std::function<bool(const ReceivedRequest&)> intercept = {};
 };
 
 class MappingService {
