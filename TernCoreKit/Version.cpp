@@ -13,4 +13,4 @@ std::string_view version() noexcept {
   return TERN_VERSION_TEXT(TERN_VERSION_MAJOR, TERN_VERSION_MINOR, TERN_VERSION_PATCH);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

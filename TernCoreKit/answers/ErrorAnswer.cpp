@@ -31,4 +31,4 @@ std::string shortened(std::string_view text) {
   return std::string(text.substr(0, end)) + "...";
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -25,4 +25,4 @@ TERN_API Value refusal(std::string message);
 /// UTF-8, with "..." behind what was cut.
 TERN_API std::string shortened(std::string_view text);
 
-}  // namespace tern::inline v5
+}  // namespace tern

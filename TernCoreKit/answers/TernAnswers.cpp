@@ -88,4 +88,4 @@ std::string TernAnswers::answerText(std::string request) const {
   return encodeJson(answered, JsonLayout::compact);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

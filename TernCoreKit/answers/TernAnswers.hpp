@@ -51,4 +51,4 @@ class TERN_API TernAnswers {
   std::shared_ptr<TernMultiActiveVenues> venues_;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

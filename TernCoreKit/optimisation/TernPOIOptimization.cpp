@@ -104,4 +104,4 @@ TernRoute TernPOIOptimization::wayfindWithinArray(const TernWaypoint& from, cons
   return venue != nullptr ? detail::routeWithinArray(*venue, from, to, accessibility) : TernRoute();
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

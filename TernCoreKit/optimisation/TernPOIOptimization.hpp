@@ -96,4 +96,4 @@ class TERN_API TernPOIOptimization : public TernNearestElementDelegate,
   std::unique_ptr<detail::TourTables> tables_;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -90,4 +90,4 @@ void TernTSP::combination(std::uint32_t set, int at, int r, int n,
   }
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

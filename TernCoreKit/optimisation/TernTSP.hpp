@@ -56,4 +56,4 @@ class TERN_API TernTSP {
                           std::vector<std::uint32_t>& subsets);
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -17,4 +17,4 @@ WallTime wallTime() {
   return clock != nullptr ? (*clock)() : std::chrono::system_clock::now();
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

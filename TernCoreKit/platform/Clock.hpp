@@ -24,4 +24,4 @@ TERN_API void setWallClock(WallClock clock);
 /// The time by the clock that is in place.
 [[nodiscard]] TERN_API WallTime wallTime();
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -41,4 +41,4 @@ void setFileSystem(std::shared_ptr<FileSystem> fileSystem) {
   detail::current<FileSystem>().set(std::move(fileSystem));
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

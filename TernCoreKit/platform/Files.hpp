@@ -76,4 +76,4 @@ TERN_API std::shared_ptr<FileSystem> fileSystem();
 /// Threads: any.
 TERN_API void setFileSystem(std::shared_ptr<FileSystem> fileSystem);
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -24,4 +24,4 @@ void setHttpTransport(std::shared_ptr<HttpTransport> transport) {
   detail::current<HttpTransport>().set(std::move(transport));
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

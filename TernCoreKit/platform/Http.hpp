@@ -127,4 +127,4 @@ TERN_API std::shared_ptr<HttpTransport> httpTransport();
 /// Threads: any.
 TERN_API void setHttpTransport(std::shared_ptr<HttpTransport> transport);
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -202,4 +202,4 @@ double shortestDouble(float number) {
   return static_cast<float>(result) == number ? result : number;
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -51,4 +51,4 @@ enum class JsonLayout { compact, pretty, rows };
 /// encodes as 0.1 and reads back as the same float.
 [[nodiscard]] TERN_API double shortestDouble(float number);
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -33,4 +33,4 @@ void logLine(std::string_view line) {
 
 void logSdk(std::string_view text) { logLine("Tern SDK: " + std::string(text)); }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -27,4 +27,4 @@ TERN_API void logLine(std::string_view line);
 /// Writes the line behind the library's own prefix, "Tern SDK: ".
 TERN_API void logSdk(std::string_view text);
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -48,4 +48,4 @@ class TERN_THREAD_ATTRIBUTE(scoped_lockable) MutexLock {
   std::unique_lock<Mutex> lock_;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -73,4 +73,4 @@ class Nested {
   std::variant<Value, std::shared_ptr<T>> held_;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -65,4 +65,4 @@ void postNotification(std::string_view name, const Value& payload) {
   }
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -37,4 +37,4 @@ TERN_API void removeObserver(ObserverToken token);
 /// Calls every observer before it returns. One that is added meanwhile hears of later events only.
 TERN_API void postNotification(std::string_view name, const Value& payload);
 
-}  // namespace tern::inline v5
+}  // namespace tern

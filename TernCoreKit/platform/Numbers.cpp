@@ -22,4 +22,4 @@ std::optional<std::int64_t> wholeNumber(double number) noexcept {
   return integer;
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

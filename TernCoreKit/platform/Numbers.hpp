@@ -21,4 +21,4 @@ TERN_API std::int64_t leadingInteger(std::string_view text) noexcept;
 /// The integer that the double is; none when it has a fraction or 64 bits cannot hold it.
 TERN_API std::optional<std::int64_t> wholeNumber(double number) noexcept;
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -81,4 +81,4 @@ inline Utf8Character firstUtf8Character(std::string_view text) {
   return {code, size};
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -246,4 +246,4 @@ bool operator==(const Value& a, const Value& b) noexcept {
   }
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

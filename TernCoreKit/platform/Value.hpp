@@ -318,4 +318,4 @@ inline void Value::setShortText(std::string_view text) noexcept {
   }
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

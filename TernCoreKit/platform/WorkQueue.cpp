@@ -36,4 +36,4 @@ void setBackgroundQueue(std::shared_ptr<WorkQueue> queue) {
   detail::current<WorkQueue>().set(std::move(queue));
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -41,4 +41,4 @@ TERN_API std::shared_ptr<WorkQueue> backgroundQueue();
 /// Threads: any.
 TERN_API void setBackgroundQueue(std::shared_ptr<WorkQueue> queue);
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -173,4 +173,4 @@ std::string HTTPClient::URLEncodeStringFromString(std::string_view string) {
   return percentEncoded(string, unescapedMarks);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

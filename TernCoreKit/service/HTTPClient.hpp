@@ -82,4 +82,4 @@ class TERN_API HTTPClient {
   const std::string hostURL_;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

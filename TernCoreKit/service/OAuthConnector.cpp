@@ -226,4 +226,4 @@ void OAuthConnector::setTokenRequestData(Value data) {
   guarded_->with([&](Fields& fields) { std::swap(fields.tokenRequestData, data); });
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -107,4 +107,4 @@ class TERN_API OAuthConnector {
   const std::shared_ptr<Guarded> guarded_;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

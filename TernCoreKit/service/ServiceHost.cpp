@@ -32,4 +32,4 @@ void setDefaultServiceHost(std::string url) {
   host().url.swap(url);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -18,4 +18,4 @@ TERN_API std::string defaultServiceHost();
 /// An empty host brings that of the build back.
 TERN_API void setDefaultServiceHost(std::string host);
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -51,4 +51,4 @@ void TernCoreUtils::createJSONWithData(
   }
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

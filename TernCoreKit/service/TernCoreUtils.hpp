@@ -29,4 +29,4 @@ class TERN_API TernCoreUtils {
           completion);
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -156,4 +156,4 @@ void TernFileCaching::checkCacheVersion() const {
   });
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

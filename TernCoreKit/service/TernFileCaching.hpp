@@ -87,4 +87,4 @@ class TERN_API TernFileCaching {
   const std::shared_ptr<FileSystem> fileManager_;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -693,4 +693,4 @@ Value TernHub::temporaryCache() const { return read(&Fields::temporaryCache); }
 std::shared_ptr<TernFileCaching> TernHub::cache() const { return read(&Fields::cache); }
 std::shared_ptr<OAuthConnector> TernHub::auth() const { return read(&Fields::auth); }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -303,4 +303,4 @@ class TERN_API TernHub : public std::enable_shared_from_this<TernHub> {
   const std::unique_ptr<Fields> fields_ TERN_PT_GUARDED_BY(mutex_);
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

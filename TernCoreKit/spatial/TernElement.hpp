@@ -48,4 +48,4 @@ struct TernElement {
       : kind(held != nullptr ? kindOfRecord : Kind::other), record(std::move(held)) {}
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

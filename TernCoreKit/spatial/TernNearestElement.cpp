@@ -87,4 +87,4 @@ const TernNearestElement::Trees& TernNearestElement::treesPathType() const {
   return index_->treesOf(TernElement::Kind::pathType);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -189,4 +189,4 @@ class TERN_API TernNearestElement {
   detail::NearestState state_;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

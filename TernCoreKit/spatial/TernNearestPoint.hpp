@@ -41,4 +41,4 @@ struct TernNearestPoint {
   }
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

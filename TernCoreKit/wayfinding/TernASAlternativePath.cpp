@@ -221,4 +221,4 @@ double TernASAlternativePath::getAngleFrom(const std::optional<TernASNode>& a,
   return a && b ? headingOf(spotOf(*a), spotOf(*b)) : 0;
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -126,4 +126,4 @@ class TERN_API TernASAlternativePath {
   bool isShortEnough(float length) const;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -15,4 +15,4 @@ bool TernASEdge::joins(std::int64_t nodeId) const {
   return std::ranges::find(nodes, nodeId) != nodes.end();
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

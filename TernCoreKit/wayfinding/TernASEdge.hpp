@@ -39,4 +39,4 @@ struct TERN_API TernASEdge {
   bool joins(std::int64_t nodeId) const;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

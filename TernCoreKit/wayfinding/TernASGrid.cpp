@@ -146,4 +146,4 @@ void TernASGrid::shouldBlockExitFromNode(const TernASNode& n, bool block) {
   n.source_->blockEdges(n.position_, std::nullopt, block);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

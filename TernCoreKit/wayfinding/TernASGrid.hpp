@@ -156,4 +156,4 @@ class TERN_API TernASGrid {
   std::recursive_mutex mutex_;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -69,4 +69,4 @@ bool operator==(const TernASNode& a, const TernASNode& b) {
   return a.source_->original(a.position_) == b.source_->original(b.position_);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

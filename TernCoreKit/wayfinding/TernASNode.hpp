@@ -94,4 +94,4 @@ class TERN_API TernASNode {
   detail::Position position_;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

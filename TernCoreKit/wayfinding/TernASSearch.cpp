@@ -93,4 +93,4 @@ std::vector<TernASNode> TernASSearch::openStartHeap() const {
   return grid != nullptr ? grid->nodesAt(grid->nodes_->openList()) : std::vector<TernASNode>();
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

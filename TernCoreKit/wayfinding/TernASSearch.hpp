@@ -79,4 +79,4 @@ class TERN_API TernASSearch {
                                               Nodes nodes) const;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

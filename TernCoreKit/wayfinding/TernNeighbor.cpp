@@ -22,4 +22,4 @@ TernNeighbor TernNeighbor::initNeighbor(const TernWaypoint* waypoint, const Tern
   return neighbor;
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -39,4 +39,4 @@ struct TERN_API TernNeighbor {
                                    float totalCost, float distance, float z);
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

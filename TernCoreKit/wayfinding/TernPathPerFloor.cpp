@@ -8,4 +8,4 @@ TernPathPerFloor TernPathPerFloor::copyWithZone() const {
   return copy;
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -53,4 +53,4 @@ struct TERN_API TernPathPerFloor {
 /// A route: consecutive segments lie on different maps; a map may come again.
 using TernRoute = std::vector<TernPathPerFloor>;
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -19,4 +19,4 @@ struct TernPoint {
   friend bool operator==(const TernPoint&, const TernPoint&) = default;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -33,4 +33,4 @@ class TERN_API TernRouting {
                             std::int64_t accessibility) const = 0;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -52,4 +52,4 @@ std::shared_ptr<TernASGrid> makeGrid(std::span<const TernVenueData* const> venue
                                 std::move(lists.buildings), isForMultiVenue);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

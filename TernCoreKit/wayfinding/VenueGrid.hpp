@@ -15,4 +15,4 @@ namespace tern::inline v5 {
 TERN_API std::shared_ptr<TernASGrid> makeGrid(std::span<const TernVenueData* const> venues,
                                               bool isForMultiVenue);
 
-}  // namespace tern::inline v5
+}  // namespace tern

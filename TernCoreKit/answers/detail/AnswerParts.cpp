@@ -61,4 +61,4 @@ Value neighborPart(const TernNeighbor& neighbor) {
                      {"pathType", neighbor.edgeTypeId.integer()}});
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

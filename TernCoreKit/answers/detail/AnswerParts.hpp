@@ -25,4 +25,4 @@ Value routePart(const TernRoute& route);
 // {"id", "cost", "distance", "accessibility", "edge", "pathType"}
 Value neighborPart(const TernNeighbor& neighbor);
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -55,4 +55,4 @@ Value answerNeighbors(TernActiveVenue& venue, RequestFields& fields) {
   return answerOf("neighbors", std::move(list));
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

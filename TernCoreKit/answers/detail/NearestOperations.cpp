@@ -132,4 +132,4 @@ Value answerNearestOnMap(TernActiveVenue& venue, RequestFields& fields) {
                      {"error", nullptr}});
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -34,4 +34,4 @@ const Operation* findOperation(std::string_view name) {
   return found != table.end() ? found : nullptr;
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -17,7 +17,7 @@
 namespace tern::inline v5 {
 struct TernActiveVenue;
 class TernMultiActiveVenues;
-}  // namespace tern::inline v5
+}  // namespace tern
 
 namespace tern::inline v5::detail {
 
@@ -47,4 +47,4 @@ std::span<const Operation> operations();
 // Null when there is none of that name.
 const Operation* findOperation(std::string_view name);
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

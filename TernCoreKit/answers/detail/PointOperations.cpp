@@ -28,4 +28,4 @@ Value answerCenter(TernActiveVenue& venue, RequestFields&) {
   return answerOf("point", pointPart(venue.getCenterCoordinates()));
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

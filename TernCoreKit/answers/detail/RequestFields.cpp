@@ -111,4 +111,4 @@ std::string_view RequestFields::text(std::string_view name) {
   return field != nullptr ? field->text() : std::string_view();
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -55,4 +55,4 @@ class RequestFields {
   std::optional<std::string> error_;
 };
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -95,4 +95,4 @@ Value answerClosestByRoute(TernActiveVenue& venue, RequestFields& fields) {
   return answerOf("waypoint", waypointPart(venue.getClosestWaypointInArray(known, goal, level)));
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -47,4 +47,4 @@ Value answerSolve(TernActiveVenue&, RequestFields& fields) {
   return answer;
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -11,4 +11,4 @@ RecordKey::RecordKey(Value key) {
   }
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

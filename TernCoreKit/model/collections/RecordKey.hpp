@@ -70,4 +70,4 @@ class TERN_API RecordKey {
 
 static_assert(sizeof(RecordKey) == 8);
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -135,4 +135,4 @@ void RecordMap::rebuildIndex(std::size_t slotCount, std::size_t count) {
   }
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

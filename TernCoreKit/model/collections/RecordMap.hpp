@@ -73,4 +73,4 @@ class TERN_API RecordMap {
   std::uint64_t seed_ = 0;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -70,4 +70,4 @@ class RecordRange {
   std::span<const RecordMap::Entry> entries_;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -74,4 +74,4 @@ std::vector<std::shared_ptr<TernAmenity>> TernAmenityCollection::getByBuilding(
   return all;
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -42,4 +42,4 @@ class TERN_API TernAmenityCollection : public TernTypedCollection<TernAmenity> {
       const std::shared_ptr<TernBuilding>& building) const;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

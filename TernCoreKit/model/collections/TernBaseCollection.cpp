@@ -88,4 +88,4 @@ void TernBaseCollection::shareItemsOf(const TernBaseCollection& other) {
   plainItems_ = other.plainItems_;
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -79,4 +79,4 @@ class TERN_API TernBaseCollection {
   Value plainItems_;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -74,4 +74,4 @@ std::vector<std::shared_ptr<TernFloor>> TernBuildingCollection::getAllFloors() c
   return all;
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

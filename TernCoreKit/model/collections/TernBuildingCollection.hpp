@@ -48,4 +48,4 @@ class TERN_API TernBuildingCollection : public TernTypedCollection<TernBuilding>
   void takeFields(Value& batch) override;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

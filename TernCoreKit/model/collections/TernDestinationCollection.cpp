@@ -71,4 +71,4 @@ std::vector<std::shared_ptr<TernDestination>> TernDestinationCollection::getByWa
   });
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

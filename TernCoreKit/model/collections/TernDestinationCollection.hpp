@@ -44,4 +44,4 @@ class TERN_API TernDestinationCollection : public TernTypedCollection<TernDestin
       const std::shared_ptr<TernWaypoint>& waypoint) const;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

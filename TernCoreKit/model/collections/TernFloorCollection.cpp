@@ -96,4 +96,4 @@ auto TernFloorCollection::sortedOnce(std::optional<Floors>& cache, Value TernFlo
   return *cache;
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

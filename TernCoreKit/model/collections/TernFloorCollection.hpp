@@ -58,4 +58,4 @@ class TERN_API TernFloorCollection : public TernTypedCollection<TernFloor> {
   std::optional<Floors> elevationsArray_;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

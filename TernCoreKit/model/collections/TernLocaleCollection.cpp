@@ -23,4 +23,4 @@ std::shared_ptr<TernLocale> TernLocaleCollection::getByLocaleCode(const Value& l
   });
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -25,4 +25,4 @@ class TERN_API TernLocaleCollection : public TernTypedCollection<TernLocale> {
   std::shared_ptr<TernLocale> getByLocaleCode(const Value& localeCode) const;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

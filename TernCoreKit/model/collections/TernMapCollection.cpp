@@ -98,4 +98,4 @@ void TernMapCollection::addMapToCollection(std::shared_ptr<TernMap> map) {
   put(std::move(key), std::move(map));
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

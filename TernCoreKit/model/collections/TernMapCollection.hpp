@@ -50,4 +50,4 @@ class TERN_API TernMapCollection : public TernTypedCollection<TernMap> {
   void addMapToCollection(std::shared_ptr<TernMap> map);
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -33,4 +33,4 @@ std::vector<std::shared_ptr<TernMapLabel>> TernMapLabelCollection::getLabelsWith
   return collect([](const TernMapLabel& label) { return !detail::isPresent(label.svg); });
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

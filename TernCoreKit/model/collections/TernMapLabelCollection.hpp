@@ -29,4 +29,4 @@ class TERN_API TernMapLabelCollection : public TernTypedCollection<TernMapLabel>
   std::vector<std::shared_ptr<TernMapLabel>> getLabelsWithoutImage() const;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

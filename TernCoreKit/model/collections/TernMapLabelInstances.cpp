@@ -26,4 +26,4 @@ std::vector<std::shared_ptr<TernMapLabelInstance>> TernMapLabelInstances::getLoc
       [](const TernMapLabelInstance& each) { return detail::isNumber(each.allLevels, 1); });
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

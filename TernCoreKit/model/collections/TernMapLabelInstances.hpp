@@ -26,4 +26,4 @@ class TERN_API TernMapLabelInstances : public TernTypedCollection<TernMapLabelIn
   std::vector<std::shared_ptr<TernMapLabelInstance>> getLocationOnAllLevels() const;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

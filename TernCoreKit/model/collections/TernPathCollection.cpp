@@ -36,4 +36,4 @@ std::vector<std::shared_ptr<TernPath>> TernPathCollection::getByDirection(
   return collect([=](const TernPath& each) { return detail::isNumber(each.direction, direction); });
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -35,4 +35,4 @@ class TERN_API TernPathCollection : public TernTypedCollection<TernPath> {
   std::vector<std::shared_ptr<TernPath>> getByDirection(std::int64_t direction) const;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

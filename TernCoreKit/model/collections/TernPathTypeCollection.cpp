@@ -24,4 +24,4 @@ std::vector<std::shared_ptr<TernPathType>> TernPathTypeCollection::getByDirectio
       [=](const TernPathType& each) { return detail::isNumber(each.direction, direction); });
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -26,4 +26,4 @@ class TERN_API TernPathTypeCollection : public TernTypedCollection<TernPathType>
   std::vector<std::shared_ptr<TernPathType>> getByDirection(std::int64_t direction) const;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

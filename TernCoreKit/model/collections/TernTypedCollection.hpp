@@ -90,4 +90,4 @@ std::shared_ptr<T> TernTypedCollection<T>::first(Wanted wanted) const {
   return nullptr;
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

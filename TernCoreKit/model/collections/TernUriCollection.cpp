@@ -20,4 +20,4 @@ std::vector<std::shared_ptr<TernUri>> TernUriCollection::getByResourceType(
       [&](const TernUri& each) { return detail::sameText(each.resourceType, resourceType); });
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

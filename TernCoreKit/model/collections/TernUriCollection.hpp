@@ -25,4 +25,4 @@ class TERN_API TernUriCollection : public TernTypedCollection<TernUri> {
   std::vector<std::shared_ptr<TernUri>> getByResourceType(const Value& resourceType) const;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

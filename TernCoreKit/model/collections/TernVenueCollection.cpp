@@ -39,4 +39,4 @@ std::shared_ptr<TernVenue> TernVenueCollection::getByName(const Value& name) con
   return first([&](const TernVenue& each) { return detail::sameText(each.name, name); });
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -33,4 +33,4 @@ class TERN_API TernVenueCollection : public TernTypedCollection<TernVenue> {
   void takeFields(Value& batch) override;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

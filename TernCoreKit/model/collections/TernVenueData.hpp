@@ -41,4 +41,4 @@ struct TERN_API TernVenueData : TernBaseModel {
   mutable Mutex recordsMutex_;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

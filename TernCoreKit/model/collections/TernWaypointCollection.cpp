@@ -31,4 +31,4 @@ std::vector<std::shared_ptr<TernWaypoint>> TernWaypointCollection::getByAmenity(
   });
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

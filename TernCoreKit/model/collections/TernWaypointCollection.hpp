@@ -32,4 +32,4 @@ class TERN_API TernWaypointCollection : public TernTypedCollection<TernWaypoint>
       const std::shared_ptr<TernAmenity>& amenity) const;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -104,4 +104,4 @@ auto VenueDestinationCollection::getByDestinationExternalId(const Value&) const 
   return items;
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -52,4 +52,4 @@ class TERN_API VenueDestinationCollection {
   Entries getByDestinationExternalId(const Value& externalId) const;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -18,4 +18,4 @@ void logWrongKind(std::string_view what, std::string_view kind, std::string_view
   logSdk(line);
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -229,4 +229,4 @@ auto FieldTable<Record>::search(const Value& key, std::uint8_t& guess) const -> 
   return &*found;
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

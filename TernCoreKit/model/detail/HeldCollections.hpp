@@ -46,4 +46,4 @@ void makeCollection(Nested<Collection>& field) {
 }
 
 }  // namespace detail
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -51,4 +51,4 @@ void TernAmenity::addWaypoints(std::vector<std::shared_ptr<TernWaypoint>> list) 
   waypoints = std::move(list);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -25,4 +25,4 @@ std::shared_ptr<TernAssociation> TernAssociation::copyWithZone() const {
   return detail::fieldsOf<TernAssociation>().copy(*this);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

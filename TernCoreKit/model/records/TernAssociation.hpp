@@ -21,4 +21,4 @@ struct TERN_API TernAssociation : TernBaseModel {
   std::shared_ptr<TernAssociation> copyWithZone() const;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -30,4 +30,4 @@ std::shared_ptr<TernBaseModel> TernBaseModel::initWithId(Value id, Value externa
   return record;
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -40,4 +40,4 @@ struct TERN_API TernBaseModel {
   std::shared_ptr<TernBaseModel> copyWithZone() const;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

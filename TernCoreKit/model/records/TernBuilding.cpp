@@ -46,4 +46,4 @@ std::shared_ptr<TernBuilding> TernBuilding::copyWithZone() const {
   return detail::fieldsOf<TernBuilding>().copy(*this);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

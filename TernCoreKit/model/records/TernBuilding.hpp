@@ -45,4 +45,4 @@ struct TERN_API TernBuilding : TernBaseModel {
   std::shared_ptr<TernBuilding> copyWithZone() const;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

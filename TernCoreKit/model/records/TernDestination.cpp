@@ -56,4 +56,4 @@ void TernDestination::addWaypoints(std::vector<std::shared_ptr<TernWaypoint>> li
   waypoints = std::move(list);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -55,4 +55,4 @@ struct TERN_API TernDestination : TernBaseModel {
   void addWaypoints(std::vector<std::shared_ptr<TernWaypoint>> list);
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

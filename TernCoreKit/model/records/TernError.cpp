@@ -91,4 +91,4 @@ std::optional<TernError> TernError::initWithWebResponse(const Value& response) {
   return getErrorFromServerResponse(response);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

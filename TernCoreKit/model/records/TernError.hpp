@@ -71,4 +71,4 @@ struct [[nodiscard]] TernError {
   TERN_API static std::optional<TernError> initWithWebResponse(const Value& response);
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

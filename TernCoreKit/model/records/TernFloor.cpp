@@ -44,4 +44,4 @@ std::shared_ptr<TernFloor> TernFloor::copyWithZone() const {
   return detail::fieldsOf<TernFloor>().copy(*this);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

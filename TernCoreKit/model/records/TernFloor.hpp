@@ -39,4 +39,4 @@ struct TERN_API TernFloor : TernBaseModel {
   std::shared_ptr<TernFloor> copyWithZone() const;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -11,4 +11,4 @@ TernFont TernFont::fontWithName(std::string name, double sizePt, TernColor color
   return {std::move(name), sizePt, color};
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

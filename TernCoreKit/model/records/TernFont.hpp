@@ -46,4 +46,4 @@ class TERN_API TernFont {
   TernColor textColor_;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

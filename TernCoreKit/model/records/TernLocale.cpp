@@ -25,4 +25,4 @@ std::shared_ptr<TernLocale> TernLocale::copyWithZone() const {
   return detail::fieldsOf<TernLocale>().copy(*this);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

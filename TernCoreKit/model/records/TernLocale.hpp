@@ -21,4 +21,4 @@ struct TERN_API TernLocale : TernBaseModel {
   std::shared_ptr<TernLocale> copyWithZone() const;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -31,4 +31,4 @@ std::vector<std::shared_ptr<TernLocation>> TernLocation::parseLocationsIntoArray
   return locations;
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

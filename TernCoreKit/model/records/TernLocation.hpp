@@ -29,4 +29,4 @@ struct TERN_API TernLocation {
       Value dictionary);
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -55,4 +55,4 @@ std::shared_ptr<TernMap> TernMap::copyWithZone() const {
   return detail::fieldsOf<TernMap>().copy(*this);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -46,4 +46,4 @@ struct TERN_API TernMap : TernBaseModel {
   std::shared_ptr<TernMap> copyWithZone() const;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -38,4 +38,4 @@ std::shared_ptr<TernMapLabel> TernMapLabel::copyWithZone() const {
   return detail::fieldsOf<TernMapLabel>().copy(*this);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

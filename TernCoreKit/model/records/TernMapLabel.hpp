@@ -31,4 +31,4 @@ struct TERN_API TernMapLabel : TernBaseModel {
   std::shared_ptr<TernMapLabel> copyWithZone() const;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -31,4 +31,4 @@ std::shared_ptr<TernMapLabelInstance> TernMapLabelInstance::copyWithZone() const
   return detail::fieldsOf<TernMapLabelInstance>().copy(*this);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

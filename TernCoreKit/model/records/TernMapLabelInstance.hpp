@@ -33,4 +33,4 @@ struct TERN_API TernMapLabelInstance : TernBaseModel {
   std::shared_ptr<TernMapLabelInstance> copyWithZone() const;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

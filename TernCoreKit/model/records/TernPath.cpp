@@ -28,4 +28,4 @@ std::shared_ptr<TernPath> TernPath::copyWithZone() const {
   return detail::fieldsOf<TernPath>().copy(*this);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

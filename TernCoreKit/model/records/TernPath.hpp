@@ -30,4 +30,4 @@ struct TERN_API TernPath : TernBaseModel {
   std::shared_ptr<TernPath> copyWithZone() const;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -53,4 +53,4 @@ void TernPathType::addWaypoints(std::vector<std::shared_ptr<TernWaypoint>> list)
   waypoints = std::move(list);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -49,4 +49,4 @@ struct TERN_API TernPathType : TernBaseModel {
   void addWaypoints(std::vector<std::shared_ptr<TernWaypoint>> list);
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -23,4 +23,4 @@ std::shared_ptr<TernPosition> TernPosition::copyWithZone() const {
   return detail::fieldsOf<TernPosition>().copy(*this);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

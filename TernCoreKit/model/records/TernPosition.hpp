@@ -22,4 +22,4 @@ struct TERN_API TernPosition {
   std::shared_ptr<TernPosition> copyWithZone() const;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -25,4 +25,4 @@ std::shared_ptr<TernUri> TernUri::copyWithZone() const {
   return detail::fieldsOf<TernUri>().copy(*this);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

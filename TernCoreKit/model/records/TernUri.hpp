@@ -23,4 +23,4 @@ struct TERN_API TernUri : TernBaseModel {
   std::shared_ptr<TernUri> copyWithZone() const;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

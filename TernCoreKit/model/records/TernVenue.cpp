@@ -35,4 +35,4 @@ std::shared_ptr<TernVenue> TernVenue::copyWithZone() const {
   return detail::fieldsOf<TernVenue>().copy(*this);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

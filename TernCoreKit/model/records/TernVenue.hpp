@@ -32,4 +32,4 @@ struct TERN_API TernVenue : TernBaseModel {
   std::shared_ptr<TernVenue> copyWithZone() const;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

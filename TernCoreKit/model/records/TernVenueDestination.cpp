@@ -31,4 +31,4 @@ std::shared_ptr<TernVenueDestination> TernVenueDestination::copyWithZone() const
   return detail::fieldsOf<TernVenueDestination>().copy(*this);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

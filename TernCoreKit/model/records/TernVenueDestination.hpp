@@ -25,4 +25,4 @@ struct TERN_API TernVenueDestination {
   std::shared_ptr<TernVenueDestination> copyWithZone() const;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

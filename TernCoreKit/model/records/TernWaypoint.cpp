@@ -45,4 +45,4 @@ std::shared_ptr<TernWaypoint> TernWaypoint::copyWithZone() const {
   return detail::fieldsOf<TernWaypoint>().copy(*this);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -36,4 +36,4 @@ struct TERN_API TernWaypoint : TernBaseModel {
   std::shared_ptr<TernWaypoint> copyWithZone() const;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -259,4 +259,4 @@ TernCoordinate TernActiveVenue::getCenterCoordinates() const {
   return TernUtils::convertPoint(centre, "tern:local", "EPSG:4326", this);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

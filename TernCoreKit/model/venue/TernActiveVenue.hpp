@@ -160,4 +160,4 @@ struct TERN_API TernActiveVenue : TernVenueData,
   std::shared_ptr<TernNearestElement> nearestElement_ TERN_GUARDED_BY(gridMutex_);
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

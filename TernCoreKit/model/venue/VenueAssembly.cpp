@@ -82,4 +82,4 @@ void attachWaypoints(TernActiveVenue& venue) {
   attachTo(venue.pathTypes, *venue.maps);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -30,4 +30,4 @@ TERN_API void addBuilding(TernActiveVenue& venue, std::int64_t buildingId, Value
 /// they lie on loaded maps; one without any keeps what it has. Takes time linear in the ids named.
 TERN_API void attachWaypoints(TernActiveVenue& venue);
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -51,4 +51,4 @@ double ChainLengths::lengthBetween(std::int64_t from, std::int64_t to) const {
   return along != intermediateDistanceFromStartNode_.end() ? along->second : unknownLength;
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -39,4 +39,4 @@ class ChainLengths {
   std::unordered_map<std::int64_t, float> intermediateDistanceFromStartNode_;
 };
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

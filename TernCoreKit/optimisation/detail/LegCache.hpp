@@ -40,4 +40,4 @@ class LegCache {
   std::unordered_map<std::string, TernRoute> dictOfTernPathPerFloor_;
 };
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -186,4 +186,4 @@ std::vector<TernRoute> OrderingRun::generatePathPerFloorFor(const Waypoints& ord
   return legs;
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

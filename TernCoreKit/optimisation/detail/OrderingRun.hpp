@@ -66,4 +66,4 @@ class OrderingRun {
   ChainLengths lengths_;
 };
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -147,4 +147,4 @@ void ShortestPaths::fillSuccessors(std::size_t high, std::span<const Source> sou
   }
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

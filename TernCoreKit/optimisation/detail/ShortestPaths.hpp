@@ -72,4 +72,4 @@ class ShortestPaths {
   std::unique_ptr<void, FreeLargeMemory> memory_;
 };
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

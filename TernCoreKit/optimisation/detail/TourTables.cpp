@@ -58,4 +58,4 @@ std::shared_ptr<TernWaypoint> waypointOf(const TernDestination& destination, std
   return nullptr;
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -71,4 +71,4 @@ class TourTables {
 
 std::shared_ptr<TernWaypoint> waypointOf(const TernDestination& destination, std::int64_t id);
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

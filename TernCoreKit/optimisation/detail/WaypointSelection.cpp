@@ -202,4 +202,4 @@ void WaypointSelection::examineDoorsOn(std::int64_t mapId, const TernDestination
   }
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -60,4 +60,4 @@ class WaypointSelection {
   TourTables& tables_;
 };
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -38,4 +38,4 @@ Current<Service>& current() {
   return current.value;
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

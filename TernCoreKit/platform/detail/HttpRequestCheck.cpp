@@ -56,4 +56,4 @@ std::optional<std::string> httpRequestFault(const HttpRequest& request) {
   return std::nullopt;
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

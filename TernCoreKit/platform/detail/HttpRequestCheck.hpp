@@ -18,4 +18,4 @@ bool isSameHeader(std::string_view a, std::string_view b);
 // What keeps the request from being sent, as a line that shows nothing of it.
 std::optional<std::string> httpRequestFault(const HttpRequest& request);
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -361,4 +361,4 @@ char* JsonReader::nearestDouble(char* begin, char* end, std::int64_t power) {
   return end;
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -77,4 +77,4 @@ class JsonReader {
   Open* innermost_ = open_;  // the first stands for the document
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -9,4 +9,4 @@ inline bool isPlainInString(char c) {
   return byte >= ' ' && byte < 0x80 && byte != '"' && byte != '\\';
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

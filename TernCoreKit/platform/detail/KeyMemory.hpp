@@ -75,4 +75,4 @@ inline void KeyMemory::learn(std::span<const Value> keysAndValues) {
   }
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -29,4 +29,4 @@ std::shared_ptr<HttpTransport> makeHttpTransport(HttpSettings /*settings*/) {
   return std::make_shared<NoHttpTransport>();
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -252,4 +252,4 @@ std::optional<FileError> PosixFiles::remove(std::string_view path) {
   return removeIn(place->folder, place->name);
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

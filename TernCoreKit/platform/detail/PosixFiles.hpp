@@ -26,4 +26,4 @@ class PosixFiles final : public FileSystem {
   const std::string documentsFolder_;
 };
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -109,4 +109,4 @@ std::size_t removeRepeatedKeys(std::span<Value> keysAndValues) {
   return closeGaps(keysAndValues);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

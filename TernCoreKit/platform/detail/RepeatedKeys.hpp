@@ -13,4 +13,4 @@ namespace tern::inline v5 {
 // the one behind it its value. Linear unless many keys are repeated, n log n at worst.
 std::size_t removeRepeatedKeys(std::span<Value> keysAndValues);
 
-}  // namespace tern::inline v5
+}  // namespace tern

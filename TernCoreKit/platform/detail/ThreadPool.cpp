@@ -66,4 +66,4 @@ void ThreadPool::stop() {
   }
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

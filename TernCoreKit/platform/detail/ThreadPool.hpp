@@ -44,4 +44,4 @@ class ThreadPool final : public WorkQueue {
   bool isStopped_ TERN_GUARDED_BY(mutex_) = false;
 };
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

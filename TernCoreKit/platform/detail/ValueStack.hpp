@@ -74,4 +74,4 @@ class ValueStack {
   Value* end_ = nullptr;
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

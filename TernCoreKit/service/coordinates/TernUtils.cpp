@@ -188,4 +188,4 @@ float TernUtils::distanceBetweenPoint1(TernCoordinate point1, TernCoordinate poi
   return std::sqrt(dist2(point2, point1));
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

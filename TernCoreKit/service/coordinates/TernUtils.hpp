@@ -76,4 +76,4 @@ class TERN_API TernUtils {
   static float distanceBetweenPoint1(TernCoordinate point1, TernCoordinate point2);
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -122,4 +122,4 @@ void fetchCached(std::shared_ptr<TernHub> hub, const LoadRules& rules, std::stri
       ->run();
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -17,7 +17,7 @@ namespace tern::inline v5 {
 
 class TernHub;
 
-}  // namespace tern::inline v5
+}  // namespace tern
 
 namespace tern::inline v5::detail {
 
@@ -57,4 +57,4 @@ std::optional<TernError> errorOfAnswer(const Value& answer);
 // An exchange that failed, with the text that says why.
 TernError connectionError(std::optional<std::string> text);
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

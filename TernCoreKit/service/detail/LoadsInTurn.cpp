@@ -37,4 +37,4 @@ void loadInTurn(std::vector<std::int64_t> ids, std::function<void(std::int64_t, 
   row->goOn();
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -18,4 +18,4 @@ void loadInTurn(std::vector<std::int64_t> ids,
                 std::function<void(std::int64_t id, LoadNext next)> load,
                 std::function<void()> finish);
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -42,4 +42,4 @@ void fetchUncached(std::shared_ptr<TernHub> hub, UncachedHost host, std::string 
       });
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -16,7 +16,7 @@ namespace tern::inline v5 {
 
 class TernHub;
 
-}  // namespace tern::inline v5
+}  // namespace tern
 
 namespace tern::inline v5::detail {
 
@@ -27,4 +27,4 @@ enum class UncachedHost { ofHub, ofDestinations };
 void fetchUncached(std::shared_ptr<TernHub> hub, UncachedHost host, std::string endpoint,
                    std::function<void(Value answer, std::optional<TernError>)> finish);
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -102,4 +102,4 @@ std::shared_ptr<TernFloor> NearestIndex::floorAt(std::int64_t level) const {
   });
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -65,4 +65,4 @@ class NearestIndex {
 };
 
 }  // namespace detail
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -267,4 +267,4 @@ float NearestQuestion::lengthOfChain(const TernWaypoint* from, const TernWaypoin
   return length + legLength(*from, *found);
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -71,4 +71,4 @@ class NearestQuestion {
   std::vector<std::optional<std::int64_t>> wantedIds_;
 };
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -37,4 +37,4 @@ std::optional<KDPoint> KDPoint::decode(const Value& archived) {
   return KDPoint{*x, *y};
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -36,4 +36,4 @@ struct KDPoint {
   TERN_API static std::optional<KDPoint> decode(const Value& archived);
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

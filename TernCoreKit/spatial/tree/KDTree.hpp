@@ -597,4 +597,4 @@ typename KDTree<E>::Loaded KDTree<E>::initContentsOf(const std::string& path) re
 
 /// @endcond
 
-}  // namespace tern::inline v5
+}  // namespace tern

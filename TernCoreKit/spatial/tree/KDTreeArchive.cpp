@@ -71,4 +71,4 @@ KDTreeArchive KDTreeArchive::load(const std::string& path, std::size_t dimension
   return decoded.error ? damaged(*decoded.error) : open(decoded.value, dimensions);
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -34,4 +34,4 @@ struct [[nodiscard]] KDTreeArchive {
   TERN_API static KDTreeArchive load(const std::string& path, std::size_t dimensions);
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -283,4 +283,4 @@ typename KDTreeBuilder<E>::Range KDTreeBuilder<E>::takeCoincident(Range range) {
 
 /// @endcond
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -107,4 +107,4 @@ EdgeIndex firstEdgeJoining(const GridGraph& graph, Position from, std::int64_t i
   return firstEdgeTo(graph, from, graph.facts.endOf(id));
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -68,4 +68,4 @@ void addWaysInto(const GridGraph& graph, std::int64_t id, std::vector<Position> 
 // The node's first edge that joins the id, or none.
 EdgeIndex firstEdgeJoining(const GridGraph& graph, Position from, std::int64_t id);
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

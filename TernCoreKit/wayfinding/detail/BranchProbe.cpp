@@ -56,4 +56,4 @@ bool BranchProbe::goesOn(Position node, std::optional<std::int64_t> parentId, in
   return false;
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

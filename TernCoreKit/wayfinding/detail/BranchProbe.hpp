@@ -42,4 +42,4 @@ class BranchProbe {
   std::int64_t destinationMap_ = 0;
 };
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -79,4 +79,4 @@ void DetourSearch::commit() {
   grid_->open(opened);
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -64,4 +64,4 @@ class DetourSearch {
 };
 
 }  // namespace detail
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -131,4 +131,4 @@ EdgeLists listEdges(const VenueFacts& facts, const LinkBounds& bounds) {
   return edges;
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

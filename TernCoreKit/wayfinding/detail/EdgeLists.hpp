@@ -39,4 +39,4 @@ struct EdgeLists {
 
 EdgeLists listEdges(const VenueFacts& facts, const LinkBounds& bounds);
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

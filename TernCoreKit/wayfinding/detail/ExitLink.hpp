@@ -36,4 +36,4 @@ inline std::int64_t virtualEdgeId(std::int64_t a, std::int64_t b) {
   return leadingInteger(std::to_string(std::min(a, b)) + std::to_string(std::max(a, b)));
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -44,4 +44,4 @@ const FloorIndex::Facts& FloorIndex::find(std::int64_t mapId) const {
   return place != IdIndex::none ? facts_[place] : unknown;
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -33,4 +33,4 @@ class FloorIndex {
   IdIndex places_;            // by the map's id: a place in `facts_`
 };
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -99,4 +99,4 @@ Graph layGraph(const VenueFacts& facts, const LinkBounds& bounds, const EdgeList
   return graph;
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -41,4 +41,4 @@ struct Graph {
 Graph layGraph(const VenueFacts& facts, const LinkBounds& bounds, const EdgeLists& edges,
                const NodeOrder& order);
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

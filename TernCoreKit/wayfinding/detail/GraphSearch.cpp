@@ -127,4 +127,4 @@ Position searchGraph(const Graph& graph, const Blocks* blocks, SearchState& stat
                            : search<false>(graph, nullptr, state, start, limit);
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

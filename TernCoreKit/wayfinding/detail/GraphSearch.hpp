@@ -18,4 +18,4 @@ namespace tern::inline v5::detail {
 Position searchGraph(const Graph& graph, const Blocks* blocks, SearchState& state, Position start,
                      TypeRank limit);
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -171,4 +171,4 @@ std::vector<std::int64_t> GridGraph::neighborIds(Position position) const {
   return ids;
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -72,4 +72,4 @@ class GridGraph {
   std::vector<PathIndex> pathsTouching(std::int64_t waypointId) const;
 };
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -132,4 +132,4 @@ std::vector<Position> SearchTurn::routeTo(Position end) const {
   return route;
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

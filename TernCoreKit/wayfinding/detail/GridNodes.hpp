@@ -106,4 +106,4 @@ class SearchTurn {
   std::shared_ptr<const Blocks> blocks_;
 };
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

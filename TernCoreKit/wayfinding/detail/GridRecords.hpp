@@ -17,4 +17,4 @@ struct GridRecords {
   bool isForMultiVenue = false;
 };
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

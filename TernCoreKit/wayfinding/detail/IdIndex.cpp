@@ -81,4 +81,4 @@ std::uint32_t IdIndex::findSorted(std::int64_t id) const {
   return found != slots_.end() && found->id == id ? found->place : none;
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -60,4 +60,4 @@ class IdIndex {
   bool isSorted_ = false;    // then the slots stand in the order of their ids, and all are full
 };
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

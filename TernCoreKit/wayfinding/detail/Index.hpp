@@ -73,4 +73,4 @@ class Indexed : private std::vector<T> {
   I endIndex() const { return I{static_cast<std::uint32_t>(size())}; }
 };
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -34,4 +34,4 @@ std::optional<LinkCost> linkCost(const Place& from, const Place& to, const Passa
   return LinkCost{vertical * (factor * passage.weight * multiplier), factor};
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -38,4 +38,4 @@ float straightLine(const Place& a, const Place& b);
 // None where the passage does not lead from the one height to the other.
 std::optional<LinkCost> linkCost(const Place& from, const Place& to, const Passage& passage);
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -56,4 +56,4 @@ bool NodeCopies::isEdgeBlocked(Position position, std::int64_t joining) const {
   return first != all.end() && first->blocked;
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -60,4 +60,4 @@ class NodeCopies final : public NodeSource {
   std::map<Position, std::vector<bool>> blocked_;  // of the nodes that have a blocked edge
 };
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

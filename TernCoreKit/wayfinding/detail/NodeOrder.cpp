@@ -52,4 +52,4 @@ NodeOrder orderNodes(const VenueFacts& facts, const EdgeLists& edges) {
   return isListedAlongPaths(facts) ? NodeOrder() : breadthFirst(facts, edges);
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -25,4 +25,4 @@ struct NodeOrder {
 
 NodeOrder orderNodes(const VenueFacts& facts, const EdgeLists& edges);
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -65,4 +65,4 @@ class NodeSource {
   }
 };
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -107,4 +107,4 @@ class OpenList {
   std::size_t count_ = 0;
 };
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -283,4 +283,4 @@ VenueFacts readVenue(const GridRecords& records) {
   return facts;
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

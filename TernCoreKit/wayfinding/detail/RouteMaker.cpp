@@ -78,4 +78,4 @@ float RouteMaker::millimetres(float distance, std::int64_t mapId) const {
   return map != nullptr ? distance * static_cast<float>(map->mmPerPixel.number()) : 0.0F;
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

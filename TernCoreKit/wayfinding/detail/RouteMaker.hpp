@@ -57,4 +57,4 @@ class RouteMaker {
 };
 
 }  // namespace detail
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -23,4 +23,4 @@ std::vector<Position> RouteNodes::chainTo(Position position) const {
   return chain;
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -58,4 +58,4 @@ class RouteNodes final : public NodeSource {
   Indexed<Position, Node> nodes_;
 };
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -21,4 +21,4 @@ void SearchState::clear() {
   round = NodeState::stageCount;
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -74,4 +74,4 @@ struct SearchState {
   void markGoal(Position position) { nodes[position].mark = round + NodeState::wanted; }
 };
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

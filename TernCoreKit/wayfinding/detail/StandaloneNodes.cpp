@@ -32,4 +32,4 @@ bool StandaloneNodes::isEdgeBlocked(Position position, std::int64_t joining) con
   return first != edges.end() && first->blocked;
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

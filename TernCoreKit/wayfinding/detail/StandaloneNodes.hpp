@@ -37,4 +37,4 @@ class StandaloneNodes final : public NodeSource {
   Indexed<Position, StandaloneNode> nodes_;
 };
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

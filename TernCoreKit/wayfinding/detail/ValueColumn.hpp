@@ -60,4 +60,4 @@ class ValueColumn {
   std::vector<Value> others_;
 };
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

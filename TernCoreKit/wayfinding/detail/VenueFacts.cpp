@@ -49,4 +49,4 @@ PathTypeFacts VenueFacts::pathType(std::int64_t id) const {
   return at != IdIndex::none ? pathTypes[at] : PathTypeFacts();
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -125,4 +125,4 @@ struct VenueFacts {
 
 VenueFacts readVenue(const GridRecords& records);
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

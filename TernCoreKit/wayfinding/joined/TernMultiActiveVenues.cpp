@@ -278,4 +278,4 @@ Venues TernMultiActiveVenues::getVenueByName(std::string_view name) const {
   return named;
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

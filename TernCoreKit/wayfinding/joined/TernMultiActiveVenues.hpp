@@ -138,4 +138,4 @@ class TERN_API TernMultiActiveVenues : public std::enable_shared_from_this<TernM
       TERN_GUARDED_BY(mutex());
 };
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -49,4 +49,4 @@ template std::shared_ptr<TernUriCollection> copyOfCollection(const TernUriCollec
 template std::shared_ptr<TernWaypointCollection> collectionOf(Value);
 template std::shared_ptr<TernWaypointCollection> copyOfCollection(const TernWaypointCollection&);
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

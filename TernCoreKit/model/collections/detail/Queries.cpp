@@ -69,4 +69,4 @@ const RecordMap::Entry* firstByKeyText(const RecordMap& records) {
   return first;
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

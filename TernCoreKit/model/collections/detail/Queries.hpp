@@ -44,4 +44,4 @@ void append(std::vector<T>& all, std::vector<T>&& more) {
   all.insert(all.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

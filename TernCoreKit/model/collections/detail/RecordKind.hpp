@@ -30,4 +30,4 @@ const RecordKind& kindOf() {
   return kind.value;
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -54,4 +54,4 @@ bool sameTextInAnyCase(const Value& a, const Value& b) {
          lowered(a.text()) == lowered(b.text());
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -16,4 +16,4 @@ std::string lowered(std::string_view text);
 // Whether both are texts that differ at most in case.
 bool sameTextInAnyCase(const Value& a, const Value& b);
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

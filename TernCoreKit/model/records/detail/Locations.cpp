@@ -21,4 +21,4 @@ bool takeLocations(Value& dictionary, std::vector<std::shared_ptr<TernLocation>>
   return true;
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -15,4 +15,4 @@ namespace tern::inline v5::detail {
 // a log line and nothing appended, when the value there is neither a list nor null.
 bool takeLocations(Value& dictionary, std::vector<std::shared_ptr<TernLocation>>& locations);
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -52,4 +52,4 @@ std::optional<DrawingSize> sizeOfViewBox(std::string_view svg) {
   return DrawingSize{leadingNumber(parts[2]), leadingNumber(parts[3])};
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -24,4 +24,4 @@ std::optional<DrawingSize> sizeOfViewBox(std::string_view svg);
 // otherwise; 0 when it begins with none that a double can hold.
 Value leadingNumber(std::string_view text);
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -24,4 +24,4 @@ union Immortal {
 template <class T>
 Immortal(T) -> Immortal<T>;
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -33,4 +33,4 @@ std::unique_ptr<void, FreeLargeMemory> largeMemory(std::size_t bytes) {
   return memory;
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -17,4 +17,4 @@ struct FreeLargeMemory {
 // Not initialised; aligned to 64 bytes at least.
 std::unique_ptr<void, FreeLargeMemory> largeMemory(std::size_t bytes);
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

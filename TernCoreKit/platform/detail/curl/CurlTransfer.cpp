@@ -205,4 +205,4 @@ void CurlTransfer::complete() {
   completion_(std::move(response_));
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -79,4 +79,4 @@ class CurlTransfer {
   std::unique_ptr<CURL, FreeHandle> handle_;
 };
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

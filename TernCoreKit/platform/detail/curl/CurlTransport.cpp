@@ -37,4 +37,4 @@ std::shared_ptr<HttpTransport> makeHttpTransport(HttpSettings settings) {
   return std::make_shared<detail::CurlTransport>(std::move(settings));
 }
 
-}  // namespace tern::inline v5
+}  // namespace tern

@@ -31,4 +31,4 @@ class CurlTransport final : public HttpTransport {
   const std::shared_ptr<CurlWorker> worker_;
 };
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

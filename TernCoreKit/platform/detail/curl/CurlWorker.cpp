@@ -200,4 +200,4 @@ void CurlWorker::finishAll() {
   transfers_.clear();
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

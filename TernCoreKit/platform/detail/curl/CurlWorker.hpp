@@ -60,4 +60,4 @@ class CurlWorker : public std::enable_shared_from_this<CurlWorker> {
   std::thread thread_ TERN_GUARDED_BY(mutex_);
 };
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

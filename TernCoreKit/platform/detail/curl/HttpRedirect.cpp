@@ -92,4 +92,4 @@ std::optional<std::string> followRedirect(HttpRequest& request, int status,
   return std::nullopt;
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -23,4 +23,4 @@ bool isRedirect(int status);
 std::optional<std::string> followRedirect(HttpRequest& request, int status,
                                           const std::string& location);
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

@@ -46,4 +46,4 @@ std::map<std::string, Reached> groupVenues(const std::vector<VenueExits>& venues
   return table;
 }
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail

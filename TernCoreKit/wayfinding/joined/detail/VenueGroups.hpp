@@ -23,4 +23,4 @@ struct VenueExits {
 std::map<std::string, std::map<std::string, std::string>> groupVenues(
     const std::vector<VenueExits>& venues);
 
-}  // namespace tern::inline v5::detail
+}  // namespace tern::detail
