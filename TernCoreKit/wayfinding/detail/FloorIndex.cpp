@@ -35,13 +35,13 @@ FloorIndex::FloorIndex(const std::vector<std::shared_ptr<TernBuilding>>& buildin
       facts_.push_back({heightOf(*floor, verticalScale), multiplierOf(*floor), floor});
     }
   }
-  places_ = IdIndex(mapIds);
+  indices_ = IdIndex(mapIds);
 }
 
 const FloorIndex::Facts& FloorIndex::find(std::int64_t mapId) const {
   static const Facts unknown;
-  const std::uint32_t place = places_.find(mapId);
-  return place != IdIndex::none ? facts_[place] : unknown;
+  const std::uint32_t index = indices_.find(mapId);
+  return index != IdIndex::none ? facts_[index] : unknown;
 }
 
 }  // namespace tern::detail

@@ -30,7 +30,7 @@ class FloorIndex {
 
  private:
   std::vector<Facts> facts_;  // of every floor
-  IdIndex places_;            // by the map's id: a place in `facts_`
+  IdIndex indices_;           // by the map's id: an index of `facts_`
 };
 
 }  // namespace tern::detail

@@ -6,11 +6,12 @@ namespace tern::inline v5::detail {
 
 namespace {
 
-std::vector<Place> placesOf(const VenueFacts& facts) {
-  std::vector<Place> places;
-  const auto count = static_cast<std::uint32_t>(facts.known().count());
-  places.reserve(count);
-  for (std::uint32_t i = 0; i < count; ++i) places.push_back(facts.placeAt(i));
+Indexed<KnownIndex, Place> placesOf(const VenueFacts& facts) {
+  Indexed<KnownIndex, Place> places;
+  places.reserve(facts.known().count());
+  for (KnownIndex i{0}; numberOf(i) < facts.known().count(); ++i) {
+    places.push_back(facts.placeOf(i));
+  }
   return places;
 }
 
@@ -24,7 +25,7 @@ class LinkLayer {
         edges_(edges),
         order_(order),
         places_(placesOf(facts)),
-        nowhere_(facts.placeAt(IdIndex::none)) {}
+        nowhere_(facts.placeOf(none<KnownIndex>)) {}
 
   void layNode(WaypointIndex waypoint, Graph& graph) const {
     const PathEnd self{numberOf(facts_.firstOf(waypoint))};
@@ -35,15 +36,15 @@ class LinkLayer {
   }
 
  private:
-  const Place& placeOf(std::uint32_t known) const {
-    return known != IdIndex::none ? places_[known] : nowhere_;
+  const Place& placeOf(KnownIndex known) const {
+    return known != none<KnownIndex> ? places_[known] : nowhere_;
   }
 
   void layPath(PathIndex path, PathEnd self, const Place& from, Graph& graph) const {
     const PathRule& rule = facts_.ruleOf(path);
     for (const PathEnd end : facts_.paths.endsOf(path)) {
       if (end == self) continue;
-      const std::uint32_t known = facts_.knownAt(end);
+      const KnownIndex known = facts_.knownAt(end);
       const auto cost = linkCost(from, placeOf(known), rule.passage);
       if (!cost) continue;
       const bool isPlain = cost->cost >= 0 && std::isfinite(cost->cost);
@@ -55,10 +56,11 @@ class LinkLayer {
   }
 
   // The node that has the id of the waypoint as the maps know it, which is 0 where none does.
-  Position targetOf(PathEnd end, std::uint32_t known) const {
+  Position targetOf(PathEnd end, KnownIndex known) const {
     WaypointIndex target{numberOf(end)};
     if (facts_.mapWaypoints != nullptr || !facts_.isWaypoint(end)) {
-      const std::int64_t id = known != IdIndex::none ? facts_.known().ids.integer(known) : 0;
+      const bool isKnown = known != none<KnownIndex>;
+      const std::int64_t id = isKnown ? facts_.known().ids.integer(numberOf(known)) : 0;
       target = facts_.waypoints.byId.first<WaypointIndex>(id);
     }
     return target != none<WaypointIndex> ? order_.positionOf(target) : noPosition;
@@ -68,7 +70,7 @@ class LinkLayer {
   const LinkBounds& bounds_;
   const EdgeLists& edges_;
   const NodeOrder& order_;
-  const std::vector<Place> places_;  // of the known waypoints
+  const Indexed<KnownIndex, Place> places_;
   const Place nowhere_;
 };
 

@@ -60,10 +60,11 @@ TypeRank GridGraph::rankLimit(std::int64_t accessLevel) const {
 }
 
 std::shared_ptr<TernWaypoint> GridGraph::waypointById(std::int64_t id) const {
-  const std::uint32_t known = facts.known().byId.find(id);
-  if (known == IdIndex::none) return nullptr;
-  return facts.mapWaypoints != nullptr ? facts.mapWaypoints->records[known]
-                                       : records.waypoints[known];
+  const KnownIndex known = facts.knownById(id);
+  if (known == none<KnownIndex>) return nullptr;
+  const auto& list =
+      facts.mapWaypoints != nullptr ? facts.mapWaypoints->records : records.waypoints;
+  return list[numberOf(known)];
 }
 
 std::vector<PathIndex> GridGraph::pathsTouching(std::int64_t waypointId) const {
@@ -134,22 +135,22 @@ std::vector<TernASEdge> GridGraph::edgesTouching(std::int64_t waypointId) const 
 std::vector<TernNeighbor> GridGraph::neighborsOver(std::int64_t waypointId,
                                                    std::span<const TernASEdge> over) const {
   const WaypointColumns& known = facts.known();
-  const Place from = facts.placeAt(known.byId.find(waypointId));
+  const Place from = facts.placeOf(facts.knownById(waypointId));
   std::vector<TernNeighbor> neighbors;
   for (const TernASEdge& edge : over) {
     const Passage passage = passageOver(edge);
     for (const std::int64_t id : edge.nodes) {
       if (id == waypointId) continue;
-      const std::uint32_t at = known.byId.find(id);
-      const Place to = facts.placeAt(at);
+      const KnownIndex at = facts.knownById(id);
+      const Place to = facts.placeOf(at);
       const auto link = linkCost(from, to, passage);
       if (!link) continue;
       auto& made = neighbors.emplace_back(
           TernNeighbor::initNeighbor(nullptr, edge, link->cost, link->distance, to.z));
-      if (at == IdIndex::none) continue;
-      made.neighborId = known.ids[at];
-      made.x = known.xs[at];
-      made.y = known.ys[at];
+      if (at == none<KnownIndex>) continue;
+      made.neighborId = known.ids[numberOf(at)];
+      made.x = known.xs[numberOf(at)];
+      made.y = known.ys[numberOf(at)];
     }
   }
   return neighbors;

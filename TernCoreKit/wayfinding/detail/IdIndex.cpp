@@ -28,10 +28,10 @@ IdIndex::IdIndex(std::span<const std::int64_t> ids) {
 void IdIndex::fillTable(std::span<const std::int64_t> ids, std::size_t extent) {
   table_.assign(extent, none);
   for (std::size_t i = 0; i < ids.size(); ++i) {
-    std::uint32_t& place = table_[static_cast<std::size_t>(static_cast<std::uint64_t>(ids[i]) -
+    std::uint32_t& index = table_[static_cast<std::size_t>(static_cast<std::uint64_t>(ids[i]) -
                                                            static_cast<std::uint64_t>(least_))];
-    if (place != none) continue;
-    place = static_cast<std::uint32_t>(i);
+    if (index != none) continue;
+    index = static_cast<std::uint32_t>(i);
     ++distinct_;
   }
 }
@@ -41,7 +41,7 @@ bool IdIndex::fillSlots(std::span<const std::int64_t> ids) {
   for (std::size_t i = 0; i < ids.size(); ++i) {
     const std::size_t at = slotOf(ids[i]);
     if (((at - homeOf(ids[i])) & (slots_.size() - 1)) > farthest) return false;
-    if (slots_[at].place != none) continue;
+    if (slots_[at].index != none) continue;
     slots_[at] = {ids[i], static_cast<std::uint32_t>(i)};
     ++distinct_;
   }
@@ -71,14 +71,14 @@ std::size_t IdIndex::homeOf(std::int64_t id) const {
 
 std::size_t IdIndex::slotOf(std::int64_t id) const {
   std::size_t slot = homeOf(id);
-  while (slots_[slot].place != none && slots_[slot].id != id)
+  while (slots_[slot].index != none && slots_[slot].id != id)
     slot = (slot + 1) & (slots_.size() - 1);
   return slot;
 }
 
 std::uint32_t IdIndex::findSorted(std::int64_t id) const {
   const auto found = std::ranges::lower_bound(slots_, id, {}, &Slot::id);
-  return found != slots_.end() && found->id == id ? found->place : none;
+  return found != slots_.end() && found->id == id ? found->index : none;
 }
 
 }  // namespace tern::detail

@@ -1,4 +1,4 @@
-// Finds the first place at which an id stands in a list, as a scan from the front would.
+// Finds where an id first stands in a list, as a scan from the front would.
 #pragma once
 
 #include <cstddef>
@@ -25,7 +25,7 @@ class IdIndex {
           static_cast<std::uint64_t>(id) - static_cast<std::uint64_t>(least_);
       return offset < table_.size() ? table_[offset] : none;
     }
-    return slots_.empty() ? none : isSorted_ ? findSorted(id) : slots_[slotOf(id)].place;
+    return slots_.empty() ? none : isSorted_ ? findSorted(id) : slots_[slotOf(id)].index;
   }
 
   // The same, for a list that has an index of its own.
@@ -40,7 +40,7 @@ class IdIndex {
  private:
   struct Slot {
     std::int64_t id = 0;
-    std::uint32_t place = none;
+    std::uint32_t index = none;
   };
 
   void fillTable(std::span<const std::int64_t> ids, std::size_t extent);

@@ -16,6 +16,8 @@ namespace tern::inline v5::detail {
 enum class Position : std::uint32_t {};
 // A waypoint, in the list that it was given in.
 enum class WaypointIndex : std::uint32_t {};
+// A waypoint, among those that the maps hold.
+enum class KnownIndex : std::uint32_t {};
 // A path, in the list that it was given in; those between venues come behind them.
 enum class PathIndex : std::uint32_t {};
 // An edge of a node, among the edges of all nodes.

@@ -33,7 +33,7 @@ struct AnyOrder {
   static bool isGreater(Key a, Key b) { return !(a <= b); }
 };
 
-// Keeps each entry's place in its node's `heapPlace`.
+// Keeps each entry's index in its node's `heapIndex`.
 template <class Order>
 class OpenList {
  public:
@@ -56,7 +56,7 @@ class OpenList {
   }
 
   void rewriteScore(const NodeState& state, float score) {
-    OpenEntry& entry = heap_[state.heapPlace];
+    OpenEntry& entry = heap_[state.heapIndex];
     entry = {std::bit_cast<std::uint32_t>(Order::keyOf(score)), entry.position()};
   }
 
@@ -66,19 +66,19 @@ class OpenList {
     return Order::isGreater(std::bit_cast<Key>(a.key()), std::bit_cast<Key>(b.key()));
   }
 
-  void place(std::size_t at, OpenEntry entry) {
+  void put(std::size_t at, OpenEntry entry) {
     heap_[at] = entry;
-    states_[numberOf(entry.position())].heapPlace = static_cast<std::uint32_t>(at);
+    states_[numberOf(entry.position())].heapIndex = static_cast<std::uint32_t>(at);
   }
 
   void siftUp(std::size_t at, OpenEntry entry) {
     while (at > 1) {
       const OpenEntry parent = heap_[at / 2];
       if (!isGreater(parent, entry)) break;
-      place(at, parent);
+      put(at, parent);
       at /= 2;
     }
-    place(at, entry);
+    put(at, entry);
   }
 
   void siftDown(OpenEntry entry) {
@@ -88,18 +88,18 @@ class OpenList {
       child += static_cast<std::size_t>(isGreater(heap_[child], heap_[child + 1]));
       const OpenEntry lesser = heap_[child];
       if (!isGreater(entry, lesser)) {
-        place(at, entry);
+        put(at, entry);
         return;
       }
-      place(at, lesser);
+      put(at, lesser);
       at = child;
       child = 2 * at;
     }
     if (child == count_ && isGreater(entry, heap_[child])) {
-      place(at, heap_[child]);
+      put(at, heap_[child]);
       at = child;
     }
-    place(at, entry);
+    put(at, entry);
   }
 
   NodeState* const states_;

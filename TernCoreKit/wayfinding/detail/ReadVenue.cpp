@@ -237,7 +237,7 @@ class PathReader {
 void joinVenues(const GridRecords& records, const VenueFacts& facts, PathReader& reader) {
   for (std::size_t i = 0; i < records.waypoints.size(); ++i) {
     const auto link = exitLinkOf(*records.waypoints[i]);
-    if (!link || facts.known().byId.find(link->waypointId) == IdIndex::none) continue;
+    if (!link || facts.knownById(link->waypointId) == none<KnownIndex>) continue;
     reader.addVirtual(WaypointIndex{static_cast<std::uint32_t>(i)}, link->waypointId);
   }
 }

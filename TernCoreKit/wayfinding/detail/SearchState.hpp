@@ -28,7 +28,7 @@ struct NodeState {
   float distance = 0;  // map units, from the start
   Position parent = noPosition;
   TypeRank usedType{0};
-  std::uint32_t heapPlace = 0;
+  std::uint32_t heapIndex = 0;
 };
 static_assert(sizeof(NodeState) == 24);
 

@@ -17,13 +17,14 @@ std::int64_t VenueFacts::idOf(PathEnd end) const {
   return paths.strangers[numberOf(end) - waypoints.count()];
 }
 
-std::uint32_t VenueFacts::knownAt(PathEnd end) const {
-  if (mapWaypoints != nullptr) return mapWaypoints->columns.byId.find(idOf(end));
-  return isWaypoint(end) ? numberOf(end) : IdIndex::none;
+KnownIndex VenueFacts::knownAt(PathEnd end) const {
+  if (mapWaypoints != nullptr) return knownById(idOf(end));
+  return isWaypoint(end) ? KnownIndex{numberOf(end)} : none<KnownIndex>;
 }
 
-Place VenueFacts::placeAt(std::uint32_t at) const {
-  const bool isKnown = at != IdIndex::none;
+Place VenueFacts::placeOf(KnownIndex waypoint) const {
+  const bool isKnown = waypoint != none<KnownIndex>;
+  const std::uint32_t at = numberOf(waypoint);
   // What nobody knows lies where an empty record does, which is not quite (0, 0) in metres.
   double x = isKnown ? known().xs.number(at) : 0;
   double y = isKnown ? known().ys.number(at) : 0;
@@ -32,14 +33,14 @@ Place VenueFacts::placeAt(std::uint32_t at) const {
     y = TernUtils::convertLatitudeEPSG4326ToEPSG3857(y);
   }
   Place place{static_cast<float>(x), static_cast<float>(y)};
-  if (isKnown) {
-    const MapFacts& map = maps[known().maps[at]];
-    place.z = map.z;
-    place.multiplier = map.multiplier;
-  } else {
-    const FloorIndex::Facts& floor = floors.find(0);
+  const auto lieOn = [&place](const auto& floor) {
     place.z = floor.z;
     place.multiplier = floor.multiplier;
+  };
+  if (isKnown) {
+    lieOn(maps[known().maps[at]]);
+  } else {
+    lieOn(floors.find(0));
   }
   return place;
 }

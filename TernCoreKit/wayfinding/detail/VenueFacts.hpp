@@ -114,11 +114,11 @@ struct VenueFacts {
   // None of an id that no path names and no waypoint has.
   PathEnd endOf(std::int64_t id) const;
   std::int64_t idOf(PathEnd end) const;
-  // Its index among the known waypoints; IdIndex::none where no map knows it.
-  std::uint32_t knownAt(PathEnd end) const;
-
-  // Where a known waypoint lies, as far as costs read it; IdIndex::none where nobody knows.
-  Place placeAt(std::uint32_t known) const;
+  // None where no map knows it.
+  KnownIndex knownAt(PathEnd end) const;
+  KnownIndex knownById(std::int64_t id) const { return known().byId.first<KnownIndex>(id); }
+  // Where the waypoint lies, as far as costs read it; of none where what nobody knows lies.
+  Place placeOf(KnownIndex waypoint) const;
   PathTypeFacts pathType(std::int64_t id) const;
   const PathRule& ruleOf(PathIndex path) const { return rules[paths.rules[path]]; }
 };

@@ -26,8 +26,8 @@ struct Kinds {
       (!std::is_convertible_v<All, std::uint32_t> && ...) && (canBeAskedWith<All, All> && ...);
 };
 
-static_assert(Kinds<Position, WaypointIndex, PathIndex, EdgeIndex, LinkIndex, TypeRank, RuleIndex,
-                    MapIndex, PathEnd>::keepApart);
+static_assert(Kinds<Position, WaypointIndex, KnownIndex, PathIndex, EdgeIndex, LinkIndex, TypeRank,
+                    RuleIndex, MapIndex, PathEnd>::keepApart);
 static_assert(sizeof(Position) == sizeof(std::uint32_t));
 
 TEST(Index, findsWhatWasPutThere) {
