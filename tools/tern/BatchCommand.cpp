@@ -41,7 +41,7 @@ Requests, one a line, with what each is answered:
   {"op":"nearest","map":11,"at":[400,300],"destination":7}
       {"waypoint":55,"element":{"kind":"destination","id":7},
        "connectors":[ids],"error":null}     or "amenity", "pathType"
-  {"op":"nearestOnMap","from":22001,"toMap":11,"destinations":[7,9]}
+  {"op":"nearestOnMap","from":12002,"toMap":11,"destinations":[7,9]}
       {"waypoint":55,"totalDistance":120.5,"connectors":[ids],"error":null}
   {"op":"closest","map":11,"at":[400,300]}
       {"waypoint":12 or null}
