@@ -71,6 +71,8 @@ function(tern_add_tests target shards)
   endif()
   add_executable(${target} ${ARGN})
   tern_own_target(${target})
+  # What a test does itself is little, and compiling its matchers takes twice as long otherwise.
+  target_compile_options(${target} PRIVATE $<$<CONFIG:Debug>:-O0>)
   target_link_libraries(${target} PRIVATE tern_test_support)
   foreach(part tern tern_tool)
     if(TARGET ${part})
