@@ -57,6 +57,8 @@ class HttpServer {
   using Answer = std::function<std::optional<ServedAnswer>(const ReceivedRequest&)>;
 
   explicit HttpServer(Answer answer, std::chrono::seconds mostSilence = silence);
+  HttpServer(const HttpServer&) = delete;
+  HttpServer& operator=(const HttpServer&) = delete;
 
   // Why it cannot listen there; absent when it does. A port of 0 is any that is free.
   std::optional<std::string> start(const std::string& address, int port);

@@ -5,7 +5,7 @@
 //
 // Errors are answered as JSON with "statusCode" and "message": 401 for wrong credentials and for a
 // token that is missing, wrong or has ended, 404 for what does not exist. What a client can make it
-// keep is bounded (HttpServer.hpp).
+// keep is bounded, and what is no HTTP refused, before that (HttpServer.hpp).
 //
 //   MappingService service({.folder = "mall", .port = 8080});
 //   if (const auto error = service.start()) ...

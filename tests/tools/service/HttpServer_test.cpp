@@ -21,7 +21,6 @@ using testing::EndsWith;
 using testing::Gt;
 using testing::HasSubstr;
 using testing::Lt;
-using testing::Not;
 using testing::StartsWith;
 
 // A client that sends whatever the test wants.
@@ -133,9 +132,10 @@ TEST_F(HttpServerTest, bodyMayComeInChunks) {
 
 TEST_F(HttpServerTest, wrongChunksAreRefused) {
   const std::string head = "POST / HTTP/1.1\r\nTransfer-Encoding: chunked\r\n\r\n";
-  for (const char* const chunk : {"-1\r\n", "x\r\n", "fffffffffffffffff\r\nabc", "2\r\nabcd\r\n"}) {
+  for (const char* const chunk : {"-1\r\n", "x\r\n", "2\r\nabcd\r\n"}) {
     EXPECT_THAT(answerTo(head + chunk), StartsWith("HTTP/1.1 400 ")) << chunk;
   }
+  EXPECT_THAT(answerTo(head + "fffffffffffffffff\r\nabc"), StartsWith("HTTP/1.1 413 "));
 }
 
 TEST_F(HttpServerTest, answerToHeadHasNoBody) {
@@ -162,14 +162,16 @@ TEST_F(HttpServerTest, answerOfManyBytesArrivesWhole) {
 }
 
 TEST_F(HttpServerTest, whatIsNoHttpIsRefused) {
-  for (const char* const bytes :
-       {"nonsense\r\n\r\n", "GET / HTTP/2.0\r\nHost: h\r\n\r\n", "\x16\x03\x01\r\n\r\n",
-        "POST / HTTP/1.1\r\nContent-Length: -1\r\n\r\n", "GET / HTTP/1.1\r\nno colon\r\n\r\n",
-        "POST / HTTP/1.1\r\nContent-Length: 18446744073709551616\r\n\r\n"}) {
-    const std::string answer = answerTo(bytes);
-    EXPECT_THAT(answer, Not(HasSubstr(" 200 "))) << bytes << answer;
-    std::printf("[%s] -> [%s]\n", bytes, answer.substr(0, 40).c_str());
-  }
+  EXPECT_EQ(answerTo("nonsense\r\n\r\n"), "");
+  EXPECT_EQ(answerTo("\x16\x03\x01\r\n\r\n"), "");
+  EXPECT_THAT(answerTo("GET / HTTP/2.0\r\n\r\n"), StartsWith("HTTP/1.1 505 "));
+  EXPECT_THAT(answerTo("GET / HTTP/1.1\r\nno colon\r\n\r\n"), StartsWith("HTTP/1.1 400 "));
+}
+
+TEST_F(HttpServerTest, lengthThatIsNoneIsRefused) {
+  const std::string head = "POST / HTTP/1.1\r\nContent-Length: ";
+  EXPECT_THAT(answerTo(head + "-1\r\n\r\n"), StartsWith("HTTP/1.1 400 "));
+  EXPECT_THAT(answerTo(head + "18446744073709551616\r\n\r\n"), StartsWith("HTTP/1.1 413 "));
 }
 
 TEST_F(HttpServerTest, bodyBeyondTheBoundIsRefused) {
@@ -213,19 +215,14 @@ TEST_F(HttpServerTest, headBeyondTheBoundIsRefused) {
   std::string head = "GET / HTTP/1.1\r\n";
   while (head.size() <= HttpServer::connectionBytes) head += "A: b\r\n";
   EXPECT_THAT(answerTo(head + "\r\n"), StartsWith("HTTP/1.1 431 "));
+  EXPECT_THAT(
+      answerTo("GET /" + std::string(HttpServer::connectionBytes, 'x') + " HTTP/1.1\r\n\r\n"),
+      StartsWith("HTTP/1.1 414 "));
 }
 
 TEST_F(HttpServerTest, silentConnectionsKeepNobodyOut) {
   std::list<RawClient> silent;
   for (int i = 0; i < 200; ++i) silent.emplace_back(server_.port());
-  EXPECT_THAT(answerTo("GET / HTTP/1.1\r\nHost: h\r\n\r\n"), StartsWith("HTTP/1.1 200 "));
-}
-
-TEST_F(HttpServerTest, connectionsBeyondTheBoundWaitForRoom) {
-  std::list<RawClient> silent;
-  for (unsigned i = 0; i < HttpServer::mostConnections + 10; ++i) {
-    silent.emplace_back(server_.port());
-  }
   EXPECT_THAT(answerTo("GET / HTTP/1.1\r\nHost: h\r\n\r\n"), StartsWith("HTTP/1.1 200 "));
 }
 
@@ -239,7 +236,7 @@ TEST_F(HttpServerTest, stopBreaksOffAClientThatIsSlow) {
 TEST_F(HttpServerTest, requestThatFallsSilentIsBrokenOff) {
   for (const char* const begin :
        {"", "GET / HTTP/1.1\r\nHost: h", "POST / HTTP/1.1\r\nContent-Length: 3\r\n\r\nab"}) {
-    EXPECT_THAT(answerTo(begin), Not(HasSubstr(" 200 ")));
+    EXPECT_EQ(answerTo(begin), "") << begin;
   }
 }
 
