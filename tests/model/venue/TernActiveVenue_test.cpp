@@ -545,13 +545,14 @@ std::string answersOf(const TernActiveVenue& venue, std::string_view letters) {
     for (const char to : letters) {
       if (from == to) continue;
       text += route(venue, from, to) + ";";
-      venue.wayfind(at(venue, from), at(venue, to), {}, 100,
+      venue.wayfind(waypointAt(venue, from), waypointAt(venue, to), {}, 100,
                     [&](const auto& optimal, const auto& others) {
                       if (optimal) text += lettersOf(*optimal) + ",";
                       if (others) text += lettersOf(others->front());
                     });
     }
-    const auto closest = venue.getClosestWaypointInArray(all(venue, "BHK"), at(venue, from), 100);
+    const auto closest =
+        venue.getClosestWaypointInArray(all(venue, "BHK"), waypointAt(venue, from), 100);
     text += closest != nullptr ? closest->id.printed() + "\n" : "none\n";
   }
   return text;
