@@ -30,18 +30,17 @@ std::shared_ptr<TernMap> mapOfSize(int id, Value width, Value height) {
 }
 
 // Corners as [latitude, longitude].
-TernVenueData venueBetween(Value topLeft, Value bottomRight) {
-  TernVenueData venue;
-  venue.coordinates = TernPosition::initWithDictionary(
-      Value::map({{"topLeft", std::move(topLeft)}, {"bottomRight", std::move(bottomRight)}}));
-  venue.maps = std::make_shared<TernMapCollection>();
-  return venue;
-}
+struct FramedVenue : TernVenueData {
+  FramedVenue(Value topLeft, Value bottomRight, const std::shared_ptr<TernMap>& map = nullptr) {
+    coordinates = TernPosition::initWithDictionary(
+        Value::map({{"topLeft", std::move(topLeft)}, {"bottomRight", std::move(bottomRight)}}));
+    maps = std::make_shared<TernMapCollection>();
+    maps->addMapToCollection(map);
+  }
+};
 
-TernVenueData venueOfTenDegrees() {
-  TernVenueData venue = venueBetween(Value::list({10, 0}), Value::list({0, 10}));
-  venue.maps->addMapToCollection(mapOfSize(1, 1000, 1000));
-  return venue;
+FramedVenue venueOfTenDegrees() {
+  return {Value::list({10, 0}), Value::list({0, 10}), mapOfSize(1, 1000, 1000)};
 }
 
 void expectNear(TernCoordinate actual, TernCoordinate expected, double tolerance) {
@@ -77,7 +76,7 @@ TEST(TernUtils, degreesToMetresAndBackReturnTheInput) {
 }
 
 TEST(TernUtils, cornersOfTheVenueAreCornersOfItsMap) {
-  const TernVenueData venue = venueOfTenDegrees();
+  const FramedVenue venue = venueOfTenDegrees();
   const auto toLocal = [&](TernCoordinate degrees) {
     return TernUtils::convertPoint(degrees, "EPSG:4326", "tern:local", &venue);
   };
@@ -87,14 +86,14 @@ TEST(TernUtils, cornersOfTheVenueAreCornersOfItsMap) {
 }
 
 TEST(TernUtils, localScaleIsThatOfTheFirstMap) {
-  TernVenueData venue = venueOfTenDegrees();
+  FramedVenue venue = venueOfTenDegrees();
   venue.maps->addMapToCollection(mapOfSize(2, 5, 5));
   expectNear(TernUtils::convertPoint({10, 0}, "EPSG:4326", "tern:local", &venue), {1000, 1000},
              1e-9);
 }
 
 TEST(TernUtils, localYGrowsDownward) {
-  const TernVenueData venue = venueOfTenDegrees();
+  const FramedVenue venue = venueOfTenDegrees();
   const auto upper = TernUtils::convertPointFromLocalToEPSG3857({0, 100}, &venue);
   const auto lower = TernUtils::convertPointFromLocalToEPSG3857({0, 200}, &venue);
   EXPECT_GT(upper.y, lower.y);
@@ -102,13 +101,13 @@ TEST(TernUtils, localYGrowsDownward) {
 }
 
 TEST(TernUtils, numbersThatAreNoneReadAsZero) {
-  TernVenueData venue = venueBetween(Value::list({10, nullptr}), Value::list({"x", 10}));
+  FramedVenue venue(Value::list({10, nullptr}), Value::list({"x", 10}));
   venue.maps->addMapToCollection(mapOfSize(1, 1000, 1000));
   expectNear(TernUtils::convertPointToLocalCoordinates({10, 0}, &venue), {1000, 1000}, 1e-9);
 }
 
 TEST(TernUtils, aVenueWithoutExtentGivesNumbersThatAreNotFinite) {
-  TernVenueData venue = venueBetween(Value::list({10, 3}), Value::list({0, 3}));
+  FramedVenue venue(Value::list({10, 3}), Value::list({0, 3}));
   venue.maps->addMapToCollection(mapOfSize(1, 1000, 1000));
   EXPECT_FALSE(std::isfinite(TernUtils::convertPointToLocalCoordinates({3, 5}, &venue).x));
   EXPECT_FALSE(std::isfinite(TernUtils::convertPointToLocalCoordinates({4, 5}, &venue).x));
@@ -121,7 +120,7 @@ struct RefusedConversion {
 };
 
 TEST(TernUtils, conversionsThatCannotBeAreLoggedAndGiveTheOrigin) {
-  const TernVenueData venue = venueOfTenDegrees();
+  const FramedVenue venue = venueOfTenDegrees();
   const std::vector<RefusedConversion> refused = {
       {"", "EPSG:4326", "Invalid fromProjection entered."},
       {"epsg:4326", "nowhere", "Invalid fromProjection entered."},
@@ -165,20 +164,20 @@ TEST(TernUtils, aVenueWithoutTopLeftCornerHasNoFrame) {
   expectNoFrame(&empty, line);
   for (const Value& bad : {Value(), Value("10,0"), Value::list({10}), Value::list({10, 0, 0}),
                            Value::map({{"a", 1}, {"b", 2}})}) {
-    const TernVenueData venue = venueBetween(bad, corner);
+    const FramedVenue venue(bad, corner);
     expectNoFrame(&venue, line);
   }
 }
 
 TEST(TernUtils, aVenueWithoutBottomRightCornerHasNoFrame) {
   for (const Value& bad : {Value(), Value(nullptr), Value::list({10}), Value::list({1, 2, 3})}) {
-    const TernVenueData venue = venueBetween(Value::list({10, 0}), bad);
+    const FramedVenue venue(Value::list({10, 0}), bad);
     expectNoFrame(&venue, "Invalid bottom right reference coordinate.");
   }
 }
 
 TEST(TernUtils, aVenueWithoutMapHasNoFrame) {
-  TernVenueData venue = venueBetween(Value::list({10, 0}), Value::list({0, 10}));
+  FramedVenue venue(Value::list({10, 0}), Value::list({0, 10}));
   expectNoFrame(&venue, "Invalid venue map.");
   venue.maps = nullptr;
   expectNoFrame(&venue, "Invalid venue map.");
@@ -260,8 +259,8 @@ RC_GTEST_PROP(TernUtils, metresAndBackGiveTheSameDegrees, ()) {
 RC_GTEST_PROP(TernUtils, localAndBackGiveTheSamePoint, ()) {
   const double left = numberBetween(-170, 160);
   const double bottom = numberBetween(-70, 60);
-  TernVenueData venue = venueBetween(Value::list({bottom + numberBetween(1, 10), left}),
-                                     Value::list({bottom, left + numberBetween(1, 10)}));
+  FramedVenue venue(Value::list({bottom + numberBetween(1, 10), left}),
+                    Value::list({bottom, left + numberBetween(1, 10)}));
   const int width = *rc::gen::inRange(1, 5000);
   const int height = *rc::gen::inRange(1, 5000);
   venue.maps->addMapToCollection(mapOfSize(1, width, height));
