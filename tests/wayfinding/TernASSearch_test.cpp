@@ -343,9 +343,9 @@ TEST(TernASSearch, laterSearchLeavesARouteOfItsOwnAsItWas) {
   EXPECT_EQ(end.f(), 60);
   EXPECT_EQ(end.distance(), 60.0F);
   EXPECT_EQ(end.usedEdgeTypeId(), 1);
-  std::string chain;
-  for (auto at = std::optional(end); at; at = at->parent()) chain += lettersOf({{.points = {*at}}});
-  EXPECT_EQ(chain, "CBA");
+  std::vector<std::int64_t> chain;
+  for (auto at = std::optional(end); at; at = at->parent()) chain.push_back(at->nodeId());
+  EXPECT_THAT(chain, testing::ElementsAre(idOf('C'), idOf('B'), idOf('A')));
 }
 
 TEST(TernASSearch, blockingAPointOfARouteOfItsOwnBlocksTheGrid) {
