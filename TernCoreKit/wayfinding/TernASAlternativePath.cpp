@@ -147,11 +147,14 @@ bool TernASAlternativePath::validateNode(const TernASNode& node,
 
 std::optional<TernASAlternativePath::Routes> TernASAlternativePath::blockWaypoints(
     const std::vector<TernASNode>& points, const std::vector<std::size_t>& decisionIndexes) {
-  if (const auto length = stretchLength(points.size(), pathMatchThreshold)) {
-    std::vector<std::size_t> behind;
-    for (const std::size_t decision : decisionIndexes) behind.push_back(decision + 1);
-    tryDetours(points, behind, *length);
-  }
+  const auto length = stretchLength(points.size(), pathMatchThreshold);
+  if (!length) return best();
+  std::vector<std::size_t> behind;
+  for (const std::size_t decision : decisionIndexes) behind.push_back(decision + 1);
+  return tryDetours(points, behind, *length);
+}
+
+std::optional<TernASAlternativePath::Routes> TernASAlternativePath::best() const {
   if (!bestAlternativePath) return std::nullopt;
   return Routes{*bestAlternativePath};
 }
@@ -161,9 +164,9 @@ void TernASAlternativePath::blockandgeneratePath(std::span<const TernASNode> nod
   tryDetours(nodes, first, nodes.size());
 }
 
-void TernASAlternativePath::tryDetours(std::span<const TernASNode> nodes,
-                                       std::span<const std::size_t> firsts, std::size_t length) {
-  if (grid == nullptr) return;
+std::optional<TernASAlternativePath::Routes> TernASAlternativePath::tryDetours(
+    std::span<const TernASNode> nodes, std::span<const std::size_t> firsts, std::size_t length) {
+  if (grid == nullptr) return best();
   detail::DetourSearch detours(grid->nodes_, nodes);
   for (const std::size_t first : firsts) {
     if (first + length > nodes.size()) continue;
@@ -173,7 +176,9 @@ void TernASAlternativePath::tryDetours(std::span<const TernASNode> nodes,
     if (isFound) keepIfBest(detours);
     detours.open();
   }
+  auto found = best();
   detours.commit();
+  return found;
 }
 
 void TernASAlternativePath::keepIfBest(const detail::DetourSearch& detours) {

@@ -118,9 +118,12 @@ class TERN_API TernASAlternativePath {
   void readOptions(const Value& options);
   bool hasEnds() const { return waypointStart != nullptr && waypointEnd != nullptr; }
   TernASSearch search() const;
-  // Closes so many of the nodes from each of the given ones on, one stretch after the other.
-  void tryDetours(std::span<const TernASNode> nodes, std::span<const std::size_t> firsts,
-                  std::size_t length);
+  // Closes so many of the nodes from each of the given ones on, one stretch after the other. The
+  // best detour so far, which is made before the grid's blocks are lifted: what comes then does not
+  // fail.
+  std::optional<Routes> tryDetours(std::span<const TernASNode> nodes,
+                                   std::span<const std::size_t> firsts, std::size_t length);
+  std::optional<Routes> best() const;
   TERN_INTERNAL void keepIfBest(const detail::DetourSearch& detours);
   std::optional<TernRoute> acceptable(std::optional<TernRoute> candidate) const;
   bool isShortEnough(float length) const;

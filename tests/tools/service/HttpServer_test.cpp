@@ -88,7 +88,7 @@ TEST_F(HttpServerTest, requestIsAnswered) {
   const std::string answer = answerTo("GET /a%20b?c=%64 HTTP/1.1\r\nHost: h\r\n\r\n");
   EXPECT_THAT(answer, StartsWith("HTTP/1.1 200 OK\r\n"));
   EXPECT_THAT(answer, HasSubstr("\r\nContent-Type: application/json\r\n"));
-  EXPECT_THAT(answer, HasSubstr("\r\nContent-Length: 18\r\n"));
+  EXPECT_THAT(answer, HasSubstr("\r\nContent-Length: 17\r\n"));
   EXPECT_THAT(answer, EndsWith("\r\n\r\nGET /a%20b?c=%64 "));
 }
 

@@ -53,12 +53,12 @@ class GenerateCommandTest : public testing::Test {
 };
 
 TEST_F(GenerateCommandTest, wordsChooseEveryOption) {
-  expectSame({"--seed", "7", "--buildings", "3", "--floors", "2", "--waypoints", "300", "--spacing",
+  expectSame({"--seed", "7", "--buildings", "3", "--floors", "2", "--waypoints", "400", "--spacing",
               "2", "--customer", "8", "--venue", "9", "--venues", "2"},
              {.seed = 7,
               .buildings = 3,
               .floors = 2,
-              .waypoints = 300,
+              .waypoints = 400,
               .spacing = 2,
               .customer = 8,
               .venue = 9,

@@ -78,8 +78,8 @@ TEST_F(RouteCommandTest, pictureIsDrawnBesideTheAnswer) {
 }
 
 TEST_F(RouteCommandTest, pictureThatCannotBeWrittenIsAFailure) {
-  const Outcome outcome = test::outcomeOf(
-      {"route", "--data", "d", "--from", "1", "--to", "4", "--picture", "/no/such/r.svg"}, venue_);
+  const Outcome outcome =
+      test::outcomeOf({"route", "--from", "1", "--to", "4", "--picture", "/no/such/r.svg"}, venue_);
   EXPECT_EQ(std::get<Failure>(outcome).status, ExitStatus::wrongWords);
   EXPECT_EQ(std::get<Failure>(outcome).error.message, "--picture: cannot write /no/such/r.svg");
 }
