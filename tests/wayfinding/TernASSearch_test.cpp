@@ -431,6 +431,7 @@ TEST(TernASSearchConcurrent, severalThreadsFindInOneGridWhatOneFinds) {
   const auto blocked = allRoutes(drawn.search, drawn.venue);
   EXPECT_NE(blocked, alone);
   for (const auto& found : onThreads(4, drawn)) EXPECT_EQ(found, blocked);
+  EXPECT_THAT(drawn.log.take(), testing::Each("Tern SDK: NO PATH"));
 }
 
 TEST(TernASSearchConcurrent, searchesSeeABlockWholeOrNotAtAll) {

@@ -141,13 +141,14 @@ std::shared_ptr<TernWaypoint> NearestQuestion::nearestTo(TernCoordinate at,
 std::shared_ptr<TernWaypoint> NearestQuestion::startAndWalk(TernCoordinate at,
                                                             const std::shared_ptr<TernMap>& map,
                                                             const TernElement& element) {
-  if (!canSearchFor({element}) || !standsOn(map)) return nullptr;
+  const TernNearestElement::Elements elements(1, element);
+  if (!canSearchFor(elements) || !standsOn(map)) return nullptr;
   const auto floor = floorByMap(map);
   if (floor == nullptr || floor->level.isAbsent()) {
     fail(TernErrorTypeIncorrectObjectType, noFloorMessage);
     return nullptr;
   }
-  startAt({at.x, at.y, idOf(map->id), nullptr, nullptr}, {element}, floor->level.integer());
+  startAt({at.x, at.y, idOf(map->id), nullptr, nullptr}, elements, floor->level.integer());
   state_.isUpperFloorValid = true;
   state_.isLowerFloorValid = true;
   if (!state_.tree) {
