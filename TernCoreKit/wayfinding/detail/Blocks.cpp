@@ -98,8 +98,7 @@ void addWaysInto(const GridGraph& graph, std::int64_t id, std::vector<Position> 
                  Ways& ways) {
   // Once for each neighbour, however many links lead there.
   std::ranges::sort(neighbours);
-  const auto repeated = std::ranges::unique(neighbours);
-  neighbours.erase(repeated.begin(), repeated.end());
+  neighbours.erase(std::unique(neighbours.begin(), neighbours.end()), neighbours.end());
   for (const Position neighbour : neighbours) addWaysFrom(graph, neighbour, id, ways);
 }
 

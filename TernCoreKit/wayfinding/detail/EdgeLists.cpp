@@ -23,8 +23,8 @@ std::uint64_t linksOver(PathIndex path, const VenueFacts& facts) {
   std::ranges::copy_if(ends, std::back_inserter(waypoints),
                        [&](PathEnd end) { return facts.isWaypoint(end); });
   std::ranges::sort(waypoints);
-  const auto repeated = std::ranges::unique(waypoints);
-  return (waypoints.size() - repeated.size()) * ends.size();
+  waypoints.erase(std::unique(waypoints.begin(), waypoints.end()), waypoints.end());
+  return waypoints.size() * ends.size();
 }
 
 // Visits every waypoint with every path that touches it, in the order of the paths.

@@ -37,8 +37,7 @@ std::vector<Position> GridGraph::findAll(std::span<const std::int64_t> ids) cons
     if (waypoint != none<WaypointIndex>) found.push_back(waypoint);
   }
   std::ranges::sort(found);
-  const auto repeated = std::ranges::unique(found);
-  found.erase(repeated.begin(), repeated.end());
+  found.erase(std::unique(found.begin(), found.end()), found.end());
   if (facts.hasRepeats()) {
     // The later nodes of these ids are wanted too.
     const std::vector<WaypointIndex> firsts = std::move(found);
