@@ -1,5 +1,5 @@
 // The tour solver word for word: for each size the list of all sets of that size, and a table with
-// a row for each place and a cell for each set, the start's among them. What the library's own is
+// a row for each stop and a cell for each set, the start's among them. What the library's own is
 // measured by, and what tests compare it with.
 #pragma once
 
@@ -15,7 +15,7 @@ namespace tern::bench {
 
 class LiteralTour {
  public:
-  // REQUIRES: a square matrix of at most `TernTSP::mostPlaces` places.
+  // REQUIRES: a square matrix of at most `TernTSP::mostStops` stops.
   explicit LiteralTour(const TernTSP::Matrix& lengths)
       : lengths_(lengths),
         count_(static_cast<std::uint32_t>(lengths.size())),

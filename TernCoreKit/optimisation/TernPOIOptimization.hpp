@@ -24,7 +24,7 @@ struct TernDestination;
 /// settled on one waypoint; then, from the start's level on, the stops of a level are put in order
 /// and the next level is the one whose nearest stop lies nearest to the last, by the straight-line
 /// measure of TernNearestElement. The stops of a level are ordered exactly, by lengths measured
-/// along a chain from each to the nearest of the rest; a level of more than `TernTSP::mostPlaces`
+/// along a chain from each to the nearest of the rest; a level of more than `TernTSP::mostStops`
 /// stops, the one it starts at included, keeps that chain as its order.
 ///
 /// A destination that no connector leads to is left out. A level to which the search finds no way

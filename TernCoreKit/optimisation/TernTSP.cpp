@@ -38,7 +38,7 @@ class Tour {
   }
 
  private:
-  // The best end of a path over the places that are left, when those behind it are settled.
+  // The best end of a path over the stops that are left, when those behind it are settled.
   std::size_t lastOf(std::uint32_t left, const std::vector<std::size_t>& backwards) const {
     std::optional<std::size_t> best;
     double bestLength = 0;
@@ -61,11 +61,11 @@ class Tour {
 }  // namespace
 
 TernTSP::Result TernTSP::solve(const Matrix& lengths) {
-  if (lengths.size() > mostPlaces) {
-    logSdk("a tour of " + std::to_string(lengths.size()) + " places is not solved, only of " +
-           std::to_string(mostPlaces));
+  if (lengths.size() > mostStops) {
+    logSdk("a tour of " + std::to_string(lengths.size()) + " stops is not solved, only of " +
+           std::to_string(mostStops));
   }
-  if (lengths.size() < 2 || lengths.size() > mostPlaces) return {{0}};
+  if (lengths.size() < 2 || lengths.size() > mostStops) return {{0}};
   Matrix square = lengths;
   for (auto& row : square) row.resize(lengths.size());
   const Tour tour(std::move(square));
@@ -85,8 +85,8 @@ void TernTSP::combination(std::uint32_t set, int at, int r, int n,
     subsets.push_back(set);
     return;
   }
-  for (int place = at; place < n; ++place) {
-    combination(set | 1U << place, place + 1, r - 1, n, subsets);
+  for (int stop = at; stop < n; ++stop) {
+    combination(set | 1U << stop, stop + 1, r - 1, n, subsets);
   }
 }
 

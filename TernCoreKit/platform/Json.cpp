@@ -114,9 +114,9 @@ void JsonWriter::writeEscaped(char c) {
   const auto byte = static_cast<unsigned char>(c);
   if (byte >= 0x80) {
     out_ += "\xEF\xBF\xBD";
-  } else if (const std::size_t place = meanings.find(c); place != meanings.npos) {
+  } else if (const std::size_t which = meanings.find(c); which != meanings.npos) {
     out_ += '\\';
-    out_ += letters[place];
+    out_ += letters[which];
   } else {
     out_ += "\\u00";
     out_ += hexDigits[byte >> 4U];

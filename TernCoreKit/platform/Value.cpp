@@ -150,8 +150,7 @@ bool Value::flag() const noexcept { return number() != 0; }
 
 std::string_view Value::text() const noexcept {
   if (tag() == tagShortText) {
-    return {reinterpret_cast<const char*>(words_),
-            static_cast<std::size_t>(bytes()[tagPlace] >> 4U)};
+    return {reinterpret_cast<const char*>(words_), static_cast<std::size_t>(bytes()[tagAt] >> 4U)};
   }
   if (tag() == tagLongText) return {block()->elements<char>(), block()->size};
   return {};

@@ -61,7 +61,7 @@ class TERN_API Value {
   }
   /// A text.
   Value(std::string_view text) {  // NOLINT(google-explicit-constructor)
-    if (text.size() < tagPlace + 1) {
+    if (text.size() < tagAt + 1) {
       setShortText(text);
     } else {
       setLongText(text);
@@ -79,9 +79,9 @@ class TERN_API Value {
   /// REQUIRES: the keys differ.
   static Value map(std::initializer_list<Entry> entries = {});
 
-  /// Takes the values out of their places and makes a list of them.
+  /// Takes the values out and makes a list of them.
   static Value listOf(std::span<Value> items);
-  /// Takes the values out of their places and makes a map of every second one as a key and the one
+  /// Takes the values out and makes a map of every second one as a key and the one
   /// behind it as its value.
   /// REQUIRES: their number is even; the keys are texts and differ.
   static Value mapOf(std::span<Value> keysAndValues);
@@ -187,7 +187,7 @@ class TERN_API Value {
   }
 
  private:
-  static constexpr std::size_t tagPlace = 15;
+  static constexpr std::size_t tagAt = 15;
   static constexpr unsigned char tagAbsent = 0;
   static constexpr unsigned char tagNull = 1;
   static constexpr unsigned char tagBoolean = 2;
@@ -206,9 +206,9 @@ class TERN_API Value {
   const unsigned char* bytes() const noexcept {
     return reinterpret_cast<const unsigned char*>(words_);
   }
-  unsigned char tag() const noexcept { return bytes()[tagPlace] & 15U; }
+  unsigned char tag() const noexcept { return bytes()[tagAt] & 15U; }
   bool ownsBlock() const noexcept { return tag() >= tagLongText; }
-  // A word that has the given byte at the place of the tag.
+  // A word that has the given byte where the tag is.
   static constexpr std::uint64_t tagWord(std::size_t byte) noexcept {
     return std::endian::native == std::endian::little ? std::uint64_t{byte} << 56U : byte;
   }
@@ -299,8 +299,8 @@ inline void Value::setShortText(std::string_view text) noexcept {
     if (size > 0) std::memcpy(words_, text.data(), size);
     return;
   }
-  const auto load = [&](auto word, std::size_t place) {
-    std::memcpy(&word, text.data() + place, sizeof word);
+  const auto load = [&](auto word, std::size_t at) {
+    std::memcpy(&word, text.data() + at, sizeof word);
     return std::uint64_t{word};
   };
   if (size >= 8) {

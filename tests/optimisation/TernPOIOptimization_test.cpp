@@ -211,7 +211,7 @@ TEST_F(TernPOIOptimizationTest, moreStopsThanAreSolvedKeepTheChain) {
        destinations);
   visitAll('A');
   EXPECT_EQ(stops(), line);
-  EXPECT_THAT(log_.take(), ElementsAre("Tern SDK: a tour of 26 places is not solved, only of 22"));
+  EXPECT_THAT(log_.take(), ElementsAre("Tern SDK: a tour of 26 stops is not solved, only of 22"));
 }
 
 TEST_F(TernPOIOptimizationTest, knowsItsDestinationsAndTheirWaypoints) {

@@ -77,9 +77,9 @@ TEST(TernTSP, unreachablePlacesComeInTheTourAtInfiniteCost) {
   EXPECT_EQ(cost, infinite);
 }
 
-TEST(TernTSP, mostPlacesAreSolved) {
+TEST(TernTSP, mostStopsAreSolved) {
   // Round numbers along a line, the places shuffled by a step that is coprime to their number.
-  const std::size_t count = TernTSP::mostPlaces;
+  const std::size_t count = TernTSP::mostStops;
   const auto at = [&](std::size_t place) { return static_cast<double>(place * 5 % count); };
   TernTSP::Matrix line(count, std::vector<double>(count));
   for (std::size_t i = 0; i < count; ++i) {
@@ -94,11 +94,11 @@ TEST(TernTSP, mostPlacesAreSolved) {
 
 TEST(TernTSP, morePlacesThanThatAreRefusedAndLogged) {
   test::CapturedLog log;
-  const std::size_t count = TernTSP::mostPlaces + 1;
+  const std::size_t count = TernTSP::mostStops + 1;
   const auto [tour, cost] = TernTSP::solve(TernTSP::Matrix(count, std::vector<double>(count, 1)));
   EXPECT_THAT(tour, ElementsAre(0));
   EXPECT_EQ(cost, infinite);
-  EXPECT_THAT(log.take(), ElementsAre("Tern SDK: a tour of 23 places is not solved, only of 22"));
+  EXPECT_THAT(log.take(), ElementsAre("Tern SDK: a tour of 23 stops is not solved, only of 22"));
 }
 
 TEST(TernTSP, notIntIsTrueForPlacesOutsideTheSubset) {

@@ -64,7 +64,7 @@ std::vector<std::vector<double>> RequestFields::matrix(std::string_view name, st
   const auto rows = field->items();
   if (!field->isList()) complain(name, wantsMatrix);
   if (rows.size() > most) {
-    complain(name, " has " + std::to_string(rows.size()) + " places; at most " +
+    complain(name, " has " + std::to_string(rows.size()) + " rows; at most " +
                        std::to_string(most) + " can be solved");
   }
   std::vector<std::vector<double>> numbers;

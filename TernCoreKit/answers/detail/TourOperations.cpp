@@ -37,7 +37,7 @@ Value answerTour(TernActiveVenue& venue, RequestFields& fields) {
 }
 
 Value answerSolve(TernActiveVenue&, RequestFields& fields) {
-  const TernTSP::Matrix matrix = fields.matrix("matrix", TernTSP::mostPlaces);
+  const TernTSP::Matrix matrix = fields.matrix("matrix", TernTSP::mostStops);
   if (fields.error()) return {};
   const auto [tour, cost] = TernTSP::solve(matrix);
   Value rows = Value::list();

@@ -35,12 +35,12 @@ namespace tern::inline v5::detail {
 void logUnknownKey(std::string_view key, std::string_view kind);
 void logWrongKind(std::string_view what, std::string_view kind, std::string_view wanted);
 
-// Which field stood at which place of the last document. The documents of a batch nearly always
+// Which field stood at which position of the last document. The documents of a batch nearly always
 // have their keys in one order, so that the first guess is right.
 class KeyOrder {
  public:
-  std::uint8_t& fieldAt(std::size_t place) {
-    return fieldAt_[std::min(place, fieldAt_.size() - 1)];
+  std::uint8_t& fieldAt(std::size_t position) {
+    return fieldAt_[std::min(position, fieldAt_.size() - 1)];
   }
 
  private:
@@ -192,9 +192,9 @@ std::shared_ptr<Record> FieldTable<Record>::copy(const Record& from) const {
 
 template <class Record>
 bool FieldTable<Record>::fill(Record& record, Value& dictionary, KeyOrder& order) const {
-  std::size_t place = 0;
+  std::size_t position = 0;
   for (Value::Entry& entry : dictionary.entries()) {
-    const Field* field = fieldOf(entry.key, order.fieldAt(place++));
+    const Field* field = fieldOf(entry.key, order.fieldAt(position++));
     if (field == nullptr) {
       if (unknownKeys_ == UnknownKeys::ignore) continue;
       logUnknownKey(entry.key.text(), kind_);

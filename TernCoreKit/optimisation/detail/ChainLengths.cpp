@@ -9,7 +9,7 @@ constexpr double unknownLength = -1;
 }  // namespace
 
 const TernTSP::Matrix& ChainLengths::measure(Chain chain) {
-  const std::size_t cells = chain.size() <= TernTSP::mostPlaces ? chain.size() : 0;
+  const std::size_t cells = chain.size() <= TernTSP::mostStops ? chain.size() : 0;
   costToPathGraph_.assign(chain.size(), std::vector<double>(cells, 0));
   for (std::size_t row = 0; row < cells; ++row) {
     createPathandDoCorrectionInOrder(chain.subspan(row));

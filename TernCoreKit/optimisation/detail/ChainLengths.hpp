@@ -22,7 +22,7 @@ class ChainLengths {
  public:
   explicit ChainLengths(const LegCache& legs) : legs_(legs) {}
 
-  // In map units. A chain of more than `TernTSP::mostPlaces` stops gets rows without cells: the
+  // In map units. A chain of more than `TernTSP::mostStops` stops gets rows without cells: the
   // solver refuses it anyway.
   const TernTSP::Matrix& measure(std::span<const std::shared_ptr<TernWaypoint>> chain);
 

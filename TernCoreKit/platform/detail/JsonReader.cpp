@@ -261,9 +261,9 @@ char* JsonReader::escape(char* at, char*& out) {
   constexpr std::string_view letters = "\"\\/bfnrt";
   constexpr std::string_view meanings = "\"\\/\b\f\n\r\t";
   if (at[1] == 'u') return unicodeEscape(at, out);
-  const std::size_t place = letters.find(at[1]);
-  if (place == letters.npos) return fail("Unknown escape in a string.", at);
-  *out++ = meanings[place];
+  const std::size_t which = letters.find(at[1]);
+  if (which == letters.npos) return fail("Unknown escape in a string.", at);
+  *out++ = meanings[which];
   return at + 2;
 }
 

@@ -40,7 +40,7 @@ class JsonReader {
     char closer;
   };
 
-  // All of these read on at a place of the text, which ends with a NUL byte, and return the place
+  // All of these read on from a point of the text, which ends with a NUL byte, and return the point
   // behind what they read; null after an error.
   char* value(char* at);
   char* next(char* at);

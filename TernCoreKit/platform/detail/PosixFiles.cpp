@@ -96,12 +96,12 @@ Descriptor openFolder(const std::string& root, const std::vector<std::string>& n
 }
 
 // The last name of a path and the open folder that it lies in.
-struct Place {
+struct Entry {
   Descriptor folder;
   std::string name;
 };
 
-std::optional<Place> placeOf(const std::string& root, std::string_view path) {
+std::optional<Entry> entryOf(const std::string& root, std::string_view path) {
   auto names = namesOf(path);
   if (!names || names->empty()) {
     errno = EINVAL;
@@ -111,14 +111,14 @@ std::optional<Place> placeOf(const std::string& root, std::string_view path) {
   names->pop_back();
   Descriptor folder = openFolder(root, *names);
   if (!folder.isOpen()) return std::nullopt;
-  return Place{std::move(folder), std::move(name)};
+  return Entry{std::move(folder), std::move(name)};
 }
 
 bool isKind(const std::string& root, std::string_view path, mode_t kind) {
-  const auto place = placeOf(root, path);
+  const auto entry = entryOf(root, path);
   struct stat status {};
-  return place &&
-         ::fstatat(place->folder.number(), place->name.c_str(), &status, AT_SYMLINK_NOFOLLOW) ==
+  return entry &&
+         ::fstatat(entry->folder.number(), entry->name.c_str(), &status, AT_SYMLINK_NOFOLLOW) ==
              0 &&
          (status.st_mode & S_IFMT) == kind;
 }
@@ -194,10 +194,10 @@ PosixFiles::PosixFiles(std::string documentsFolder)
     : documentsFolder_(withoutEndingSlashes(std::move(documentsFolder))) {}
 
 std::optional<std::string> PosixFiles::readFile(std::string_view path) const {
-  const auto place = placeOf(documentsFolder_, path);
-  if (!place) return std::nullopt;
-  // A pipe in the place of the file would otherwise be waited for.
-  const Descriptor file(::openat(place->folder.number(), place->name.c_str(),
+  const auto entry = entryOf(documentsFolder_, path);
+  if (!entry) return std::nullopt;
+  // A pipe in the file's stead would otherwise be waited for.
+  const Descriptor file(::openat(entry->folder.number(), entry->name.c_str(),
                                  O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
   struct stat status {};
   if (!file.isOpen() || ::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) {
@@ -207,15 +207,15 @@ std::optional<std::string> PosixFiles::readFile(std::string_view path) const {
 }
 
 std::optional<FileError> PosixFiles::createFile(std::string_view path, std::string_view contents) {
-  const auto place = placeOf(documentsFolder_, path);
-  if (!place) return lastError();
-  const int folder = place->folder.number();
+  const auto entry = entryOf(documentsFolder_, path);
+  if (!entry) return lastError();
+  const int folder = entry->folder.number();
   const std::string temporary = temporaryName();
   const Descriptor file(::openat(folder, temporary.c_str(),
                                  O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, fileMode));
   if (!file.isOpen()) return lastError();
   if (writeAll(file, contents) &&
-      ::renameat(folder, temporary.c_str(), folder, place->name.c_str()) == 0) {
+      ::renameat(folder, temporary.c_str(), folder, entry->name.c_str()) == 0) {
     return std::nullopt;
   }
   FileError error = lastError();
@@ -247,9 +247,9 @@ std::vector<std::string> PosixFiles::list(std::string_view path) const {
 }
 
 std::optional<FileError> PosixFiles::remove(std::string_view path) {
-  const auto place = placeOf(documentsFolder_, path);
-  if (!place) return lastError();
-  return removeIn(place->folder, place->name);
+  const auto entry = entryOf(documentsFolder_, path);
+  if (!entry) return lastError();
+  return removeIn(entry->folder, entry->name);
 }
 
 }  // namespace tern::detail

@@ -58,7 +58,7 @@ class KeyFilter {
   std::span<std::uint8_t> slots_ = small_;
 };
 
-// The places of the keys that may occur twice.
+// The positions of the keys that may occur twice.
 std::vector<std::size_t> suspects(std::span<const Value> keysAndValues) {
   KeyFilter filter(keysAndValues.size() / 2);
   bool allAlone = true;
@@ -73,17 +73,18 @@ std::vector<std::size_t> suspects(std::span<const Value> keysAndValues) {
 }
 
 // Gives the first of equal keys the value of the last and makes the others absent.
-void mergeRepeated(std::span<Value> keysAndValues, std::vector<std::size_t> places) {
-  const auto key = [&](std::size_t place) { return keysAndValues[place].text(); };
-  std::ranges::sort(places, {}, [&](std::size_t place) { return std::pair(key(place), place); });
-  std::size_t first = places.front();
-  for (const std::size_t place : std::span(places).subspan(1)) {
-    if (key(place) != key(first)) {
-      first = place;
+void mergeRepeated(std::span<Value> keysAndValues, std::vector<std::size_t> positions) {
+  const auto key = [&](std::size_t position) { return keysAndValues[position].text(); };
+  std::ranges::sort(positions, {},
+                    [&](std::size_t position) { return std::pair(key(position), position); });
+  std::size_t first = positions.front();
+  for (const std::size_t position : std::span(positions).subspan(1)) {
+    if (key(position) != key(first)) {
+      first = position;
       continue;
     }
-    keysAndValues[first + 1] = std::move(keysAndValues[place + 1]);
-    keysAndValues[place] = Value();
+    keysAndValues[first + 1] = std::move(keysAndValues[position + 1]);
+    keysAndValues[position] = Value();
   }
 }
 
@@ -103,9 +104,9 @@ std::size_t closeGaps(std::span<Value> keysAndValues) {
 }  // namespace
 
 std::size_t removeRepeatedKeys(std::span<Value> keysAndValues) {
-  std::vector<std::size_t> places = suspects(keysAndValues);
-  if (places.empty()) return keysAndValues.size();
-  mergeRepeated(keysAndValues, std::move(places));
+  std::vector<std::size_t> positions = suspects(keysAndValues);
+  if (positions.empty()) return keysAndValues.size();
+  mergeRepeated(keysAndValues, std::move(positions));
   return closeGaps(keysAndValues);
 }
 

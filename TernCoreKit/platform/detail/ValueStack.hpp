@@ -38,7 +38,7 @@ class ValueStack {
     ++top_;
   }
 
-  // Puts a list of all values from the given place on in their stead.
+  // Puts a list of all values from `start` on in their stead.
   void makeList(std::size_t start) {
     if (top_ == end_) grow();
     replace(start, Value::listOf, size() - start);
@@ -51,11 +51,11 @@ class ValueStack {
   }
 
  private:
-  // The container is made in its place at once: a move would wait for the two stores that it is.
-  void replace(std::size_t start, Value (*container)(std::span<Value>), std::size_t count) {
-    Value* const place = first_ + start;
-    new (place) Value(container(std::span(place, count)));
-    top_ = place + 1;
+  // The container is made where it stays: a move would wait for the two stores that it is.
+  void replace(std::size_t start, Value (*made)(std::span<Value>), std::size_t count) {
+    Value* const container = first_ + start;
+    new (container) Value(made(std::span(container, count)));
+    top_ = container + 1;
   }
 
   // Values may be carried elsewhere as bytes, which lets the system move pages instead of copying.

@@ -6,13 +6,13 @@ namespace tern::inline v5::detail {
 
 namespace {
 
-Indexed<KnownIndex, Place> placesOf(const VenueFacts& facts) {
-  Indexed<KnownIndex, Place> places;
-  places.reserve(facts.known().count());
+Indexed<KnownIndex, FloorPoint> pointsOf(const VenueFacts& facts) {
+  Indexed<KnownIndex, FloorPoint> points;
+  points.reserve(facts.known().count());
   for (KnownIndex i{0}; numberOf(i) < facts.known().count(); ++i) {
-    places.push_back(facts.placeOf(i));
+    points.push_back(facts.pointOf(i));
   }
-  return places;
+  return points;
 }
 
 // Lays out one node's links after the other's.
@@ -24,28 +24,28 @@ class LinkLayer {
         bounds_(bounds),
         edges_(edges),
         order_(order),
-        places_(placesOf(facts)),
-        nowhere_(facts.placeOf(none<KnownIndex>)) {}
+        points_(pointsOf(facts)),
+        nowhere_(facts.pointOf(none<KnownIndex>)) {}
 
   void layNode(WaypointIndex waypoint, Graph& graph) const {
     const PathEnd self{numberOf(facts_.firstOf(waypoint))};
-    const Place& from = placeOf(facts_.knownAt(self));
+    const FloorPoint& from = pointOf(facts_.knownAt(self));
     for (const PathIndex path : edges_.of(waypoint)) {
       if (bounds_.isLinked(path)) layPath(path, self, from, graph);
     }
   }
 
  private:
-  const Place& placeOf(KnownIndex known) const {
-    return known != none<KnownIndex> ? places_[known] : nowhere_;
+  const FloorPoint& pointOf(KnownIndex known) const {
+    return known != none<KnownIndex> ? points_[known] : nowhere_;
   }
 
-  void layPath(PathIndex path, PathEnd self, const Place& from, Graph& graph) const {
+  void layPath(PathIndex path, PathEnd self, const FloorPoint& from, Graph& graph) const {
     const PathRule& rule = facts_.ruleOf(path);
     for (const PathEnd end : facts_.paths.endsOf(path)) {
       if (end == self) continue;
       const KnownIndex known = facts_.knownAt(end);
-      const auto cost = linkCost(from, placeOf(known), rule.passage);
+      const auto cost = linkCost(from, pointOf(known), rule.passage);
       if (!cost) continue;
       const bool isPlain = cost->cost >= 0 && std::isfinite(cost->cost);
       graph.costsArePlain = graph.costsArePlain && isPlain;
@@ -70,8 +70,8 @@ class LinkLayer {
   const LinkBounds& bounds_;
   const EdgeLists& edges_;
   const NodeOrder& order_;
-  const Indexed<KnownIndex, Place> places_;
-  const Place nowhere_;
+  const Indexed<KnownIndex, FloorPoint> points_;
+  const FloorPoint nowhere_;
 };
 
 // How many links there are at the most.

@@ -134,14 +134,14 @@ std::vector<TernASEdge> GridGraph::edgesTouching(std::int64_t waypointId) const 
 std::vector<TernNeighbor> GridGraph::neighborsOver(std::int64_t waypointId,
                                                    std::span<const TernASEdge> over) const {
   const WaypointColumns& known = facts.known();
-  const Place from = facts.placeOf(facts.knownById(waypointId));
+  const FloorPoint from = facts.pointOf(facts.knownById(waypointId));
   std::vector<TernNeighbor> neighbors;
   for (const TernASEdge& edge : over) {
     const Passage passage = passageOver(edge);
     for (const std::int64_t id : edge.nodes) {
       if (id == waypointId) continue;
       const KnownIndex at = facts.knownById(id);
-      const Place to = facts.placeOf(at);
+      const FloorPoint to = facts.pointOf(at);
       const auto link = linkCost(from, to, passage);
       if (!link) continue;
       auto& made = neighbors.emplace_back(

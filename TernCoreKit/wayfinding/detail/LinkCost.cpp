@@ -9,7 +9,7 @@ namespace {
 constexpr std::int64_t onlyUpward = 1;
 constexpr std::int64_t onlyDownward = 2;
 
-bool leadsTo(const Place& from, const Place& to, std::int64_t direction) {
+bool leadsTo(const FloorPoint& from, const FloorPoint& to, std::int64_t direction) {
   if (direction == onlyUpward) return !(from.z > to.z);
   if (direction == onlyDownward) return !(from.z < to.z);
   return true;
@@ -17,14 +17,15 @@ bool leadsTo(const Place& from, const Place& to, std::int64_t direction) {
 
 }  // namespace
 
-float straightLine(const Place& a, const Place& b) {
+float straightLine(const FloorPoint& a, const FloorPoint& b) {
   const double dx = static_cast<double>(a.x) - b.x;
   const double dy = static_cast<double>(a.y) - b.y;
   const double dz = static_cast<double>(a.z) - b.z;
   return static_cast<float>(std::sqrt(dx * dx + dy * dy + dz * dz));
 }
 
-std::optional<LinkCost> linkCost(const Place& from, const Place& to, const Passage& passage) {
+std::optional<LinkCost> linkCost(const FloorPoint& from, const FloorPoint& to,
+                                 const Passage& passage) {
   const bool isLevel = from.z == to.z;
   if (!isLevel && !leadsTo(from, to, passage.direction)) return std::nullopt;
   const float factor = passage.isWalking ? straightLine(to, from) : 1.0F;

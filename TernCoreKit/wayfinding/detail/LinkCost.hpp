@@ -1,4 +1,4 @@
-// What it costs to go from one place to the next.
+// What it costs to go from one point to the next.
 #pragma once
 
 #include <cstdint>
@@ -12,7 +12,7 @@ namespace tern::inline v5::detail {
 inline constexpr std::int64_t walkingType = 1;
 
 // Where a waypoint lies, as far as costs read it.
-struct Place {
+struct FloorPoint {
   float x = 0;  // map units, or metres between venues
   float y = 0;
   float z = 0;                  // map units
@@ -32,10 +32,11 @@ struct LinkCost {
   float distance = 0;  // map units of a walk, else 1
 };
 
-// The straight line between two places; computed in double precision.
-float straightLine(const Place& a, const Place& b);
+// The straight line between two points; computed in double precision.
+float straightLine(const FloorPoint& a, const FloorPoint& b);
 
 // None where the passage does not lead from the one height to the other.
-std::optional<LinkCost> linkCost(const Place& from, const Place& to, const Passage& passage);
+std::optional<LinkCost> linkCost(const FloorPoint& from, const FloorPoint& to,
+                                 const Passage& passage);
 
 }  // namespace tern::detail

@@ -22,7 +22,7 @@ KnownIndex VenueFacts::knownAt(PathEnd end) const {
   return isWaypoint(end) ? KnownIndex{numberOf(end)} : none<KnownIndex>;
 }
 
-Place VenueFacts::placeOf(KnownIndex waypoint) const {
+FloorPoint VenueFacts::pointOf(KnownIndex waypoint) const {
   const bool isKnown = waypoint != none<KnownIndex>;
   const std::uint32_t at = numberOf(waypoint);
   // What nobody knows lies where an empty record does, which is not quite (0, 0) in metres.
@@ -32,17 +32,17 @@ Place VenueFacts::placeOf(KnownIndex waypoint) const {
     x = TernUtils::convertLongitudeEPSG4326ToEPSG3857(x);
     y = TernUtils::convertLatitudeEPSG4326ToEPSG3857(y);
   }
-  Place place{static_cast<float>(x), static_cast<float>(y)};
-  const auto lieOn = [&place](const auto& floor) {
-    place.z = floor.z;
-    place.multiplier = floor.multiplier;
+  FloorPoint point{static_cast<float>(x), static_cast<float>(y)};
+  const auto lieOn = [&point](const auto& floor) {
+    point.z = floor.z;
+    point.multiplier = floor.multiplier;
   };
   if (isKnown) {
     lieOn(maps[known().maps[at]]);
   } else {
     lieOn(floors.find(0));
   }
-  return place;
+  return point;
 }
 
 PathTypeFacts VenueFacts::pathType(std::int64_t id) const {

@@ -118,7 +118,7 @@ struct VenueFacts {
   KnownIndex knownAt(PathEnd end) const;
   KnownIndex knownById(std::int64_t id) const { return known().byId.first<KnownIndex>(id); }
   // Where the waypoint lies, as far as costs read it; of none where what nobody knows lies.
-  Place placeOf(KnownIndex waypoint) const;
+  FloorPoint pointOf(KnownIndex waypoint) const;
   PathTypeFacts pathType(std::int64_t id) const;
   const PathRule& ruleOf(PathIndex path) const { return rules[paths.rules[path]]; }
 };

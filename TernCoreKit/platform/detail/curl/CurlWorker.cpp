@@ -173,10 +173,10 @@ int CurlWorker::milliseconds() const {
 }
 
 std::unique_ptr<CurlTransfer> CurlWorker::take(const CurlTransfer& transfer) {
-  const auto place = std::find_if(transfers_.begin(), transfers_.end(),
+  const auto found = std::find_if(transfers_.begin(), transfers_.end(),
                                   [&](const auto& other) { return other.get() == &transfer; });
-  std::unique_ptr<CurlTransfer> taken = std::move(*place);
-  transfers_.erase(place);
+  std::unique_ptr<CurlTransfer> taken = std::move(*found);
+  transfers_.erase(found);
   return taken;
 }
 

@@ -16,7 +16,7 @@ std::optional<std::string> urlFault(const std::string& url);
 
 bool isRedirect(int status);
 
-// Makes the request the one that goes to the new place, an absolute URL, or says why it may not.
+// Makes the request the one that goes to the new address, an absolute URL, or says why it may not.
 // 303, and 301 or 302 after a POST, turn it into a GET without a body. To another scheme, host or
 // port goes neither "Authorization" nor "Cookie" nor a body; from https never to http.
 // REQUIRES: the request's own URL has no fault.
