@@ -5,8 +5,6 @@
 #include <cstdint>
 #include <vector>
 
-#include "TernCoreKit/wayfinding/TernASGrid.hpp"
-
 namespace tern::bench {
 
 // Nodes are numbered as the grid lists its waypoints; the links of node n stand from first[n] to
@@ -20,8 +18,6 @@ struct Adjacency {
 
   std::size_t nodeCount() const { return first.size() - 1; }
 };
-
-Adjacency adjacencyOf(const TernASGrid& grid);
 
 // One pair of nodes to find a route between.
 struct Query {

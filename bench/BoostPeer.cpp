@@ -2,7 +2,7 @@
 #include <boost/graph/dijkstra_shortest_paths.hpp>
 #include <utility>
 
-#include "bench/Peers.hpp"
+#include "bench/GraphPeers.hpp"
 
 namespace tern::bench {
 

@@ -17,7 +17,7 @@
 
 #include "TernCoreKit/platform/Json.hpp"
 #include "bench/Bench.hpp"
-#include "bench/Peers.hpp"
+#include "bench/RapidJsonPeer.hpp"
 
 namespace tern::bench {
 

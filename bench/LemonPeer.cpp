@@ -3,7 +3,7 @@
 
 #include <utility>
 
-#include "bench/Peers.hpp"
+#include "bench/GraphPeers.hpp"
 
 namespace tern::bench {
 

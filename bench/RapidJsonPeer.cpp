@@ -1,3 +1,5 @@
+#include "bench/RapidJsonPeer.hpp"
+
 #include <rapidjson/reader.h>
 
 #include <cstdint>
@@ -8,7 +10,6 @@
 #include <vector>
 
 #include "TernCoreKit/platform/Value.hpp"
-#include "bench/Peers.hpp"
 
 namespace tern::bench {
 

@@ -1,11 +1,9 @@
-// Other libraries at the same work: shortest-path searches over the same links, and reading JSON
-// into the same tree.
+// Other libraries at the same work: shortest-path searches over the same links. Nothing of ours is
+// included, since LEMON wants an older C++ than we do.
 #pragma once
 
 #include <memory>
-#include <string>
 
-#include "TernCoreKit/platform/Value.hpp"
 #include "bench/Adjacency.hpp"
 
 namespace tern::bench {
@@ -34,9 +32,5 @@ class LemonPeer {
   struct Impl;
   std::unique_ptr<Impl> impl_;
 };
-
-// RapidJSON: its SAX reader in place, with exact doubles and checked UTF-8, straight into a Value.
-// Unlike ours it does not settle repeated keys.
-Value parseByRapidJson(std::string text);
 
 }  // namespace tern::bench
