@@ -23,6 +23,7 @@
 #include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "TernCoreKit/model/venue/VenueAssembly.hpp"
 #include "TernCoreKit/platform/Log.hpp"
+#include "tests/support/ActiveVenue.hpp"
 #include "tests/support/CapturedLog.hpp"
 #include "tests/support/DrawnVenue.hpp"
 #include "tests/support/Mutations.hpp"
@@ -37,92 +38,29 @@ constexpr auto noTree = "k-d tree is not initialzed yet";
 constexpr auto noFloor = "current floor or map not found";
 constexpr auto noConnector = "No path type found to reach to the searched element";
 
-// An element at waypoints: "A" of the first map, "D" of the second ...
-struct Placed {
-  std::int64_t id;
-  std::vector<std::pair<std::int64_t, std::string_view>> at;
-};
-
-Value documentOf(const Placed& placed) {
-  Value locations = Value::list();
-  for (const auto& [map, letters] : placed.at) {
-    Value ids = Value::list();
-    for (const char letter : letters) ids.append(idOf(letter));
-    locations.append(Value::map({{"mapId", map}, {"waypointIds", std::move(ids)}}));
-  }
-  return Value::map({{"id", placed.id}, {"locations", std::move(locations)}});
-}
-
-Value batchOf(const std::vector<Placed>& all) {
-  Value items = Value::list();
-  for (const Placed& placed : all) items.append(documentOf(placed));
-  return Value::map({{"items", std::move(items)}});
-}
-
-struct Scene {
-  Drawing drawing;
-  std::vector<Placed> destinations = {};
-  std::vector<Placed> amenities = {};
-  std::vector<Placed> connectors = {};
-};
-
-Value venueDocument(const Scene& scene) {
-  Value document = drawVenueDocument(scene.drawing);
-  document.set("destinations", batchOf(scene.destinations));
-  document.set("amenities", batchOf(scene.amenities));
-  for (const Placed& connector : scene.connectors) {
-    for (Value& type : document.find("pathTypes")->find("items")->items()) {
-      if (type["id"].integer() != connector.id) continue;
-      type.set("locations", documentOf(connector)["locations"]);
-    }
-  }
-  return document;
-}
-
-std::shared_ptr<TernActiveVenue> venueOf(Value document, Value building) {
-  auto venue = TernActiveVenue::initWithDictionary(std::move(document));
-  addBuilding(*venue, 1, std::move(building));
-  attachWaypoints(*venue);
-  return venue;
-}
-
 // Three floors: a lift (type 2) from B over E to H, stairs (type 3) at C and F; destination 7 at A
 // and G, 8 at I only, 9 nowhere; amenity 4 at D.
-const Scene threeFloors{
-    .drawing = {.floors = {{.lines = {"A  B     C"}},
-                           {.lines = {"D  E     F"}},
-                           {.lines = {"G  H  I"}}},
-                .paths = {"B-E Lift", "E-B Lift", "E-H Lift", "H-E Lift", "C-F Stairs"},
-                .pathTypes = {{.name = "Lift"}, {.name = "Stairs", .accessibility = 50}}},
-    .destinations = {{7, {{1, "A"}, {3, "G"}}}, {8, {{3, "I"}}}, {9, {}}},
-    .amenities = {{4, {{2, "D"}}}},
-    .connectors = {{2, {{1, "B"}, {2, "E"}, {3, "H"}}}, {3, {{1, "C"}, {2, "F"}}}}};
+const Drawing threeFloors{
+    .floors = {{.lines = {"A  B     C"}}, {.lines = {"D  E     F"}}, {.lines = {"G  H  I"}}},
+    .paths = {"B-E Lift", "E-B Lift", "E-H Lift", "H-E Lift", "C-F Stairs"},
+    .pathTypes = {{.name = "Lift"}, {.name = "Stairs", .accessibility = 50}},
+    .destinations = {{.id = 7, .at = "A G"}, {.id = 8, .at = "I"}, {.id = 9}},
+    .amenities = {{.id = 4, .at = "D"}},
+    .connectors = {{.id = 2, .at = "B E H"}, {.id = 3, .at = "C F"}}};
 
 class TernNearestElementTest : public testing::Test {
  protected:
-  explicit TernNearestElementTest(const Scene& scene = threeFloors)
-      : venue_(venueOf(venueDocument(scene), drawBuildingDocument(scene.drawing))) {
+  explicit TernNearestElementTest(const Drawing& drawing = threeFloors)
+      : venue_(assembleVenue(drawing)) {
     nearest_->initializeKDTree(venue_);
   }
 
   std::shared_ptr<TernMap> map(std::int64_t id) const { return venue_->maps->getById(id); }
-  std::shared_ptr<TernWaypoint> at(char letter) const {
-    for (const auto& waypoint : venue_->maps->getAllWaypoints()) {
-      if (waypoint->id.integer() == idOf(letter)) return waypoint;
-    }
-    return nullptr;
-  }
+  std::shared_ptr<TernWaypoint> at(char letter) const { return waypointAt(*venue_, letter); }
   TernElement destination(std::int64_t id) const { return venue_->destinations->getById(id); }
   TernElement amenity(std::int64_t id) const { return venue_->amenities->getById(id); }
   TernElement pathType(std::int64_t id) const { return venue_->pathTypes->getById(id); }
 
-  static std::string lettersOf(const std::vector<std::shared_ptr<TernWaypoint>>& waypoints) {
-    std::string letters;
-    for (const auto& waypoint : waypoints) {
-      letters += static_cast<char>('A' + waypoint->id.integer() - 1);
-    }
-    return letters;
-  }
   std::string taken() const { return lettersOf(nearest_->arrayOfPathTypeTaken()); }
 
   // The letter found and the connectors, or what went wrong: "I by BEEH".
@@ -424,7 +362,7 @@ TEST_F(TernNearestElementTest, aBuildingMayComeConcurrently) {
   const TernElement wanted = destination(8);
   std::thread loading([&] {
     for (int i = 0; i < 50; ++i) {
-      Value building = drawBuildingDocument(threeFloors.drawing);
+      Value building = drawBuildingDocument(threeFloors);
       building.set("id", 10 + i);
       const MutexLock lock(venue_->recordsMutex());
       addBuilding(*venue_, 10 + i, std::move(building));
@@ -450,14 +388,12 @@ TEST_F(TernNearestElementTest, coordinatesThatAreNoNumbersEndInAnAnswer) {
 }
 
 // Lifts that lead only back and forth between two floors, or to a floor of no level.
-const Scene rings{.drawing = {.floors = {{.lines = {"A B"}},
-                                         {.lines = {"C D"}},
-                                         {.lines = {"E F"}},
-                                         {.lines = {"G H"}}},
-                              .paths = {"B-D Lift", "D-B Lift", "F-H Lift", "H-F Lift"},
-                              .pathTypes = {{.name = "Lift"}}},
-                  .destinations = {{7, {{4, "G"}}}},
-                  .connectors = {{2, {{1, "B"}, {2, "D"}, {3, "F"}, {4, "H"}}}}};
+const Drawing rings{
+    .floors = {{.lines = {"A B"}}, {.lines = {"C D"}}, {.lines = {"E F"}}, {.lines = {"G H"}}},
+    .paths = {"B-D Lift", "D-B Lift", "F-H Lift", "H-F Lift"},
+    .pathTypes = {{.name = "Lift"}},
+    .destinations = {{.id = 7, .at = "G"}},
+    .connectors = {{.id = 2, .at = "B D F H"}}};
 
 struct TernNearestElementRings : TernNearestElementTest {
   TernNearestElementRings() : TernNearestElementTest(rings) {}
@@ -483,10 +419,10 @@ TEST_F(TernNearestElementRings, levelsAtTheEndsOfTheIntegersAreLevels) {
 
 TEST(TernNearestElement, searchesOfDamagedVenuesEnd) {
   setLogSink([](std::string_view) {});
-  const Value venue = venueDocument(threeFloors);
-  const Value building = drawBuildingDocument(threeFloors.drawing);
+  const Value venue = drawVenueDocument(threeFloors);
+  const Value building = drawBuildingDocument(threeFloors);
   const auto searchAll = [](Value venueValue, Value buildingValue) {
-    const auto loaded = venueOf(std::move(venueValue), std::move(buildingValue));
+    const auto loaded = assembleVenue(std::move(venueValue), std::move(buildingValue));
     const auto nearest = TernNearestElement::init();
     nearest->initializeKDTree(loaded);
     if (loaded->maps == nullptr) return;
