@@ -12,9 +12,11 @@ namespace tern::inline v5 {
 
 namespace {
 
+// Without the room that lists have which grew one by one, since a grid keeps them.
 template <class Record>
 std::vector<std::shared_ptr<Record>> withoutNulls(std::vector<std::shared_ptr<Record>> records) {
   std::erase(records, nullptr);
+  records.shrink_to_fit();
   return records;
 }
 

@@ -59,13 +59,14 @@ std::optional<TernRoute> TernASSearch::find(const detail::RouteRequest& request,
     return std::nullopt;
   }
   detail::SearchTurn turn(*grid->nodes_);
-  const detail::Position end = turn.search(request, turn.blocks());
+  const detail::Position end = turn.search(request, turn.links());
   if (end == detail::noPosition) return std::nullopt;
   const std::vector<detail::Position> route = turn.routeTo(end);
   const detail::RouteMaker maker(&grid->nodes_->graph, maps.get());
   if (nodes == Nodes::ofGrid) {
-    return maker.make(grid->nodes_, route,
-                      [&](std::size_t at) { return turn.progress(route[at]); });
+    return maker.make(
+        grid->nodes_, route, [&](std::size_t at) { return turn.progress(route[at]); },
+        turn.distances(route));
   }
   return maker.makeOfAll(std::make_shared<detail::RouteNodes>(grid->nodes_, turn, route),
                          route.size());
@@ -82,7 +83,8 @@ std::optional<TernRoute> TernASSearch::pathTo(const std::optional<TernASNode>& e
   std::ranges::reverse(route);
   const detail::RouteMaker maker(grid != nullptr ? &grid->nodes_->graph : nullptr, maps.get());
   return maker.make(
-      end->source_, route, [&](std::size_t at) { return source.progress(route[at]); }, &*start);
+      end->source_, route, [&](std::size_t at) { return source.progress(route[at]); },
+      source.distances(route), &*start);
 }
 
 float TernASSearch::convertIntoMMDistance(float distance, std::int64_t mapId) const {

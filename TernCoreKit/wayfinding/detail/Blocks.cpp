@@ -62,7 +62,7 @@ void forEachAskedEdge(const GridGraph& graph, Position from, Visit visit) {
 void Blocks::mark(std::span<const EdgeIndex> edgeList, std::span<const LinkIndex> linkList,
                   bool block) {
   for (const EdgeIndex edge : edgeList) edges.mark(edge, block);
-  for (const LinkIndex link : linkList) links.mark(link, block);
+  for (const LinkIndex link : linkList) links[link].setClosed(block);
 }
 
 std::vector<bool> Blocks::marksOf(std::pair<EdgeIndex, EdgeIndex> range) const {
@@ -77,7 +77,7 @@ std::vector<bool> Blocks::marksOf(std::pair<EdgeIndex, EdgeIndex> range) const {
 }
 
 Blocks noBlocks(const GridGraph& graph) {
-  return {graph.edges.paths.size(), graph.graph.links.size()};
+  return {Marks<EdgeIndex>(graph.edges.paths.size()), graph.graph.links};
 }
 
 void addWaysFrom(const GridGraph& graph, Position from, std::optional<std::int64_t> joining,

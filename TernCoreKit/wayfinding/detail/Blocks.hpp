@@ -2,7 +2,7 @@
 //
 // An edge carries the mark that callers set and read. A search asks, for each link, the mark of the
 // node's first edge that joins the neighbour, whichever edge the link belongs to; what it would
-// read there is written beside the links, so that both are always changed together.
+// read there is written into a copy of the links, so that a search has nothing else to look at.
 //
 // Ownership: plain data. Threads: as a standard container. Fails: reading and marking never do.
 #pragma once
@@ -14,7 +14,7 @@
 #include <utility>
 #include <vector>
 
-#include "TernCoreKit/wayfinding/detail/Index.hpp"
+#include "TernCoreKit/wayfinding/detail/Graph.hpp"
 
 namespace tern::inline v5::detail {
 
@@ -46,10 +46,8 @@ struct Ways {
 };
 
 struct Blocks {
-  Blocks(std::size_t edgeCount, std::size_t linkCount) : edges(edgeCount), links(linkCount) {}
-
   Marks<EdgeIndex> edges;
-  Marks<LinkIndex> links;
+  Links links;  // as a search takes them
 
   void mark(std::span<const EdgeIndex> edgeList, std::span<const LinkIndex> linkList, bool block);
   // The mark of each of these edges, from the first to the one before the last; none at all when

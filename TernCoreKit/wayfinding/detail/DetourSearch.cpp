@@ -47,7 +47,7 @@ void DetourSearch::close(std::size_t first, std::size_t count) {
 
 bool DetourSearch::search(std::int64_t startId, std::int64_t endId, std::int64_t accessLevel) {
   const std::int64_t goals[] = {endId};
-  end_ = turn_.search({startId, goals, accessLevel}, &blocks_);
+  end_ = turn_.search({startId, goals, accessLevel}, blocks_.links);
   return end_ != noPosition;
 }
 
@@ -56,8 +56,10 @@ std::optional<TernRoute> DetourSearch::copy(const TernMapCollection* maps) const
   const std::vector<Position> route = turn_.routeTo(end_);
   const auto copies = std::make_shared<NodeCopies>();
   copies->reserve(route.size());
-  for (const Position node : route) {
-    copies->add(grid_, node, turn_.progress(node), blocks_.marksOf(graph.edgesOf(node)));
+  const std::vector<Distance> distances = turn_.distances(route);
+  for (std::size_t i = 0; i < route.size(); ++i) {
+    copies->add(grid_, route[i], turn_.progress(route[i]), distances[i],
+                blocks_.marksOf(graph.edgesOf(route[i])));
   }
   return RouteMaker(&graph, maps).makeOfAll(copies, route.size());
 }

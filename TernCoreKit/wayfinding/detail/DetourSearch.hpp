@@ -33,7 +33,7 @@ class DetourSearch {
   bool search(std::int64_t startId, std::int64_t endId, std::int64_t accessLevel);
   // Of the detour that has been found, from the start of the route.
   float cost() const { return turn_.state().nodes[end_].score; }
-  float distance() const { return turn_.state().nodes[end_].distance; }  // map units
+  float distance() const { return grid_->graph.distanceTo(turn_.state(), end_); }  // map units
   // A copy of it, with the blocks of the moment. REQUIRES: the stretch has not been opened.
   std::optional<TernRoute> copy(const TernMapCollection* maps) const;
   // Opens the stretch again, whatever was closed on it before.

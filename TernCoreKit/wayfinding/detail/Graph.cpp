@@ -1,6 +1,7 @@
 #include "TernCoreKit/wayfinding/detail/Graph.hpp"
 
 #include <cmath>
+#include <cstddef>
 
 namespace tern::inline v5::detail {
 
@@ -51,7 +52,8 @@ class LinkLayer {
       graph.costsArePlain = graph.costsArePlain && isPlain;
       const Position target = targetOf(end, known);
       graph.links.push_back(
-          {target, cost->cost, cost->distance, target != noPosition ? rule.rank : none<TypeRank>});
+          {target, cost->cost, target != noPosition ? rule.rank : none<TypeRank>});
+      if (facts_.hidesPoints()) graph.distances.push_back(cost->distance);
     }
   }
 
@@ -98,6 +100,7 @@ Graph layGraph(const VenueFacts& facts, const LinkBounds& bounds, const EdgeList
   }
   graph.firstLink.push_back(graph.links.endIndex());
   graph.links.shrink_to_fit();
+  graph.distances.shrink_to_fit();
   return graph;
 }
 

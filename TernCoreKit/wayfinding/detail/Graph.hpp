@@ -14,18 +14,30 @@
 namespace tern::inline v5::detail {
 
 // One directed link to a neighbour. It may be used when its type's rank lies below the number of
-// types that a level admits; a link that leads to no node has no rank, and so never may.
+// types that a level admits; a link that leads to no node has no rank, and so never may. Where it
+// is closed its rank lies above those of all types.
 struct Link {
+  static constexpr std::uint32_t closedBit = 1U << 31U;
+
   Position target;
   float cost;
-  float distance;  // map units
   TypeRank rank;
+
+  bool isClosed() const { return (numberOf(rank) & closedBit) != 0; }
+  // REQUIRES: the link leads to a node.
+  void setClosed(bool closed) {
+    rank = TypeRank{(numberOf(rank) & ~closedBit) | (closed ? closedBit : 0)};
+  }
 };
-static_assert(sizeof(Link) == 16);
+static_assert(sizeof(Link) == 12);
+
+using Links = Indexed<LinkIndex, Link>;
 
 struct Graph {
   Indexed<Position, LinkIndex> firstLink;  // one more than there are nodes
-  Indexed<LinkIndex, Link> links;
+  Links links;
+  // What a route over each link is longer by; empty where the nodes' points tell.
+  Indexed<LinkIndex, float> distances;
   // Whether every link's cost is a finite number and none is negative.
   bool costsArePlain = true;
 

@@ -9,13 +9,11 @@ namespace {
 // From this size on a graph outgrows the nearer caches, and fetching ahead pays for itself.
 constexpr std::size_t largeGraph = 150'000;
 
-template <class Order, bool fetchesAhead, bool hasBlocks>
+template <class Order, bool fetchesAhead>
 class Loop {
  public:
-  Loop(const Graph& graph, const Blocks* blocks, SearchState& state)
-      : firstLinks_(graph.firstLink.data()),
-        links_(graph.links.data()),
-        blocks_(blocks),
+  Loop(const Links& links, SearchState& state)
+      : links_(links.data()),
         state_(state),
         nodes_(state.nodes.data()),
         round_(state.round),
@@ -29,8 +27,6 @@ class Loop {
 
  private:
   NodeState& node(Position at) const { return nodes_[numberOf(at)]; }
-  std::uint32_t firstLink(Position at) const { return numberOf(firstLinks_[numberOf(at)]); }
-  std::uint32_t endLink(Position at) const { return numberOf(firstLinks_[numberOf(at) + 1]); }
 
   Position settle(Position start, TypeRank limit) {
     begin(start);
@@ -40,7 +36,7 @@ class Loop {
       NodeState& current = node(at);
       if (current.mark == round_ + NodeState::visitedGoal) return at;
       current.mark = round_ + NodeState::closed;
-      if (fetchesAhead && !open_.isEmpty()) fetchNeighbours(open_.first());
+      if (fetchesAhead && !open_.isEmpty()) fetchNeighbours(node(open_.first()));
       expand(at, current, limit);
     }
     return noPosition;
@@ -49,8 +45,8 @@ class Loop {
   void begin(Position start) {
     NodeState& first = node(start);
     first.score = 0;
-    first.distance = 0;
     first.parent = noPosition;
+    first.link = none<LinkIndex>;
     open(start, first, 0);
   }
 
@@ -61,70 +57,58 @@ class Loop {
   }
 
   // The first of the open list is most often the next to be settled.
-  void fetchNeighbours(Position next) const {
-    const std::uint32_t end = endLink(next);
-    for (std::uint32_t i = firstLink(next); i < end; ++i) {
-      if (links_[i].target != noPosition) __builtin_prefetch(&node(links_[i].target));
+  void fetchNeighbours(const NodeState& next) const {
+    for (LinkIndex i = next.firstLink; i < next.endLink; ++i) {
+      const Position target = links_[numberOf(i)].target;
+      if (target != noPosition) __builtin_prefetch(&node(target));
     }
   }
 
   void expand(Position at, const NodeState& current, TypeRank limit) {
     const float score = current.score;
-    const float distance = current.distance;
-    const std::uint32_t end = endLink(at);
-    for (std::uint32_t i = firstLink(at); i < end; ++i) {
-      if (hasBlocks && blocks_->links.has(LinkIndex{i})) continue;
-      if (links_[i].rank < limit) relax(at, score, distance, links_[i]);
+    const LinkIndex end = current.endLink;
+    for (LinkIndex i = current.firstLink; i < end; ++i) {
+      const Link& link = links_[numberOf(i)];
+      if (link.rank < limit) relax(at, i, score + link.cost, link.target);
     }
   }
 
   // Gives the neighbour what the link offers, when that is better than what it has.
-  void relax(Position at, float score, float distance, const Link& link) {
-    NodeState& target = node(link.target);
+  void relax(Position from, LinkIndex link, float tentative, Position to) {
+    NodeState& target = node(to);
     const std::uint32_t stage = target.mark - round_;
     if (stage == NodeState::closed) return;
-    const float tentative = score + link.cost;
     const bool isVisited = stage - NodeState::visited < 2;
     if (isVisited && !(tentative < target.score)) return;
     target.score = tentative;
-    target.distance = distance + link.distance;
-    target.parent = at;
-    target.usedType = link.rank;
+    target.parent = from;
+    target.link = link;
     if (isVisited) {
       open_.rewriteScore(target, tentative);
       return;
     }
-    if (fetchesAhead) __builtin_prefetch(links_ + firstLink(link.target));
-    open(link.target, target, tentative);
+    if (fetchesAhead) __builtin_prefetch(links_ + numberOf(target.firstLink));
+    open(to, target, tentative);
   }
 
-  const LinkIndex* const firstLinks_;
   const Link* const links_;
-  const Blocks* const blocks_;
   SearchState& state_;
   NodeState* const nodes_;
   const std::uint32_t round_;
   OpenList<Order> open_;
 };
 
-template <bool hasBlocks>
-Position search(const Graph& graph, const Blocks* blocks, SearchState& state, Position start,
-                TypeRank limit) {
-  if (!graph.costsArePlain) {
-    return Loop<AnyOrder, false, hasBlocks>(graph, blocks, state).run(start, limit);
-  }
-  if (graph.nodeCount() < largeGraph) {
-    return Loop<PlainOrder, false, hasBlocks>(graph, blocks, state).run(start, limit);
-  }
-  return Loop<PlainOrder, true, hasBlocks>(graph, blocks, state).run(start, limit);
-}
-
 }  // namespace
 
-Position searchGraph(const Graph& graph, const Blocks* blocks, SearchState& state, Position start,
+Position searchGraph(const Graph& graph, const Links& links, SearchState& state, Position start,
                      TypeRank limit) {
-  return blocks != nullptr ? search<true>(graph, blocks, state, start, limit)
-                           : search<false>(graph, nullptr, state, start, limit);
+  if (!graph.costsArePlain) {
+    return Loop<AnyOrder, false>(links, state).run(start, limit);
+  }
+  if (graph.nodeCount() < largeGraph) {
+    return Loop<PlainOrder, false>(links, state).run(start, limit);
+  }
+  return Loop<PlainOrder, true>(links, state).run(start, limit);
 }
 
 }  // namespace tern::detail

@@ -5,17 +5,17 @@
 // opened again, also where costs are negative.
 #pragma once
 
-#include "TernCoreKit/wayfinding/detail/Blocks.hpp"
 #include "TernCoreKit/wayfinding/detail/Graph.hpp"
 #include "TernCoreKit/wayfinding/detail/SearchState.hpp"
 
 namespace tern::inline v5::detail {
 
 // Searches from `start` until a marked goal is taken off the open list, over links whose rank lies
-// below `limit` and which no block closes; without blocks all are open. Gives that goal, or none.
-// Scores, distances and parents stay in the state. Touches only what it reaches; allocates nothing.
-// REQUIRES: the state is as large as the graph, cleared, and has every goal marked.
-Position searchGraph(const Graph& graph, const Blocks* blocks, SearchState& state, Position start,
+// below `limit`. Gives that goal, or none. Scores, parents and the links used stay in the state.
+// Touches only what it reaches; allocates nothing. REQUIRES: `links` are the graph's or a copy of
+// them, some of which are closed; the state is as large as the graph, cleared, and has every goal
+// marked.
+Position searchGraph(const Graph& graph, const Links& links, SearchState& state, Position start,
                      TypeRank limit);
 
 }  // namespace tern::detail

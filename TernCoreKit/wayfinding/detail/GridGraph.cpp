@@ -92,22 +92,73 @@ std::shared_ptr<TernPathType> GridGraph::pathTypeById(std::int64_t id) const {
 NodeFacts GridGraph::nodeFacts(Position position) const {
   const std::uint32_t waypoint = numberOf(order.waypointAt(position));
   const WaypointColumns& columns = facts.waypoints;
-  const MapFacts& map = facts.maps[columns.maps[waypoint]];
+  const MapFacts& map = facts.maps[columns.mapOf(waypoint)];
   return {columns.ids.integer(waypoint), columns.xs.number(waypoint), columns.ys.number(waypoint),
           map.z, map.mapId};
 }
 
 NodeProgress GridGraph::progress(const SearchState& state, Position position) const {
-  const NodeState& node = state.nodes[position];
   NodeProgress progress;
   progress.closed = state.stage(position) == NodeState::closed;
   progress.visited = state.isVisited(position);
   if (!progress.visited) return progress;
+  const NodeState& node = state.nodes[position];
   progress.score = node.score;
-  progress.distance = node.distance;
   progress.parent = node.parent;
-  progress.usedEdgeTypeId = facts.ranks[node.usedType].typeId;
+  progress.usedEdgeTypeId = facts.ranks[graph.links[node.link].rank].typeId;
   return progress;
+}
+
+std::vector<Distance> GridGraph::distances(const SearchState& state,
+                                           std::span<const Position> positions) const {
+  std::vector<Distance> distances;
+  distances.reserve(positions.size());
+  Position last = noPosition;
+  FloorPoint lastPoint;
+  for (const Position position : positions) {
+    const FloorPoint point = pointOf(position);
+    Distance distance;
+    if (state.isVisited(position)) {
+      const NodeState& node = state.nodes[position];
+      const bool follows = node.parent == last;
+      const float before =
+          follows && distances.back() ? *distances.back() : distanceTo(state, node.parent);
+      distance = before + lengthOf(node.link, follows ? lastPoint : pointOf(node.parent), point);
+    }
+    distances.push_back(distance);
+    last = position;
+    lastPoint = point;
+  }
+  return distances;
+}
+
+// Nodes that a caller has cleared since still say from where the search came.
+float GridGraph::distanceTo(const SearchState& state, Position position) const {
+  std::vector<Position> chain = {position};
+  while (state.nodes[chain.back()].parent != noPosition) {
+    chain.push_back(state.nodes[chain.back()].parent);
+  }
+  float distance = 0;
+  FloorPoint from = pointOf(chain.back());
+  for (std::size_t i = chain.size() - 1; i > 0; --i) {
+    const FloorPoint to = pointOf(chain[i - 1]);
+    distance += lengthOf(state.nodes[chain[i - 1]].link, from, to);
+    from = to;
+  }
+  return distance;
+}
+
+// Of what is not read, anywhere.
+FloorPoint GridGraph::pointOf(Position position) const {
+  if (facts.hidesPoints()) return {};
+  return facts.pointOf(KnownIndex{numberOf(facts.firstOf(order.waypointAt(position)))});
+}
+
+// Map units of a walk, else 1.
+float GridGraph::lengthOf(LinkIndex link, const FloorPoint& from, const FloorPoint& to) const {
+  if (facts.hidesPoints()) return graph.distances[link];
+  const bool isWalk = facts.ranks[graph.links[link].rank].typeId == walkingType;
+  return isWalk ? straightLine(to, from) : 1;
 }
 
 TernASEdge GridGraph::edgeOver(PathIndex path) const {

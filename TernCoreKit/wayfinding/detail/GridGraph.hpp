@@ -48,11 +48,17 @@ class GridGraph {
 
   std::int64_t nodeId(Position position) const { return facts.idOf(order.waypointAt(position)); }
   std::int64_t mapId(Position position) const {
-    return facts.maps[facts.waypoints.maps[numberOf(order.waypointAt(position))]].mapId;
+    return facts.maps[facts.waypoints.mapOf(numberOf(order.waypointAt(position)))].mapId;
   }
   NodeFacts nodeFacts(Position position) const;
+
   // What the search that the state is of knows of the node.
   NodeProgress progress(const SearchState& state, Position position) const;
+  // Soonest for nodes that follow each other on the way of the search.
+  std::vector<Distance> distances(const SearchState& state,
+                                  std::span<const Position> positions) const;
+  // Length of the way on which the search came to the node, map units.
+  float distanceTo(const SearchState& state, Position position) const;
 
   // The node's edges: the first, and the one behind the last.
   std::pair<EdgeIndex, EdgeIndex> edgesOf(Position position) const {
@@ -69,6 +75,8 @@ class GridGraph {
   std::vector<std::int64_t> neighborIds(Position position) const;
 
  private:
+  FloorPoint pointOf(Position position) const;
+  float lengthOf(LinkIndex link, const FloorPoint& from, const FloorPoint& to) const;
   std::vector<PathIndex> pathsTouching(std::int64_t waypointId) const;
 };
 

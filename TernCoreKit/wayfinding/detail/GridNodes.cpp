@@ -52,6 +52,12 @@ NodeProgress GridNodes::progress(Position position) const {
   return last_ != nullptr ? graph.progress(*last_, position) : NodeProgress();
 }
 
+std::vector<Distance> GridNodes::distances(std::span<const Position> positions) const {
+  const MutexLock lock(mutex_);
+  return last_ != nullptr ? graph.distances(*last_, positions)
+                          : std::vector<Distance>(positions.size());
+}
+
 std::vector<Position> GridNodes::chainTo(Position position) const {
   const MutexLock lock(mutex_);
   return last_ != nullptr ? last_->chainTo(position) : std::vector{position};
@@ -91,7 +97,7 @@ bool GridNodes::isEdgeBlocked(Position position, std::int64_t joining) const {
 
 std::unique_ptr<SearchState> GridNodes::takeState() {
   if (last_ != nullptr) return std::move(last_);
-  if (idle_ == nullptr) return std::make_unique<SearchState>(graph.graph.nodeCount());
+  if (idle_ == nullptr) return std::make_unique<SearchState>(graph.graph);
   auto state = std::move(idle_);
   idle_ = std::move(state->next);
   return state;
@@ -112,7 +118,7 @@ SearchTurn::~SearchTurn() {
   nodes_.idle_ = std::move(state_);
 }
 
-Position SearchTurn::search(const RouteRequest& request, const Blocks* blocks) {
+Position SearchTurn::search(const RouteRequest& request, const Links& links) {
   const GridGraph& graph = nodes_.graph;
   state_->clear();
   const Position start = graph.find(request.startId);
@@ -123,7 +129,7 @@ Position SearchTurn::search(const RouteRequest& request, const Blocks* blocks) {
     if (goal == noPosition) goal = graph.find(0);
     if (goal != noPosition) state_->markGoal(goal);
   }
-  return searchGraph(graph.graph, blocks, *state_, start, graph.rankLimit(request.accessLevel));
+  return searchGraph(graph.graph, links, *state_, start, graph.rankLimit(request.accessLevel));
 }
 
 std::vector<Position> SearchTurn::routeTo(Position end) const {

@@ -43,6 +43,7 @@ class GridNodes final : public NodeSource {
 
   NodeFacts facts(Position position) const override { return graph.nodeFacts(position); }
   NodeProgress progress(Position position) const override;
+  std::vector<Distance> distances(std::span<const Position> positions) const override;
   std::vector<Position> chainTo(Position position) const override;
   void clearProgress(Position position) override;
   std::vector<TernASEdge> edges(Position position) const override;
@@ -88,16 +89,22 @@ class SearchTurn {
   SearchTurn(const SearchTurn&) = delete;
   SearchTurn& operator=(const SearchTurn&) = delete;
 
-  // The goal that is reached first, or none; over what `blocks` leaves open.
-  Position search(const RouteRequest& request, const Blocks* blocks);
+  // The goal that is reached first, or none; over those of the links that are open.
+  Position search(const RouteRequest& request, const Links& links);
 
   const SearchState& state() const { return *state_; }
   // Null when nothing is closed.
   const Blocks* blocks() const { return blocks_.get(); }
+  const Links& links() const {
+    return blocks_ != nullptr ? blocks_->links : nodes_.graph.graph.links;
+  }
   // From the start to the node.
   std::vector<Position> routeTo(Position end) const;
   NodeProgress progress(Position position) const {
     return nodes_.graph.progress(*state_, position);
+  }
+  std::vector<Distance> distances(std::span<const Position> positions) const {
+    return nodes_.graph.distances(*state_, positions);
   }
 
  private:

@@ -6,16 +6,32 @@
 namespace tern::inline v5::detail {
 
 void NodeCopies::add(std::shared_ptr<const NodeSource> source, Position position,
-                     NodeProgress progress, std::vector<bool> blocked) {
+                     NodeProgress progress, Distance distance, std::vector<bool> blocked) {
   // Neighbouring nodes mostly come from one source.
   if (sources_.empty() || sources_.back() != source) sources_.push_back(std::move(source));
   progress.parent = noPosition;
   if (!blocked.empty()) blocked_[copies_.endIndex()] = std::move(blocked);
-  copies_.push_back({sources_.size() - 1, position, progress});
+  copies_.push_back({sources_.size() - 1, position, progress, distance});
 }
 
-void NodeCopies::add(const std::shared_ptr<const NodeSource>& source, Position position) {
-  add(source, position, source->progress(position), source->blockedEdges(position));
+void NodeCopies::add(const std::shared_ptr<const NodeSource>& source,
+                     std::span<const Position> positions) {
+  const std::vector<Distance> distances = source->distances(positions);
+  for (std::size_t i = 0; i < positions.size(); ++i) {
+    add(source, positions[i], source->progress(positions[i]), distances[i],
+        source->blockedEdges(positions[i]));
+  }
+}
+
+std::vector<Distance> NodeCopies::distances(std::span<const Position> positions) const {
+  std::vector<Distance> distances;
+  for (const Position position : positions) distances.push_back(copies_[position].distance);
+  return distances;
+}
+
+void NodeCopies::clearProgress(Position position) {
+  copies_[position].progress = {};
+  copies_[position].distance.reset();
 }
 
 std::vector<Position> NodeCopies::chainTo(Position position) const {

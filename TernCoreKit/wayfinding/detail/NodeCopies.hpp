@@ -21,9 +21,9 @@ class NodeCopies final : public NodeSource {
   void reserve(std::size_t count) { copies_.reserve(count); }
   // Appends a copy without a predecessor. `blocked` has a mark for each edge, or none at all.
   void add(std::shared_ptr<const NodeSource> source, Position position, NodeProgress progress,
-           std::vector<bool> blocked);
-  // The same of the node as its source shows it.
-  void add(const std::shared_ptr<const NodeSource>& source, Position position);
+           Distance distance, std::vector<bool> blocked);
+  // The same of nodes as their source shows them.
+  void add(const std::shared_ptr<const NodeSource>& source, std::span<const Position> positions);
   // REQUIRES: both have been added.
   void setParent(Position position, Position parent) { copies_[position].progress.parent = parent; }
 
@@ -31,8 +31,9 @@ class NodeCopies final : public NodeSource {
     return sourceOf(position).facts(copies_[position].original);
   }
   NodeProgress progress(Position position) const override { return copies_[position].progress; }
+  std::vector<Distance> distances(std::span<const Position> positions) const override;
   std::vector<Position> chainTo(Position position) const override;
-  void clearProgress(Position position) override { copies_[position].progress = {}; }
+  void clearProgress(Position position) override;
   std::vector<TernASEdge> edges(Position position) const override;
   std::vector<bool> blockedEdges(Position position) const override;
   std::vector<TernNeighbor> neighbors(Position position) const override {
@@ -49,6 +50,7 @@ class NodeCopies final : public NodeSource {
     std::size_t source;
     Position original;
     NodeProgress progress;
+    Distance distance;
   };
 
   const NodeSource& sourceOf(Position position) const {

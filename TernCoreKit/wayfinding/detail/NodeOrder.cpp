@@ -29,7 +29,7 @@ NodeOrder breadthFirst(const VenueFacts& facts, const EdgeLists& edges) {
     order.positions[waypoint] = order.waypoints.endIndex();
     order.waypoints.push_back(waypoint);
   };
-  std::vector<bool> walked(facts.paths.rules.size(), false);
+  std::vector<bool> walked(facts.paths.count(), false);
   Position expanded{0};
   for (WaypointIndex seed{0}; seed < order.positions.endIndex(); ++seed) {
     take(seed);

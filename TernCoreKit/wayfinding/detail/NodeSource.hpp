@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -29,10 +30,12 @@ struct NodeProgress {
   bool visited = false;
   bool closed = false;
   float score = 0;
-  std::optional<float> distance;  // map units
   Position parent = noPosition;
   std::int64_t usedEdgeTypeId = -1;
 };
+
+// Length of the way to a node, map units; none where no search came.
+using Distance = std::optional<float>;
 
 class NodeSource {
  public:
@@ -44,6 +47,8 @@ class NodeSource {
   // REQUIRES, of each: the position is one of this source.
   virtual NodeFacts facts(Position position) const = 0;
   virtual NodeProgress progress(Position position) const = 0;
+  // Of each of the nodes; soonest for those that follow each other on their way.
+  virtual std::vector<Distance> distances(std::span<const Position> positions) const = 0;
   // The node and all its predecessors, the first of the route last.
   virtual std::vector<Position> chainTo(Position position) const = 0;
   virtual void clearProgress(Position position) = 0;

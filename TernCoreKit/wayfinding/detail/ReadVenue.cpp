@@ -55,7 +55,7 @@ void append(const TernWaypoint& waypoint, WaypointColumns& columns, MapTable& ma
   columns.ids.append(waypoint.id);
   columns.xs.append(waypoint.coordinate(0));
   columns.ys.append(waypoint.coordinate(1));
-  columns.maps.push_back(maps.of(waypoint.mapId.integer()));
+  columns.maps.push_back(numberOf(maps.of(waypoint.mapId.integer())));
 }
 
 void reserve(std::size_t count, WaypointColumns& columns) {
@@ -189,7 +189,6 @@ class PathReader {
       : facts_(facts), paths_(facts.paths), rules_(facts) {
     paths_.ids.reserve(expected);
     paths_.rules.reserve(expected);
-    paths_.firstEnd.reserve(expected + 1);
     paths_.ends.reserve(expected * 2);
   }
 
@@ -207,15 +206,26 @@ class PathReader {
   }
 
   void close() {
-    paths_.firstEnd.push_back(static_cast<std::uint32_t>(paths_.ends.size()));
+    beginEnds();
     paths_.strangerById = IdIndex(paths_.strangers);
   }
 
  private:
   void begin(const Value& id, RuleIndex rule) {
+    beginEnds();
     paths_.ids.append(id);
-    paths_.rules.push_back(rule);
-    paths_.firstEnd.push_back(static_cast<std::uint32_t>(paths_.ends.size()));
+    paths_.rules.push_back(numberOf(rule));
+  }
+
+  // Notes where the ends of the next path begin, from the first path on that has not two.
+  void beginEnds() {
+    auto& first = paths_.firstEnd;
+    const auto begin = static_cast<std::uint32_t>(paths_.ends.size());
+    if (first.empty() && begin == 2 * paths_.count()) return;
+    while (first.size() < paths_.count()) {
+      first.push_back(2 * static_cast<std::uint32_t>(first.size()));
+    }
+    first.push_back(begin);
   }
 
   PathEnd endOf(std::int64_t id) {

@@ -30,6 +30,7 @@ std::vector<RouteMaker::Step> RouteMaker::stepsAlong(const std::shared_ptr<NodeS
 std::optional<TernRoute> RouteMaker::make(const std::shared_ptr<NodeSource>& source,
                                           std::span<const Position> route,
                                           const ProgressAt& progressAt,
+                                          std::span<const Distance> distances,
                                           const TernASNode* start) const {
   std::vector<Step> steps = stepsAlong(source, route, start);
   if (steps.size() < 2) {
@@ -41,7 +42,8 @@ std::optional<TernRoute> RouteMaker::make(const std::shared_ptr<NodeSource>& sou
     std::size_t next = first + 1;
     while (next < steps.size() && steps[next].mapId == steps[first].mapId) ++next;
     const std::size_t reachedByMover = std::min(next, steps.size() - 1);
-    made.push_back(segmentOf(std::span(steps).subspan(first, next - first), progressAt(next - 1),
+    made.push_back(segmentOf(std::span(steps).subspan(first, next - first),
+                             progressAt(next - 1).score, distances[next - 1],
                              progressAt(reachedByMover).usedEdgeTypeId));
     first = next;
   }
@@ -53,16 +55,18 @@ std::optional<TernRoute> RouteMaker::makeOfAll(const std::shared_ptr<NodeSource>
   std::vector<Position> route;
   route.reserve(count);
   for (Position position{0}; numberOf(position) < count; ++position) route.push_back(position);
-  return make(source, route, [&](std::size_t at) { return source->progress(route[at]); });
+  return make(
+      source, route, [&](std::size_t at) { return source->progress(route[at]); },
+      source->distances(route));
 }
 
-TernPathPerFloor RouteMaker::segmentOf(std::span<Step> steps, const NodeProgress& last,
+TernPathPerFloor RouteMaker::segmentOf(std::span<Step> steps, float score, Distance distance,
                                        std::int64_t moverTypeId) const {
   TernPathPerFloor segment;
   segment.mapId = steps.back().mapId;
   if (graph_ != nullptr) segment.mover = graph_->pathTypeById(moverTypeId);
-  segment.cost = last.score;
-  segment.pixelDistance = last.distance.value_or(0);
+  segment.cost = score;
+  segment.pixelDistance = distance.value_or(0);
   segment.mmDistance = millimetres(segment.pixelDistance, segment.mapId);
   segment.points.reserve(steps.size());
   segment.mapPoints.reserve(steps.size());

@@ -32,6 +32,7 @@ class RouteMaker {
   // the place of its first node, whose source it need not share.
   std::optional<TernRoute> make(const std::shared_ptr<NodeSource>& source,
                                 std::span<const Position> route, const ProgressAt& progressAt,
+                                std::span<const Distance> distances,
                                 const TernASNode* start = nullptr) const;
   // The same of a source that holds nothing but the nodes of the route, in their order.
   std::optional<TernRoute> makeOfAll(const std::shared_ptr<NodeSource>& source,
@@ -49,7 +50,7 @@ class RouteMaker {
 
   static std::vector<Step> stepsAlong(const std::shared_ptr<NodeSource>& source,
                                       std::span<const Position> route, const TernASNode* start);
-  TernPathPerFloor segmentOf(std::span<Step> steps, const NodeProgress& last,
+  TernPathPerFloor segmentOf(std::span<Step> steps, float score, Distance distance,
                              std::int64_t moverTypeId) const;
 
   const GridGraph* const graph_;

@@ -22,8 +22,9 @@ class RouteNodes final : public NodeSource {
 
   NodeFacts facts(Position position) const override { return grid_->facts(at(position)); }
   NodeProgress progress(Position position) const override { return nodes_[position].progress; }
+  std::vector<Distance> distances(std::span<const Position> positions) const override;
   std::vector<Position> chainTo(Position position) const override;
-  void clearProgress(Position position) override { nodes_[position].progress = {}; }
+  void clearProgress(Position position) override;
   std::vector<TernASEdge> edges(Position position) const override {
     return grid_->edges(at(position));
   }
@@ -50,6 +51,7 @@ class RouteNodes final : public NodeSource {
   struct Node {
     Position original;
     NodeProgress progress;
+    Distance distance;
   };
 
   Position at(Position position) const { return nodes_[position].original; }

@@ -2,13 +2,18 @@
 
 namespace tern::inline v5::detail {
 
+SearchState::SearchState(const Graph& graph) : SearchState(graph.nodeCount()) {
+  for (Position node{0}; node < nodes.endIndex(); ++node) {
+    nodes[node].firstLink = graph.firstLink[node];
+    nodes[node].endLink = graph.endOf(node);
+  }
+}
+
 std::vector<Position> SearchState::chainTo(Position position) const {
   std::vector<Position> chain;
   chain.reserve(64);
-  for (Position at = position; at != noPosition;) {
-    chain.push_back(at);
-    at = isVisited(at) ? nodes[at].parent : noPosition;
-  }
+  chain.push_back(position);
+  while (isVisited(chain.back())) chain.push_back(nodes[chain.back()].parent);
   return chain;
 }
 

@@ -10,13 +10,14 @@
 #include <span>
 #include <vector>
 
-#include "TernCoreKit/wayfinding/detail/Index.hpp"
+#include "TernCoreKit/wayfinding/detail/Graph.hpp"
 
 namespace tern::inline v5::detail {
 
-// What a search knows of a node. `mark` is the number of the search that wrote the rest plus how
+// What a search knows of a node and where the node's links lie: all that is read when a node is
+// settled, in half a cache line. `mark` is the number of the search that wrote the rest plus how
 // far the node has come; a mark of no stage of the current search counts as cleared.
-struct NodeState {
+struct alignas(32) NodeState {
   static constexpr std::uint32_t wanted = 0;   // a goal that has not been reached
   static constexpr std::uint32_t visited = 1;  // has a score
   static constexpr std::uint32_t visitedGoal = 2;
@@ -25,12 +26,13 @@ struct NodeState {
 
   std::uint32_t mark = 0;
   float score = 0;
-  float distance = 0;  // map units, from the start
   Position parent = noPosition;
-  TypeRank usedType{0};
+  LinkIndex link = none<LinkIndex>;  // the one that led there from the parent
   std::uint32_t heapIndex = 0;
+  LinkIndex firstLink{0};
+  LinkIndex endLink{0};
 };
-static_assert(sizeof(NodeState) == 24);
+static_assert(sizeof(NodeState) == 32);
 
 // An entry of the open list: a score, as the list's order writes it, and whose it is; in the halves
 // of one word, since moving one is what a search does most.
@@ -46,6 +48,7 @@ struct OpenEntry {
 
 struct SearchState {
   explicit SearchState(std::size_t nodeCount) : nodes(nodeCount), open(nodeCount + 1) {}
+  explicit SearchState(const Graph& graph);
 
   Indexed<Position, NodeState> nodes;
   // The open list; its root lies at 1. Each node is put on it once a search at most.
@@ -65,6 +68,7 @@ struct SearchState {
     return nodes[position].parent != noPosition && stage(position) - NodeState::visited < 3;
   }
   std::span<const OpenEntry> openEntries() const { return std::span(open).subspan(1, openCount); }
+
   // The node and all its predecessors, the start last.
   std::vector<Position> chainTo(Position position) const;
 

@@ -4,6 +4,17 @@
 
 namespace tern::inline v5::detail {
 
+std::vector<Distance> StandaloneNodes::distances(std::span<const Position> positions) const {
+  std::vector<Distance> distances;
+  for (const Position position : positions) distances.push_back(nodes_[position].distance);
+  return distances;
+}
+
+void StandaloneNodes::clearProgress(Position position) {
+  nodes_[position].progress = {};
+  nodes_[position].distance.reset();
+}
+
 std::vector<bool> StandaloneNodes::blockedEdges(Position position) const {
   std::vector<bool> blocked;
   for (const TernASEdge& edge : nodes_[position].edges) blocked.push_back(edge.blocked);

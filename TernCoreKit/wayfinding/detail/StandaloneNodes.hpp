@@ -12,6 +12,7 @@ namespace tern::inline v5::detail {
 struct StandaloneNode {
   NodeFacts facts;
   NodeProgress progress;  // without a parent
+  Distance distance = std::nullopt;
   std::vector<TernASEdge> edges;
   std::vector<TernNeighbor> neighbors;
 };
@@ -22,8 +23,9 @@ class StandaloneNodes final : public NodeSource {
 
   NodeFacts facts(Position position) const override { return nodes_[position].facts; }
   NodeProgress progress(Position position) const override { return nodes_[position].progress; }
+  std::vector<Distance> distances(std::span<const Position> positions) const override;
   std::vector<Position> chainTo(Position position) const override { return {position}; }
-  void clearProgress(Position position) override { nodes_[position].progress = {}; }
+  void clearProgress(Position position) override;
   std::vector<TernASEdge> edges(Position position) const override { return nodes_[position].edges; }
   std::vector<bool> blockedEdges(Position position) const override;
   std::vector<TernNeighbor> neighbors(Position position) const override {

@@ -38,7 +38,7 @@ FloorPoint VenueFacts::pointOf(KnownIndex waypoint) const {
     point.multiplier = floor.multiplier;
   };
   if (isKnown) {
-    lieOn(maps[known().maps[at]]);
+    lieOn(maps[known().mapOf(at)]);
   } else {
     lieOn(floors.find(0));
   }

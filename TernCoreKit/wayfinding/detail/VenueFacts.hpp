@@ -17,6 +17,7 @@
 #include "TernCoreKit/wayfinding/detail/IdIndex.hpp"
 #include "TernCoreKit/wayfinding/detail/Index.hpp"
 #include "TernCoreKit/wayfinding/detail/LinkCost.hpp"
+#include "TernCoreKit/wayfinding/detail/PackedNumbers.hpp"
 #include "TernCoreKit/wayfinding/detail/ValueColumn.hpp"
 
 namespace tern::inline v5::detail {
@@ -32,10 +33,11 @@ struct WaypointColumns {
   ValueColumn ids;
   ValueColumn xs;  // as stored
   ValueColumn ys;
-  std::vector<MapIndex> maps;
+  PackedNumbers maps;
   IdIndex byId;
 
   std::size_t count() const { return maps.size(); }
+  MapIndex mapOf(std::size_t waypoint) const { return MapIndex{maps[waypoint]}; }
 };
 
 // The waypoints that the maps hold, where these are not the graph's own in their order.
@@ -68,8 +70,9 @@ struct RankedType {
 
 struct PathColumns {
   ValueColumn ids;
-  Indexed<PathIndex, RuleIndex> rules;
-  Indexed<PathIndex, std::uint32_t> firstEnd;  // one more than there are paths
+  PackedNumbers rules;
+  // One more than there are paths; empty while each has two.
+  Indexed<PathIndex, std::uint32_t> firstEnd;
   std::vector<PathEnd> ends;
   // Ids that no waypoint of the graph has.
   std::vector<std::int64_t> strangers;
@@ -79,7 +82,9 @@ struct PathColumns {
   // By path between venues: the one waypoint that has it as an edge.
   std::vector<WaypointIndex> exits;
 
+  std::size_t count() const { return rules.size(); }
   std::span<const PathEnd> endsOf(PathIndex path) const {
+    if (firstEnd.empty()) return std::span(ends).subspan(std::size_t{2} * numberOf(path), 2);
     const std::uint32_t first = firstEnd[path];
     return std::span(ends).subspan(first, firstEnd[PathIndex{numberOf(path) + 1}] - first);
   }
@@ -117,10 +122,14 @@ struct VenueFacts {
   // None where no map knows it.
   KnownIndex knownAt(PathEnd end) const;
   KnownIndex knownById(std::int64_t id) const { return known().byId.first<KnownIndex>(id); }
+  // Whether a node's own waypoint may not tell where its links run, or not soon.
+  bool hidesPoints() const { return isForMultiVenue || mapWaypoints != nullptr; }
   // Where the waypoint lies, as far as costs read it; of none where what nobody knows lies.
   FloorPoint pointOf(KnownIndex waypoint) const;
   PathTypeFacts pathType(std::int64_t id) const;
-  const PathRule& ruleOf(PathIndex path) const { return rules[paths.rules[path]]; }
+  const PathRule& ruleOf(PathIndex path) const {
+    return rules[RuleIndex{paths.rules[numberOf(path)]}];
+  }
 };
 
 VenueFacts readVenue(const GridRecords& records);

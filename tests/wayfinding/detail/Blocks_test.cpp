@@ -29,7 +29,7 @@ struct Blocked {
     const Position node = graph.find(id);
     std::vector<std::int64_t> open;
     for (LinkIndex link = graph.graph.firstLink[node]; link < graph.graph.endOf(node); ++link) {
-      if (blocks.links.has(link)) continue;
+      if (blocks.links[link].isClosed()) continue;
       open.push_back(graph.nodeId(graph.graph.links[link].target));
     }
     return open;

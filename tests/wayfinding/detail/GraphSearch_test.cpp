@@ -30,7 +30,7 @@ Graph graphOf(std::size_t nodes, const std::vector<Arc>& arcs) {
     graph.firstLink.push_back(graph.links.endIndex());
     for (const Arc& arc : arcs) {
       if (arc.from == node) {
-        graph.links.push_back({Position{arc.to}, arc.cost, 1, TypeRank{arc.rank}});
+        graph.links.push_back({Position{arc.to}, arc.cost, TypeRank{arc.rank}});
       }
     }
   }
@@ -41,7 +41,7 @@ Graph graphOf(std::size_t nodes, const std::vector<Arc>& arcs) {
 
 // A graph with a state to search it.
 struct Searched {
-  explicit Searched(Graph of) : graph(std::move(of)), state(graph.nodeCount()) {}
+  explicit Searched(Graph of) : graph(std::move(of)), state(graph) {}
   Searched(std::size_t nodes, const std::vector<Arc>& arcs) : Searched(graphOf(nodes, arcs)) {}
 
   std::uint32_t search(std::uint32_t start, std::vector<std::uint32_t> goals,
@@ -50,10 +50,10 @@ struct Searched {
     for (const std::uint32_t goal : goals) {
       if (goal != nowhere) state.markGoal(Position{goal});
     }
-    return numberOf(searchGraph(graph, blocks, state, Position{start}, TypeRank{limit}));
+    return numberOf(searchGraph(graph, links, state, Position{start}, TypeRank{limit}));
   }
   const NodeState& node(std::uint32_t at) const { return state.nodes[Position{at}]; }
-  std::vector<std::uint32_t> chainTo(std::uint32_t end) const {
+  std::vector<std::uint32_t> chain(std::uint32_t end) const {
     std::vector<std::uint32_t> chain;
     for (const Position at : state.chainTo(Position{end})) chain.push_back(numberOf(at));
     return chain;
@@ -61,7 +61,7 @@ struct Searched {
 
   Graph graph;
   SearchState state;
-  const Blocks* blocks = nullptr;
+  Links links = graph.links;
 };
 
 TEST(GraphSearch, startThatIsAGoalIsFoundAtOnce) {
@@ -79,12 +79,11 @@ TEST(GraphSearch, givesNothingWhereNoGoalIsReached) {
   EXPECT_EQ(searched.search(0, {1}), 1U) << "the next search is not disturbed";
 }
 
-TEST(GraphSearch, addsUpCostsAndDistances) {
+TEST(GraphSearch, addsUpCosts) {
   Searched searched(4, {{0, 1, 1}, {1, 2, 2}, {0, 2, 5}, {2, 3, 0.5F}});
   ASSERT_EQ(searched.search(0, {3}), 3U);
   EXPECT_EQ(searched.node(3).score, 3.5F);
-  EXPECT_EQ(searched.node(3).distance, 3);
-  EXPECT_THAT(searched.chainTo(3), ElementsAre(3, 2, 1, 0));
+  EXPECT_THAT(searched.chain(3), ElementsAre(3, 2, 1, 0));
 }
 
 TEST(GraphSearch, findsTheNearestOfSeveralGoals) {
@@ -96,10 +95,10 @@ TEST(GraphSearch, takesOnlyLinksWhoseRanksLieBelowTheLimit) {
   Searched searched(3, {{0, 2, 1, 2}, {0, 1, 3, 0}, {1, 2, 3, 1}});
   EXPECT_EQ(searched.search(0, {2}, 1), nowhere);
   ASSERT_EQ(searched.search(0, {2}, 2), 2U);
-  EXPECT_THAT(searched.chainTo(2), ElementsAre(2, 1, 0));
+  EXPECT_THAT(searched.chain(2), ElementsAre(2, 1, 0));
   ASSERT_EQ(searched.search(0, {2}, 3), 2U);
-  EXPECT_THAT(searched.chainTo(2), ElementsAre(2, 0));
-  EXPECT_EQ(searched.node(2).usedType, TypeRank{2});
+  EXPECT_THAT(searched.chain(2), ElementsAre(2, 0));
+  EXPECT_EQ(searched.node(2).link, LinkIndex{0});
 }
 
 TEST(GraphSearch, linksToNowhereStayShut) {
@@ -110,7 +109,15 @@ TEST(GraphSearch, linksToNowhereStayShut) {
 TEST(GraphSearch, earlierParentStaysOnEqualCost) {
   Searched searched(4, {{0, 1, 1}, {0, 2, 1}, {1, 3, 1}, {2, 3, 1}});
   ASSERT_EQ(searched.search(0, {3}), 3U);
-  EXPECT_EQ(searched.node(3).parent, Position{1});
+  EXPECT_THAT(searched.chain(3), ElementsAre(3, 1, 0));
+}
+
+TEST(GraphSearch, chainLeadsFromTheNodeToTheStart) {
+  Searched searched(6, {{0, 4, 1}, {4, 5, 1}, {5, 1, 1}, {1, 3, 1}});
+  ASSERT_EQ(searched.search(0, {3}), 3U);
+  EXPECT_THAT(searched.chain(3), ElementsAre(3, 1, 5, 4, 0));
+  EXPECT_THAT(searched.chain(0), ElementsAre(0));
+  EXPECT_THAT(searched.chain(2), ElementsAre(2)) << "where no search came";
 }
 
 TEST(GraphSearch, closedNodesAreNotOpenedAgainByNegativeCosts) {
@@ -146,8 +153,7 @@ void expectSameStates(const SearchState& a, const SearchState& b, std::size_t co
       const bool visited = state.isVisited(Position{i});
       return std::tuple(std::min(state.stage(Position{i}), NodeState::stageCount), visited,
                         visited ? std::bit_cast<std::uint32_t>(node.score) : 0,
-                        visited ? node.distance : 0, visited ? numberOf(node.parent) : 0,
-                        visited ? numberOf(node.usedType) : 0);
+                        visited ? numberOf(node.parent) : 0, visited ? numberOf(node.link) : 0);
     };
     RC_ASSERT(seen(a) == seen(b));
   }
@@ -210,16 +216,14 @@ RC_GTEST_PROP(GraphSearch, reusedStateAnswersAsAFreshOne, ()) {
 }
 
 // A graph without the closed links answers the same.
-RC_GTEST_PROP(GraphSearch, blockedLinksAreAsIfTheyWereNotThere, ()) {
+RC_GTEST_PROP(GraphSearch, closedLinksAreAsIfTheyWereNotThere, ()) {
   Searched searched(randomGraph(-2));
-  Blocks blocks(0, searched.graph.links.size());
   Searched cut(searched.graph);
   for (LinkIndex link{0}; link < searched.graph.links.endIndex(); ++link) {
-    if (!*rc::gen::arbitrary<bool>()) continue;
-    blocks.links.mark(link, true);
-    cut.graph.links[link].rank = none<TypeRank>;
+    if (searched.links[link].target == noPosition || !*rc::gen::arbitrary<bool>()) continue;
+    searched.links[link].setClosed(true);
+    cut.links[link].rank = none<TypeRank>;
   }
-  searched.blocks = &blocks;
   const auto start = anyNode();
   const auto goal = anyNode();
   RC_ASSERT(searched.search(start, {goal}, 3) == cut.search(start, {goal}, 3));

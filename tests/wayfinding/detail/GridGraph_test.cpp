@@ -8,6 +8,7 @@
 #include "TernCoreKit/model/records/TernPath.hpp"
 #include "TernCoreKit/model/records/TernPathType.hpp"
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
+#include "TernCoreKit/wayfinding/detail/GridNodes.hpp"
 #include "tests/support/VenueLists.hpp"
 
 namespace tern::detail {
@@ -61,6 +62,37 @@ TEST(GridGraph, neighbourIdsAreThoseOfNodesThatThereAre) {
   VenueLists lists = rowOfWaypoints(2);
   lists.paths = {pathOver({1, 99, 2})};
   EXPECT_THAT(builtNodes(lists)->graph.neighborIds(Position{0}), ElementsAre(2));
+}
+
+// Paths of two waypoints are kept without a note of where their ends begin.
+TEST(GridGraph, edgesKnowTheirEndsWhateverPathsStandInFrontOfThem) {
+  VenueLists lists = rowOfWaypoints(4);
+  lists.paths = {pathOver({1, 2}), pathOver({2, 3}), pathOver({4, 1, 3}),
+                 pathOver({4}),    pathOver({}),     pathOver({3, 4})};
+  const auto nodes = builtNodes(lists);
+  std::vector<std::vector<std::int64_t>> ends;
+  for (PathIndex path{0}; numberOf(path) < lists.paths.size(); ++path) {
+    ends.push_back(nodes->graph.edgeOver(path).nodes);
+  }
+  EXPECT_THAT(ends, ElementsAre(ElementsAre(1, 2), ElementsAre(2, 3), ElementsAre(4, 1, 3),
+                                ElementsAre(4), ElementsAre(), ElementsAre(3, 4)));
+}
+
+TEST(GridGraph, distancesAddUpAlongTheWayThatTheSearchCame) {
+  const auto nodes = builtNodes(test::corridor(4));
+  {
+    SearchTurn turn(*nodes);
+    const std::int64_t goals[] = {4};
+    ASSERT_EQ(turn.search({1, goals, 0}, turn.links()), Position{3});
+    const auto route = turn.routeTo(Position{3});
+    EXPECT_THAT(turn.distances(route), ElementsAre(std::nullopt, 1, 2, 3));
+    for (std::size_t i = 1; i < 4; ++i) EXPECT_EQ(turn.progress(route[i]).parent, route[i - 1]);
+  }
+  const Position nodesAsked[] = {Position{3}, Position{0}, Position{1}, Position{3}};
+  EXPECT_THAT(nodes->distances(nodesAsked), ElementsAre(3, std::nullopt, 1, 3));
+  nodes->clearProgress(Position{1});
+  EXPECT_THAT(nodes->distances(nodesAsked), ElementsAre(3, std::nullopt, std::nullopt, 3));
+  EXPECT_THAT(nodes->chainTo(Position{3}), ElementsAre(Position{3}, Position{2}, Position{1}));
 }
 
 }  // namespace

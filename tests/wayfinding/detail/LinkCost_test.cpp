@@ -10,14 +10,14 @@ namespace {
 
 constexpr float infinity = std::numeric_limits<float>::infinity();
 
-constexpr Place ground{0, 0, 0, 1};
-constexpr Place groundFarOff{300, 400, 0, 1};
-constexpr Place upstairs{0, 0, 100, 1};
+constexpr FloorPoint ground{0, 0, 0, 1};
+constexpr FloorPoint groundFarOff{300, 400, 0, 1};
+constexpr FloorPoint upstairs{0, 0, 100, 1};
 
 constexpr Passage walk{.isWalking = true, .weight = 2};
 constexpr Passage lift{.isWalking = false, .weight = 7};
 
-LinkCost costOf(const Place& from, const Place& to, const Passage& passage) {
+LinkCost costOf(const FloorPoint& from, const FloorPoint& to, const Passage& passage) {
   const auto cost = linkCost(from, to, passage);
   EXPECT_TRUE(cost);
   return cost.value_or(LinkCost{-1, -1});
@@ -62,7 +62,7 @@ TEST(LinkCost, climbOfInfiniteHeightHasNoVerticalFactor) {
 }
 
 TEST(LinkCost, multiplierOfThePlaceReachedAppliesOnTheLevelOnly) {
-  const Place preferred{0, 0, 0, -1};
+  const FloorPoint preferred{0, 0, 0, -1};
   EXPECT_EQ(costOf(ground, preferred, lift).cost, -7.0F);
   EXPECT_EQ(costOf(preferred, ground, lift).cost, 7.0F);
   EXPECT_EQ(costOf(ground, {0, 0, 100, 0}, lift).cost, 707.0F);

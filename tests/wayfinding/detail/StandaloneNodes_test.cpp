@@ -26,6 +26,7 @@ StandaloneNodes oneNode() {
   node.facts.nodeId = 1;
   node.facts.mapId = 9;
   node.progress.visited = true;
+  node.distance = 7;
   node.progress.score = 5;
   node.edges = {edgeOver({1, 2}), edgeOver({3, 1}), edgeOver({1, 2, 3})};
   node.neighbors = {linkTo(2), linkTo(3), linkTo({})};
@@ -43,6 +44,7 @@ TEST(StandaloneNodes, holdWhatTheyAreMadeOf) {
   EXPECT_EQ(nodes.facts(only).nodeId, 1);
   EXPECT_EQ(nodes.facts(only).mapId, 9);
   EXPECT_EQ(nodes.progress(only).score, 5);
+  EXPECT_EQ(nodes.distances({&only, 1}).front(), 7);
   EXPECT_EQ(nodes.edges(only).size(), 3U);
   EXPECT_EQ(nodes.neighbors(only).size(), 3U);
 }
@@ -78,6 +80,7 @@ TEST(StandaloneNodes, clearingForgetsProgressAlone) {
   nodes.blockEdges(only, 2, true);
   nodes.clearProgress(only);
   EXPECT_FALSE(nodes.progress(only).visited);
+  EXPECT_FALSE(nodes.distances({&only, 1}).front());
   EXPECT_EQ(nodes.progress(only).score, 0);
   EXPECT_EQ(nodes.progress(only).usedEdgeTypeId, -1);
   EXPECT_TRUE(nodes.isEdgeBlocked(only, 2));

@@ -34,6 +34,16 @@ TEST(ValueColumn, keepsIntegersOfEverySize) {
   expectKept({0, 1, -1, edge - 1, edge, -edge, -edge - 1, greatest, least});
 }
 
+TEST(ValueColumn, keepsIdsWhateverComesBehindThem) {
+  constexpr std::int64_t lastId = (std::int64_t{1} << 32U) - 1;
+  expectKept({1, 0, lastId});
+  expectKept({1, lastId, lastId + 1, 2});
+  expectKept({7, 8, 1.5, 9});
+  expectKept({7, "W7", 8});
+  expectKept({1.5, 7, 8});
+  expectKept({7, -1, 8});
+}
+
 TEST(ValueColumn, keepsDoublesToTheLastBit) {
   const double endless = std::numeric_limits<double>::infinity();
   for (const double number : {0.0, -0.0, 0.1, 1e308, -1e308, 5e-324, 3.0, endless, -endless,
