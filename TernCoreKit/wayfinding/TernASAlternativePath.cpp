@@ -8,6 +8,7 @@
 #include "TernCoreKit/wayfinding/TernASSearch.hpp"
 #include "TernCoreKit/wayfinding/detail/BranchProbe.hpp"
 #include "TernCoreKit/wayfinding/detail/DetourSearch.hpp"
+#include "TernCoreKit/wayfinding/detail/RouteMaker.hpp"
 
 namespace tern::inline v5 {
 
@@ -52,20 +53,51 @@ int turnsAt(double change) {
          static_cast<int>(isBetween(size, 20, 160) || isBetween(size, 200, 340));
 }
 
-int turnsOn(const TernPathPerFloor& segment) {
-  int turns = 0;
-  std::optional<Spot> last;
-  std::optional<double> heading;
-  for (const TernASNode& node : segment.points) {
-    const Spot spot = spotOf(node);
-    if (last) {
-      const double next = headingOf(*last, spot);
-      if (heading) turns += turnsAt(next - *heading);
-      heading = next;
-    }
-    last = spot;
+// Counts the turns of a way, point after point.
+class Turns {
+ public:
+  int count() const { return count_; }
+
+  void add(Spot spot) {
+    const double heading = headingOf(last_, spot);
+    if (passed_ >= 2) count_ += turnsAt(heading - heading_);
+    heading_ = heading;
+    last_ = spot;
+    ++passed_;
   }
-  return turns;
+  // What comes next stands on another floor: there is no turn on the way there.
+  void changeFloor() { passed_ = 0; }
+
+ private:
+  int count_ = 0;
+  std::size_t passed_ = 0;  // points on this floor
+  Spot last_{};
+  double heading_ = 0;
+};
+
+float withPenalty(float cost, const Turns& turns) {
+  return static_cast<float>(cost + turns.count() * penaltyOfATurn);
+}
+
+// A detour before it is made a route.
+struct Shape {
+  std::size_t segments = 1;
+  Turns turns;
+};
+
+Shape shapeOf(std::span<const detail::Position> nodes, const detail::GridGraph& graph) {
+  Shape shape;
+  std::optional<std::int64_t> mapId;
+  for (const detail::Position node : nodes) {
+    const detail::NodeFacts facts = graph.nodeFacts(node);
+    if (mapId && facts.mapId != *mapId) {
+      ++shape.segments;
+      shape.turns.changeFloor();
+    }
+    mapId = facts.mapId;
+    shape.turns.add({static_cast<float>(facts.x), static_cast<float>(facts.y)});
+  }
+  return shape;
 }
 
 // How many points of so many are closed behind a decision point; none where the share makes no
@@ -164,44 +196,66 @@ void TernASAlternativePath::blockandgeneratePath(std::span<const TernASNode> nod
   tryDetours(nodes, first, nodes.size());
 }
 
+// Made a route when nothing better can come any more.
+struct TernASAlternativePath::Best {
+  detail::Detour detour;
+  float cost;
+};
+
 std::optional<TernASAlternativePath::Routes> TernASAlternativePath::tryDetours(
     std::span<const TernASNode> nodes, std::span<const std::size_t> firsts, std::size_t length) {
   if (grid == nullptr) return best();
   detail::DetourSearch detours(grid->nodes_, nodes);
+  std::optional<Best> better;
   for (const std::size_t first : firsts) {
     if (first + length > nodes.size()) continue;
     detours.close(first, length);
     const bool isFound = hasEnds() && detours.search(waypointStart->id.integer(),
                                                      waypointEnd->id.integer(), accessible);
-    if (isFound) keepIfBest(detours);
+    if (isFound) keepIfBest(detours, better);
     detours.open();
+  }
+  if (better) {
+    TernRoute route = detours.routeOf(better->detour, maps.get());
+    route.back().cost = better->cost;
+    bestAlternativePath = std::move(route);
   }
   auto found = best();
   detours.commit();
   return found;
 }
 
-void TernASAlternativePath::keepIfBest(const detail::DetourSearch& detours) {
-  const auto isBetter = [this](float cost) {
-    return !bestAlternativePath || cost < bestAlternativePath->back().cost;
-  };
+void TernASAlternativePath::keepIfBest(const detail::DetourSearch& detours,
+                                       std::optional<Best>& best) const {
   // Its turns can only make it dearer.
-  if (!isBetter(detours.cost()) || !isShortEnough(detours.distance())) return;
-  auto detour = acceptable(detours.copy(maps.get()));
-  if (detour && isBetter(detour->back().cost)) bestAlternativePath = std::move(detour);
+  if (!isBetter(detours.cost(), best)) return;
+  std::vector<detail::Position> nodes = detours.nodes();
+  if (!detail::RouteMaker::isRoute(nodes.size())) return;
+  std::vector<detail::Distance> distances = detours.distances(nodes);
+  if (!isShortEnough(*distances.back())) return;
+  const Shape shape = shapeOf(nodes, grid->nodes_->graph);
+  if (leavesItsFloor(shape.segments)) return;
+  const float cost = withPenalty(detours.cost(), shape.turns);
+  if (isBetter(cost, best)) best = {detours.keep(std::move(nodes), std::move(distances)), cost};
+}
+
+bool TernASAlternativePath::isBetter(float cost, const std::optional<Best>& best) const {
+  if (best) return cost < best->cost;
+  return !bestAlternativePath || cost < bestAlternativePath->back().cost;
 }
 
 std::optional<TernRoute> TernASAlternativePath::generateAlternativePath() const {
-  return acceptable(getShortestPath());
-}
-
-std::optional<TernRoute> TernASAlternativePath::acceptable(
-    std::optional<TernRoute> candidate) const {
+  auto candidate = getShortestPath();
   if (!candidate) return std::nullopt;
-  const bool leavesItsFloor = optimalPath && optimalPath->size() == 1 && candidate->size() > 1;
-  if (leavesItsFloor || !isAlternativePathCandidate(*candidate)) return std::nullopt;
+  if (leavesItsFloor(candidate->size()) || !isAlternativePathCandidate(*candidate)) {
+    return std::nullopt;
+  }
   calculateTurns(*candidate);
   return candidate;
+}
+
+bool TernASAlternativePath::leavesItsFloor(std::size_t segments) const {
+  return optimalPath && optimalPath->size() == 1 && segments > 1;
 }
 
 bool TernASAlternativePath::isAlternativePathCandidate(const TernRoute& route) const {
@@ -215,10 +269,12 @@ bool TernASAlternativePath::isShortEnough(float length) const {
 
 void TernASAlternativePath::calculateTurns(TernRoute& route) {
   if (route.empty()) return;
-  int turns = 0;
-  for (const TernPathPerFloor& segment : route) turns += turnsOn(segment);
-  float& cost = route.back().cost;
-  cost = static_cast<float>(cost + turns * penaltyOfATurn);
+  Turns turns;
+  for (const TernPathPerFloor& segment : route) {
+    turns.changeFloor();
+    for (const TernASNode& node : segment.points) turns.add(spotOf(node));
+  }
+  route.back().cost = withPenalty(route.back().cost, turns);
 }
 
 double TernASAlternativePath::getAngleFrom(const std::optional<TernASNode>& a,

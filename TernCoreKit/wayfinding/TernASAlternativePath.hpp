@@ -124,8 +124,13 @@ class TERN_API TernASAlternativePath {
   std::optional<Routes> tryDetours(std::span<const TernASNode> nodes,
                                    std::span<const std::size_t> firsts, std::size_t length);
   std::optional<Routes> best() const;
-  TERN_INTERNAL void keepIfBest(const detail::DetourSearch& detours);
-  std::optional<TernRoute> acceptable(std::optional<TernRoute> candidate) const;
+  struct Best;
+  TERN_INTERNAL void keepIfBest(const detail::DetourSearch& detours,
+                                std::optional<Best>& best) const;
+  // Whether the best detour so far, from here or from before, costs more.
+  bool isBetter(float cost, const std::optional<Best>& best) const;
+  // Whether so many segments lead off the one floor of the best route.
+  bool leavesItsFloor(std::size_t segments) const;
   bool isShortEnough(float length) const;
 };
 

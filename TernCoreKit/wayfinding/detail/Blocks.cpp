@@ -65,11 +65,11 @@ void Blocks::mark(std::span<const EdgeIndex> edgeList, std::span<const LinkIndex
   for (const LinkIndex link : linkList) links[link].setClosed(block);
 }
 
-std::vector<bool> Blocks::marksOf(std::pair<EdgeIndex, EdgeIndex> range) const {
+std::vector<bool> marksOf(const Marks<EdgeIndex>& blocked, std::pair<EdgeIndex, EdgeIndex> range) {
   std::vector<bool> marks;
   bool isAny = false;
   for (EdgeIndex edge = range.first; edge < range.second; ++edge) {
-    marks.push_back(edges.has(edge));
+    marks.push_back(blocked.has(edge));
     isAny = isAny || marks.back();
   }
   if (!isAny) marks.clear();

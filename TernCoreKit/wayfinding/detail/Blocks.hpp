@@ -50,10 +50,11 @@ struct Blocks {
   Links links;  // as a search takes them
 
   void mark(std::span<const EdgeIndex> edgeList, std::span<const LinkIndex> linkList, bool block);
-  // The mark of each of these edges, from the first to the one before the last; none at all when
-  // no edge is blocked.
-  std::vector<bool> marksOf(std::pair<EdgeIndex, EdgeIndex> range) const;
 };
+
+// The mark of each of these edges, from the first to the one before the last; none at all when no
+// edge is blocked.
+std::vector<bool> marksOf(const Marks<EdgeIndex>& blocked, std::pair<EdgeIndex, EdgeIndex> range);
 
 Blocks noBlocks(const GridGraph& graph);
 

@@ -51,17 +51,22 @@ bool DetourSearch::search(std::int64_t startId, std::int64_t endId, std::int64_t
   return end_ != noPosition;
 }
 
-std::optional<TernRoute> DetourSearch::copy(const TernMapCollection* maps) const {
+Detour DetourSearch::keep(std::vector<Position> nodes, std::vector<Distance> distances) const {
+  std::vector<NodeProgress> progress;
+  progress.reserve(nodes.size());
+  for (const Position node : nodes) progress.push_back(turn_.progress(node));
+  return {std::move(nodes), std::move(distances), std::move(progress), blocks_.edges};
+}
+
+TernRoute DetourSearch::routeOf(const Detour& detour, const TernMapCollection* maps) const {
   const GridGraph& graph = grid_->graph;
-  const std::vector<Position> route = turn_.routeTo(end_);
   const auto copies = std::make_shared<NodeCopies>();
-  copies->reserve(route.size());
-  const std::vector<Distance> distances = turn_.distances(route);
-  for (std::size_t i = 0; i < route.size(); ++i) {
-    copies->add(grid_, route[i], turn_.progress(route[i]), distances[i],
-                blocks_.marksOf(graph.edgesOf(route[i])));
+  copies->reserve(detour.nodes.size());
+  for (std::size_t i = 0; i < detour.nodes.size(); ++i) {
+    copies->add(grid_, detour.nodes[i], detour.progress[i], detour.distances[i],
+                marksOf(detour.blocked, graph.edgesOf(detour.nodes[i])));
   }
-  return RouteMaker(&graph, maps).makeOfAll(copies, route.size());
+  return RouteMaker(&graph, maps).makeOfAll(copies, detour.nodes.size()).value();
 }
 
 void DetourSearch::open() {

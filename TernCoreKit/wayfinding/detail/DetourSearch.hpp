@@ -22,6 +22,14 @@ class TernMapCollection;
 
 namespace detail {
 
+// What a search has found, as it was then.
+struct Detour {
+  std::vector<Position> nodes;  // of the route, from its start
+  std::vector<Distance> distances;
+  std::vector<NodeProgress> progress;
+  Marks<EdgeIndex> blocked;
+};
+
 class DetourSearch {
  public:
   // `route` are the nodes the ways into which can be closed.
@@ -31,11 +39,17 @@ class DetourSearch {
   void close(std::size_t first, std::size_t count);
   // Whether there is a way left between the two waypoints, over links of that level.
   bool search(std::int64_t startId, std::int64_t endId, std::int64_t accessLevel);
-  // Of the detour that has been found, from the start of the route.
+  // What the detour that has been found costs, from the start of the route.
   float cost() const { return turn_.state().nodes[end_].score; }
-  float distance() const { return grid_->graph.distanceTo(turn_.state(), end_); }  // map units
-  // A copy of it, with the blocks of the moment. REQUIRES: the stretch has not been opened.
-  std::optional<TernRoute> copy(const TernMapCollection* maps) const;
+  // Its nodes, from the start, and the length of the way to each.
+  std::vector<Position> nodes() const { return turn_.routeTo(end_); }
+  std::vector<Distance> distances(std::span<const Position> nodes) const {
+    return turn_.distances(nodes);
+  }
+  // Keeps it, with the blocks of the moment. REQUIRES: the stretch has not been opened.
+  Detour keep(std::vector<Position> nodes, std::vector<Distance> distances) const;
+  // Makes a route of copies of its nodes. REQUIRES: two at least.
+  TernRoute routeOf(const Detour& detour, const TernMapCollection* maps) const;
   // Opens the stretch again, whatever was closed on it before.
   void open();
 

@@ -53,6 +53,8 @@ class LinkLayer {
       const Position target = targetOf(end, known);
       graph.links.push_back(
           {target, cost->cost, target != noPosition ? rule.rank : none<TypeRank>});
+      graph.walksCostTheirLength =
+          graph.walksCostTheirLength && (!rule.passage.isWalking || cost->cost == cost->distance);
       if (facts_.hidesPoints()) graph.distances.push_back(cost->distance);
     }
   }

@@ -38,6 +38,8 @@ struct Graph {
   Links links;
   // What a route over each link is longer by; empty where the nodes' points tell.
   Indexed<LinkIndex, float> distances;
+  // Whether each walk costs just its length.
+  bool walksCostTheirLength = true;
   // Whether every link's cost is a finite number and none is negative.
   bool costsArePlain = true;
 

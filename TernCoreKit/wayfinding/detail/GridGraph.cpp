@@ -148,17 +148,18 @@ float GridGraph::distanceTo(const SearchState& state, Position position) const {
   return distance;
 }
 
-// Of what is not read, anywhere.
+// Anywhere, where no length is measured between points.
 FloorPoint GridGraph::pointOf(Position position) const {
-  if (facts.hidesPoints()) return {};
+  if (facts.hidesPoints() || graph.walksCostTheirLength) return {};
   return facts.pointOf(KnownIndex{numberOf(facts.firstOf(order.waypointAt(position)))});
 }
 
 // Map units of a walk, else 1.
 float GridGraph::lengthOf(LinkIndex link, const FloorPoint& from, const FloorPoint& to) const {
   if (facts.hidesPoints()) return graph.distances[link];
-  const bool isWalk = facts.ranks[graph.links[link].rank].typeId == walkingType;
-  return isWalk ? straightLine(to, from) : 1;
+  const Link& taken = graph.links[link];
+  if (facts.ranks[taken.rank].typeId != walkingType) return 1;
+  return graph.walksCostTheirLength ? taken.cost : straightLine(to, from);
 }
 
 TernASEdge GridGraph::edgeOver(PathIndex path) const {

@@ -80,7 +80,8 @@ std::vector<TernASEdge> GridNodes::edges(Position position) const {
 
 std::vector<bool> GridNodes::blockedEdges(Position position) const {
   const MutexLock lock(mutex_);
-  return blocks_ != nullptr ? blocks_->marksOf(graph.edgesOf(position)) : std::vector<bool>();
+  return blocks_ != nullptr ? marksOf(blocks_->edges, graph.edgesOf(position))
+                            : std::vector<bool>();
 }
 
 void GridNodes::blockEdges(Position position, std::optional<std::int64_t> joining, bool block) {

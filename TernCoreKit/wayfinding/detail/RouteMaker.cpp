@@ -11,6 +11,11 @@
 
 namespace tern::inline v5::detail {
 
+bool RouteMaker::isRoute(std::size_t nodes) {
+  if (nodes < 2) logSdk("NO PATH");
+  return nodes >= 2;
+}
+
 std::vector<RouteMaker::Step> RouteMaker::stepsAlong(const std::shared_ptr<NodeSource>& source,
                                                      std::span<const Position> route,
                                                      const TernASNode* start) {
@@ -33,10 +38,7 @@ std::optional<TernRoute> RouteMaker::make(const std::shared_ptr<NodeSource>& sou
                                           std::span<const Distance> distances,
                                           const TernASNode* start) const {
   std::vector<Step> steps = stepsAlong(source, route, start);
-  if (steps.size() < 2) {
-    logSdk("NO PATH");
-    return std::nullopt;
-  }
+  if (!isRoute(steps.size())) return std::nullopt;
   TernRoute made;
   for (std::size_t first = 0; first < steps.size();) {
     std::size_t next = first + 1;

@@ -28,6 +28,9 @@ class RouteMaker {
 
   RouteMaker(const GridGraph* graph, const TernMapCollection* maps) : graph_(graph), maps_(maps) {}
 
+  // Whether so many nodes make a route; logs when they do not.
+  static bool isRoute(std::size_t nodes);
+
   // `route` runs from the start to the end, in positions of the source; `start`, when given, takes
   // the place of its first node, whose source it need not share.
   std::optional<TernRoute> make(const std::shared_ptr<NodeSource>& source,

@@ -68,7 +68,8 @@ TEST(Blocks, markOfTheFirstEdgeDecidesForAllLinks) {
   Blocked blocked(lists);
   blocked.block(1, 3, true);
   EXPECT_TRUE(blocked.blocks.edges.has(firstEdgeJoining(blocked.graph, Position{0}, 2)));
-  EXPECT_THAT(blocked.blocks.marksOf(blocked.graph.edgesOf(Position{0})), ElementsAre(true, false));
+  EXPECT_THAT(marksOf(blocked.blocks.edges, blocked.graph.edgesOf(Position{0})),
+              ElementsAre(true, false));
   EXPECT_THAT(blocked.openNeighbours(1), ElementsAre());
 }
 
