@@ -42,6 +42,15 @@ TEST_F(Log, putsThePrefixOfTheLibraryInFront) {
   EXPECT_THAT(lines_, ElementsAre("Tern SDK: map 7 has no size"));
 }
 
+TEST_F(Log, aLineStaysOneLineWhateverIsInIt) {
+  collect();
+  logSdk("key \"a\nTern SDK: forged\r\x1B[2J\x7F\"");
+  logLine(std::string_view("nul\0 tab\t", 9));
+  logLine("Gr\u00FC\u00DFe");
+  EXPECT_THAT(lines_, ElementsAre(R"(Tern SDK: key "a\x0ATern SDK: forged\x0D\x1B[2J\x7F")",
+                                  R"(nul\x00 tab\x09)", "Gr\u00FC\u00DFe"));
+}
+
 TEST_F(Log, writesToStandardErrorWithoutASink) {
   collect();
   setLogSink({});
