@@ -3,6 +3,7 @@
 #include <chrono>
 #include <utility>
 
+#include "TernCoreKit/platform/Json.hpp"
 #include "TernCoreKit/platform/Mutex.hpp"
 #include "TernCoreKit/platform/detail/common/Immortal.hpp"
 
@@ -51,6 +52,13 @@ std::string refusal(const Value& answer) {
 std::optional<std::string> textOf(const Value& value) {
   if (!value.isText()) return std::nullopt;
   return std::string(value.text());
+}
+
+// A number, or the decimal text of one; 0 for anything else.
+double secondsIn(const Value& value) {
+  if (!value.isText()) return value.number();
+  const JsonResult read = decodeJson(std::string(value.text()));
+  return read.error ? 0 : read.value.number();
 }
 
 bool isTokenExpired(double expiryTime, std::optional<WallTime> refreshTime, WallTime now) {
@@ -116,7 +124,7 @@ void OAuthConnector::requestToken(TokenCompletion completion) {
                  completion(noToken(refusal(answer)), std::nullopt);
                } else {
                  guarded->with([&, now = wallTime()](Fields& fields) {
-                   fields.expiryTime = seconds->number();
+                   fields.expiryTime = secondsIn(*seconds);
                    fields.refreshTime = now;
                    fields.accessToken = textOf(*token);
                  });

@@ -106,6 +106,17 @@ TEST_F(OAuthConnectorTest, aTokenWithoutTimeIsAskedForEachTime) {
   }
 }
 
+TEST_F(OAuthConnectorTest, aTimeMayComeAsItsText) {
+  for (const auto& [text, seconds] :
+       {std::pair(R"("3600")", 3600.0), std::pair(R"("60.5")", 60.5), std::pair(R"("soon")", 0.0),
+        std::pair(R"("")", 0.0), std::pair(R"("[9]")", 0.0)}) {
+    connector_.setRefreshTime(std::nullopt);
+    request();
+    transport_->answer(token("t", text));
+    EXPECT_EQ(connector_.expiryTime(), seconds) << text;
+  }
+}
+
 TEST_F(OAuthConnectorTest, incompleteCredentialsKeepTheOldOnesAndForceANewToken) {
   request();
   transport_->answer(token("one", "3600"));
