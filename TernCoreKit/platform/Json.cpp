@@ -14,6 +14,10 @@
 namespace tern::inline v5 {
 namespace {
 
+// What lies deeper stands on one line. Else a short text of many brackets would become a long one
+// of spaces, by its depth and not by its length.
+constexpr std::size_t deepestLine = 8;
+
 // Whether the value may lie on the line of others in a layout of rows.
 bool isPlain(const Value& value) {
   return !value.isMap() && std::ranges::none_of(value.items(), [](const Value& item) {
@@ -151,7 +155,9 @@ void JsonWriter::writeMap(std::span<const Value::Entry> entries) {
 void JsonWriter::open(char bracket, bool isRow) {
   out_ += bracket;
   ++depth_;
-  if (isRow && rowDepth_ == 0 && depth_ > 1) rowDepth_ = depth_;
+  if ((isRow && depth_ > 1) || depth_ > deepestLine) {
+    if (rowDepth_ == 0) rowDepth_ = depth_;
+  }
 }
 
 void JsonWriter::separate(bool isFirst) {

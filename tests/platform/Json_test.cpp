@@ -314,6 +314,37 @@ TEST(Json, laysWhatHoldsNoMapOutInRows) {
 })");
 }
 
+// A short text of brackets, compressed to next to nothing, must not fill a disk.
+TEST(Json, layoutGrowsWithTheLengthOfATextAndNotWithItsDepth) {
+  std::string text = repeated("[", 500) + "[]";
+  for (int i = 0; i < 2000; ++i) text += ",[]";
+  text += repeated("]", 500);
+  const Value value = decoded(text);
+  EXPECT_LE(encodeJson(value, JsonLayout::rows).size(), 2 * text.size());
+  EXPECT_LE(encodeJson(value, JsonLayout::pretty).size(), 2 * text.size());
+}
+
+TEST(Json, putsWhatLiesDeepOnOneLine) {
+  const Value value = decoded("[[[[[[[[[{\"a\":[{}]}]]]]]]]]]");
+  EXPECT_EQ(encodeJson(value, JsonLayout::rows), R"([
+ [
+  [
+   [
+    [
+     [
+      [
+       [
+        [{"a": [{}]}]
+       ]
+      ]
+     ]
+    ]
+   ]
+  ]
+ ]
+])");
+}
+
 TEST(Json, nestsAsDeepAsItSaysAndNoDeeper) {
   const auto nested = [](std::string_view open, std::string_view close, std::size_t depth) {
     return repeated(open, depth) + "1" + repeated(close, depth);
