@@ -125,7 +125,9 @@ void TernASAlternativePath::wayfind(const std::shared_ptr<TernWaypoint>& from,
     optimalPath = copyOf(*shortest);
     alternatives = pathMatchThreshold == 1.0 ? Routes{*optimalPath} : getAlternativePath();
   }
-  if (completion) completion(optimalPath, alternatives);
+  // Without a route, not the one of a request before. Nothing is copied, which could fail only now.
+  const std::optional<TernRoute> none;
+  if (completion) completion(shortest ? optimalPath : none, alternatives);
 }
 
 void TernASAlternativePath::readOptions(const Value& options) {

@@ -295,6 +295,13 @@ TEST(TernASAlternativePath, withoutARouteBothAreMissing) {
   EXPECT_THAT(drawn.finder.getDecisionNodes({}), IsEmpty());
 }
 
+TEST(TernASAlternativePath, aReusedFinderThatFindsNoRouteHandsOutNone) {
+  Drawn drawn(oneDetour);
+  EXPECT_EQ(drawn.letters('A', 'E'), "ABCDE, ABFGHDE");
+  drawn.block('A', 'B');
+  EXPECT_EQ(drawn.letters('A', 'E'), "none, none");
+}
+
 TEST(TernASAlternativePath, handedOutRoutesDoNotChangeWithLaterSearches) {
   Drawn drawn(oneDetour);
   drawn.letters('A', 'E');
