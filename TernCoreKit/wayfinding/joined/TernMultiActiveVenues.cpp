@@ -274,7 +274,9 @@ std::shared_ptr<TernActiveVenue> TernMultiActiveVenues::getVenueByMapId(std::int
 
 Venues TernMultiActiveVenues::getVenueByName(std::string_view name) const {
   Venues named = activeVenues();
-  std::erase_if(named, [&](const auto& venue) { return venue->name.text() != name; });
+  std::erase_if(named, [&](const auto& venue) {
+    return !venue->name.isText() || venue->name.text() != name;
+  });
   return named;
 }
 

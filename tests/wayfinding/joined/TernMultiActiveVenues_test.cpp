@@ -182,6 +182,10 @@ TEST_F(TernMultiActiveVenuesTest, venuesAreFoundByMapAndByName) {
   EXPECT_EQ(venues->getVenueByMapId(30), nullptr);
   EXPECT_THAT(venues->getVenueByName("Venue 1"), ElementsAre(first_));
   EXPECT_THAT(venues->getVenueByName("venue 1"), IsEmpty());
+  first_->name = Value();
+  EXPECT_THAT(venues->getVenueByName(""), IsEmpty()) << "which has no name";
+  first_->name = "";
+  EXPECT_THAT(venues->getVenueByName(""), ElementsAre(first_));
 }
 
 TEST_F(TernMultiActiveVenuesTest, beforeTheFirstRebuildRoutesAreEmptyAndThatIsLogged) {
