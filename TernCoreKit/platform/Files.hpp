@@ -46,8 +46,8 @@ class TERN_API FileSystem {
   /// The whole file; absent when there is none or it cannot be read.
   virtual std::optional<std::string> readFile(std::string_view path) const = 0;
   /// Writes a file whose folder exists. Another file of that name is replaced as one step: whoever
-  /// reads, also after a crash, finds the old contents or the new. A crash may leave a second file
-  /// beside it.
+  /// reads, also after a crash, finds the old contents or the new. What a crash leaves of a file
+  /// under way is not listed, and goes with the next file that is written beside it.
   virtual std::optional<FileError> createFile(std::string_view path, std::string_view contents) = 0;
   /// Whether a file lies there; a link is none.
   virtual bool isFile(std::string_view path) const = 0;
@@ -57,6 +57,9 @@ class TERN_API FileSystem {
   virtual std::optional<FileError> createFolders(std::string_view path) = 0;
   /// The names in a folder, sorted; none when it is missing or cannot be listed.
   virtual std::vector<std::string> list(std::string_view path) const = 0;
+  /// Removes what crashes have left of files under way, in the folder and all folders below; what
+  /// somebody is writing stays. DEFAULT: nothing, for a file system that leaves nothing behind.
+  virtual void removeAbandoned(std::string_view path) { static_cast<void>(path); }
   /// A file, a link, or a folder with all that lies in it; a missing one is an error. The documents
   /// folder itself cannot be removed.
   virtual std::optional<FileError> remove(std::string_view path) = 0;

@@ -18,8 +18,12 @@ bool isStorable(std::string_view name) {
          name.find('\0') == std::string_view::npos;
 }
 
+// Endpoints have ten names or so; a service that makes thousands of one id is up to no good.
+constexpr std::size_t mostNames = 32;
+
 bool isStorableKey(std::string_view key) {
   if (!key.empty() && key.front() != '/') return false;
+  if (std::ranges::count(key, '/') > static_cast<std::ptrdiff_t>(mostNames)) return false;
   while (!key.empty()) {
     key.remove_prefix(1);
     const std::string_view name = key.substr(0, key.find('/'));
@@ -93,7 +97,10 @@ bool TernFileCaching::createDirectoryWithPath(const Value& key) const {
 
 bool TernFileCaching::saveData(std::string_view data, const Value& key) const {
   const auto file = fileOf(key);
-  if (!file || key.text().empty()) return false;
+  if (!file || key.text().empty()) {
+    logLine("No key to save under: " + key.printed());
+    return false;
+  }
   if (!doesDirectoryExistsAtPath(key) && !createDirectoryWithPath(key) &&
       !doesDirectoryExistsAtPath(key)) {
     return false;
@@ -149,6 +156,7 @@ void TernFileCaching::clearCacheCompletion(const Completion& completion) const {
 }
 
 void TernFileCaching::checkCacheVersion() const {
+  fileManager_->removeAbandoned(directoryName());
   const auto names = fileManager_->list(directoryName());
   if (std::ranges::all_of(names, [&](const std::string& name) { return name == version_; })) return;
   clearCacheCompletion([](const std::optional<TernError>& error) {

@@ -2,12 +2,14 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
+#include <ctime>
 #include <filesystem>
 #include <memory>
 #include <system_error>
@@ -149,10 +151,40 @@ bool writeAll(const Descriptor& file, std::string_view contents) {
   return ::fsync(file.number()) == 0;
 }
 
-// Differs between processes and between calls.
-std::string temporaryName() {
+constexpr std::string_view underWay = ".partial-";
+
+// Differs between calls and, nearly always, between processes: those of containers often share
+// their number.
+std::string freshName() {
   static std::atomic<unsigned> count{0};
-  return ".partial-" + std::to_string(::getpid()) + "-" + std::to_string(++count);
+  struct timespec now {};
+  ::clock_gettime(CLOCK_REALTIME, &now);
+  return std::string(underWay) + std::to_string(::getpid()) + "-" + std::to_string(now.tv_sec) +
+         "-" + std::to_string(now.tv_nsec) + "-" + std::to_string(++count);
+}
+
+// A file under way, locked by its writer as long as that lives, which is how others tell it from
+// one that a crash has left.
+struct PartialFile {
+  Descriptor file;
+  std::string name;
+};
+
+PartialFile makePartial(const Descriptor& folder) {
+  constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+  constexpr int mostTries = 100;
+  PartialFile made;
+  for (int i = 0; i < mostTries; ++i) {
+    made.name = freshName();
+    made.file = Descriptor(::openat(folder.number(), made.name.c_str(), flags, fileMode));
+    if (!made.file.isOpen() && errno != EEXIST) break;
+    if (!made.file.isOpen()) continue;
+    ::flock(made.file.number(), LOCK_EX);
+    // Before it was locked, somebody may have taken it for a dead one.
+    struct stat status {};
+    if (::fstat(made.file.number(), &status) == 0 && status.st_nlink > 0) break;
+  }
+  return made;
 }
 
 std::vector<std::string> namesIn(Descriptor folder) {
@@ -167,19 +199,61 @@ std::vector<std::string> namesIn(Descriptor folder) {
   return names;
 }
 
-// Holds one open folder a level; running out of them is an error like any other.
+std::vector<std::string> namesOfOpen(const Descriptor& folder) {
+  return namesIn(Descriptor(::openat(folder.number(), ".", folderFlags)));
+}
+
+// Removes the files in the folder that nobody is writing any more.
+void removeDead(const Descriptor& folder) {
+  for (const std::string& name : namesOfOpen(folder)) {
+    if (!name.starts_with(underWay)) continue;
+    const Descriptor file(
+        ::openat(folder.number(), name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    if (file.isOpen() && ::flock(file.number(), LOCK_EX | LOCK_NB) == 0) {
+      ::unlinkat(folder.number(), name.c_str(), 0);
+    }
+  }
+}
+
+bool unlinkIn(const Descriptor& folder, const std::string& name, int flags = 0) {
+  return ::unlinkat(folder.number(), name.c_str(), flags) == 0;
+}
+
+// Moves all that lies in an inner folder up into the outer one, and removes it.
+std::optional<FileError> dissolve(const Descriptor& outer, const std::string& name) {
+  const Descriptor inner = openFolderIn(outer, name);
+  if (!inner.isOpen()) return lastError();
+  for (const std::string& each : namesOfOpen(inner)) {
+    if (::renameat(inner.number(), each.c_str(), outer.number(), freshName().c_str()) != 0) {
+      return lastError();
+    }
+  }
+  if (!unlinkIn(outer, name, AT_REMOVEDIR)) return lastError();
+  return std::nullopt;
+}
+
+// However deep folders lie in each other, two are open at a time.
+std::optional<FileError> removeContents(const Descriptor& folder) {
+  for (auto names = namesOfOpen(folder); !names.empty(); names = namesOfOpen(folder)) {
+    for (const std::string& name : names) {
+      if (unlinkIn(folder, name) || unlinkIn(folder, name, AT_REMOVEDIR)) continue;
+      if (errno != ENOTEMPTY && errno != EEXIST) return lastError();
+      if (auto error = dissolve(folder, name)) return error;
+    }
+  }
+  return std::nullopt;
+}
+
 std::optional<FileError> removeIn(const Descriptor& parent, const std::string& name) {
-  Descriptor folder = openFolderIn(parent, name);
+  const Descriptor folder = openFolderIn(parent, name);
   if (!folder.isOpen()) {
     // No folder, or a link to one.
     if (errno != ENOTDIR && errno != ELOOP) return lastError();
-    if (::unlinkat(parent.number(), name.c_str(), 0) != 0) return lastError();
+    if (!unlinkIn(parent, name)) return lastError();
     return std::nullopt;
   }
-  for (const std::string& inner : namesIn(Descriptor(::dup(folder.number())))) {
-    if (auto error = removeIn(folder, inner)) return error;
-  }
-  if (::unlinkat(parent.number(), name.c_str(), AT_REMOVEDIR) != 0) return lastError();
+  if (auto error = removeContents(folder)) return error;
+  if (!unlinkIn(parent, name, AT_REMOVEDIR)) return lastError();
   return std::nullopt;
 }
 
@@ -210,17 +284,18 @@ std::optional<FileError> PosixFiles::createFile(std::string_view path, std::stri
   const auto entry = entryOf(documentsFolder_, path);
   if (!entry) return lastError();
   const int folder = entry->folder.number();
-  const std::string temporary = temporaryName();
-  const Descriptor file(::openat(folder, temporary.c_str(),
-                                 O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, fileMode));
-  if (!file.isOpen()) return lastError();
-  if (writeAll(file, contents) &&
-      ::renameat(folder, temporary.c_str(), folder, entry->name.c_str()) == 0) {
-    return std::nullopt;
+  const PartialFile partial = makePartial(entry->folder);
+  if (!partial.file.isOpen()) return lastError();
+  if (!writeAll(partial.file, contents) ||
+      ::renameat(folder, partial.name.c_str(), folder, entry->name.c_str()) != 0) {
+    FileError error = lastError();
+    unlinkIn(entry->folder, partial.name);
+    return error;
   }
-  FileError error = lastError();
-  ::unlinkat(folder, temporary.c_str(), 0);
-  return error;
+  // The new name is to outlast a power cut too.
+  ::fsync(folder);
+  removeDead(entry->folder);
+  return std::nullopt;
 }
 
 bool PosixFiles::isFile(std::string_view path) const {
@@ -243,7 +318,28 @@ std::vector<std::string> PosixFiles::list(std::string_view path) const {
   const auto names = namesOf(path);
   if (!names) return {};
   Descriptor folder = openFolder(documentsFolder_, *names);
-  return folder.isOpen() ? namesIn(std::move(folder)) : std::vector<std::string>();
+  if (!folder.isOpen()) return {};
+  std::vector<std::string> listed = namesIn(std::move(folder));
+  std::erase_if(listed, [](const std::string& name) { return name.starts_with(underWay); });
+  return listed;
+}
+
+void PosixFiles::removeAbandoned(std::string_view path) {
+  const auto names = namesOf(path);
+  if (!names) return;
+  std::vector<std::vector<std::string>> folders = {*names};
+  while (!folders.empty()) {
+    const std::vector<std::string> at = std::move(folders.back());
+    folders.pop_back();
+    const Descriptor folder = openFolder(documentsFolder_, at);
+    if (!folder.isOpen()) continue;
+    removeDead(folder);
+    for (const std::string& name : namesOfOpen(folder)) {
+      if (!openFolderIn(folder, name).isOpen()) continue;
+      folders.push_back(at);
+      folders.back().push_back(name);
+    }
+  }
 }
 
 std::optional<FileError> PosixFiles::remove(std::string_view path) {

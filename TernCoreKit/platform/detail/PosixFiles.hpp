@@ -20,6 +20,7 @@ class PosixFiles final : public FileSystem {
   bool isFolder(std::string_view path) const override;
   std::optional<FileError> createFolders(std::string_view path) override;
   std::vector<std::string> list(std::string_view path) const override;
+  void removeAbandoned(std::string_view path) override;
   std::optional<FileError> remove(std::string_view path) override;
 
  private:

@@ -1,10 +1,14 @@
 #include "TernCoreKit/platform/detail/PosixFiles.hpp"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <filesystem>
+#include <iterator>
 #include <string>
 #include <thread>
 #include <vector>
@@ -71,6 +75,16 @@ TEST_F(PosixFiles, removesAFolderWithAllThatLiesInIt) {
   EXPECT_THAT(files_.list(""), ElementsAre("b"));
 }
 
+// Far more levels than a process may have files open, and than its stack would hold calls.
+TEST_F(PosixFiles, removesFoldersHoweverDeepTheyLieInEachOther) {
+  std::string path = "deep";
+  for (int i = 0; i < 3000; ++i) path += i % 7 == 0 ? "/another" : "/a";
+  ASSERT_FALSE(files_.createFolders(path));
+  ASSERT_FALSE(files_.createFile(path + "/file", "text"));
+  EXPECT_FALSE(files_.remove("deep"));
+  EXPECT_THAT(files_.list(""), IsEmpty());
+}
+
 TEST_F(PosixFiles, neverRemovesTheDocumentsFolderItself) {
   ASSERT_FALSE(files_.createFolders(""));
   for (const char* path : {"", "/", "//"}) EXPECT_TRUE(files_.remove(path));
@@ -132,6 +146,54 @@ TEST_F(PosixFiles, doesNotWaitForAPipe) {
   ASSERT_EQ(mkfifo(folder_.at("documents/pipe").c_str(), 0600), 0);
   EXPECT_EQ(files_.readFile("pipe"), std::nullopt);
   EXPECT_FALSE(files_.isFile("pipe"));
+}
+
+TEST_F(PosixFiles, whatACrashLeftOfAFileGoesWithTheNextOne) {
+  folder_.write("documents/a/.partial-7-1", "torn");
+  EXPECT_THAT(files_.list("a"), IsEmpty());
+  ASSERT_FALSE(files_.createFile("a/file", "text"));
+  EXPECT_FALSE(fs::exists(folder_.at("documents/a/.partial-7-1")));
+  EXPECT_THAT(files_.list("a"), ElementsAre("file"));
+}
+
+TEST_F(PosixFiles, abandonedFilesGoFromAllFoldersBelow) {
+  folder_.write("documents/a/b/.partial-7-1", "torn");
+  folder_.write("documents/a/.partial-7-2", "torn");
+  folder_.write("documents/.partial-7-3", "outside");
+  folder_.write("documents/a/b/file", "text");
+  files_.removeAbandoned("a");
+  EXPECT_FALSE(fs::exists(folder_.at("documents/a/b/.partial-7-1")));
+  EXPECT_FALSE(fs::exists(folder_.at("documents/a/.partial-7-2")));
+  EXPECT_TRUE(fs::exists(folder_.at("documents/.partial-7-3")));
+  EXPECT_EQ(files_.readFile("a/b/file"), "text");
+}
+
+TEST_F(PosixFiles, aFileThatSomebodyIsWritingStays) {
+  folder_.write("documents/a/.partial-7-1", "half");
+  const int writer = ::open(folder_.at("documents/a/.partial-7-1").c_str(), O_WRONLY | O_CLOEXEC);
+  ASSERT_EQ(::flock(writer, LOCK_EX), 0);
+  ASSERT_FALSE(files_.createFile("a/file", "text"));
+  files_.removeAbandoned("");
+  EXPECT_TRUE(fs::exists(folder_.at("documents/a/.partial-7-1")));
+  ::close(writer);
+  files_.removeAbandoned("");
+  EXPECT_FALSE(fs::exists(folder_.at("documents/a/.partial-7-1")));
+}
+
+TEST_F(PosixFilesConcurrent, writersOfOneFileLoseNoSave) {
+  ASSERT_FALSE(files_.createFolders("a"));
+  std::vector<std::jthread> writers;
+  for (const char letter : {'x', 'y'}) {
+    writers.emplace_back([this, letter] {
+      for (int i = 0; i < 200; ++i) {
+        EXPECT_FALSE(files_.createFile("a/file", std::string(1000, letter)));
+      }
+    });
+  }
+  writers.clear();
+  EXPECT_EQ(files_.readFile("a/file").value().size(), 1000U);
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder_.at("documents/a")), {}), 1)
+      << "and nothing is left under way";
 }
 
 TEST_F(PosixFiles, keepsTheOldFileWhenTheNewOneCannotTakeItsPlace) {
