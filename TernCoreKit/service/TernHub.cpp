@@ -1,5 +1,6 @@
 #include "TernCoreKit/service/TernHub.hpp"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -56,11 +57,19 @@ std::string joined(const Items& items, Print print) {
   return text;
 }
 
-// When a service's answer was made, as it says; absent when it does not.
+// Whether the text can stand in a header. One that cannot would fail every request that sends it.
+bool isHeaderValue(std::string_view text) {
+  constexpr std::size_t longest = 256;
+  return text.size() <= longest &&
+         std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; });
+}
+
+// When a service's answer was made, as it says; absent when it does not, or not in a usable way.
 Value stampOf(const Value& answer) {
   const Value* history = answer.find("recordHistory");
   const Value& stamp = history != nullptr ? (*history)["updatedAt"] : answer["generatedAt"];
-  return stamp.isText() || stamp.isNumber() ? stamp : Value();
+  const bool isUsable = stamp.isNumber() || (stamp.isText() && isHeaderValue(stamp.text()));
+  return isUsable ? stamp : Value();
 }
 
 void addEntries(Value& payload, const Value& data) {
@@ -99,22 +108,24 @@ struct TernHub::Fields {
   std::shared_ptr<TernMultiActiveVenues> multiActiveVenues;
 
   // Takes the value under the name of a field that a document can hold; a value of another kind
-  // means nothing.
+  // means nothing. Where the hub connects says the application alone: a document that could change
+  // that would send the token wherever it likes.
   void take(std::string_view key, Value& value) {
     struct PlainField {
       std::string_view name;
+      bool (Value::*isKind)() const noexcept;
       Value Fields::*field;
     };
     static constexpr std::array plainFields{
-        PlainField{"name", &Fields::name}, PlainField{"id", &Fields::id},
-        PlainField{"customer", &Fields::customer},
-        PlainField{"venuesDictionary", &Fields::venuesDictionary},
-        PlainField{"localeDictionary", &Fields::localeDictionary}};
+        PlainField{"name", &Value::isText, &Fields::name},
+        PlainField{"id", &Value::isNumber, &Fields::id},
+        PlainField{"customer", &Value::isNumber, &Fields::customer},
+        PlainField{"venuesDictionary", &Value::isMap, &Fields::venuesDictionary},
+        PlainField{"localeDictionary", &Value::isMap, &Fields::localeDictionary}};
     for (const PlainField& field : plainFields) {
-      if (key == field.name) this->*field.field = std::move(value);
+      if (key == field.name && (value.*field.isKind)()) this->*field.field = std::move(value);
     }
     if (key == "locale" && value.isText()) locale = value.text();
-    if (key == "hostURL" && value.isText()) hostURL = value.text();
     if (key == "geoJSON" && value.isBoolean()) geoJSON = value.flag();
     if (key == "autoCache" && value.isBoolean()) autoCache = value.flag();
   }

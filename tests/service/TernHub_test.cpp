@@ -322,12 +322,38 @@ TEST_F(TernHub, customerDocumentSetsPlainFieldsByTheirNames) {
   EXPECT_EQ(hub.name().text(), "n");
   EXPECT_EQ(hub.localesAPI(), "/QRVS/api/customer/1/locale/full?v=4.12&locale=de-DE&geojson=true");
   EXPECT_FALSE(hub.autoCache());
-  EXPECT_EQ(hub.hostURL(), "https://other");
+  EXPECT_EQ(hub.hostURL(), HubScene::host);
   EXPECT_EQ(hub.venues()->getCount(), 0U);
   hub.setValue(1, "unknown");
   hub.initWithDictionary(decodeJson(R"({"locale":5,"geoJSON":"no"})").value);
   EXPECT_EQ(hub.locale(), "de-DE");
   EXPECT_TRUE(hub.geoJSON());
+}
+
+TEST_F(TernHub, customerDocumentSetsFieldsWithValuesOfTheirKindOnly) {
+  auto& hub = scene_.hub();
+  const Value name = hub.name();
+  for (const char* document :
+       {R"({"customer":{"x":1},"id":"9","name":7,"venuesDictionary":[1],"localeDictionary":"x"})",
+        R"({"customer":"2","id":[9],"name":{},"venuesDictionary":5,"localeDictionary":null})"}) {
+    hub.initWithDictionary(decodeJson(document).value);
+    EXPECT_EQ(hub.customer(), Value(1));
+    EXPECT_TRUE(hub.id().isAbsent());
+    EXPECT_EQ(hub.name(), name);
+    EXPECT_TRUE(hub.venuesDictionary().isAbsent());
+    EXPECT_TRUE(hub.localeDictionary().isAbsent());
+  }
+}
+
+TEST_F(TernHub, aStampThatNoHeaderCanHoldReadsAsNone) {
+  for (const std::string& stamp : {std::string("T\\n0"), std::string("T\\u0000"),
+                                   std::string("T\\u00fc"), std::string(257, 'T')}) {
+    scene_.writeCache("/venue/7/full", R"({"id":7,"generatedAt":")" + stamp + R"("})");
+    scene_.answers["/venue/7/full"] = HubScene::json(venueAnswer);
+    EXPECT_FALSE(loadVenue().error());
+    EXPECT_EQ(scene_.requests().back(), "GET /venue/7/full");
+    EXPECT_EQ(scene_.cached("/venue/7/full"), pretty(venueAnswer));
+  }
 }
 
 // Locales
@@ -1006,6 +1032,7 @@ TEST_F(TernHub, keysThatWouldLeaveTheCacheAreNeverStored) {
   scene_.answers["/venue/7/full"] = HubScene::json(venueAnswer);
   EXPECT_EQ(loadVenue().result()->name.text(), "Hall");
   EXPECT_TRUE(std::filesystem::is_empty(scene_.folder.path()));
+  EXPECT_THAT(scene_.log.take(), ElementsAre(testing::StartsWith("No key to save under: /QRVS/")));
 }
 
 // Notifications and helpers
