@@ -39,7 +39,7 @@ inline constexpr int maximumJsonDepth = 512;
 /// How a Value is laid out as text. `compact` is one line; `pretty` is indented by four spaces a
 /// level; `rows` is indented by one space, with a list or map below the first level on one line
 /// when it holds nothing but plain values and lists of such: for a person too, but little longer
-/// than `compact`.
+/// than `compact`. Both put what lies deeper than eight levels on one line.
 enum class JsonLayout { compact, pretty, rows };
 
 /// Encodes a value. A double is written in the shortest form that reads back as the same double, or

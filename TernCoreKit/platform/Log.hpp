@@ -21,7 +21,8 @@ using LogSink = std::function<void(std::string_view line)>;
 /// Puts a sink in the place of the current one; an empty one brings the default back.
 TERN_API void setLogSink(LogSink sink);
 
-/// Hands a line, without a line break, to the sink.
+/// Hands a line to the sink. Control characters in it, line breaks among them, are written as \\x
+/// and two hexadecimal digits.
 TERN_API void logLine(std::string_view line);
 
 /// Writes the line behind the library's own prefix, "Tern SDK: ".
