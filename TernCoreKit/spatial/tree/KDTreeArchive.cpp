@@ -1,7 +1,9 @@
 #include "TernCoreKit/spatial/tree/KDTreeArchive.hpp"
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
+#include <limits>
 #include <string_view>
 #include <utility>
 
@@ -23,6 +25,17 @@ std::int64_t checksumOf(const Value& nodes) {
   return std::bit_cast<std::int64_t>(sum);
 }
 
+// Whether a node says its axis and where its right subtree begins as it was written: a fraction or
+// a number that 32 bits cannot hold would read as another.
+bool isNode(const Value& node) {
+  const auto isIndex = [](const Value& value) {
+    return value.isInteger() && value.integer() >= 0 &&
+           value.integer() <= std::numeric_limits<std::uint32_t>::max();
+  };
+  const auto fields = node.items();
+  return fields.size() == 3 && isIndex(fields[0]) && isIndex(fields[1]);
+}
+
 }  // namespace
 
 Value KDTreeArchive::seal(Value nodes, std::size_t dimensions) {
@@ -42,6 +55,7 @@ KDTreeArchive KDTreeArchive::open(const Value& sealed, std::size_t dimensions) {
   const Value& nodes = sealed["nodes"];
   if (!nodes.isList()) return damaged("without its nodes");
   if (sealed["checksum"] != Value(checksumOf(nodes))) return damaged("not as it was saved");
+  if (!std::ranges::all_of(nodes.items(), isNode)) return damaged("a bad node");
   return {nodes, std::nullopt};
 }
 
