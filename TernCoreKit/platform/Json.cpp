@@ -155,9 +155,8 @@ void JsonWriter::writeMap(std::span<const Value::Entry> entries) {
 void JsonWriter::open(char bracket, bool isRow) {
   out_ += bracket;
   ++depth_;
-  if ((isRow && depth_ > 1) || depth_ > deepestLine) {
-    if (rowDepth_ == 0) rowDepth_ = depth_;
-  }
+  const bool isOneLine = (isRow && depth_ > 1) || depth_ > deepestLine;
+  if (isOneLine && rowDepth_ == 0) rowDepth_ = depth_;
 }
 
 void JsonWriter::separate(bool isFirst) {

@@ -46,7 +46,6 @@ class Loop {
     NodeState& first = node(start);
     first.score = 0;
     first.parent = noPosition;
-    first.link = none<LinkIndex>;
     open(start, first, 0);
   }
 
