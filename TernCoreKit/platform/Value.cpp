@@ -166,6 +166,7 @@ std::string Value::printed() const {
     case Kind::integer:
       return {digits, std::to_chars(digits, digits + sizeof digits, integer()).ptr};
     case Kind::number:
+      if (const auto whole = wholeNumber(number())) return Value(*whole).printed();
       return {digits, std::to_chars(digits, digits + sizeof digits, number()).ptr};
     default:
       return std::string(text());

@@ -145,8 +145,9 @@ class TERN_API Value {
   /// The text, empty for what is none. Valid until the value changes, moves or ends.
   std::string_view text() const noexcept;
 
-  /// What a text template prints for the value: a text itself, a number in decimal (a double in the
-  /// shortest form that reads back as the same double), 1 or 0 for a boolean, "<null>" for null;
+  /// What a text template prints for the value: a text itself, a number in decimal (a double that
+  /// is a whole number of 64 bits as that number, another in the shortest form that reads back as
+  /// the same double), 1 or 0 for a boolean, "<null>" for null;
   /// empty for what is absent, a list or a map.
   std::string printed() const;
 

@@ -320,6 +320,8 @@ TEST(Value, printsWhatATemplateShows) {
   EXPECT_EQ(Value(longText).printed(), longText);
   EXPECT_EQ(Value(smallest).printed(), "-9223372036854775808");
   EXPECT_EQ(Value(0.1).printed(), "0.1");
+  EXPECT_EQ(Value(1e5).printed(), "100000");
+  EXPECT_EQ(Value(-3.0).printed(), "-3");
   EXPECT_EQ(Value(1e22).printed(), "1e+22");
   EXPECT_EQ(Value(-1.7976931348623157e308).printed(), "-1.7976931348623157e+308");
   EXPECT_EQ(Value(true).printed(), "1");

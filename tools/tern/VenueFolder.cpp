@@ -102,7 +102,7 @@ Loaded<TernVenueCollection> readVenues(const fs::path& folder) {
   Value* batch = std::get<Value>(document).find("venues");
   if (batch == nullptr) return isBroken(folder / "full.json", "has no \"venues\"");
   auto venues = std::make_shared<TernVenueCollection>();
-  venues->createBatch(std::move(*batch));
+  venues->takeBatch(std::move(*batch));
   return venues;
 }
 

@@ -10,6 +10,8 @@
 #include <system_error>
 #include <utility>
 
+#include "TernCoreKit/platform/Json.hpp"
+
 namespace tern::inline v5 {
 
 namespace {
@@ -60,7 +62,9 @@ std::size_t slotsFor(std::size_t count) { return std::bit_ceil(count + count / 2
 
 Value RecordMap::keyOf(const Value& id) {
   if (id.isInteger()) return id.integer();
-  return id.isText() ? keyOfText(id.text()) : keyOfText(id.printed());
+  if (id.isText()) return keyOfText(id.text());
+  if (id.isList() || id.isMap()) return Value(encodeJson(id, JsonLayout::compact));
+  return keyOfText(id.printed());
 }
 
 template <class Key>

@@ -16,8 +16,8 @@ namespace tern::inline v5 {
 /// The records of a collection by their keys, in the order in which the keys came.
 ///
 /// A key is the text of a record's id. Texts that are plain decimal integers of 64 bits are held as
-/// such, so that 7 and "7" are one key. A key that comes again keeps its place and takes the new
-/// record.
+/// such, so that 7, 7.0 and "7" are one key. A key that comes again keeps its place and takes the
+/// new record.
 ///
 /// Ownership: shares the records. Copying one copies the map, not the records.
 /// Threads: as a standard container: any number of readers, or one writer.
@@ -32,7 +32,8 @@ class TERN_API RecordMap {
     RecordKey key;
   };
 
-  /// The key of an id: its printed text, as an integer where it is one.
+  /// The key of an id: its printed text, as an integer where it is one; of a list or a map its JSON
+  /// text.
   static Value keyOf(const Value& id);
 
   RecordMap() = default;

@@ -11,10 +11,11 @@ namespace tern::inline v5 {
 
 namespace {
 
+// Whether a record can be made of it, and has a key then.
+bool isObject(const Value& element) { return element.isMap() && element.size() > 0; }
+
 // The value that gives the element's record its key: its "id", else that of its first key.
 const Value& idOf(const Value& element, const Value& idName) {
-  static const Value nothing;
-  if (element.size() == 0) return nothing;
   const Value::Entry& first = element.entries().front();
   if (first.key.sameBytes(idName)) return first.value;
   const Value* id = element.find(idName.text());
@@ -31,7 +32,12 @@ const std::shared_ptr<const TernBaseModel>& TernBaseCollection::collectionModelC
   return kind_->prototype;
 }
 
-const RecordMap& TernBaseCollection::createBatch(Value batch) {
+RecordMap TernBaseCollection::createBatch(Value batch) {
+  takeBatch(std::move(batch));
+  return items_;
+}
+
+void TernBaseCollection::takeBatch(Value batch) {
   takeFields(batch);
   Value* list = batch.find("items");
   if (list != nullptr) {
@@ -39,15 +45,14 @@ const RecordMap& TernBaseCollection::createBatch(Value batch) {
   } else if (!batch.isMap() || getCount() > 0 || !plainItems_.isAbsent()) {
     detail::logWrongKind("\"items\"", kind_->name, "in the batch");
   }
-  return items_;
 }
 
 // All elements are looked at before the first is taken apart: what cannot be read stays whole.
 void TernBaseCollection::buildRecords(Value list) {
   items_ = RecordMap();
   const bool isEmptyMap = list.isMap() && list.size() == 0;
-  if (!isEmptyMap && !(list.isList() && std::ranges::all_of(list.items(), &Value::isMap))) {
-    detail::logWrongKind("\"items\"", kind_->name, "a list of maps");
+  if (!isEmptyMap && !(list.isList() && std::ranges::all_of(list.items(), isObject))) {
+    detail::logWrongKind("\"items\"", kind_->name, "a list of objects");
     plainItems_ = std::move(list);
     return;
   }

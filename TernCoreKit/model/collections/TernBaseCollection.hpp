@@ -40,11 +40,13 @@ class TERN_API TernBaseCollection {
 
   /// Replaces all records by those of the batch and stores what it has under the names of the
   /// collection's own fields; other keys mean nothing. A record is kept under its "id", without one
-  /// under the value of its first key. Returns `items`.
+  /// under the value of its first key. Returns a copy of `items`.
   ///
   /// A batch that is no map or has no "items" leaves the records as they are. When "items" is no
   /// list of objects with at least one key, its value becomes `plainItems` and no record is left.
-  const RecordMap& createBatch(Value batch);
+  RecordMap createBatch(Value batch);
+  /// The same without a copy.
+  void takeBatch(Value batch);
 
   /// Adds the record of one document, or puts it in place of the one of that id. A document without
   /// an id is logged and not added.

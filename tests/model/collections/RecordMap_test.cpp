@@ -37,7 +37,7 @@ TEST(RecordMap, whatPrintsAsNoPlainIntegerIsAText) {
   EXPECT_EQ(RecordMap::keyOf(nullptr), Value("<null>"));
   EXPECT_EQ(RecordMap::keyOf(2.5), Value("2.5"));
   EXPECT_EQ(RecordMap::keyOf(Value()), Value(""));
-  EXPECT_EQ(RecordMap::keyOf(Value::list({7})), Value(""));
+  EXPECT_EQ(RecordMap::keyOf(Value::list({7})), Value("[7]"));
 }
 
 TEST(RecordMap, anEmptyOneFindsNothing) {

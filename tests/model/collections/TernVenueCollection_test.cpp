@@ -30,6 +30,8 @@ TEST(TernVenueCollection, getDefaultTakesTheIdAsText) {
   const auto venues = filled<TernVenueCollection>(R"([{"id": 12}])");
   venues->defaultId = "12";
   EXPECT_EQ(idOf(venues->getDefault()), 12);
+  venues->defaultId = 1.2e1;
+  EXPECT_EQ(idOf(venues->getDefault()), 12);
   venues->defaultId = 13;
   EXPECT_EQ(venues->getDefault(), nullptr);
 }

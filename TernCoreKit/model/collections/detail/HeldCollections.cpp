@@ -18,7 +18,7 @@ namespace tern::inline v5::detail {
 template <HeldCollection Collection>
 std::shared_ptr<Collection> collectionOf(Value batch) {
   auto collection = std::make_shared<Collection>();
-  collection->createBatch(std::move(batch));
+  collection->takeBatch(std::move(batch));
   return collection;
 }
 
