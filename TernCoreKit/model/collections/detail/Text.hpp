@@ -10,7 +10,9 @@
 
 namespace tern::inline v5::detail {
 
-// The text with its Latin, Greek, Cyrillic and Armenian letters small, in every process locale.
+// The text with each letter in its simple lower-case form, letter by letter and in every process
+// locale: a form may take more or fewer bytes, and what several letters become together is not
+// looked at.
 std::string lowered(std::string_view text);
 
 // Whether both are texts that differ at most in case.
