@@ -47,6 +47,9 @@ struct TERN_API TernAmenity : TernBaseModel {
   std::shared_ptr<TernAmenity> copyWithZone() const;
   /// Replaces `waypoints`; the assembly of a venue calls it (see attachWaypoints).
   void addWaypoints(std::vector<std::shared_ptr<TernWaypoint>> list);
+
+ private:
+  std::shared_ptr<TernBaseModel> copyOfKind() const override { return copyWithZone(); }
 };
 
 }  // namespace tern

@@ -19,6 +19,9 @@ struct TERN_API TernAssociation : TernBaseModel {
   static std::shared_ptr<TernAssociation> initWithDictionary(Value dictionary);
   /// See TernBaseModel::copyWithZone. Every field is copied.
   std::shared_ptr<TernAssociation> copyWithZone() const;
+
+ private:
+  std::shared_ptr<TernBaseModel> copyOfKind() const override { return copyWithZone(); }
 };
 
 }  // namespace tern

@@ -15,11 +15,13 @@ const detail::FieldTable<TernBaseModel>& detail::fieldsOf<TernBaseModel>() {
   return table.value;
 }
 
+TernBaseModel::~TernBaseModel() = default;
+
 std::shared_ptr<TernBaseModel> TernBaseModel::initWithDictionary(Value dictionary) {
   return detail::fieldsOf<TernBaseModel>().make(std::move(dictionary));
 }
 
-std::shared_ptr<TernBaseModel> TernBaseModel::copyWithZone() const {
+std::shared_ptr<TernBaseModel> TernBaseModel::copyOfKind() const {
   return detail::fieldsOf<TernBaseModel>().copy(*this);
 }
 

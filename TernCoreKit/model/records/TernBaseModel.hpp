@@ -16,8 +16,7 @@ namespace tern::inline v5 {
 /// which); lists and collections are new ones that hold the same elements. Two records are equal
 /// only when they are the same object.
 ///
-/// Ownership: held by std::shared_ptr, shared by the collections that list it. There is no virtual
-/// function here: a record must be made as what it is (std::make_shared does).
+/// Ownership: held by std::shared_ptr, shared by the collections that list it.
 /// Threads: as a standard container: any number of readers, or one writer.
 /// Fails: never. A key that is not a field stops the making at that key: it is logged and the
 /// record returned partly filled, without nested records. A document that is no map gives an empty
@@ -31,13 +30,27 @@ struct TERN_API TernBaseModel {
   /// A text chosen by the venue's owner.
   Value externalId;
 
+  TernBaseModel() = default;
+  /// The same fields; the new record shares the nested ones.
+  TernBaseModel(const TernBaseModel&) = default;
+  /// The same, leaving the fields of the other absent.
+  TernBaseModel(TernBaseModel&&) = default;
+  /// The other's fields from here on.
+  TernBaseModel& operator=(const TernBaseModel&) = default;
+  /// The same, leaving the fields of the other absent.
+  TernBaseModel& operator=(TernBaseModel&&) = default;
+  virtual ~TernBaseModel();
+
   /// A record with these two and nothing else.
   static std::shared_ptr<TernBaseModel> initWithId(Value id, Value externalId);
   /// Made of a document, which is taken over and whose parts are moved out of it.
   static std::shared_ptr<TernBaseModel> initWithDictionary(Value dictionary);
-  /// A new record with copies of the fields that its kind copies. Lists and collections are new
-  /// ones that hold the same elements.
-  std::shared_ptr<TernBaseModel> copyWithZone() const;
+  /// A new record of the same kind with copies of the fields that this kind copies. Lists and
+  /// collections are new ones that hold the same elements.
+  std::shared_ptr<TernBaseModel> copyWithZone() const { return copyOfKind(); }
+
+ private:
+  virtual std::shared_ptr<TernBaseModel> copyOfKind() const;
 };
 
 }  // namespace tern

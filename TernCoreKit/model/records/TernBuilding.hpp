@@ -43,6 +43,9 @@ struct TERN_API TernBuilding : TernBaseModel {
   /// See TernBaseModel::copyWithZone. Left out: `defaultFloorId`, `generatedAt`, `customerId`,
   /// `recordHistory` and `mapId`.
   std::shared_ptr<TernBuilding> copyWithZone() const;
+
+ private:
+  std::shared_ptr<TernBaseModel> copyOfKind() const override { return copyWithZone(); }
 };
 
 }  // namespace tern

@@ -33,13 +33,13 @@ constexpr std::array<ErrorTexts, 8> errorTable{{
 
 static_assert(errorTable.size() == TernErrorTypeUndefined + 1);
 
-const ErrorTexts& textsOf(std::uint32_t type) {
-  return errorTable[std::min<std::uint32_t>(type, TernErrorTypeUndefined)];
+const ErrorTexts& textsOf(std::uint64_t type) {
+  return errorTable[std::min<std::uint64_t>(type, TernErrorTypeUndefined)];
 }
 
 }  // namespace
 
-TernError TernError::initWithErrorType(std::uint32_t type, std::optional<std::string> message,
+TernError TernError::initWithErrorType(std::uint64_t type, std::optional<std::string> message,
                                        std::optional<std::string> description) {
   TernError error;
   error.code = defaultErrorCodeForErrorType(type);
@@ -50,15 +50,15 @@ TernError TernError::initWithErrorType(std::uint32_t type, std::optional<std::st
   return error;
 }
 
-std::string_view TernError::defaultErrorCodeForErrorType(std::uint32_t type) {
+std::string_view TernError::defaultErrorCodeForErrorType(std::uint64_t type) {
   return textsOf(type).code;
 }
 
-std::string_view TernError::defaultErrorMessageForErrorType(std::uint32_t type) {
+std::string_view TernError::defaultErrorMessageForErrorType(std::uint64_t type) {
   return textsOf(type).message;
 }
 
-std::string_view TernError::defaultErrorDescriptionForErrorType(std::uint32_t type) {
+std::string_view TernError::defaultErrorDescriptionForErrorType(std::uint64_t type) {
   return textsOf(type).description;
 }
 

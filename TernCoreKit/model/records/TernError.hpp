@@ -51,15 +51,15 @@ struct [[nodiscard]] TernError {
 
   /// Texts that are not given are those of the type; an empty one that is given stays empty.
   TERN_API static TernError initWithErrorType(
-      std::uint32_t type, std::optional<std::string> message = std::nullopt,
+      std::uint64_t type, std::optional<std::string> message = std::nullopt,
       std::optional<std::string> description = std::nullopt);
 
   /// The code of a type, such as "TN001".
-  TERN_API static std::string_view defaultErrorCodeForErrorType(std::uint32_t type);
+  TERN_API static std::string_view defaultErrorCodeForErrorType(std::uint64_t type);
   /// The message of a type when no other is given.
-  TERN_API static std::string_view defaultErrorMessageForErrorType(std::uint32_t type);
+  TERN_API static std::string_view defaultErrorMessageForErrorType(std::uint64_t type);
   /// The description of a type when no other is given.
-  TERN_API static std::string_view defaultErrorDescriptionForErrorType(std::uint32_t type);
+  TERN_API static std::string_view defaultErrorDescriptionForErrorType(std::uint64_t type);
 
   /// The type for an HTTP status.
   TERN_API static TernErrorType getErrorCodeWithStatusCode(std::int64_t statusCode);

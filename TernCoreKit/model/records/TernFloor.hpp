@@ -37,6 +37,9 @@ struct TERN_API TernFloor : TernBaseModel {
   static std::shared_ptr<TernFloor> initWithDictionary(Value dictionary);
   /// See TernBaseModel::copyWithZone. Left out: `recordHistory`.
   std::shared_ptr<TernFloor> copyWithZone() const;
+
+ private:
+  std::shared_ptr<TernBaseModel> copyOfKind() const override { return copyWithZone(); }
 };
 
 }  // namespace tern

@@ -19,6 +19,9 @@ struct TERN_API TernLocale : TernBaseModel {
   static std::shared_ptr<TernLocale> initWithDictionary(Value dictionary);
   /// See TernBaseModel::copyWithZone. Every field is copied.
   std::shared_ptr<TernLocale> copyWithZone() const;
+
+ private:
+  std::shared_ptr<TernBaseModel> copyOfKind() const override { return copyWithZone(); }
 };
 
 }  // namespace tern

@@ -44,6 +44,9 @@ struct TERN_API TernMap : TernBaseModel {
   static std::shared_ptr<TernMap> initWithDictionary(Value dictionary);
   /// See TernBaseModel::copyWithZone. Left out: `uris`.
   std::shared_ptr<TernMap> copyWithZone() const;
+
+ private:
+  std::shared_ptr<TernBaseModel> copyOfKind() const override { return copyWithZone(); }
 };
 
 }  // namespace tern

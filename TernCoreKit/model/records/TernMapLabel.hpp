@@ -29,6 +29,9 @@ struct TERN_API TernMapLabel : TernBaseModel {
   static std::shared_ptr<TernMapLabel> initWithDictionary(Value dictionary);
   /// See TernBaseModel::copyWithZone. Left out: `id`, `externalId` and `status`.
   std::shared_ptr<TernMapLabel> copyWithZone() const;
+
+ private:
+  std::shared_ptr<TernBaseModel> copyOfKind() const override { return copyWithZone(); }
 };
 
 }  // namespace tern

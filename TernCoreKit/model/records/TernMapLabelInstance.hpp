@@ -31,6 +31,9 @@ struct TERN_API TernMapLabelInstance : TernBaseModel {
   static std::shared_ptr<TernMapLabelInstance> initWithDictionary(Value dictionary);
   /// See TernBaseModel::copyWithZone. Every field is copied.
   std::shared_ptr<TernMapLabelInstance> copyWithZone() const;
+
+ private:
+  std::shared_ptr<TernBaseModel> copyOfKind() const override { return copyWithZone(); }
 };
 
 }  // namespace tern

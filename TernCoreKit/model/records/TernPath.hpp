@@ -28,6 +28,9 @@ struct TERN_API TernPath : TernBaseModel {
   static std::shared_ptr<TernPath> initWithDictionary(Value dictionary);
   /// See TernBaseModel::copyWithZone. Left out: `extensors` and `status`.
   std::shared_ptr<TernPath> copyWithZone() const;
+
+ private:
+  std::shared_ptr<TernBaseModel> copyOfKind() const override { return copyWithZone(); }
 };
 
 }  // namespace tern

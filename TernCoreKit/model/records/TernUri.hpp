@@ -21,6 +21,9 @@ struct TERN_API TernUri : TernBaseModel {
   static std::shared_ptr<TernUri> initWithDictionary(Value dictionary);
   /// See TernBaseModel::copyWithZone. Every field is copied.
   std::shared_ptr<TernUri> copyWithZone() const;
+
+ private:
+  std::shared_ptr<TernBaseModel> copyOfKind() const override { return copyWithZone(); }
 };
 
 }  // namespace tern

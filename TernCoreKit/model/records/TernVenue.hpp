@@ -30,6 +30,9 @@ struct TERN_API TernVenue : TernBaseModel {
   static std::shared_ptr<TernVenue> initWithDictionary(Value dictionary);
   /// See TernBaseModel::copyWithZone. Left out: `status` and `customerId`.
   std::shared_ptr<TernVenue> copyWithZone() const;
+
+ private:
+  std::shared_ptr<TernBaseModel> copyOfKind() const override { return copyWithZone(); }
 };
 
 }  // namespace tern

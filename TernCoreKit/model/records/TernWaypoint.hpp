@@ -34,6 +34,9 @@ struct TERN_API TernWaypoint : TernBaseModel {
   static std::shared_ptr<TernWaypoint> initWithDictionary(Value dictionary);
   /// See TernBaseModel::copyWithZone. Left out: `zoneId`.
   std::shared_ptr<TernWaypoint> copyWithZone() const;
+
+ private:
+  std::shared_ptr<TernBaseModel> copyOfKind() const override { return copyWithZone(); }
 };
 
 }  // namespace tern

@@ -1,5 +1,6 @@
 #include "tests/model/records/RecordKinds.hpp"
 
+#include <concepts>
 #include <initializer_list>
 #include <utility>
 
@@ -46,7 +47,15 @@ class Row {
               &Record::initWithDictionary,
               [](const AnyRecord& record) { return of(record).copyWithZone(); },
               {},
-              {}} {}
+              {},
+              {}} {
+    if constexpr (std::derived_from<Record, TernBaseModel>) {
+      kind_.copyAsBase = [](const AnyRecord& record) -> AnyRecord {
+        const TernBaseModel& base = of(record);
+        return std::static_pointer_cast<Record>(base.copyWithZone());
+      };
+    }
+  }
 
   Row& copied(std::initializer_list<Plain> fields) { return plain(fields, true); }
   Row& uncopied(std::initializer_list<Plain> fields) { return plain(fields, false); }

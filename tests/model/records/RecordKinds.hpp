@@ -48,6 +48,8 @@ struct RecordKind {
   bool stopsAtUnknownKeys;
   std::function<AnyRecord(Value)> make;
   std::function<AnyRecord(const AnyRecord&)> copy;
+  // The same by way of the base; no function for a kind that has none.
+  std::function<AnyRecord(const AnyRecord&)> copyAsBase;
   // All fields but those whose value depends on other fields or that documents cannot give.
   std::vector<PlainField> plain;
   std::vector<NestedField> nested;

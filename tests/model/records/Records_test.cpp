@@ -73,6 +73,17 @@ TEST_P(Records, aCopyIsAsWholeAsItsOwnCopy) {
   }
 }
 
+TEST_P(Records, aCopyByWayOfTheBaseIsOfTheSameKind) {
+  if (!kind_.copyAsBase) return;
+  const AnyRecord record = kind_.make(wholeDocument(kind_, false));
+  const AnyRecord copy = kind_.copyAsBase(record);
+  const AnyRecord direct = kind_.copy(record);
+  EXPECT_NE(copy, record);
+  for (const PlainField& field : kind_.plain) {
+    EXPECT_EQ(field.read(copy), field.read(direct)) << field.name;
+  }
+}
+
 TEST_P(Records, ofAnEmptyDocumentHaveAllFieldsAbsent) {
   const AnyRecord record = kind_.make(Value::map());
   for (const PlainField& field : kind_.plain) EXPECT_TRUE(field.read(record).isAbsent());

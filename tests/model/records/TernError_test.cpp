@@ -57,7 +57,9 @@ TEST(TernError, everyTypeHasItsTexts) {
 }
 
 TEST(TernError, everyTypeBeyondTheTableIsUndefined) {
-  for (std::uint32_t type : {7U, 8U, 1000U, std::numeric_limits<std::uint32_t>::max()}) {
+  for (const std::uint64_t type :
+       {std::uint64_t{7}, std::uint64_t{8}, std::uint64_t{1000}, std::uint64_t{1} << 32U,
+        (std::uint64_t{1} << 32U) + 5, std::numeric_limits<std::uint64_t>::max()}) {
     expectRow(TernError::initWithErrorType(type), rows[7]);
     EXPECT_EQ(TernError::defaultErrorCodeForErrorType(type), "TN008");
   }
