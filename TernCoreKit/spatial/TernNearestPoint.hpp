@@ -17,6 +17,8 @@ namespace tern::inline v5 {
 struct TernNearestPoint {
   /// x and y.
   static constexpr std::size_t dimensions = 2;
+  /// Points that are equal lie at one place.
+  static constexpr bool equalPointsCoincide = true;
 
   /// Map units from the left.
   double x = 0;

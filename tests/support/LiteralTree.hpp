@@ -49,7 +49,7 @@ struct LiteralTree {
     std::vector<E> right;
     bool isTaken = false;
     for (const E& e : values) {
-      if (!isTaken && e == value) {
+      if (!isTaken && e.isSameAs(value)) {
         isTaken = true;
       } else {
         (e.kdDimension(axis) < least ? left : right).push_back(e);

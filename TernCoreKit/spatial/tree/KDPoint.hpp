@@ -20,6 +20,8 @@ struct KDPoint {
   /// How many axes a tree made from now on cycles through; one past the first is y again.
   /// Not to be changed while another thread makes a tree.
   TERN_API static std::size_t dimensions;
+  /// Points that are equal lie at one place.
+  static constexpr bool equalPointsCoincide = true;
 
   /// The coordinate on an axis: 0 is x, any other y.
   double kdDimension(std::size_t axis) const { return axis == 0 ? x : y; }

@@ -213,6 +213,9 @@ void KDTree<E>::forEach(Visit visit) const {
 
 template <KDTreePoint E>
 bool KDTree<E>::contains(const E& value) const {
+  if constexpr (!kdEqualPointsCoincide<E>) {
+    return std::any_of(first(), last(), [&](const Node& node) { return node.value == value; });
+  }
   const Node* node = first();
   const Node* end = last();
   while (node != end) {
@@ -351,10 +354,10 @@ struct KDTree<E>::Nearest {
   Predicate& where;
   const E* best = nullptr;
 
-  // A value off the point on one axis is not equal to it. The square is no number where both are
-  // infinite.
+  // Where equal points coincide, a value off the point on one axis is not equal to it. The square
+  // is no number where both are infinite.
   bool endsAt(const E& value, double square) {
-    return !(square > 0) && value == point && endsWith(value);
+    return !(kdEqualPointsCoincide<E> && square > 0) && value == point && endsWith(value);
   }
   bool endsWith(const E& value) {
     best = &value;
@@ -366,9 +369,14 @@ struct KDTree<E>::Nearest {
     return !takeNearestOf(nodes + begin, nodes + end) &&
            KDTree(tree.nodes_, begin, end).walk(point, *this);
   }
-  // False where the order in which a walk meets the nodes matters: when one lies on the point, or
+  // False where the order in which a walk meets the nodes matters: when one equals the point, or
   // two are equally near.
   bool takeNearestOf(const Node* begin, const Node* end) {
+    if constexpr (!kdEqualPointsCoincide<E>) {
+      if (std::any_of(begin, end, [&](const Node& node) { return node.value == point; })) {
+        return false;
+      }
+    }
     const auto count = static_cast<std::size_t>(end - begin);
     std::array<double, handful> squared;
     // Two at a time, as each comparison waits for the one before.
@@ -412,7 +420,8 @@ struct KDTree<E>::Nearest {
       take(value, squared);
       return false;
     }
-    return !(squared > 0) && value == point && !where(value) && endsWith(value);
+    return !(kdEqualPointsCoincide<E> && squared > 0) && value == point && !where(value) &&
+           endsWith(value);
   }
   // A bound that is no number does not say where the point lies.
   bool wantsBeyond(double bound) const { return !(bound >= distance); }

@@ -21,7 +21,8 @@
 namespace tern::inline v5 {
 
 /// What a k-d tree can hold: `dimensions` axes, the coordinate on each, and the squared distance.
-/// Equal points have equal coordinates.
+/// Points may be equal that lie apart. A type of which none are can say so by a static member
+/// `equalPointsCoincide` that is true: its queries then compare fewer points.
 template <class E>
 concept KDTreePoint = std::copyable<E> && std::equality_comparable<E> &&
     requires(const E& point, std::size_t axis) {
@@ -31,6 +32,12 @@ concept KDTreePoint = std::copyable<E> && std::equality_comparable<E> &&
 };
 
 /// @cond What KDTree is made of; no program needs it.
+
+template <class E>
+inline constexpr bool kdEqualPointsCoincide = false;
+
+template <class E>
+requires(E::equalPointsCoincide) inline constexpr bool kdEqualPointsCoincide<E> = true;
 
 template <KDTreePoint E>
 struct KDTreeNode {
@@ -96,7 +103,9 @@ inline void kdSort(std::vector<KDSortEntry>& entries, std::vector<KDSortEntry>& 
 // Splits at the median, one axis a level. Of values with equal coordinates the one that came first
 // in the list becomes the node, and no other stands left of it; coordinates that differ by less
 // than the machine's epsilon count as equal. The values are sorted once for each axis; a split then
-// only deals out the lists of the other axes, however many of the points coincide.
+// only deals out the lists of the other axes. Where a split has next to nothing on its left, as
+// among points that coincide or nearly do, dealing out the whole range for each node would take
+// quadratic time: such nodes are peeled off linked lists, at the cost of what they take along.
 template <KDTreePoint E>
 class KDTreeBuilder {
  public:
@@ -109,9 +118,17 @@ class KDTreeBuilder {
   using Indices = std::vector<std::uint32_t>;
   struct Range {
     std::size_t begin, end, axis, depth;
-    // How many levels in succession before this one had nothing on the left.
-    std::size_t emptyLefts;
+    bool isLopsided = false;
+
+    std::size_t size() const { return end - begin; }
   };
+  // The values of a range in the order of one axis, as a list that any can be taken out of.
+  struct Line {
+    std::uint32_t first, median;
+  };
+  using Lines = std::vector<Line>;
+  // A left part of at most such a share of its range is next to nothing.
+  static constexpr std::size_t lopsidedShare = 8;
 
   std::size_t axisBelow(std::size_t axis) const { return axis + 1 < dimensions_ ? axis + 1 : 0; }
   double at(std::uint32_t index, std::size_t axis) const {
@@ -121,8 +138,17 @@ class KDTreeBuilder {
     nodes_.push_back(
         {values_[index], static_cast<std::uint32_t>(right), static_cast<std::uint32_t>(axis)});
   }
+  void add(const Range& range);
   std::size_t split(const Range& range);
-  Range takeCoincident(Range range);
+  // Whether the coordinate counts as the median, to which it is at most equal.
+  static bool isLevel(double coordinate, double median) {
+    return median - coordinate < std::numeric_limits<double>::epsilon() || coordinate == median;
+  }
+  Range peel(Range range);
+  Lines link(const Range& range);
+  void unlink(std::uint32_t index, std::size_t size, Lines& lines);
+  void addPeeled(const Range& range, std::uint32_t node, std::size_t lefts, Lines& lines);
+  void unlinkAll(const Range& range, const Lines& lines);
 
   const std::vector<E>& values_;
   std::size_t dimensions_;
@@ -133,9 +159,12 @@ class KDTreeBuilder {
   // For each axis the position that each value had in that order at first.
   std::vector<Indices> ranks_;
   Indices spare_;
-  // By index: which have become nodes because they coincide. Empty while none has.
-  std::vector<bool> isTaken_;
+  // For each axis what stands before and behind each value in the list that it is peeled off. Empty
+  // until a range is.
+  std::vector<Indices> before_;
+  std::vector<Indices> behind_;
   std::vector<Node> nodes_;
+  std::size_t treeDepth_ = 0;
 };
 
 // Bodies follow.
@@ -184,30 +213,32 @@ KDTreeBuilder<E>::KDTreeBuilder(const std::vector<E>& values, std::size_t firstA
 template <KDTreePoint E>
 KDTreeNodes<E> KDTreeBuilder<E>::build() {
   nodes_.reserve(values_.size());
-  std::size_t depth = 0;
-  std::vector<Range> pending{{0, values_.size(), firstAxis_, 0, 0}};
+  add({0, values_.size(), firstAxis_, 0});
+  return {std::move(nodes_), treeDepth_};
+}
+
+// Calls itself only for the left of a lopsided split, so that it is never many calls deep.
+template <KDTreePoint E>
+void KDTreeBuilder<E>::add(const Range& whole) {
+  std::vector<Range> pending{whole};
   while (!pending.empty()) {
     Range range = pending.back();
     pending.pop_back();
+    if (range.isLopsided) range = peel(range);
     while (range.begin < range.end) {
-      if (range.emptyLefts >= dimensions_) {
-        range = takeCoincident(range);
-        depth = std::max(depth, range.depth);
-        if (range.begin == range.end) break;
-      }
-      depth = std::max(depth, ++range.depth);
+      treeDepth_ = std::max(treeDepth_, ++range.depth);
       const std::size_t middle = split(range);
       add(sorted_[range.axis][middle], middle - range.begin + 1, range.axis);
       range.axis = axisBelow(range.axis);
       if (middle + 1 < range.end) {
-        const std::size_t emptyLefts = middle == range.begin ? range.emptyLefts + 1 : 0;
-        pending.push_back({middle + 1, range.end, range.axis, range.depth, emptyLefts});
+        const bool isLopsided = (middle - range.begin) * lopsidedShare < range.size();
+        constexpr std::size_t few = 32;  // not worth the lists
+        pending.push_back(
+            {middle + 1, range.end, range.axis, range.depth, isLopsided && range.size() > few});
       }
       range.end = middle;
-      range.emptyLefts = 0;
     }
   }
-  return {std::move(nodes_), depth};
 }
 
 // Gives the position of the node in the list of the range's axis, and brings what lies before and
@@ -218,11 +249,7 @@ std::size_t KDTreeBuilder<E>::split(const Range& range) {
   std::size_t middle = range.begin + (range.end - range.begin) / 2;
   if (middle == range.begin) return middle;
   const double median = at(sorted[middle], range.axis);
-  const auto isLevel = [&](std::size_t position) {
-    const double coordinate = at(sorted[position], range.axis);
-    return median - coordinate < std::numeric_limits<double>::epsilon() || coordinate == median;
-  };
-  while (middle > range.begin && isLevel(middle - 1)) --middle;
+  while (middle > range.begin && isLevel(at(sorted[middle - 1], range.axis), median)) --middle;
   const std::uint32_t* const ranks = ranks_[range.axis].data();
   const std::uint32_t rank = ranks[sorted[middle]];
   for (std::size_t axis = 0; axis < dimensions_; ++axis) {
@@ -243,42 +270,98 @@ std::size_t KDTreeBuilder<E>::split(const Range& range) {
   return middle;
 }
 
-// Where most points of a range are the least on their axis they become, one by one, nodes without a
-// left subtree. Dealing out the whole range for each of them would take quadratic time.
+// Makes nodes as long as the splits are lopsided, and gives what is left of the range.
 template <KDTreePoint E>
-typename KDTreeBuilder<E>::Range KDTreeBuilder<E>::takeCoincident(Range range) {
-  const std::size_t end = range.end;
-  std::vector<double> least(dimensions_);
-  std::vector<std::size_t> count(dimensions_);
-  std::vector<std::size_t> next(dimensions_, range.begin);
-  for (std::size_t axis = 0; axis < dimensions_; ++axis) {
-    const Indices& sorted = sorted_[axis];
-    least[axis] = at(sorted[range.begin], axis);
-    std::size_t position = range.begin;
-    while (position < end && at(sorted[position], axis) == least[axis]) ++position;
-    count[axis] = position - range.begin;
+auto KDTreeBuilder<E>::peel(Range range) -> Range {
+  Lines lines = link(range);
+  for (; range.begin < range.end; range.axis = axisBelow(range.axis)) {
+    const double median = at(lines[range.axis].median, range.axis);
+    std::uint32_t node = lines[range.axis].first;
+    std::size_t lefts = 0;
+    for (; !isLevel(at(node, range.axis), median); ++lefts) node = behind_[range.axis][node];
+    if (lefts * lopsidedShare >= range.size()) break;
+    treeDepth_ = std::max(treeDepth_, ++range.depth);
+    addPeeled(range, node, lefts, lines);
+    range.begin += lefts + 1;
   }
-  isTaken_.resize(values_.size());
-  while (range.begin != range.end && count[range.axis] > (range.end - range.begin) / 2) {
-    const Indices& sorted = sorted_[range.axis];
-    while (isTaken_[sorted[next[range.axis]]]) ++next[range.axis];
-    const std::uint32_t taken = sorted[next[range.axis]];
-    isTaken_[taken] = true;
-    for (std::size_t axis = 0; axis < dimensions_; ++axis) {
-      count[axis] -= at(taken, axis) == least[axis];
-    }
-    add(taken, 1, range.axis);
-    range.axis = axisBelow(range.axis);
-    ++range.depth;
-    --range.end;
-  }
-  for (Indices& sorted : sorted_) {
-    const auto first = sorted.begin() + static_cast<std::ptrdiff_t>(range.begin);
-    std::remove_if(first, sorted.begin() + static_cast<std::ptrdiff_t>(end),
-                   [&](std::uint32_t index) { return isTaken_[index]; });
-  }
-  range.emptyLefts = 0;
+  unlinkAll(range, lines);
+  range.isLopsided = false;
   return range;
+}
+
+template <KDTreePoint E>
+auto KDTreeBuilder<E>::link(const Range& range) -> Lines {
+  before_.resize(dimensions_);
+  behind_.resize(dimensions_);
+  Lines lines;
+  for (std::size_t axis = 0; axis < dimensions_; ++axis) {
+    // One place more, for what stands beyond both ends.
+    before_[axis].resize(values_.size() + 1);
+    behind_[axis].resize(values_.size() + 1);
+    const Indices& sorted = sorted_[axis];
+    const auto beyond = static_cast<std::uint32_t>(values_.size());
+    before_[axis][sorted[range.begin]] = beyond;
+    behind_[axis][sorted[range.end - 1]] = beyond;
+    for (std::size_t i = range.begin; i + 1 < range.end; ++i) {
+      behind_[axis][sorted[i]] = sorted[i + 1];
+      before_[axis][sorted[i + 1]] = sorted[i];
+    }
+    lines.push_back({sorted[range.begin], sorted[range.begin + range.size() / 2]});
+  }
+  return lines;
+}
+
+// Takes one of so many out of the lists; each median stays the one that half of the others precede.
+template <KDTreePoint E>
+void KDTreeBuilder<E>::unlink(std::uint32_t index, std::size_t size, Lines& lines) {
+  const bool movesDown = size % 2 == 0;
+  for (std::size_t axis = 0; axis < dimensions_; ++axis) {
+    Line& line = lines[axis];
+    Indices& before = before_[axis];
+    Indices& behind = behind_[axis];
+    const std::uint32_t rank = ranks_[axis][index];
+    const std::uint32_t medianRank = ranks_[axis][line.median];
+    if (movesDown && rank >= medianRank) {
+      line.median = before[line.median];
+    } else if (!movesDown && rank <= medianRank) {
+      line.median = behind[line.median];
+    }
+    if (line.first == index) line.first = behind[index];
+    behind[before[index]] = behind[index];
+    before[behind[index]] = before[index];
+  }
+}
+
+// Takes the node and its left part, which precedes it, out of the lists and makes nodes of them.
+template <KDTreePoint E>
+void KDTreeBuilder<E>::addPeeled(const Range& range, std::uint32_t node, std::size_t lefts,
+                                 Lines& lines) {
+  Indices taken(lefts);
+  std::uint32_t next = lines[range.axis].first;
+  for (std::uint32_t& index : taken) {
+    index = next;
+    next = behind_[range.axis][next];
+  }
+  std::size_t size = range.size();
+  for (const std::uint32_t index : taken) unlink(index, size--, lines);
+  unlink(node, size, lines);
+  for (std::size_t axis = 0; axis < dimensions_; ++axis) {
+    std::ranges::sort(taken, {}, [&](std::uint32_t index) { return ranks_[axis][index]; });
+    std::ranges::copy(taken, sorted_[axis].begin() + static_cast<std::ptrdiff_t>(range.begin));
+  }
+  add(node, lefts + 1, range.axis);
+  add({range.begin, range.begin + lefts, axisBelow(range.axis), range.depth});
+}
+
+// Puts what is left of the range where it lies in the lists of a split.
+template <KDTreePoint E>
+void KDTreeBuilder<E>::unlinkAll(const Range& range, const Lines& lines) {
+  for (std::size_t axis = 0; axis < dimensions_; ++axis) {
+    std::uint32_t next = lines[axis].first;
+    for (std::size_t i = range.begin; i < range.end; ++i, next = behind_[axis][next]) {
+      sorted_[axis][i] = next;
+    }
+  }
 }
 
 /// @endcond

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <string>
 #include <vector>
@@ -41,10 +42,13 @@ constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 template <std::size_t D>
 struct GridPoint {
   static constexpr std::size_t dimensions = D;
+  // So that a tree is asked either way.
+  static constexpr bool equalPointsCoincide = D % 2 == 0;
   std::array<int, D> at{};
   int mark = 0;
+  double step = 1;
 
-  double kdDimension(std::size_t axis) const { return at[axis]; }
+  double kdDimension(std::size_t axis) const { return at[axis] * step; }
   double squaredDistance(const GridPoint& to) const {
     double sum = 0;
     for (std::size_t axis = 0; axis < D; ++axis) {
@@ -104,7 +108,10 @@ TYPED_TEST_SUITE(KDTreeOfDimension, Dimensions);
 TYPED_TEST(KDTreeOfDimension, hasTheShapeOfThePlainConstruction) {
   constexpr std::size_t D = TypeParam::value;
   EXPECT_TRUE(rc::check([] {
-    const auto points = drawnPoints<D>();
+    auto points = drawnPoints<D>();
+    // Down to such that all coordinates, or some of them, count as equal.
+    const double step = *rc::gen::element(1.0, 1e-16, 4e-17, 1e-17);
+    for (auto& point : points) point.step = step;
     const std::size_t depth = *rc::gen::inRange<std::size_t>(0, 9);
     expectSameShape(KDTree<GridPoint<D>>::init(points, depth),
                     LiteralTree<GridPoint<D>>(points, depth));
@@ -339,6 +346,84 @@ TEST(KDTree, pointsOnTwoEdgesAreBuiltInTime) {
   const Tree tree = Tree::init(points);
   EXPECT_LT(tree.depth(), 100U);
   EXPECT_TRUE(tree.contains({0, 99998}));
+}
+
+// Counts how often a coordinate is read: what takes quadratic time does so quadratically often.
+struct CountedPoint {
+  static constexpr std::size_t dimensions = 2;
+  static inline std::size_t reads = 0;
+  double x = 0;
+  double y = 0;
+
+  double kdDimension(std::size_t axis) const {
+    ++reads;
+    return axis == 0 ? x : y;
+  }
+  double squaredDistance(const CountedPoint& to) const {
+    return (x - to.x) * (x - to.x) + (y - to.y) * (y - to.y);
+  }
+  friend bool operator==(const CountedPoint&, const CountedPoint&) = default;
+};
+
+TEST(KDTree, pointsThatDifferByLessThanTheMachinesEpsilonAreBuiltInTime) {
+  constexpr std::size_t count = 20000;
+  constexpr double tiny = 1e-21;
+  const std::function<CountedPoint(double)> lines[] = {
+      [](double i) {
+        return CountedPoint{i * tiny, -i * tiny};
+      },
+      [](double i) {
+        return CountedPoint{i * tiny, i};
+      },
+      // Each split leaves one or two on its left.
+      [](double i) {
+        return CountedPoint{i < count / 2.0 ? i * tiny : 2.2e-16 + i * tiny, i * tiny};
+      },
+      [](double i) {
+        return CountedPoint{i * i * 1e-25, (count - i) * (count - i) * 1e-25};
+      }};
+  for (const auto& line : lines) {
+    std::vector<CountedPoint> points;
+    for (std::size_t i = 0; i < count; ++i) points.push_back(line(static_cast<double>(i)));
+    CountedPoint::reads = 0;
+    const auto tree = KDTree<CountedPoint>::init(points);
+    EXPECT_EQ(tree.count(), count);
+    EXPECT_LT(CountedPoint::reads, 200 * count);
+  }
+}
+
+// Equal when they stand for the same thing, wherever they lie.
+struct NamedPoint {
+  static constexpr std::size_t dimensions = 2;
+  double x = 0;
+  double y = 0;
+  int name = 0;
+
+  double kdDimension(std::size_t axis) const { return axis == 0 ? x : y; }
+  double squaredDistance(const NamedPoint& to) const {
+    return (x - to.x) * (x - to.x) + (y - to.y) * (y - to.y);
+  }
+  friend bool operator==(const NamedPoint& a, const NamedPoint& b) { return a.name == b.name; }
+  bool isSameAs(const NamedPoint& other) const {
+    return x == other.x && y == other.y && name == other.name;
+  }
+};
+
+RC_GTEST_PROP(KDTree, aValueThatEqualsThePointIsTheAnswerWhereverItLies, ()) {
+  std::vector<NamedPoint> points(*rc::gen::inRange<std::size_t>(0, 60));
+  const auto draw = [] {
+    return NamedPoint{1.0 * *rc::gen::inRange(0, 40), 1.0 * *rc::gen::inRange(0, 40),
+                      *rc::gen::inRange(0, 30)};
+  };
+  for (NamedPoint& point : points) point = draw();
+  const NamedPoint query = draw();
+  const auto accept = [limit = *rc::gen::inRange(0, 30)](const NamedPoint& p) {
+    return p.name > limit;
+  };
+  const auto tree = KDTree<NamedPoint>::init(points);
+  expectSame(tree.nearest(query, accept),
+             LiteralTree<NamedPoint>(points).nearest(query, infinity, accept));
+  RC_ASSERT(tree.contains(query) == (std::ranges::find(points, query) != points.end()));
 }
 
 TEST(KDTree, endlessCoordinatesAndSuchThatAreNoNumbersDoNoHarm) {
