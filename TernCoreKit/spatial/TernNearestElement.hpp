@@ -23,6 +23,14 @@ namespace tern::inline v5 {
 struct TernMap;
 struct TernVenueData;
 
+/// Where a search starts, and what it looks for.
+///
+/// Ownership: a value that shares its records. Threads: as a standard container. Fails: never.
+struct TernUserNode : TernNearestPoint {
+  /// What is wanted.
+  std::vector<TernElement> elements;
+};
+
 namespace detail {
 
 class NearestIndex;
@@ -36,7 +44,7 @@ struct NearestState {
   std::optional<Tree> treeAmenity;
   std::optional<Tree> treePathType;
   std::optional<std::int64_t> currentFloorLevel;
-  std::optional<TernNearestPoint> userNode;
+  std::optional<TernUserNode> userNode;
   bool isUpperFloorValid = true;
   bool isLowerFloorValid = true;
   std::shared_ptr<TernMap> currentMap;
@@ -111,7 +119,7 @@ class TERN_API TernNearestElement {
   /// One that has searched nothing yet, over the same trees and the same venue, without a delegate.
   std::shared_ptr<TernNearestElement> another() const;
   /// Builds a tree of each kind for each of the venue's maps, from the locations and waypoints that
-  /// its elements have now. REQUIRES: nobody changes the venue meanwhile.
+  /// its elements have now. It takes the venue's `recordsMutex` meanwhile.
   void initializeKDTree(const std::shared_ptr<TernVenueData>& venue);
 
   /// The nearest acceptable waypoint on the target map, reached through the first connector,
@@ -147,8 +155,8 @@ class TERN_API TernNearestElement {
   const std::optional<Tree>& treePathType() const { return state_.treePathType; }
   /// The level that the last search started on.
   const std::optional<std::int64_t>& currentFloorLevel() const { return state_.currentFloorLevel; }
-  /// Where the last search started.
-  const std::optional<TernNearestPoint>& userNode() const { return state_.userNode; }
+  /// Where the last search started, and what it looked for.
+  const std::optional<TernUserNode>& userNode() const { return state_.userNode; }
   /// False once the building has no further floor above.
   bool isUpperFloorValid() const { return state_.isUpperFloorValid; }
   /// False once the building has no further floor below.

@@ -11,14 +11,6 @@ namespace tern::inline v5 {
 
 namespace {
 
-struct Lists {
-  TernASGrid::Waypoints waypoints;
-  TernASGrid::Paths paths;
-  TernASGrid::PathTypes pathTypes;
-  TernASGrid::Maps maps;
-  TernASGrid::Buildings buildings;
-};
-
 template <class Record>
 void appendAll(std::vector<std::shared_ptr<Record>>& list,
                std::vector<std::shared_ptr<Record>> more) {
@@ -29,7 +21,7 @@ void appendAll(std::vector<std::shared_ptr<Record>>& list,
   }
 }
 
-void append(Lists& lists, const TernVenueData& venue) {
+void append(VenueGridLists& lists, const TernVenueData& venue) {
   if (venue.maps != nullptr) {
     appendAll(lists.waypoints, venue.maps->getAllWaypoints());
     appendAll(lists.maps, venue.maps->getAll());
@@ -43,10 +35,13 @@ void append(Lists& lists, const TernVenueData& venue) {
 
 }  // namespace
 
-std::shared_ptr<TernASGrid> makeGrid(std::span<const TernVenueData* const> venues,
-                                     bool isForMultiVenue) {
-  Lists lists;
+VenueGridLists listRecords(std::span<const TernVenueData* const> venues) {
+  VenueGridLists lists;
   for (const TernVenueData* venue : venues) append(lists, *venue);
+  return lists;
+}
+
+std::shared_ptr<TernASGrid> makeGrid(VenueGridLists lists, bool isForMultiVenue) {
   return TernASGrid::initASGrid(std::move(lists.waypoints), std::move(lists.paths),
                                 std::move(lists.pathTypes), std::move(lists.maps),
                                 std::move(lists.buildings), isForMultiVenue);

@@ -8,11 +8,27 @@
 
 namespace tern::inline v5 {
 
-/// The graph of one venue, or of several that are joined: of the venues' records, one venue's
-/// behind the other's. See `TernASGrid::initASGrid` for what `isForMultiVenue` changes. The graph
-/// shares the records; what a venue lacks, it lacks. Threads: as readers of the venues. REQUIRES:
-/// none of the venues is null.
-TERN_API std::shared_ptr<TernASGrid> makeGrid(std::span<const TernVenueData* const> venues,
-                                              bool isForMultiVenue);
+/// The records that a graph is made of.
+struct VenueGridLists {
+  /// Of every map.
+  TernASGrid::Waypoints waypoints;
+  /// Of every map.
+  TernASGrid::Paths paths;
+  /// Of every venue.
+  TernASGrid::PathTypes pathTypes;
+  /// Of every venue.
+  TernASGrid::Maps maps;
+  /// Of every venue.
+  TernASGrid::Buildings buildings;
+};
+
+/// The records of one venue, or of several that are joined: one venue's behind the other's. What a
+/// venue lacks, the lists lack. REQUIRES: none of the venues is null; the caller holds each one's
+/// `recordsMutex`.
+TERN_API VenueGridLists listRecords(std::span<const TernVenueData* const> venues);
+
+/// The graph of the records, which it shares. See `TernASGrid::initASGrid` for what
+/// `isForMultiVenue` changes. Threads: any, also while the venues are changed.
+TERN_API std::shared_ptr<TernASGrid> makeGrid(VenueGridLists lists, bool isForMultiVenue);
 
 }  // namespace tern

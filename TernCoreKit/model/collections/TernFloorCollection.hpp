@@ -44,6 +44,18 @@ class TERN_API TernFloorCollection : public TernTypedCollection<TernFloor> {
   std::vector<std::shared_ptr<TernFloor>> getAllSortedByLevel();
   /// The same by elevation.
   std::vector<std::shared_ptr<TernFloor>> getAllSortedByElevation();
+  /// What the first call for the floors by preference made; absent before it.
+  const std::optional<std::vector<std::shared_ptr<TernFloor>>>& preferencesArray() const {
+    return preferencesArray_;
+  }
+  /// The same by level.
+  const std::optional<std::vector<std::shared_ptr<TernFloor>>>& levelsArray() const {
+    return levelsArray_;
+  }
+  /// The same by elevation.
+  const std::optional<std::vector<std::shared_ptr<TernFloor>>>& elevationsArray() const {
+    return elevationsArray_;
+  }
   /// The same as `getAll`.
   std::vector<std::shared_ptr<TernFloor>> allFloors() const;
 

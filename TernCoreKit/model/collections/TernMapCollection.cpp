@@ -28,8 +28,8 @@ Waypoints waypointsWith(const TernMapCollection& maps, Wanted wanted) {
     return waypoint.associations && wanted(*waypoint.associations.get());
   };
   Waypoints all;
-  for (const TernMap& map : maps.each()) {
-    if (map.waypoints) detail::append(all, map.waypoints->collect(isWanted));
+  for (const auto& map : maps.getAll()) {
+    if (map->waypoints) detail::append(all, map->waypoints->collect(isWanted));
   }
   return all;
 }
@@ -38,11 +38,29 @@ Waypoints waypointsWith(const TernMapCollection& maps, Wanted wanted) {
 
 TernMapCollection::TernMapCollection() { assignCollectionModelClass(detail::kindOf<TernMap>()); }
 
-std::shared_ptr<TernMapCollection> TernMapCollection::copyWithZone() const { return copyOf(*this); }
+std::shared_ptr<TernMapCollection> TernMapCollection::copyWithZone() const {
+  const MutexLock lock(mapsMutex_);
+  return copyOf(*this);
+}
+
+std::vector<std::shared_ptr<TernMap>> TernMapCollection::getAll() const {
+  const MutexLock lock(mapsMutex_);
+  return TernTypedCollection::getAll();
+}
+
+std::shared_ptr<TernMap> TernMapCollection::getById(std::int64_t id) const {
+  const MutexLock lock(mapsMutex_);
+  return TernTypedCollection::getById(id);
+}
+
+std::shared_ptr<TernMap> TernMapCollection::getFirst() const {
+  const MutexLock lock(mapsMutex_);
+  return items().size() > 0 ? shared(&items().entries().front()) : nullptr;
+}
 
 Waypoints TernMapCollection::getAllWaypoints() const {
   Waypoints all;
-  for (const TernMap& map : each()) detail::append(all, waypointsOf(map));
+  for (const auto& map : getAll()) detail::append(all, waypointsOf(*map));
   return all;
 }
 
@@ -95,6 +113,7 @@ Waypoints TernMapCollection::getWaypointsByAmenity(
 void TernMapCollection::addMapToCollection(std::shared_ptr<TernMap> map) {
   if (map == nullptr) return;
   Value key = RecordMap::keyOf(detail::isPresent(map->id) ? map->id : Value(0));
+  const MutexLock lock(mapsMutex_);
   put(std::move(key), std::move(map));
 }
 

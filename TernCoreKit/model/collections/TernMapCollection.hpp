@@ -1,10 +1,12 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
 #include "TernCoreKit/model/collections/TernTypedCollection.hpp"
 #include "TernCoreKit/model/records/TernMap.hpp"
+#include "TernCoreKit/platform/Mutex.hpp"
 
 namespace tern::inline v5 {
 
@@ -16,7 +18,9 @@ struct TernWaypoint;
 
 /// The maps of a venue's loaded floors.
 ///
-/// Ownership, threads and failures are those of every collection: see TernBaseCollection.
+/// Ownership and failures are those of every collection: see TernBaseCollection.
+/// Threads: as every collection, and besides what is declared here may be called at any time, also
+/// while a map is added: a venue is asked while a hub adds a building to it.
 class TERN_API TernMapCollection : public TernTypedCollection<TernMap> {
  public:
   /// Without records.
@@ -25,6 +29,12 @@ class TERN_API TernMapCollection : public TernTypedCollection<TernMap> {
   /// A new collection of the same records, and nothing else of this one.
   std::shared_ptr<TernMapCollection> copyWithZone() const;
 
+  /// Every map, in the order in which they came.
+  std::vector<std::shared_ptr<TernMap>> getAll() const;
+  /// The map of that id; null without one.
+  std::shared_ptr<TernMap> getById(std::int64_t id) const;
+  /// The map that came first; null without one.
+  std::shared_ptr<TernMap> getFirst() const;
   /// The waypoints of every map.
   std::vector<std::shared_ptr<TernWaypoint>> getAllWaypoints() const;
   /// The waypoints of one map.
@@ -48,6 +58,9 @@ class TERN_API TernMapCollection : public TernTypedCollection<TernMap> {
       const std::shared_ptr<TernAmenity>& amenity) const;
   /// Puts the map under its id, in place of one that is there; null is ignored, an absent id is 0.
   void addMapToCollection(std::shared_ptr<TernMap> map);
+
+ private:
+  mutable Mutex mapsMutex_;
 };
 
 }  // namespace tern

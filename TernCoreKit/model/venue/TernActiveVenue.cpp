@@ -41,10 +41,12 @@ void finish(TernActiveVenue& venue, Value&) {
   detail::makeCollection(venue.pathTypes);
   detail::makeCollection(venue.mapLabels);
   venue.maps = std::make_shared<TernMapCollection>();
-  if (venue.map.plain().isMap()) {
+  // Without an id it is no map that anything could refer to.
+  if (venue.map.plain().find("id") != nullptr) {
     venue.maps->create(venue.map.takePlain());
-    const auto made = venue.maps->getAll();
-    if (!made.empty()) venue.map = made.front();
+    venue.map = venue.maps->getAll().front();
+  } else if (venue.map.plain().isMap()) {
+    logLine("Error in parsing data");
   }
   venue.status = venue.status.isAbsent() || venue.status.flag();
 }
@@ -132,7 +134,12 @@ std::shared_ptr<TernASGrid> TernActiveVenue::globalASGrid() const {
 
 void TernActiveVenue::loadGridData() {
   const TernVenueData* venue = this;
-  auto grid = makeGrid({&venue, 1}, false);
+  VenueGridLists lists;
+  {
+    const MutexLock lock(recordsMutex());
+    lists = listRecords({&venue, 1});
+  }
+  auto grid = makeGrid(std::move(lists), false);
   // The graph that is replaced goes away outside the lock.
   const MutexLock lock(gridMutex_);
   globalASGrid_.swap(grid);
@@ -165,11 +172,8 @@ void TernActiveVenue::rebuild(const std::function<void(bool)>& completion) {
   const auto replaced = globalASGrid();
   std::unique_lock<std::recursive_mutex> lock;
   if (replaced != nullptr) lock = std::unique_lock(replaced->mutex());
-  {
-    const MutexLock recordsLock(recordsMutex());
-    loadGridData();
-    loadKDTree();
-  }
+  loadGridData();
+  loadKDTree();
   if (completion) completion(true);
 }
 
@@ -250,12 +254,12 @@ std::shared_ptr<TernWaypoint> TernActiveVenue::getClosestWaypointInArray(
 }
 
 TernCoordinate TernActiveVenue::getCenterCoordinates() const {
-  if (maps == nullptr || maps->each().size() == 0) {
+  const auto first = maps != nullptr ? maps->getFirst() : nullptr;
+  if (first == nullptr) {
     logLine("Invalid venue map.");
     return {};
   }
-  const TernMap& first = *maps->each().begin();
-  const TernCoordinate centre{first.width.number() * 0.5, first.height.number() * 0.5};
+  const TernCoordinate centre{first->width.number() * 0.5, first->height.number() * 0.5};
   return TernUtils::convertPoint(centre, "tern:local", "EPSG:4326", this);
 }
 

@@ -33,12 +33,13 @@ struct TernWaypoint;
 ///
 /// Ownership: held by std::shared_ptr; shares its records. A rebuild that is under way keeps the
 /// venue alive, and its completion may release the last reference.
-/// Threads: `updateWayfindDataWithCompletion`, `loadGridData`, `loadKDTree`, `globalASGrid` and
-/// `nearestElement` from any, at any time. Any number may read the venue and its records, search
-/// routes, alternatives, tours and the nearest element, and ask for the closest waypoint by route
-/// at once, also while a rebuild is under way; whoever changes the records holds `recordsMutex`
-/// meanwhile and lets no other read. Fails: never; see TernBaseModel for documents and each
-/// operation for its empty answer.
+/// Threads: every operation here from any, at any time, also while a rebuild is under way and while
+/// a hub adds a building. Whoever changes the records holds `recordsMutex` meanwhile; whoever reads
+/// other than by these operations what a load changes (the buildings, and the waypoints of
+/// destinations, amenities and path types) holds it too. Locks are taken in this order: that of the
+/// graph which is replaced, that of the nearest-element search which is replaced, `recordsMutex`,
+/// and last those of single fields, under which nothing else is locked.
+/// Fails: never; see TernBaseModel for documents and each operation for its empty answer.
 ///
 ///     auto venue = TernActiveVenue::initWithDictionary(std::move(document));
 ///     addBuilding(*venue, buildingId, std::move(buildingDocument));  // VenueAssembly.hpp
@@ -153,6 +154,7 @@ struct TERN_API TernActiveVenue : TernVenueData,
   TernCoordinate getCenterCoordinates() const;
 
  private:
+  std::shared_ptr<TernBaseModel> copyOfKind() const override { return copyWithZone(); }
   void rebuild(const std::function<void(bool)>& completion);
 
   mutable Mutex gridMutex_;

@@ -72,14 +72,14 @@ std::optional<Frame> frameOf(const TernVenueData* venue) {
   const auto bottomRight =
       cornerMetres(venue, &TernPosition::bottomRight, "Invalid bottom right reference coordinate.");
   if (!bottomRight) return std::nullopt;
-  if (venue->maps == nullptr || venue->maps->each().size() == 0) {
+  const auto map = venue->maps != nullptr ? venue->maps->getFirst() : nullptr;
+  if (map == nullptr) {
     logLine("Invalid venue map.");
     return std::nullopt;
   }
-  const TernMap& map = *venue->maps->each().begin();
   return Frame{*topLeft,
-               {map.width.number() / (bottomRight->x - topLeft->x),
-                map.height.number() / (bottomRight->y - topLeft->y)}};
+               {map->width.number() / (bottomRight->x - topLeft->x),
+                map->height.number() / (bottomRight->y - topLeft->y)}};
 }
 
 bool isProjection(std::string_view name) {

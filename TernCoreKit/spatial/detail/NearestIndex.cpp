@@ -24,6 +24,24 @@ std::string keyOf(std::optional<std::int64_t> mapId) {
   return mapId ? std::to_string(*mapId) : std::string();
 }
 
+using PointsByMap = std::unordered_map<std::string, std::vector<TernNearestPoint>>;
+
+// An element counts on the maps that its locations name, with its waypoints there.
+template <class Collection>
+PointsByMap pointsOf(const Collection* collection) {
+  PointsByMap points;
+  if (collection == nullptr) return points;
+  for (const auto& element : collection->getAll()) {
+    std::set<std::int64_t> mapIds;
+    for (const auto& location : element->locations) mapIds.insert(location->mapId.integer());
+    for (const auto& waypoint : element->waypoints) {
+      if (waypoint == nullptr || !mapIds.contains(waypoint->mapId.integer())) continue;
+      points[keyOf(idOf(waypoint->mapId))].push_back(pointOf(waypoint, element));
+    }
+  }
+  return points;
+}
+
 template <class Wanted>
 std::shared_ptr<TernFloor> first(const std::vector<std::shared_ptr<TernFloor>>& floors,
                                  Wanted isWanted) {
@@ -46,32 +64,24 @@ TernNearestPoint pointOf(const std::shared_ptr<TernWaypoint>& waypoint,
 }
 
 NearestIndex::NearestIndex(const TernVenueData& venue) {
-  if (venue.buildings) floors_ = venue.buildings->getAllFloors();
-  if (venue.maps == nullptr) return;
-  maps_ = venue.maps->copyWithZone();
+  PointsByMap destinations;
+  PointsByMap amenities;
+  PointsByMap pathTypes;
+  {
+    const MutexLock lock(venue.recordsMutex());
+    if (venue.buildings) floors_ = venue.buildings->getAllFloors();
+    if (venue.maps == nullptr) return;
+    maps_ = venue.maps->copyWithZone();
+    destinations = pointsOf(venue.destinations.get());
+    amenities = pointsOf(venue.amenities.get());
+    pathTypes = pointsOf(venue.pathTypes.get());
+  }
   for (const TernMap& map : maps_->each()) {
     const std::string key = keyOf(idOf(map.id));
-    for (Trees* trees : {&destinations_, &amenities_, &pathTypes_}) (*trees)[key];
+    destinations_[key] = Tree::init(destinations[key]);
+    amenities_[key] = Tree::init(amenities[key]);
+    pathTypes_[key] = Tree::init(pathTypes[key]);
   }
-  plant(destinations_, venue.destinations.get());
-  plant(amenities_, venue.amenities.get());
-  plant(pathTypes_, venue.pathTypes.get());
-}
-
-// An element counts on the maps that its locations name, with its waypoints there.
-template <class Collection>
-void NearestIndex::plant(Trees& trees, const Collection* collection) const {
-  if (collection == nullptr) return;
-  std::unordered_map<std::string, std::vector<TernNearestPoint>> points;
-  for (const auto& element : collection->getAll()) {
-    std::set<std::int64_t> mapIds;
-    for (const auto& location : element->locations) mapIds.insert(location->mapId.integer());
-    for (const auto& waypoint : element->waypoints) {
-      if (waypoint == nullptr || !mapIds.contains(waypoint->mapId.integer())) continue;
-      points[keyOf(idOf(waypoint->mapId))].push_back(pointOf(waypoint, element));
-    }
-  }
-  for (auto& [key, tree] : trees) tree = Tree::init(points[key]);
 }
 
 const NearestIndex::Trees& NearestIndex::treesOf(Kind kind) const {

@@ -3,8 +3,8 @@
 // built. A building that the venue is given later is not in it.
 //
 // Ownership: shares records, not the venue.
-// Threads: any number at a time; nothing changes once it is built. Nobody may change the venue
-//   while it is built.
+// Threads: any number at a time; nothing changes once it is built. While it is built it takes the
+//   venue's `recordsMutex` for as long as it collects the waypoints.
 // Fails: never; null, or no tree, for what it does not know.
 #pragma once
 
@@ -54,9 +54,6 @@ class NearestIndex {
   std::shared_ptr<TernFloor> floorAt(std::int64_t level) const;
 
  private:
-  template <class Collection>
-  void plant(Trees& trees, const Collection* collection) const;
-
   Trees destinations_;
   Trees amenities_;
   Trees pathTypes_;

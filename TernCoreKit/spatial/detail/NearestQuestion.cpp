@@ -62,7 +62,6 @@ float legLength(const TernWaypoint& from, const TernWaypoint& to) {
 std::shared_ptr<TernMap> NearestQuestion::mapById(std::int64_t id) const {
   if (venue_->maps == nullptr) return nullptr;
   if (auto known = index_.mapById(id)) return known;
-  const MutexLock lock(venue_->recordsMutex());
   return venue_->maps->getById(id);
 }
 
@@ -102,7 +101,7 @@ void NearestQuestion::startAt(TernNearestPoint point, const TernNearestElement::
   state_.treeAmenity = index_.treeOn(Kind::amenity, point.z);
   state_.treePathType = index_.treeOn(Kind::pathType, point.z);
   state_.tree = index_.treeOn(wantedKind_, point.z);
-  state_.userNode = std::move(point);
+  state_.userNode = TernUserNode{std::move(point), elements};
   state_.currentFloorLevel = level;
 }
 

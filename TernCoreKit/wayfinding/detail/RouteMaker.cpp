@@ -80,7 +80,7 @@ TernPathPerFloor RouteMaker::segmentOf(std::span<Step> steps, float score, Dista
 }
 
 float RouteMaker::millimetres(float distance, std::int64_t mapId) const {
-  const TernMap* map = maps_ != nullptr ? maps_->findById(mapId) : nullptr;
+  const auto map = maps_ != nullptr ? maps_->getById(mapId) : nullptr;
   return map != nullptr ? distance * static_cast<float>(map->mmPerPixel.number()) : 0.0F;
 }
 

@@ -34,7 +34,7 @@ namespace {
 using Venues = TernMultiActiveVenues::Venues;
 using VenuesById = std::map<std::int64_t, std::shared_ptr<TernActiveVenue>>;
 
-// The records of all venues at once, since the graph reads them until it is built.
+// The records of all venues at once, so that table and graph are of one moment.
 class RecordsLock {
  public:
   explicit RecordsLock(const Venues& venues) {
@@ -191,11 +191,16 @@ void TernMultiActiveVenues::loadGridData() {
   const MutexLock building(shared().building);
   const Venues venues = activeVenues();
   const VenuesById known = dictOfActiveVenues();
-  const RecordsLock records(venues);
-  Connections connections = connectionsOf(venues, known);
   std::vector<const TernVenueData*> data;
   for (const auto& venue : venues) data.push_back(venue.get());
-  auto grid = makeGrid(data, true);
+  Connections connections;
+  VenueGridLists lists;
+  {
+    const RecordsLock records(venues);
+    connections = connectionsOf(venues, known);
+    lists = listRecords(data);
+  }
+  auto grid = makeGrid(std::move(lists), true);
   // What is replaced goes away outside the lock.
   const MutexLock lock(mutex());
   shared().connections.swap(connections);
@@ -242,9 +247,9 @@ TernMultiActiveVenues::Waypoints TernMultiActiveVenues::getExitWayPoints(
   for (const std::int64_t id : venueIds) {
     const auto venue = getVenueById(id);
     if (venue == nullptr || venue->maps == nullptr) continue;
-    for (const TernMap& map : venue->maps->each()) {
-      if (!map.waypoints) continue;
-      const Waypoints found = map.waypoints->getByExternalId("Exit");
+    for (const auto& map : venue->maps->getAll()) {
+      if (!map->waypoints) continue;
+      const Waypoints found = map->waypoints->getByExternalId("Exit");
       exits.insert(exits.end(), found.begin(), found.end());
     }
   }
@@ -267,7 +272,7 @@ std::shared_ptr<TernActiveVenue> TernMultiActiveVenues::getVenueById(std::int64_
 
 std::shared_ptr<TernActiveVenue> TernMultiActiveVenues::getVenueByMapId(std::int64_t mapId) const {
   for (auto& venue : activeVenues()) {
-    if (venue->maps != nullptr && venue->maps->findById(mapId) != nullptr) return venue;
+    if (venue->maps != nullptr && venue->maps->getById(mapId) != nullptr) return venue;
   }
   return nullptr;
 }

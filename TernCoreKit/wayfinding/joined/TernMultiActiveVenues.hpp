@@ -46,8 +46,8 @@ class TERN_API TernMultiActiveVenuesDelegate {
 ///
 /// Ownership: held by std::shared_ptr. Shares the venues; the delegate is not kept. A rebuild that
 /// is under way keeps the object alive.
-/// Threads: any, at any time. A rebuild runs on the
-/// background queue, holds each venue's `recordsMutex` while it reads the records, and tells the
+/// Threads: any, at any time, also while a hub adds buildings to the venues. A rebuild runs on the
+/// background queue, holds each venue's `recordsMutex` while it lists the records, and tells the
 /// delegate there.
 /// Fails: never; see `wayfind`.
 ///

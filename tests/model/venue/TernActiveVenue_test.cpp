@@ -176,10 +176,11 @@ TEST(TernActiveVenue, theDocumentsOwnMapIsAmongItsMaps) {
   EXPECT_EQ(venue->map.record(), venue->maps->getById(9));
 }
 
-TEST(TernActiveVenue, aMapWithoutAnIdIsNotAdded) {
+TEST(TernActiveVenue, aMapWithoutAnIdStaysAPlainValueAndIsNotAdded) {
   CapturedLog log;
   const auto venue = venueOf(R"({"map": {"width": 30}})");
   EXPECT_EQ(venue->maps->getCount(), 0U);
+  EXPECT_EQ(venue->map.plain(), Value::map({{"width", 30}}));
   EXPECT_THAT(log.take(), ElementsAre("Error in parsing data"));
 }
 
