@@ -30,8 +30,13 @@ enum class ObserverToken : std::uint64_t {};
 /// Observers hear of every event, in the order in which they were added.
 TERN_API ObserverToken addObserver(NotificationObserver observer);
 
-/// No call of the observer begins after this one has returned; one that another thread has begun
-/// may still be running. A token that is not known means nothing.
+/// No call of the observer begins after this one has returned, and none is running any more: what
+/// the observer uses may be freed then. It waits for the calls that other threads have begun, so
+/// that the caller must hold no lock which the observer takes.
+///
+/// From within an observer, this one or another, it does not wait: what the observer uses may then
+/// be freed only by what the observer itself owns, a shared_ptr that it has captured, say, which it
+/// lets go when the last of its calls has ended. A token that is not known means nothing.
 TERN_API void removeObserver(ObserverToken token);
 
 /// Calls every observer before it returns. One that is added meanwhile hears of later events only.

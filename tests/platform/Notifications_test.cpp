@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
@@ -62,6 +63,56 @@ TEST(Notifications, observerMayRemoveItself) {
   postNotification("one", {});
   postNotification("two", {});
   EXPECT_EQ(calls, 1);
+}
+
+// What the observer uses is freed right behind its removal.
+TEST(NotificationsConcurrent, whatAnObserverUsesMayBeFreedWhenItHasBeenRemoved) {
+  std::atomic<bool> isOver{false};
+  std::vector<std::jthread> posting;
+  for (int thread = 0; thread < 2; ++thread) {
+    posting.emplace_back([&] {
+      while (!isOver) postNotification("event", Value::map({{"i", 1}}));
+    });
+  }
+  for (int i = 0; i < 200; ++i) {
+    auto used = std::make_unique<int>(0);
+    std::atomic<int> calls{0};
+    const ObserverToken token =
+        addObserver([own = used.get(), &calls](std::string_view, const Value&) {
+          // Not guarded: two posts may be in here at once, but none once it is removed.
+          std::atomic_ref<int>(*own).fetch_add(1);
+          ++calls;
+        });
+    while (calls == 0) std::this_thread::yield();
+    removeObserver(token);
+    const int heard = *used;
+    used.reset();
+    EXPECT_EQ(calls, heard);
+  }
+  isOver = true;
+}
+
+TEST(NotificationsConcurrent, observersThatRemoveEachOtherDoNotWaitForEachOther) {
+  for (int i = 0; i < 100; ++i) {
+    ObserverToken first{};
+    ObserverToken second{};
+    std::atomic<int> inside{0};
+    const auto removing = [&](ObserverToken& other) {
+      return [&](std::string_view, const Value&) {
+        ++inside;
+        removeObserver(other);
+      };
+    };
+    first = addObserver(removing(second));
+    second = addObserver(removing(first));
+    {
+      const std::jthread one([] { postNotification("one", {}); });
+      const std::jthread two([] { postNotification("two", {}); });
+    }
+    EXPECT_GE(inside, 1);
+    removeObserver(first);
+    removeObserver(second);
+  }
 }
 
 TEST(NotificationsConcurrent, observersComeAndGoWhileOthersPost) {
