@@ -162,12 +162,8 @@ std::vector<std::size_t> TernASAlternativePath::getDecisionNodes(
     const std::vector<TernASNode>& points) {
   if (grid == nullptr || points.empty()) return {};
   destinationNode = points.back();
-  std::vector<detail::Position> positions;
-  positions.reserve(points.size());
-  for (const TernASNode& point : points)
-    positions.push_back(grid->nodes_->graph.find(point.nodeId()));
   const detail::BranchProbe probe(grid->nodes_->graph, *destinationNode, depthOfDecisionWaypoint);
-  return probe.decisionsAlong(positions);
+  return probe.decisionsAlong(placed(points));
 }
 
 bool TernASAlternativePath::validateNode(const TernASNode& node,
@@ -176,7 +172,15 @@ bool TernASAlternativePath::validateNode(const TernASNode& node,
   if (grid == nullptr) return false;
   const detail::BranchProbe probe(grid->nodes_->graph, destinationNode, depthOfDecisionWaypoint);
   const auto parent = parentNode ? std::optional(parentNode->nodeId()) : std::nullopt;
-  return probe.goesOn(grid->nodes_->graph.find(node.nodeId()), parent, level);
+  return probe.goesOn(grid->placed(node), parent, level);
+}
+
+std::vector<detail::PlacedNode> TernASAlternativePath::placed(
+    std::span<const TernASNode> nodes) const {
+  std::vector<detail::PlacedNode> places;
+  places.reserve(nodes.size());
+  for (const TernASNode& node : nodes) places.push_back(grid->placed(node));
+  return places;
 }
 
 std::optional<TernASAlternativePath::Routes> TernASAlternativePath::blockWaypoints(
@@ -207,7 +211,7 @@ struct TernASAlternativePath::Best {
 std::optional<TernASAlternativePath::Routes> TernASAlternativePath::tryDetours(
     std::span<const TernASNode> nodes, std::span<const std::size_t> firsts, std::size_t length) {
   if (grid == nullptr) return best();
-  detail::DetourSearch detours(grid->nodes_, nodes);
+  detail::DetourSearch detours(grid->nodes_, placed(nodes));
   std::optional<Best> better;
   for (const std::size_t first : firsts) {
     if (first + length > nodes.size()) continue;

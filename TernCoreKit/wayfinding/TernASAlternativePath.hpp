@@ -23,6 +23,7 @@ class TernASSearch;
 
 namespace detail {
 class DetourSearch;
+struct PlacedNode;
 }  // namespace detail
 
 /// Finds the best route and one sensible alternative beside it.
@@ -92,17 +93,19 @@ class TERN_API TernASAlternativePath {
   std::optional<TernRoute> getShortestPath() const;
   /// The best detour round the best route.
   std::optional<Routes> getAlternativePath();
-  /// Where a branch leaves the route: numbers in the list of points. The last point becomes
-  /// `destinationNode`.
+  /// Where a branch leaves the route: numbers in the list of points, by the links that these points
+  /// have. The last point becomes `destinationNode`.
   std::vector<std::size_t> getDecisionNodes(const std::vector<TernASNode>& points);
   /// Whether a branch that reaches `node` from `parentNode` goes on to the wanted depth, or to the
-  /// destination. Nodes are found in the grid by their ids; blocks and accessibility do not count.
+  /// destination. It starts on the links of the node as it is given; what these lead to is looked
+  /// up in the grid. Blocks and accessibility do not count.
   bool validateNode(const TernASNode& node, const std::optional<TernASNode>& parentNode,
                     int level) const;
   /// Tries a detour behind each of the decision points.
   std::optional<Routes> blockWaypoints(const std::vector<TernASNode>& points,
                                        const std::vector<std::size_t>& decisionIndexes);
-  /// Closes the ways into the nodes, keeps the detour if it is the best so far, opens them again.
+  /// Closes the ways into the nodes from the neighbours that they have, keeps the detour if it is
+  /// the best so far, opens them again.
   void blockandgeneratePath(std::span<const TernASNode> nodes);
   /// The best route, when it makes an alternative to `optimalPath`.
   std::optional<TernRoute> generateAlternativePath() const;
@@ -118,6 +121,7 @@ class TERN_API TernASAlternativePath {
   void readOptions(const Value& options);
   bool hasEnds() const { return waypointStart != nullptr && waypointEnd != nullptr; }
   TernASSearch search() const;
+  TERN_INTERNAL std::vector<detail::PlacedNode> placed(std::span<const TernASNode> nodes) const;
   // Closes so many of the nodes from each of the given ones on, one stretch after the other. The
   // best detour so far, which is made before the grid's blocks are lifted: what comes then does not
   // fail.

@@ -7,6 +7,7 @@
 #include "TernCoreKit/model/records/TernPathType.hpp"
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/wayfinding/detail/GridNodes.hpp"
+#include "TernCoreKit/wayfinding/detail/PlacedNode.hpp"
 
 namespace tern::inline v5 {
 
@@ -134,14 +135,18 @@ bool TernASGrid::isEdgeBlockedBetweenNode(const TernASNode& a, const TernASNode&
 }
 
 void TernASGrid::shouldBlockEntryToNode(const TernASNode& n, bool block) {
-  std::vector<detail::Position> neighbours;
-  for (const std::int64_t id : n.source_->neighborIds(n.position_)) {
-    const detail::Position neighbour = nodes_->graph.find(id);
-    if (neighbour != detail::noPosition) neighbours.push_back(neighbour);
-  }
   detail::Ways ways;
-  detail::addWaysInto(nodes_->graph, n.nodeId(), std::move(neighbours), ways);
+  detail::addWaysInto(nodes_->graph, n.nodeId(), placed(n).knownNeighbours(), ways);
   nodes_->block(ways, block);
+}
+
+detail::PlacedNode TernASGrid::placed(const TernASNode& n) const {
+  const detail::NodeFacts facts = n.source_->facts(n.position_);
+  detail::PlacedNode placed{facts.nodeId, facts.mapId, {}};
+  for (const std::int64_t id : n.source_->neighborIds(n.position_)) {
+    placed.neighbours.push_back({id, nodes_->graph.find(id)});
+  }
+  return placed;
 }
 
 void TernASGrid::shouldBlockExitFromNode(const TernASNode& n, bool block) {

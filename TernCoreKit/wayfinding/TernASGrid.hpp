@@ -24,6 +24,7 @@ struct TernWaypoint;
 
 namespace detail {
 class GridNodes;
+struct PlacedNode;
 }  // namespace detail
 
 /// The navigation graph of one venue, or of several joined ones: a node for every waypoint, an edge
@@ -149,6 +150,7 @@ class TERN_API TernASGrid {
   friend class TernASSearch;
   TERN_INTERNAL explicit TernASGrid(std::shared_ptr<detail::GridNodes> nodes);
   TERN_INTERNAL std::vector<TernASNode> nodesAt(std::span<const detail::Position> positions) const;
+  TERN_INTERNAL detail::PlacedNode placed(const TernASNode& n) const;
 
   const std::shared_ptr<detail::GridNodes> nodes_;
   const std::vector<std::shared_ptr<TernFloor>> floors_;

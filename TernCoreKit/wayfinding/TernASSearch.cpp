@@ -81,14 +81,24 @@ std::optional<TernRoute> TernASSearch::pathTo(const std::optional<TernASNode>& e
   const detail::NodeSource& source = *end->source_;
   std::vector<detail::Position> route = source.chainTo(end->position_);
   std::ranges::reverse(route);
+  std::vector<detail::Distance> distances = source.distances(route);
+  distances.front() = start->distance();
+  const auto progressAt = [&](std::size_t at) {
+    return at > 0 ? source.progress(route[at]) : start->source_->progress(start->position_);
+  };
   const detail::RouteMaker maker(grid != nullptr ? &grid->nodes_->graph : nullptr, maps.get());
-  return maker.make(
-      end->source_, route, [&](std::size_t at) { return source.progress(route[at]); },
-      source.distances(route), &*start);
+  return maker.make(end->source_, route, progressAt, distances, &*start);
 }
 
 float TernASSearch::convertIntoMMDistance(float distance, std::int64_t mapId) const {
   return detail::RouteMaker(nullptr, maps.get()).millimetres(distance, mapId);
+}
+
+int TernASSearch::compare(const TernASNode& a, const TernASNode& b) {
+  const float first = a.f();
+  const float second = b.f();
+  if (first == second) return 0;
+  return first < second ? -1 : 1;
 }
 
 std::vector<TernASNode> TernASSearch::openStartHeap() const {

@@ -62,12 +62,16 @@ class TERN_API TernASSearch {
   std::optional<TernRoute> routeToAny(
       std::int64_t startId, const std::vector<std::shared_ptr<TernWaypoint>>& endWaypoints,
       std::int64_t accessLevel) const;
-  /// The route that the last search's parent links give, cut where the map changes.
+  /// The route that the last search's parent links give, cut where the map changes; it begins with
+  /// `start`, also where the links begin with another node.
   std::optional<TernRoute> pathTo(const std::optional<TernASNode>& end,
                                   const std::optional<TernASNode>& start) const;
   /// Map units times the map's millimetres a unit; 0 for an unknown map.
   float convertIntoMMDistance(float distance, std::int64_t mapId) const;
 
+  /// Which of two nodes leaves the open list first: -1 the first, whose score is less, 1 the
+  /// second, 0 neither.
+  static int compare(const TernASNode& a, const TernASNode& b);
   /// What the last search on the grid left on its open list, in the order of the heap.
   std::vector<TernASNode> openStartHeap() const;
 

@@ -231,6 +231,32 @@ TEST(TernASAlternativePath, withoutAParentTheDestinationIsNoShortcut) {
   EXPECT_FALSE(drawn.finder.validateNode(drawn.node('A'), drawn.node('B'), 3)) << "the way back";
 }
 
+TEST(TernASAlternativePath, itsStepsReadTheLinksOfTheNodesThatTheyAreGiven) {
+  Drawn drawn(oneDetour);
+  const auto links = drawn.node('C').neighbors();  // B and D
+  const std::int64_t map = drawn.node('A').mapId();
+  drawn.finder.destinationNode = drawn.node('E');
+  const TernASNode stranger = TernASNode::initASNode(77, 0, 0, 0, map, {}, links);
+  EXPECT_TRUE(drawn.finder.validateNode(stranger, std::nullopt, 2));
+  const TernASNode alone = TernASNode::initASNode(idOf('C'), 0, 0, 0, map, {}, {});
+  EXPECT_FALSE(drawn.finder.validateNode(alone, std::nullopt, 2)) << "C has links in the grid only";
+  EXPECT_THAT(drawn.finder.getDecisionNodes({drawn.node('A'), alone, drawn.node('E')}),
+              ElementsAre(0U));
+  EXPECT_THAT(drawn.finder.getDecisionNodes({drawn.node('A'), stranger, drawn.node('E')}),
+              ElementsAre(0U, 1U));
+}
+
+TEST(TernASAlternativePath, itClosesTheWaysFromTheNeighboursThatANodeIsGivenWith) {
+  Drawn drawn(oneDetour);
+  drawn.finder.waypointStart = drawn.venue.waypoint('A');
+  drawn.finder.waypointEnd = drawn.venue.waypoint('E');
+  drawn.finder.optimalPath = drawn.finder.getShortestPath();
+  const std::int64_t map = drawn.node('A').mapId();
+  const TernASNode alone = TernASNode::initASNode(idOf('C'), 0, 0, 0, map, {}, {});
+  drawn.finder.blockandgeneratePath(std::vector{alone});
+  EXPECT_EQ(lettersOf(*drawn.finder.bestAlternativePath), "ABCDE") << "nothing was closed";
+}
+
 TEST(TernASAlternativePath, anEdgeBlockedBeforeOnATriedStretchIsOpenAfterwards) {
   Drawn drawn(oneDetour);
   drawn.block('D', 'C');

@@ -147,6 +147,20 @@ TEST(TernASNode, outlivesItsGrid) {
   EXPECT_EQ(end.edges().at(0).nodes, std::vector<std::int64_t>({2, 3}));
 }
 
+// A copy that kept the one it was made of would end by as many calls as there are copies.
+TEST(TernASNode, aCopyOfACopyKeepsNoneOfThoseBefore) {
+  const auto grid = corridor(3).makeGrid();
+  std::optional<TernASNode> copy = routeThrough(grid, 1, 3).back().points.back().copyWithZone();
+  grid->shouldBlockExitFromNode(*copy, true);
+  for (int i = 0; i < 300'000; ++i) copy = copy->copyWithZone();
+  routeThrough(grid, 3, 1);
+  EXPECT_EQ(copy->f(), 2);
+  EXPECT_EQ(copy->parent()->nodeId(), 2);
+  EXPECT_TRUE(copy->edges().at(0).blocked);
+  EXPECT_FALSE(grid->getNodeById(3)->edges().at(0).blocked);
+  copy.reset();
+}
+
 // A chain copied by recursion would run out of stack.
 TEST(TernASNode, copiesAChainOfTwoHundredThousandPredecessors) {
   constexpr std::int64_t count = 200'000;

@@ -293,6 +293,31 @@ TEST(TernASSearch, routeCanBeAssembledAgainFromTheMarksOfTheSearch) {
   EXPECT_EQ(lettersOf(drawn.search.pathTo(drawn.node('C'), drawn.node('A')).value()), "AB C");
 }
 
+// The chain of parents ends at A, on whose map and at whose place nothing is read of it any more.
+TEST(TernASSearch, routeBeginsWithTheStartThatIsGivenAndWithItsFacts) {
+  Drawn drawn(upAndDown);
+  ASSERT_EQ(drawn.letters('A', 'E'), "AB CD E");
+  const TernASNode elsewhere = TernASNode::initASNode(77, 5, 6, 0, 9, {}, {});
+  const TernRoute route = drawn.search.pathTo(drawn.node('E'), elsewhere).value();
+  ASSERT_EQ(route.size(), 4U);
+  EXPECT_EQ(route[0].mapId, 9);
+  EXPECT_EQ(route[0].points.at(0).nodeId(), 77);
+  EXPECT_EQ(route[0].mapPoints.at(0).x, 5);
+  EXPECT_EQ(route[0].cost, 0);
+  const TernRoute behind = drawn.search.pathTo(drawn.node('E'), drawn.node('C')).value();
+  EXPECT_EQ(behind[0].points.at(0), drawn.node('C'));
+  EXPECT_EQ(behind[0].cost, drawn.node('C').f()) << "C stands alone on its map before B";
+  EXPECT_EQ(behind[0].pixelDistance, drawn.node('C').distance());
+}
+
+TEST(TernASSearch, comparesNodesByTheirScores) {
+  Drawn drawn(corridorDrawing);
+  ASSERT_EQ(drawn.letters('A', 'C'), "ABC");
+  EXPECT_EQ(TernASSearch::compare(drawn.node('A'), drawn.node('B')), -1);
+  EXPECT_EQ(TernASSearch::compare(drawn.node('C'), drawn.node('B')), 1);
+  EXPECT_EQ(TernASSearch::compare(drawn.node('B'), drawn.node('B')), 0);
+}
+
 TEST(TernASSearch, nodeThatTheSearchDidNotReachIsNoRoute) {
   Drawn drawn(upAndDown);
   ASSERT_EQ(drawn.letters('A', 'B'), "AB");

@@ -15,6 +15,7 @@
 
 #include "TernCoreKit/wayfinding/TernASNode.hpp"
 #include "TernCoreKit/wayfinding/detail/GridGraph.hpp"
+#include "TernCoreKit/wayfinding/detail/PlacedNode.hpp"
 
 namespace tern::inline v5::detail {
 
@@ -22,16 +23,17 @@ class BranchProbe {
  public:
   BranchProbe(const GridGraph& graph, const std::optional<TernASNode>& destination, int depth);
 
-  // The numbers on the route of the nodes that a branch leaves. One that no graph knows leaves
-  // none.
-  std::vector<std::size_t> decisionsAlong(std::span<const Position> route) const;
-  // Whether a branch that comes to `node` from `parent` goes on from there.
-  bool goesOn(Position node, std::optional<std::int64_t> parentId, int level) const;
+  // The numbers on the route of the nodes that a branch leaves.
+  std::vector<std::size_t> decisionsAlong(std::span<const PlacedNode> route) const;
+  // Whether a branch that comes to `node`, from a parent of that id, goes on from there.
+  bool goesOn(const PlacedNode& node, std::optional<std::int64_t> parentId, int level) const;
 
  private:
-  std::span<const Link> linksOf(Position node) const;
-  std::int64_t mapOf(Position node) const;
-  bool isDecision(std::span<const Position> route, std::size_t at) const;
+  bool goesOn(Position node, std::int64_t parentId, int level) const;
+  // Whether the branch goes on by way of that neighbour.
+  bool leadsOn(std::int64_t nodeId, std::int64_t mapId, const PlacedNode::Neighbour& next,
+               std::optional<std::int64_t> parentId, int level) const;
+  bool isDecision(std::span<const PlacedNode> route, std::size_t at) const;
   // Whether a link leads off the destination's floor.
   bool isSideTrip(std::int64_t mapId, Position target) const;
 

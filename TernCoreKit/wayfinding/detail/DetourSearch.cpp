@@ -7,19 +7,7 @@
 
 namespace tern::inline v5::detail {
 
-namespace {
-
-std::vector<Position> targetsOf(const Graph& graph, Position node) {
-  std::vector<Position> targets;
-  for (const Link& link : graph.linksOf(node)) {
-    if (link.target != noPosition) targets.push_back(link.target);
-  }
-  return targets;
-}
-
-}  // namespace
-
-DetourSearch::DetourSearch(std::shared_ptr<GridNodes> grid, std::span<const TernASNode> route)
+DetourSearch::DetourSearch(std::shared_ptr<GridNodes> grid, std::span<const PlacedNode> route)
     : grid_(std::move(grid)),
       turn_(*grid_),
       blocks_(turn_.blocks() != nullptr ? *turn_.blocks() : noBlocks(grid_->graph)),
@@ -29,12 +17,8 @@ DetourSearch::DetourSearch(std::shared_ptr<GridNodes> grid, std::span<const Tern
     firstLink_.push_back(ways_.links.size());
   };
   endNode();
-  for (const TernASNode& point : route) {
-    const Position node = grid_->graph.find(point.nodeId());
-    if (node != noPosition) {
-      addWaysInto(grid_->graph, grid_->graph.nodeId(node), targetsOf(grid_->graph.graph, node),
-                  ways_);
-    }
+  for (const PlacedNode& node : route) {
+    addWaysInto(grid_->graph, node.nodeId, node.knownNeighbours(), ways_);
     endNode();
   }
 }

@@ -15,6 +15,7 @@
 
 #include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
 #include "TernCoreKit/wayfinding/detail/GridNodes.hpp"
+#include "TernCoreKit/wayfinding/detail/PlacedNode.hpp"
 
 namespace tern::inline v5 {
 
@@ -32,8 +33,8 @@ struct Detour {
 
 class DetourSearch {
  public:
-  // `route` are the nodes the ways into which can be closed.
-  DetourSearch(std::shared_ptr<GridNodes> grid, std::span<const TernASNode> route);
+  // `route` are the nodes the ways into which, from the neighbours that they name, can be closed.
+  DetourSearch(std::shared_ptr<GridNodes> grid, std::span<const PlacedNode> route);
 
   // Closes the ways into so many nodes of the route.
   void close(std::size_t first, std::size_t count);

@@ -7,6 +7,10 @@ namespace tern::inline v5::detail {
 
 void NodeCopies::add(std::shared_ptr<const NodeSource> source, Position position,
                      NodeProgress progress, Distance distance, std::vector<bool> blocked) {
+  if (auto original = source->copiedFrom(position)) {
+    source = std::move(original->source);
+    position = original->position;
+  }
   // Neighbouring nodes mostly come from one source.
   if (sources_.empty() || sources_.back() != source) sources_.push_back(std::move(source));
   progress.parent = noPosition;

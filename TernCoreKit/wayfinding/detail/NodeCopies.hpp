@@ -3,7 +3,8 @@
 // What a search wrote and which edges are blocked is kept; all else never changes, and is read from
 // the originals.
 //
-// Ownership: keeps the graphs of the originals alive. Threads: as a standard container.
+// Ownership: keeps the graphs of the originals alive, and no copies that it was made of. Threads:
+// as a standard container.
 #pragma once
 
 #include <cstdint>
@@ -44,6 +45,9 @@ class NodeCopies final : public NodeSource {
   }
   void blockEdges(Position position, std::optional<std::int64_t> joining, bool block) override;
   bool isEdgeBlocked(Position position, std::int64_t joining) const override;
+  std::optional<NodePlace> copiedFrom(Position position) const override {
+    return NodePlace{sources_[copies_[position].source], copies_[position].original};
+  }
 
  private:
   struct Copy {

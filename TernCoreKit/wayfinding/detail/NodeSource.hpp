@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <utility>
@@ -37,6 +38,14 @@ struct NodeProgress {
 // Length of the way to a node, map units; none where no search came.
 using Distance = std::optional<float>;
 
+class NodeSource;
+
+// A node of a source.
+struct NodePlace {
+  std::shared_ptr<const NodeSource> source;
+  Position position;
+};
+
 class NodeSource {
  public:
   NodeSource() = default;
@@ -63,6 +72,10 @@ class NodeSource {
   virtual void blockEdges(Position position, std::optional<std::int64_t> joining, bool block) = 0;
   // The mark of the first edge that joins the given node.
   virtual bool isEdgeBlocked(Position position, std::int64_t joining) const = 0;
+
+  // Where a copy reads what never changes, which its own copies then read there too; none when the
+  // node is no copy.
+  virtual std::optional<NodePlace> copiedFrom(Position) const { return std::nullopt; }
 
   // The node itself, which several sources may show.
   virtual std::pair<const NodeSource*, Position> original(Position position) const {
