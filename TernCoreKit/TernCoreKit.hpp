@@ -48,6 +48,7 @@
 #include "TernCoreKit/model/venue/VenueAssembly.hpp"
 #include "TernCoreKit/optimisation/TernPOIOptimization.hpp"
 #include "TernCoreKit/optimisation/TernTSP.hpp"
+#include "TernCoreKit/optimisation/TernTourState.hpp"
 #include "TernCoreKit/platform/Clock.hpp"
 #include "TernCoreKit/platform/Export.hpp"
 #include "TernCoreKit/platform/Files.hpp"

@@ -1,10 +1,15 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
+#include <string>
 #include <vector>
 
+#include "TernCoreKit/optimisation/TernTSP.hpp"
+#include "TernCoreKit/optimisation/TernTourState.hpp"
 #include "TernCoreKit/platform/Export.hpp"
 #include "TernCoreKit/spatial/TernNearestElement.hpp"
 #include "TernCoreKit/wayfinding/TernRouting.hpp"
@@ -16,6 +21,7 @@ class TourTables;
 }  // namespace detail
 
 struct TernDestination;
+struct TernLocation;
 
 /// Plans a visit to several destinations: which waypoint of each to go to, in which order the
 /// levels (the floors' maps) are visited, and in which order the waypoints on each.
@@ -34,7 +40,8 @@ struct TernDestination;
 /// Ownership: holds the venue and the search weakly; shares records. It must be held by a
 /// std::shared_ptr. It asks `another` of the search and is the delegate of that one only.
 /// Threads: one run at a time on one object; any number of objects may run over one venue at a
-/// time. Fails: never; what cannot be reached is not in the answer.
+/// time, also while a hub adds a building to it. A run takes the venue's `recordsMutex` for a
+/// moment as it begins. Fails: never; what cannot be reached is not in the answer.
 ///
 ///     auto tour = TernPOIOptimization::initWithActiveVenue(venue, venue->nearestElement());
 ///     tour->wayfindToMultipleDestinations({cafe, bakery}, here, 100,
@@ -66,6 +73,39 @@ class TERN_API TernPOIOptimization : public TernNearestElementDelegate,
   /// Whether the search may end there: at any waypoint unless the run has named some.
   bool isConditionPassedWithWaypoint(const std::shared_ptr<TernWaypoint>& waypoint) override;
 
+  /// The venue; null when it is gone.
+  std::shared_ptr<const TernRouting> activeVenue() const { return activeVenue_.lock(); }
+  /// What is searched for the nearest stop; null when it is gone.
+  std::shared_ptr<TernNearestElement> searchElement() const { return searchElement_.lock(); }
+  /// Where the last run started; null without a run.
+  const std::shared_ptr<TernWaypoint>& startWayPoint() const;
+  /// Makes it where the steps start.
+  void setStartWayPoint(std::shared_ptr<TernWaypoint> waypoint);
+  /// The destinations of the last run in working order.
+  const Destinations& destinations() const;
+  /// Makes them those that the steps work on, each with the waypoints that it has now.
+  void setDestinations(const Destinations& destinations);
+  /// The accessibility level of every route.
+  std::int64_t accessible() const;
+  /// Makes it that of the steps.
+  void setAccessible(std::int64_t accessible);
+  /// What is known of each level, by the id of its map.
+  const std::map<std::int64_t, TernTourLevel>& levelComputedDataDict() const;
+  /// What is known of each destination, by its id.
+  const std::map<std::int64_t, TernTourDestination>& intermediateStateOfDestination() const;
+  /// The stops of the last run in visiting order, the start first.
+  const Waypoints& finalOrderOfWaypoints() const;
+  /// The waypoints at which the search may end; none means any.
+  const Waypoints& searchElementConditionWaypoints() const;
+  /// Makes them those at which the search may end.
+  void setSearchElementConditionWaypoints(Waypoints waypoints);
+  /// Routes by the ids of the waypoints that they join, in decimal, one after the other.
+  const std::map<std::string, TernRoute>& dictOfTernPathPerFloor() const;
+  /// Lengths between the stops of the level that was ordered last; -1 for what is not known.
+  const TernTSP::Matrix& costToPathGraph() const;
+  /// Length of the way along the last chain to each of its nodes, by the node's id.
+  const std::map<std::int64_t, float>& intermediateDistanceFromStartNode() const;
+
   /// The destination of that id in the last run; null without one.
   std::shared_ptr<TernDestination> getDesinationById(std::int64_t id) const;
   /// The first destination of the last run that has a waypoint of that id; null without one.
@@ -79,8 +119,42 @@ class TERN_API TernPOIOptimization : public TernNearestElementDelegate,
   bool isReachable(std::int64_t mapId) const;
   /// Whether the last run has settled every level.
   bool isAllVisited() const;
-  /// The stops of the last run in visiting order, the start first.
-  const Waypoints& finalOrderOfWaypoints() const;
+
+  /// The steps of a run follow, over what the object holds; each goes on from the one before it,
+  /// and does nothing without a start. This forgets the last run and admits routes of every level.
+  void resetValues();
+  /// Scores the levels on which the destinations are placed, and asks whether each can be reached.
+  void createPriorityLevelScore();
+  /// Settles each destination on a waypoint.
+  void selectWaypointsOfDestinations();
+  /// Brings the destinations into the order in which they are settled: those of greater score
+  /// first.
+  void rearrangeDestinations();
+  /// Settles a destination as far as the scores do; on request it leaves the scores of the other
+  /// levels. The location that was chosen; null without one and for what the start serves.
+  std::shared_ptr<TernLocation> finalizeWaypointFor(const TernDestination& destination,
+                                                    bool shouldAdjustScore);
+  /// Settles a destination again, after scores have changed.
+  void updateDecidedLocationForNewScore(const TernDestination& destination);
+  /// Takes the destination out of the scores of the levels that are not among these maps.
+  void adjustTheScore(const TernDestination& destination,
+                      const std::vector<std::int64_t>& selectedLocation);
+  /// Orders one level after the other.
+  void getOptimalOrderOfDestinations();
+  /// Puts the stops of one level in order, from `startPoint` on, and adds them to the final order.
+  void getShortestDistanceandTour(std::int64_t mapId,
+                                  const std::shared_ptr<TernWaypoint>& startPoint);
+  /// Measures how far it is along a chain of waypoints to each node of its routes.
+  void createPathandDoCorrectionInOrder(const Waypoints& chain);
+  /// Fills the cells of the matrix over the chain that are not known yet; those of one row by the
+  /// lengths along the chain too.
+  void createGraph(const Waypoints& chain, std::size_t forIndex);
+  /// The chain in the order of the shortest tour through the matrix; as it is where there is none.
+  static Waypoints getOptimalPathWithTSPAlgo(const Waypoints& chain, const TernTSP::Matrix& graph);
+  /// The destinations that own the waypoints, in their order.
+  Destinations getDestinationOrderFor(const Waypoints& order) const;
+  /// A route between each waypoint and the next.
+  Legs generatePathPerFloorFor(const Waypoints& order);
 
   /// The route to whichever waypoint is cheapest to reach; empty without one.
   TernRoute wayfindWithinArray(const TernWaypoint& from, const Waypoints& to,
@@ -90,9 +164,12 @@ class TERN_API TernPOIOptimization : public TernNearestElementDelegate,
   TernPOIOptimization(std::weak_ptr<const TernRouting> activeVenue,
                       std::weak_ptr<TernNearestElement> nearestElement);
 
+  // Gives the step what it works with; does nothing without a start.
+  template <class Step>
+  void run(Step step);
+
   const std::weak_ptr<const TernRouting> activeVenue_;
   const std::weak_ptr<TernNearestElement> searchElement_;
-  Waypoints searchElementConditionWaypoints_;
   std::unique_ptr<detail::TourTables> tables_;
 };
 

@@ -177,6 +177,97 @@ TEST_F(TernPOIOptimizationTest, levelFoundByNoSearchIsTakenNextAndStartsAtItsFir
   EXPECT_THAT(visitAll('A').order, ElementsAre(7, 10, 9, 8));
 }
 
+// E says that it lies on the third floor, which no destination is placed on.
+TEST_F(TernPOIOptimizationTest, levelThatComesInWithAWaypointIsVisitedToo) {
+  load(threeFloors, {{7, "EGH"}, {8, "F"}});
+  waypointAt(*venue_, 'E')->mapId = 3;
+  EXPECT_THAT(visitAll('A').order, ElementsAre(7, 8));
+  EXPECT_EQ(stops(), "AEF");
+}
+
+TEST_F(TernPOIOptimizationTest, itsStepsOneAfterAnotherAreTheWholeRun) {
+  load(threeFloors, {{7, "H L"}, {8, "E"}, {9, "K"}, {10, "C"}, {11, "D"}});
+  const Tour whole = visitAll('A');
+  const auto order = ordering_->finalOrderOfWaypoints();
+  const auto levels = ordering_->levelComputedDataDict();
+  ASSERT_EQ(order.size(), 6U);
+
+  ordering_->resetValues();
+  EXPECT_EQ(ordering_->startWayPoint(), nullptr);
+  EXPECT_EQ(ordering_->accessible(), 100);
+  EXPECT_THAT(ordering_->levelComputedDataDict(), IsEmpty());
+  EXPECT_THAT(ordering_->dictOfTernPathPerFloor(), IsEmpty());
+  ordering_->getOptimalOrderOfDestinations();
+  EXPECT_THAT(ordering_->finalOrderOfWaypoints(), IsEmpty()) << "there is no start";
+
+  ordering_->setStartWayPoint(waypointAt(*venue_, 'A'));
+  ordering_->setDestinations(venue_->destinations->getAll());
+  ordering_->createPriorityLevelScore();
+  EXPECT_EQ(ordering_->getScore(1), 3);
+  EXPECT_FALSE(ordering_->isAllVisited());
+  ordering_->selectWaypointsOfDestinations();
+  EXPECT_EQ(ordering_->intermediateStateOfDestination().at(9).decidedMapid, 3);
+  ordering_->getOptimalOrderOfDestinations();
+  EXPECT_EQ(ordering_->finalOrderOfWaypoints(), order);
+  EXPECT_EQ(ordering_->levelComputedDataDict().at(2).score, levels.at(2).score);
+  const auto destinations = ordering_->getDestinationOrderFor(order);
+  ASSERT_EQ(destinations.size(), whole.order.size());
+  for (std::size_t i = 0; i < destinations.size(); ++i) {
+    EXPECT_EQ(destinations[i]->id.integer(), whole.order[i]);
+  }
+  const auto legs = ordering_->generatePathPerFloorFor(order);
+  ASSERT_EQ(legs.size(), whole.legs.size());
+  for (std::size_t i = 0; i < legs.size(); ++i) {
+    EXPECT_EQ(lettersOf(legs[i]), lettersOf(whole.legs[i]));
+  }
+}
+
+TEST_F(TernPOIOptimizationTest, itsMatrixIsFilledStopByStopAlongAChain) {
+  load(threeFloors);
+  const TernPOIOptimization::Waypoints chain{waypointAt(*venue_, 'A'), waypointAt(*venue_, 'B'),
+                                             waypointAt(*venue_, 'D')};
+  ordering_->generatePathPerFloorFor(chain);
+  EXPECT_THAT(ordering_->dictOfTernPathPerFloor(), testing::SizeIs(2));
+  ordering_->createPathandDoCorrectionInOrder(chain);
+  EXPECT_EQ(ordering_->intermediateDistanceFromStartNode().at(chain[2]->id.integer()), 90);
+  ordering_->createGraph(chain, 1);
+  EXPECT_THAT(ordering_->costToPathGraph(),
+              ElementsAre(ElementsAre(0, 30, -1), ElementsAre(30, 0, 60), ElementsAre(-1, 60, 0)));
+  ordering_->createGraph(chain, 0);
+  EXPECT_THAT(ordering_->costToPathGraph()[0], ElementsAre(0, 30, 90));
+  EXPECT_EQ(TernPOIOptimization::getOptimalPathWithTSPAlgo(chain, ordering_->costToPathGraph()),
+            chain);
+}
+
+TEST_F(TernPOIOptimizationTest, itsStepsPassOverWhatIsNull) {
+  load(threeFloors, {{7, "D"}});
+  ordering_->setDestinations({nullptr, venue_->destinations->getById(7)});
+  EXPECT_THAT(ordering_->destinations(), testing::SizeIs(1));
+  EXPECT_THAT(ordering_->generatePathPerFloorFor({nullptr, waypointAt(*venue_, 'A'), nullptr}),
+              IsEmpty());
+  EXPECT_EQ(ordering_->finalizeWaypointFor(*venue_->destinations->getById(7), true), nullptr);
+  ordering_->updateDecidedLocationForNewScore(*venue_->destinations->getById(7));
+  EXPECT_THAT(ordering_->intermediateStateOfDestination(), IsEmpty());
+}
+
+struct Refusing : TernNearestElementDelegate {
+  bool isConditionPassedWithWaypoint(const std::shared_ptr<TernWaypoint>&) override {
+    return false;
+  }
+};
+
+TEST_F(TernPOIOptimizationTest, theApplicationsDelegateIsThereAgainAndRestrictsNoTour) {
+  load(threeFloors, {{7, "H"}});
+  const auto delegate = std::make_shared<Refusing>();
+  venue_->nearestElement()->delegate = delegate;
+  TernPOIOptimization::Destinations order;
+  ordering_->wayfindToMultipleDestinations(venue_->destinations->getAll(), waypointAt(*venue_, 'A'),
+                                           100,
+                                           [&](auto, auto found) { order = std::move(found); });
+  EXPECT_EQ(order.size(), 1U);
+  EXPECT_EQ(venue_->nearestElement()->delegate, delegate);
+}
+
 TEST_F(TernPOIOptimizationTest, legWithoutARouteIsEmpty) {
   Drawing drawing = threeFloors;
   drawing.paths[0] = "C-B";

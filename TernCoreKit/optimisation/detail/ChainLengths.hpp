@@ -5,38 +5,37 @@
 // the chain. Where the chain has a gap it is -1, and the solver takes that for a length. The way
 // back is as far as the way there.
 //
-// Ownership: borrows the legs. Threads: one. Fails: never.
+// Ownership: borrows the tables. Threads: one. Fails: never.
 #pragma once
 
-#include <cstdint>
+#include <cstddef>
+#include <memory>
 #include <span>
-#include <unordered_map>
 
-#include "TernCoreKit/optimisation/TernTSP.hpp"
-#include "TernCoreKit/optimisation/detail/LegCache.hpp"
 #include "TernCoreKit/optimisation/detail/TourTables.hpp"
 
 namespace tern::inline v5::detail {
 
 class ChainLengths {
  public:
-  explicit ChainLengths(const LegCache& legs) : legs_(legs) {}
-
-  // In map units. A chain of more than `TernTSP::mostStops` stops gets rows without cells: the
-  // solver refuses it anyway.
-  const TernTSP::Matrix& measure(std::span<const std::shared_ptr<TernWaypoint>> chain);
-
- private:
   using Chain = std::span<const std::shared_ptr<TernWaypoint>>;
 
-  void createPathandDoCorrectionInOrder(Chain chain);
-  void createGraph(Chain chain, std::size_t row);
-  double lengthBetween(std::int64_t from, std::int64_t to) const;
+  explicit ChainLengths(TourTables& tables) : tables_(tables) {}
 
-  const LegCache& legs_;
-  TernTSP::Matrix costToPathGraph_;
-  // Node id to the length of the way there along the chain, from its head.
-  std::unordered_map<std::int64_t, float> intermediateDistanceFromStartNode_;
+  // Fills the tables' matrix, in map units. A chain of more than `TernTSP::mostStops` stops gets
+  // rows without cells: the solver refuses it anyway.
+  void measure(Chain chain);
+  // Measures how far it is along the chain to each of its nodes.
+  void createPathandDoCorrectionInOrder(Chain chain);
+  // Fills what cells of the matrix are not known yet, those of one row by the lengths along the
+  // chain too.
+  void createGraph(Chain chain, std::size_t row);
+
+ private:
+  void fillRow(Chain chain, std::size_t i, std::size_t row);
+  double lengthBetween(Chain chain, std::size_t from, std::size_t to, std::size_t row) const;
+
+  TourTables& tables_;
 };
 
 }  // namespace tern::detail

@@ -6,8 +6,8 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
-#include <unordered_map>
 
 #include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
 
@@ -20,6 +20,7 @@ class LegCache {
     const auto found = dictOfTernPathPerFloor_.find(keyOf(from, to));
     return found != dictOfTernPathPerFloor_.end() ? &found->second : nullptr;
   }
+  const std::map<std::string, TernRoute>& routes() const { return dictOfTernPathPerFloor_; }
   // The first segment of a stored route; null without one.
   const TernPathPerFloor* firstSegment(std::int64_t from, std::int64_t to) const {
     const TernRoute* route = find(from, to);
@@ -37,7 +38,7 @@ class LegCache {
     return std::to_string(from) + std::to_string(to);
   }
 
-  std::unordered_map<std::string, TernRoute> dictOfTernPathPerFloor_;
+  std::map<std::string, TernRoute> dictOfTernPathPerFloor_;
 };
 
 }  // namespace tern::detail

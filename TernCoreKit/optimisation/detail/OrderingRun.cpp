@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "TernCoreKit/model/records/TernLocation.hpp"
+#include "TernCoreKit/optimisation/detail/ChainLengths.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "TernCoreKit/wayfinding/TernASSearch.hpp"
 
@@ -23,7 +24,7 @@ TernRoute routeWithinArray(const TernRouting& venue, const TernWaypoint& from, c
 void OrderingRun::createPriorityLevelScore() {
   auto& levels = tables_.levelComputedDataDict;
   const auto& start = tables_.startWayPoint;
-  LevelRecord& first = levels[start->mapId.integer()];
+  TernTourLevel& first = levels[start->mapId.integer()];
   first.score = 1;
   first.isVisited = false;
   first.isReachable = true;
@@ -44,15 +45,15 @@ std::optional<TernNearestResult> OrderingRun::findNearest(
     const std::shared_ptr<TernWaypoint>& from, std::int64_t mapId,
     const TernNearestElement::Elements& elements) {
   if (search_ == nullptr) return std::nullopt;
-  return search_->getNearestElementFrom(from, mapId, elements, accessible_);
+  return search_->getNearestElementFrom(from, mapId, elements, tables_.accessible);
 }
 
 // Each pass visits the level that the last one has chosen, so there are no more passes than levels.
 void OrderingRun::getOptimalOrderOfDestinations() {
   const auto& start = tables_.startWayPoint;
   std::optional<NextLevel> next = NextLevel{start->mapId.integer(), start};
-  while (next) {
-    getShortestDistanceandTour(tables_.levelComputedDataDict[next->mapId], next->waypoint);
+  while (next && !tables_.isAllVisited()) {
+    getShortestDistanceandTour(next->mapId, next->waypoint);
     next = chooseNextLevel();
     if (next) settleByArrival(*next);
   }
@@ -66,28 +67,28 @@ std::optional<OrderingRun::NextLevel> OrderingRun::chooseNextLevel() {
   float bestDistance = std::numeric_limits<float>::max();
   const std::shared_ptr<TernWaypoint> last = tables_.finalOrderOfWaypoints.back();
   for (auto& [mapId, level] : tables_.levelComputedDataDict) {
-    condition_.clear();
-    if (level.isVisited) continue;
-    if (!level.hasDecided() && level.tbdWaypoints.empty()) {
+    tables_.searchElementConditionWaypoints.clear();
+    if (level.isVisited.value_or(false)) continue;
+    if (!level.hasDecided() && level.TBDwaypoints.empty()) {
       level.isVisited = true;
       continue;
     }
-    if (level.hasDecided()) condition_ = *level.decidedWaypoints;
+    if (level.hasDecided()) tables_.searchElementConditionWaypoints = *level.decidedWaypoints;
     const auto found = findNearest(last, mapId, targetsOf(level));
     const float distance = found ? found->totalDistance : 0;
     if (!std::isfinite(distance) || !(distance < bestDistance)) continue;
     best = {mapId, found ? found->waypoint : nullptr};
     bestDistance = distance;
   }
-  condition_.clear();
+  tables_.searchElementConditionWaypoints.clear();
   return best;
 }
 
-TernNearestElement::Elements OrderingRun::targetsOf(const LevelRecord& level) const {
+TernNearestElement::Elements OrderingRun::targetsOf(const TernTourLevel& level) const {
   TernNearestElement::Elements targets;
   // A level whose stops have all been taken away again is searched for nothing.
   if (level.decidedWaypoints && level.decidedWaypoints->empty()) return targets;
-  for (const auto& waypoint : level.hasDecided() ? *level.decidedWaypoints : level.tbdWaypoints) {
+  for (const auto& waypoint : level.hasDecided() ? *level.decidedWaypoints : level.TBDwaypoints) {
     auto owner = tables_.getbyWayPointId(waypoint->id.integer());
     if (owner == nullptr) continue;
     targets.push_back(std::move(owner));
@@ -100,30 +101,33 @@ TernNearestElement::Elements OrderingRun::targetsOf(const LevelRecord& level) co
 // question are dropped, whatever else was to be visited there.
 void OrderingRun::settleByArrival(const NextLevel& arrival) {
   auto& levels = tables_.levelComputedDataDict;
-  if (arrival.waypoint == nullptr || levels[arrival.mapId].tbdWaypoints.empty()) return;
+  if (arrival.waypoint == nullptr || levels[arrival.mapId].TBDwaypoints.empty()) return;
   const auto owner = tables_.getbyWayPointId(arrival.waypoint->id.integer());
   if (owner == nullptr) return;
   for (const std::int64_t mapId :
-       tables_.intermediateStateOfDestination[owner->id.integer()].tbdMapids) {
-    LevelRecord& level = levels[mapId];
+       tables_.intermediateStateOfDestination[owner->id.integer()].TBDMapids) {
+    TernTourLevel& level = levels[mapId];
     if (mapId == arrival.mapId) {
       level.decidedWaypoints = {arrival.waypoint};
     } else {
       level.isVisited = true;
     }
-    level.tbdWaypoints.clear();
+    level.TBDwaypoints.clear();
   }
 }
 
-void OrderingRun::getShortestDistanceandTour(LevelRecord& level,
+void OrderingRun::getShortestDistanceandTour(std::int64_t mapId,
                                              std::shared_ptr<TernWaypoint> start) {
+  TernTourLevel& level = tables_.levelComputedDataDict[mapId];
   level.isVisited = true;
   Waypoints stops = level.decidedWaypoints.value_or(Waypoints());
   const auto at = std::ranges::find(stops, start);
   if (at != stops.end()) std::iter_swap(stops.begin(), at);
   if (stops.size() > 2) {
     if (start == nullptr) start = stops.front();
-    stops = getOptimalPathWithTSPAlgo(chainFrom(std::move(start), std::move(stops)));
+    const Waypoints chain = chainFrom(std::move(start), std::move(stops));
+    ChainLengths(tables_).measure(chain);
+    stops = getOptimalPathWithTSPAlgo(chain, tables_.costToPathGraph);
   }
   auto& order = tables_.finalOrderOfWaypoints;
   order.insert(order.end(), stops.begin(), stops.end());
@@ -137,14 +141,15 @@ Waypoints OrderingRun::chainFrom(std::shared_ptr<TernWaypoint> start, Waypoints 
   while (stops.size() > 1) {
     chain.push_back(current);
     stops.erase(stops.begin());
-    const TernRoute route =
-        venue_ != nullptr ? routeWithinArray(*venue_, *current, stops, accessible_) : TernRoute();
+    const TernRoute route = venue_ != nullptr
+                                ? routeWithinArray(*venue_, *current, stops, tables_.accessible)
+                                : TernRoute();
     const std::int64_t from = current->id.integer();
     const std::int64_t end = route.empty() ? from : route.front().points.back().nodeId();
     const auto reached =
         std::ranges::find_if(stops, [end](const auto& stop) { return stop->id.integer() == end; });
     if (reached == stops.end()) continue;
-    legs_.store(from, end, route);
+    tables_.dictOfTernPathPerFloor.store(from, end, route);
     std::iter_swap(stops.begin(), reached);
     current = stops.front();
   }
@@ -152,8 +157,8 @@ Waypoints OrderingRun::chainFrom(std::shared_ptr<TernWaypoint> start, Waypoints 
   return chain;
 }
 
-Waypoints OrderingRun::getOptimalPathWithTSPAlgo(const Waypoints& chain) {
-  const TernTSP::Result result = TernTSP::solve(lengths_.measure(chain));
+Waypoints getOptimalPathWithTSPAlgo(const Waypoints& chain, const TernTSP::Matrix& graph) {
+  const TernTSP::Result result = TernTSP::solve(graph);
   if (result.tour.size() != chain.size()) return chain;
   Waypoints order;
   order.reserve(chain.size());
@@ -175,11 +180,12 @@ std::vector<TernRoute> OrderingRun::generatePathPerFloorFor(const Waypoints& ord
   for (std::size_t i = 1; i < order.size(); ++i) {
     const std::int64_t from = order[i - 1]->id.integer();
     const std::int64_t to = order[i]->id.integer();
-    const TernRoute* leg = legs_.find(from, to);
+    const TernRoute* leg = tables_.dictOfTernPathPerFloor.find(from, to);
     if (leg == nullptr) {
-      leg = &legs_.store(
+      leg = &tables_.dictOfTernPathPerFloor.store(
           from, to,
-          venue_ != nullptr ? venue_->wayfind(order[i - 1], order[i], accessible_) : TernRoute());
+          venue_ != nullptr ? venue_->wayfind(order[i - 1], order[i], tables_.accessible)
+                            : TernRoute());
     }
     legs.push_back(*leg);
   }

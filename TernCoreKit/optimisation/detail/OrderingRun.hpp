@@ -9,8 +9,6 @@
 #include <optional>
 #include <vector>
 
-#include "TernCoreKit/optimisation/detail/ChainLengths.hpp"
-#include "TernCoreKit/optimisation/detail/LegCache.hpp"
 #include "TernCoreKit/optimisation/detail/TourTables.hpp"
 #include "TernCoreKit/spatial/TernNearestElement.hpp"
 #include "TernCoreKit/wayfinding/TernRouting.hpp"
@@ -23,20 +21,14 @@ TernRoute routeWithinArray(const TernRouting& venue, const TernWaypoint& from, c
 
 class OrderingRun {
  public:
-  // Venue and search may be null: then there are no routes, or nothing is reachable. The run keeps
-  // in `condition` the waypoints at which the search may end; none means any.
-  OrderingRun(const TernRouting* venue, TernNearestElement* search, std::int64_t accessible,
-              TourTables& tables, Waypoints& condition)
-      : venue_(venue),
-        search_(search),
-        accessible_(accessible),
-        tables_(tables),
-        condition_(condition),
-        lengths_(legs_) {}
+  // Venue and search may be null: then there are no routes, or nothing is reachable. The tables
+  // must have a start and destinations.
+  OrderingRun(const TernRouting* venue, TernNearestElement* search, TourTables& tables)
+      : venue_(venue), search_(search), tables_(tables) {}
 
-  // REQUIRES, before each: the one above; before the first the start and the destinations.
   void createPriorityLevelScore();
   void getOptimalOrderOfDestinations();
+  void getShortestDistanceandTour(std::int64_t mapId, std::shared_ptr<TernWaypoint> start);
   Destinations getDestinationOrderFor(const Waypoints& order) const;
   std::vector<TernRoute> generatePathPerFloorFor(const Waypoints& order);
 
@@ -51,19 +43,17 @@ class OrderingRun {
                                                std::int64_t mapId,
                                                const TernNearestElement::Elements& elements);
   std::optional<NextLevel> chooseNextLevel();
-  TernNearestElement::Elements targetsOf(const LevelRecord& level) const;
+  TernNearestElement::Elements targetsOf(const TernTourLevel& level) const;
   void settleByArrival(const NextLevel& arrival);
-  void getShortestDistanceandTour(LevelRecord& level, std::shared_ptr<TernWaypoint> start);
   Waypoints chainFrom(std::shared_ptr<TernWaypoint> start, Waypoints stops);
-  Waypoints getOptimalPathWithTSPAlgo(const Waypoints& chain);
 
   const TernRouting* const venue_;
   TernNearestElement* const search_;
-  const std::int64_t accessible_;
   TourTables& tables_;
-  Waypoints& condition_;
-  LegCache legs_;
-  ChainLengths lengths_;
 };
+
+// The waypoints of the chain in the order of the shortest tour through the matrix; as they are
+// where there is none.
+Waypoints getOptimalPathWithTSPAlgo(const Waypoints& chain, const TernTSP::Matrix& graph);
 
 }  // namespace tern::detail

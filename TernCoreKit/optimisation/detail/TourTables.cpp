@@ -5,16 +5,13 @@
 
 namespace tern::inline v5::detail {
 
-void LevelRecord::decide(std::shared_ptr<TernWaypoint> waypoint) {
-  if (!decidedWaypoints) decidedWaypoints.emplace();
-  decidedWaypoints->push_back(std::move(waypoint));
-}
-
 void TourTables::arrange(Destinations destinations) {
   destinations_ = std::move(destinations);
   owners_.clear();
   for (std::size_t position = 0; position < destinations_.size(); ++position) {
-    for (const auto& waypoint : destinations_[position]->waypoints) {
+    const auto& destination = destinations_[position];
+    for (const auto& waypoint :
+         waypoints_.try_emplace(destination.get(), destination->waypoints).first->second) {
       if (waypoint != nullptr) owners_.try_emplace(waypoint->id.integer(), position);
     }
   }
@@ -47,12 +44,23 @@ bool TourTables::isReachable(std::int64_t mapId) const {
 }
 
 bool TourTables::isAllVisited() const {
-  return std::ranges::all_of(levelComputedDataDict,
-                             [](const auto& level) { return level.second.isVisited; });
+  return std::ranges::all_of(levelComputedDataDict, [](const auto& level) {
+    return level.second.isVisited.value_or(true);
+  });
 }
 
-std::shared_ptr<TernWaypoint> waypointOf(const TernDestination& destination, std::int64_t id) {
-  for (const auto& waypoint : destination.waypoints) {
+const Waypoints& TourTables::waypointsOf(const TernDestination& destination) const {
+  const auto known = waypoints_.find(&destination);
+  return known != waypoints_.end() ? known->second : destination.waypoints;
+}
+
+std::shared_ptr<TernWaypoint> TourTables::waypointOf(const TernDestination& destination,
+                                                     std::int64_t id) const {
+  return waypointAmong(waypointsOf(destination), id);
+}
+
+std::shared_ptr<TernWaypoint> waypointAmong(const Waypoints& waypoints, std::int64_t id) {
+  for (const auto& waypoint : waypoints) {
     if (waypoint != nullptr && waypoint->id.integer() == id) return waypoint;
   }
   return nullptr;

@@ -7,52 +7,44 @@
 #include <cstdint>
 #include <map>
 #include <memory>
-#include <optional>
 #include <unordered_map>
 #include <vector>
 
 #include "TernCoreKit/model/records/TernDestination.hpp"
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
+#include "TernCoreKit/optimisation/TernTSP.hpp"
+#include "TernCoreKit/optimisation/TernTourState.hpp"
+#include "TernCoreKit/optimisation/detail/LegCache.hpp"
 
 namespace tern::inline v5::detail {
 
 using Destinations = std::vector<std::shared_ptr<TernDestination>>;
 using Waypoints = std::vector<std::shared_ptr<TernWaypoint>>;
 
-struct LevelRecord {
-  // How many requested locations, later destinations, count it.
-  std::int64_t score = 0;
-  // Its waypoints have been put in order, or it has been dropped.
-  bool isVisited = true;
-  bool isReachable = false;
-  // Waypoints that will be visited. A list that has been emptied is told from one that never was.
-  std::optional<Waypoints> decidedWaypoints;
-  // Candidates of destinations that are not settled on one waypoint.
-  Waypoints tbdWaypoints;
-
-  bool hasDecided() const { return decidedWaypoints && !decidedWaypoints->empty(); }
-  void decide(std::shared_ptr<TernWaypoint> waypoint);
-};
-
-struct DestinationRecord {
-  bool isReachable = false;
-  // The level it is settled on.
-  std::optional<std::int64_t> decidedMapid;
-  // Or else the levels that are in question.
-  std::vector<std::int64_t> tbdMapids;
-};
-
 class TourTables {
  public:
   // Map id to level, in the order in which levels are gone through.
-  std::map<std::int64_t, LevelRecord> levelComputedDataDict;
+  std::map<std::int64_t, TernTourLevel> levelComputedDataDict;
   // By destination id.
-  std::unordered_map<std::int64_t, DestinationRecord> intermediateStateOfDestination;
+  std::map<std::int64_t, TernTourDestination> intermediateStateOfDestination;
   std::shared_ptr<TernWaypoint> startWayPoint;
   Waypoints finalOrderOfWaypoints;
+  // The waypoints at which a search may end; none means any.
+  Waypoints searchElementConditionWaypoints;
+  LegCache dictOfTernPathPerFloor;
+  std::int64_t accessible = 100;
+  TernTSP::Matrix costToPathGraph;
+  // Node id to the length of the way there along the chain, from its head.
+  std::map<std::int64_t, float> intermediateDistanceFromStartNode;
 
   const Destinations& destinations() const { return destinations_; }
+  // The waypoints of a destination count that it has when it first comes in: a load may give it
+  // others meanwhile. REQUIRES, for one that comes in: nobody changes it.
   void arrange(Destinations destinations);
+  const Waypoints& waypointsOf(const TernDestination& destination) const;
+  // Null without one.
+  std::shared_ptr<TernWaypoint> waypointOf(const TernDestination& destination,
+                                           std::int64_t id) const;
 
   std::shared_ptr<TernDestination> getDesinationById(std::int64_t id) const;
   // The first destination that has a waypoint of that id.
@@ -65,10 +57,12 @@ class TourTables {
 
  private:
   Destinations destinations_;
+  std::unordered_map<const TernDestination*, Waypoints> waypoints_;
   // Waypoint id to position in the list.
   std::unordered_map<std::int64_t, std::size_t> owners_;
 };
 
-std::shared_ptr<TernWaypoint> waypointOf(const TernDestination& destination, std::int64_t id);
+// The waypoint of that id; null without one.
+std::shared_ptr<TernWaypoint> waypointAmong(const Waypoints& waypoints, std::int64_t id);
 
 }  // namespace tern::detail

@@ -52,8 +52,8 @@ void WaypointSelection::rearrangeDestinations() {
       const std::int64_t mapId = location->mapId.integer();
       if (tables_.isReachable(mapId)) score += tables_.getScore(mapId);
     }
-    ranked.push_back({{score, destination->locations.size(), destination->waypoints.size(),
-                       destination->id.integer()},
+    ranked.push_back({{score, destination->locations.size(),
+                       tables_.waypointsOf(*destination).size(), destination->id.integer()},
                       destination});
   }
   // Exchanges as it selects, which settles where destinations of one rank come to stand.
@@ -70,7 +70,7 @@ void WaypointSelection::rearrangeDestinations() {
 std::shared_ptr<TernLocation> WaypointSelection::finalizeWaypointFor(
     const TernDestination& destination, bool shouldAdjustScore) {
   const TernWaypoint& start = *tables_.startWayPoint;
-  if (waypointOf(destination, start.id.integer()) != nullptr) {
+  if (tables_.waypointOf(destination, start.id.integer()) != nullptr) {
     const std::int64_t mapId = start.mapId.integer();
     if (shouldAdjustScore) adjustTheScore(destination, {&mapId, 1});
     return nullptr;
@@ -106,26 +106,26 @@ WaypointSelection::Choice WaypointSelection::chooseLocation(
   return choice;
 }
 
-void WaypointSelection::settle(const TernDestination& destination, DestinationRecord& record,
+void WaypointSelection::settle(const TernDestination& destination, TernTourDestination& record,
                                const TernLocation& best, bool shouldAdjustScore) {
   const std::int64_t mapId = best.mapId.integer();
   record.decidedMapid = mapId;
-  record.tbdMapids.clear();
-  auto waypoint = waypointOf(destination, best.waypointIds.items()[0].integer());
+  record.TBDMapids.clear();
+  auto waypoint = tables_.waypointOf(destination, best.waypointIds.items()[0].integer());
   if (waypoint != nullptr) level(mapId).decide(std::move(waypoint));
   if (shouldAdjustScore) adjustTheScore(destination, {&mapId, 1});
 }
 
-void WaypointSelection::leaveOpen(const TernDestination& destination, DestinationRecord& record,
+void WaypointSelection::leaveOpen(const TernDestination& destination, TernTourDestination& record,
                                   Choice choice, bool shouldAdjustScore) {
   const std::int64_t bestMapId = choice.best->mapId.integer();
   if (!holds(choice.tied, bestMapId)) choice.tied.push_back(bestMapId);
-  record.tbdMapids = std::move(choice.tied);
+  record.TBDMapids = std::move(choice.tied);
   record.decidedMapid.reset();
-  if (shouldAdjustScore) adjustTheScore(destination, record.tbdMapids);
-  for (const auto& waypoint : destination.waypoints) {
-    if (waypoint == nullptr || !holds(record.tbdMapids, waypoint->mapId.integer())) continue;
-    level(waypoint->mapId.integer()).tbdWaypoints.push_back(waypoint);
+  if (shouldAdjustScore) adjustTheScore(destination, record.TBDMapids);
+  for (const auto& waypoint : tables_.waypointsOf(destination)) {
+    if (waypoint == nullptr || !holds(record.TBDMapids, waypoint->mapId.integer())) continue;
+    level(waypoint->mapId.integer()).TBDwaypoints.push_back(waypoint);
   }
 }
 
@@ -141,42 +141,42 @@ void WaypointSelection::updateDecidedLocationForNewScore(const TernDestination& 
   auto& records = tables_.intermediateStateOfDestination;
   const auto found = records.find(destination.id.integer());
   if (found == records.end()) return;
-  const DestinationRecord old = found->second;
+  const TernTourDestination old = found->second;
   const auto isOwn = [&](const auto& each) { return tables_.isOwned(*each, destination); };
   if (old.decidedMapid) {
     auto& decided = level(*old.decidedMapid).decidedWaypoints;
     const auto own = decided ? std::ranges::find_if(*decided, isOwn) : Waypoints::iterator();
     if (decided && own != decided->end()) decided->erase(own);
   }
-  for (const std::int64_t mapId : old.tbdMapids) std::erase_if(level(mapId).tbdWaypoints, isOwn);
+  for (const std::int64_t mapId : old.TBDMapids) std::erase_if(level(mapId).TBDwaypoints, isOwn);
   finalizeWaypointFor(destination, false);
   addToScores(old, -1);
   addToScores(found->second, 1);
 }
 
-void WaypointSelection::addToScores(const DestinationRecord& record, std::int64_t difference) {
+void WaypointSelection::addToScores(const TernTourDestination& record, std::int64_t difference) {
   if (record.decidedMapid) level(*record.decidedMapid).score += difference;
-  for (const std::int64_t mapId : record.tbdMapids) level(mapId).score += difference;
+  for (const std::int64_t mapId : record.TBDMapids) level(mapId).score += difference;
 }
 
 bool WaypointSelection::settleOpen(const TernDestination& destination) {
   auto& records = tables_.intermediateStateOfDestination;
   const auto found = records.find(destination.id.integer());
   if (found == records.end()) return false;
-  DestinationRecord& record = found->second;
+  TernTourDestination& record = found->second;
   Door best{nullptr, std::numeric_limits<float>::max()};
-  for (const std::int64_t mapId : record.tbdMapids) examineDoorsOn(mapId, destination, best);
+  for (const std::int64_t mapId : record.TBDMapids) examineDoorsOn(mapId, destination, best);
   if (best.waypoint == nullptr) return false;
   const std::int64_t bestMapId = best.waypoint->mapId.integer();
   record.decidedMapid = bestMapId;
   level(bestMapId).decide(best.waypoint);
   bool haveScoresChanged = false;
-  for (const std::int64_t mapId : record.tbdMapids) {
+  for (const std::int64_t mapId : record.TBDMapids) {
     if (mapId == bestMapId) continue;
     --level(mapId).score;
     haveScoresChanged = true;
   }
-  record.tbdMapids.clear();
+  record.TBDMapids.clear();
   return haveScoresChanged;
 }
 
@@ -187,18 +187,18 @@ void WaypointSelection::examineDoorsOn(std::int64_t mapId, const TernDestination
       destination.locations, [&](const auto& each) { return each->mapId.integer() == mapId; });
   if (location == destination.locations.end()) return;
   const Waypoints decided = level(mapId).decidedWaypoints.value_or(Waypoints());
-  Waypoints others = level(mapId).tbdWaypoints;
+  Waypoints others = level(mapId).TBDwaypoints;
   std::erase_if(others, [&](const auto& each) { return tables_.isOwned(*each, destination); });
   const std::size_t count = decided.size() + others.size();
   for (const Value& id : (*location)->waypointIds.items()) {
-    const auto waypoint = waypointOf(destination, id.integer());
+    const auto waypoint = tables_.waypointOf(destination, id.integer());
     if (waypoint == nullptr) continue;
     const float sum = sumOfDistances(*waypoint, others, sumOfDistances(*waypoint, decided, 0));
     // Nothing to compare with, everything at the same spot, or no number.
     if (count < 1 || !(sum > 0)) continue;
     const float mean = sum / static_cast<float>(count);
     if (mean < best.mean) best = {waypoint, mean};
-    if (best.waypoint != nullptr) level(mapId).tbdWaypoints = others;
+    if (best.waypoint != nullptr) level(mapId).TBDwaypoints = others;
   }
 }
 

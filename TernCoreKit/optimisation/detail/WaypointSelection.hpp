@@ -46,16 +46,16 @@ class WaypointSelection {
     float mean;  // map units
   };
 
-  LevelRecord& level(std::int64_t mapId) { return tables_.levelComputedDataDict[mapId]; }
+  TernTourLevel& level(std::int64_t mapId) { return tables_.levelComputedDataDict[mapId]; }
   Choice chooseLocation(const TernDestination& destination) const;
-  void settle(const TernDestination& destination, DestinationRecord& record,
+  void settle(const TernDestination& destination, TernTourDestination& record,
               const TernLocation& best, bool shouldAdjustScore);
-  void leaveOpen(const TernDestination& destination, DestinationRecord& record, Choice choice,
+  void leaveOpen(const TernDestination& destination, TernTourDestination& record, Choice choice,
                  bool shouldAdjustScore);
   // Whether scores have changed.
   bool settleOpen(const TernDestination& destination);
   void examineDoorsOn(std::int64_t mapId, const TernDestination& destination, Door& best);
-  void addToScores(const DestinationRecord& record, std::int64_t difference);
+  void addToScores(const TernTourDestination& record, std::int64_t difference);
 
   TourTables& tables_;
 };

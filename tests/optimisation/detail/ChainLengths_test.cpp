@@ -21,19 +21,19 @@ class ChainLengthsTest : public testing::Test {
     for (std::size_t i = 1; i < stored.size(); ++i) {
       if (stored[i] == ' ' || stored[i - 1] == ' ') continue;
       const auto route = venue_->wayfind(at(stored[i - 1]), at(stored[i]), 100);
-      legs_.store(idOf(stored[i - 1]), idOf(stored[i]), route);
+      tables_.dictOfTernPathPerFloor.store(idOf(stored[i - 1]), idOf(stored[i]), route);
     }
     std::vector<std::shared_ptr<TernWaypoint>> stops;
     for (const char letter : chain) stops.push_back(at(letter));
-    return lengths_.measure(stops);
+    detail::ChainLengths(tables_).measure(stops);
+    return tables_.costToPathGraph;
   }
   std::shared_ptr<TernWaypoint> at(char letter) const { return waypointAt(*venue_, letter); }
 
   // Ten units a character: B is 10 from A, C 30, D 60.
   std::shared_ptr<TernActiveVenue> venue_ =
       loadDrawnVenue({.floors = {{.lines = {"AB C  D"}}}, .paths = {"A-B", "B-C", "C-D"}});
-  detail::LegCache legs_;
-  detail::ChainLengths lengths_{legs_};
+  detail::TourTables tables_;
 };
 
 TEST_F(ChainLengthsTest, addsUpAlongTheChain) {

@@ -39,15 +39,25 @@ class WaypointSelectionTest : public testing::Test {
     return list ? lettersOf(*list) : "none";
   }
   std::string open(std::int64_t map) {
-    return lettersOf(tables_.levelComputedDataDict[map].tbdWaypoints);
+    return lettersOf(tables_.levelComputedDataDict[map].TBDwaypoints);
   }
-  const detail::DestinationRecord& record(std::int64_t id) {
+  const TernTourDestination& record(std::int64_t id) {
     return tables_.intermediateStateOfDestination[id];
   }
 
   std::shared_ptr<TernActiveVenue> venue_;
   detail::TourTables tables_;
 };
+
+TEST_F(WaypointSelectionTest, levelThatComesInLateIsNeitherVisitedNorWaitedFor) {
+  place('A', {{7, "A H L"}});
+  tables_.levelComputedDataDict[1].isVisited = true;
+  tables_.levelComputedDataDict[2].isVisited = true;
+  tables_.levelComputedDataDict[3].isVisited = true;
+  tables_.levelComputedDataDict[9].decide(waypointAt(*venue_, 'B'));
+  EXPECT_FALSE(tables_.levelComputedDataDict[9].isVisited.has_value());
+  EXPECT_TRUE(tables_.isAllVisited());
+}
 
 TEST_F(WaypointSelectionTest, destinationAtTheStartGetsNoRecordAndLeavesItsOtherLevels) {
   place('A', {{7, "A H L"}});
@@ -71,14 +81,14 @@ TEST_F(WaypointSelectionTest, tieIsOpenUntilTheLeastMeanDistanceSettlesIt) {
   place('A', {{7, "H L"}, {8, "E"}, {9, "K"}});
   detail::WaypointSelection selection(tables_);
   selection.finalizeWaypointFor(*venue_->destinations->getById(7), true);
-  EXPECT_THAT(record(7).tbdMapids, ElementsAre(3, 2));
+  EXPECT_THAT(record(7).TBDMapids, ElementsAre(3, 2));
   EXPECT_EQ(open(2) + open(3), "HL");
   tables_.intermediateStateOfDestination.clear();
-  tables_.levelComputedDataDict[2].tbdWaypoints.clear();
-  tables_.levelComputedDataDict[3].tbdWaypoints.clear();
+  tables_.levelComputedDataDict[2].TBDwaypoints.clear();
+  tables_.levelComputedDataDict[3].TBDwaypoints.clear();
   select();
   EXPECT_EQ(record(7).decidedMapid, 3);
-  EXPECT_THAT(record(7).tbdMapids, IsEmpty());
+  EXPECT_THAT(record(7).TBDMapids, IsEmpty());
   EXPECT_EQ(decided(3), "LK");
   EXPECT_EQ(open(3), "");
   EXPECT_EQ(tables_.getScore(2), 1);
