@@ -39,6 +39,14 @@ TernError wrongArgument(std::optional<std::string> message = std::nullopt,
                                       std::move(description));
 }
 
+// What a load without data ends with, once that has been announced.
+TernError failedWithoutData(std::string_view endpoint) {
+  auto error = TernError::initWithErrorType(TernErrorTypeObjectNotFound, std::nullopt,
+                                            "Data was not returned from server or local cache");
+  TernHub::failedServerPluginResponseForApi(endpoint, error);
+  return error;
+}
+
 // Locales and map templates, in one wording, come from the cache only when it holds something.
 std::optional<TernError> errorOfCached(AnswerSource source, const Value& answer) {
   if (source == AnswerSource::service || answer.size() > 0) return std::nullopt;
@@ -223,6 +231,10 @@ std::string TernHub::buildingAPIWithVenue(const TernActiveVenue& venue,
          "/full" + query(locale());
 }
 
+std::string TernHub::getRequest(std::string_view path) const {
+  return customerPath() + std::string(path) + query(locale());
+}
+
 std::string TernHub::destinationsComponenentsAPIWithVenueIDs(std::string_view venueIds) const {
   return customerPath() + "/destination/full?venueIds=" + std::string(venueIds);
 }
@@ -272,7 +284,7 @@ void TernHub::validateExistingCoreForCacheWithEndpoint(std::string_view endpoint
 
 void TernHub::initWithDictionary(Value answer) {
   auto venues = std::make_shared<TernVenueCollection>();
-  if (Value* batch = answer.find("venues")) venues->createBatch(std::move(*batch));
+  if (Value* batch = answer.find("venues")) venues->takeBatch(std::move(*batch));
   const MutexLock lock(mutex_);
   for (Value::Entry& entry : answer.entries()) fields_->take(entry.key.text(), entry.value);
   fields_->venues.swap(venues);
@@ -317,7 +329,7 @@ void TernHub::populateLocales(Completion completion) {
                 if (!error) error = errorOfCached(source, answer);
                 if (error) return completion(std::move(error));
                 auto locales = std::make_shared<TernLocaleCollection>();
-                locales->createBatch(std::move(answer));
+                locales->takeBatch(std::move(answer));
                 self->write(&Fields::locales, std::move(locales));
                 completion(std::nullopt);
               });
@@ -335,20 +347,22 @@ void TernHub::populateVenueByVenueId(std::int64_t venueId, VenueCompletion compl
   write(&Fields::activeVenue, nullptr);
   auto endpoint = venueComponenentsAPIWithVenueID(venueId);
   fetchCached(shared_from_this(), detail::venueRules, endpoint,
-              [self = shared_from_this(), endpoint, completion = std::move(completion)](
+              [self = shared_from_this(), endpoint, venueId, completion = std::move(completion)](
                   std::optional<TernError> error, Value answer, AnswerSource) {
                 if (error) return completion(nullptr, std::move(error));
-                self->takeVenue(std::move(answer), endpoint, completion);
+                self->populateVenueWithData(std::move(answer), endpoint, venueId, completion);
               });
 }
 
-void TernHub::takeVenue(Value answer, std::string_view endpoint,
-                        const VenueCompletion& completion) {
-  auto venue = TernActiveVenue::initWithDictionary(std::move(answer));
+// The venue is made of the data as they came: what names it is the document itself.
+void TernHub::populateVenueWithData(Value data, std::string_view endPoint, std::int64_t /*venueId*/,
+                                    VenueCompletion completion) {
+  if (!data.isMap()) return completion(nullptr, failedWithoutData(endPoint));
+  auto venue = TernActiveVenue::initWithDictionary(std::move(data));
   write(&Fields::activeVenue, venue);
-  successfulServerPluginsResponseForApi(endpoint);
+  successfulServerPluginsResponseForApi(endPoint);
   if (!venue->defaultMapTemplateId.isText()) return completion(std::move(venue), std::nullopt);
-  loadMapTemplate(std::move(venue), completion);
+  loadMapTemplate(std::move(venue), std::move(completion));
 }
 
 void TernHub::populateMapTemplatesWithCompletionHandler(VenueCompletion completion) {
@@ -452,15 +466,30 @@ void TernHub::loadBuilding(const std::shared_ptr<TernActiveVenue>& venue, std::i
                completion = std::move(completion)](std::optional<TernError> error, Value answer,
                                                    AnswerSource) {
                 if (error) return completion(std::move(error));
-                {
-                  const MutexLock lock(venue->recordsMutex());
-                  addBuilding(*venue, buildingId, std::move(answer));
-                }
-                self->write(&Fields::activeVenue, venue);
-                taken();
-                successfulServerPluginsResponseForApi(endpoint);
+                self->takeBuilding(std::move(answer), endpoint, venue, buildingId, taken);
                 completion(std::nullopt);
               });
+}
+
+void TernHub::takeBuilding(Value data, std::string_view endPoint,
+                           const std::shared_ptr<TernActiveVenue>& venue, std::int64_t buildingId,
+                           const std::function<void()>& taken) {
+  {
+    const MutexLock lock(venue->recordsMutex());
+    addBuilding(*venue, buildingId, std::move(data));
+  }
+  write(&Fields::activeVenue, venue);
+  taken();
+  successfulServerPluginsResponseForApi(endPoint);
+}
+
+void TernHub::populateBuildingWithData(Value data, std::string_view endPoint,
+                                       const std::shared_ptr<TernActiveVenue>& venue,
+                                       std::int64_t buildingId, VenueCompletion completion) {
+  if (venue == nullptr) return completion(nullptr, wrongArgument());
+  if (!data.isMap()) return completion(nullptr, failedWithoutData(endPoint));
+  takeBuilding(std::move(data), endPoint, venue, buildingId, [&] { finishBuildings(venue); });
+  completion(venue, std::nullopt);
 }
 
 void TernHub::finishBuildings(const std::shared_ptr<TernActiveVenue>& venue) {
@@ -525,27 +554,31 @@ void TernHub::populateDestinationsForVenues(const std::vector<std::int64_t>& ven
                 [self = shared_from_this(), completion = std::move(completion)](
                     Value answer, std::optional<TernError> error) {
                   if (error) return completion(nullptr, std::move(error));
-                  self->takeDestinations(std::move(answer));
-                  completion(self->venueDestinations(), std::nullopt);
+                  self->parsePopulateDestinationsForVenues(std::move(answer), completion);
                 });
 }
 
-void TernHub::takeDestinations(Value answer) {
-  VenueDestinationCollection::Entries entries;
-  if (Value* items = answer.find("items")) {
-    for (Value& item : items->items()) {
-      entries.push_back(TernVenueDestination::initWithDictionary(std::move(item)));
+void TernHub::parsePopulateDestinationsForVenues(Value answer,
+                                                 const DestinationsCompletion& completion) {
+  if (answer.isMap()) {
+    VenueDestinationCollection::Entries entries;
+    if (Value* items = answer.find("items")) {
+      for (Value& item : items->items()) {
+        entries.push_back(TernVenueDestination::initWithDictionary(std::move(item)));
+      }
     }
+    write(&Fields::venueDestinations,
+          VenueDestinationCollection::initWithItems(std::move(entries)));
   }
-  write(&Fields::venueDestinations, VenueDestinationCollection::initWithItems(std::move(entries)));
+  completion(venueDestinations(), std::nullopt);
 }
 
 void TernHub::getRequest(const Value& path, AnswerCompletion completion) {
   if (!path.isText()) {
     return completion({}, wrongArgument("Invalid URL", "URL should be an NSString"));
   }
-  fetchUncached(shared_from_this(), detail::UncachedHost::ofHub,
-                customerPath() + std::string(path.text()) + query(locale()), std::move(completion));
+  fetchUncached(shared_from_this(), detail::UncachedHost::ofHub, getRequest(path.text()),
+                std::move(completion));
 }
 
 // Cache
@@ -663,27 +696,49 @@ void TernHub::setAutoCache(bool autoCache) { write(&Fields::autoCache, autoCache
 bool TernHub::geoJSON() const { return read(&Fields::geoJSON); }
 void TernHub::setGeoJSON(bool geoJSON) { write(&Fields::geoJSON, geoJSON); }
 bool TernHub::isMultiActiveVenues() const { return read(&Fields::isMultiActiveVenues); }
+void TernHub::setIsMultiActiveVenues(bool isMultiActiveVenues) {
+  write(&Fields::isMultiActiveVenues, isMultiActiveVenues);
+}
 std::shared_ptr<TernHubDelegate> TernHub::delegate() const {
   return read(&Fields::delegate).lock();
 }
 void TernHub::setDelegate(std::weak_ptr<TernHubDelegate> delegate) {
   write(&Fields::delegate, std::move(delegate));
 }
+std::shared_ptr<TernMultiActiveVenuesDelegate> TernHub::multiVenueDelegate() const {
+  return read(&Fields::multiVenueDelegate).lock();
+}
 void TernHub::setMultiVenueDelegate(std::weak_ptr<TernMultiActiveVenuesDelegate> delegate) {
   write(&Fields::multiVenueDelegate, std::move(delegate));
 }
 Value TernHub::name() const { return read(&Fields::name); }
 Value TernHub::id() const { return read(&Fields::id); }
+void TernHub::setId(Value id) { write(&Fields::id, std::move(id)); }
 std::string TernHub::locale() const { return read(&Fields::locale); }
 void TernHub::setLocale(std::string locale) { write(&Fields::locale, std::move(locale)); }
 std::shared_ptr<TernVenueCollection> TernHub::venues() const { return read(&Fields::venues); }
+void TernHub::setVenues(std::shared_ptr<TernVenueCollection> venues) {
+  write(&Fields::venues, std::move(venues));
+}
 std::shared_ptr<TernLocaleCollection> TernHub::locales() const { return read(&Fields::locales); }
+void TernHub::setLocales(std::shared_ptr<TernLocaleCollection> locales) {
+  write(&Fields::locales, std::move(locales));
+}
 std::shared_ptr<TernActiveVenue> TernHub::activeVenue() const { return read(&Fields::activeVenue); }
+void TernHub::setActiveVenue(std::shared_ptr<TernActiveVenue> venue) {
+  write(&Fields::activeVenue, std::move(venue));
+}
 std::shared_ptr<VenueDestinationCollection> TernHub::venueDestinations() const {
   return read(&Fields::venueDestinations);
 }
+void TernHub::setVenueDestinations(std::shared_ptr<VenueDestinationCollection> destinations) {
+  write(&Fields::venueDestinations, std::move(destinations));
+}
 std::shared_ptr<TernMultiActiveVenues> TernHub::multiActiveVenues() const {
   return read(&Fields::multiActiveVenues);
+}
+void TernHub::setMultiActiveVenues(std::shared_ptr<TernMultiActiveVenues> venues) {
+  write(&Fields::multiActiveVenues, std::move(venues));
 }
 Value TernHub::venuesDictionary() const { return read(&Fields::venuesDictionary); }
 void TernHub::setVenuesDictionary(Value dictionary) {
@@ -700,8 +755,18 @@ std::shared_ptr<HTTPClient> TernHub::client() const {
   }
   return fields_->client;
 }
+void TernHub::setClient(std::shared_ptr<HTTPClient> client) {
+  write(&Fields::client, std::move(client));
+}
 Value TernHub::temporaryCache() const { return read(&Fields::temporaryCache); }
+void TernHub::setTemporaryCache(Value answer) { write(&Fields::temporaryCache, std::move(answer)); }
 std::shared_ptr<TernFileCaching> TernHub::cache() const { return read(&Fields::cache); }
+void TernHub::setCache(std::shared_ptr<TernFileCaching> cache) {
+  write(&Fields::cache, std::move(cache));
+}
 std::shared_ptr<OAuthConnector> TernHub::auth() const { return read(&Fields::auth); }
+void TernHub::setAuth(std::shared_ptr<OAuthConnector> auth) {
+  write(&Fields::auth, std::move(auth));
+}
 
 }  // namespace tern

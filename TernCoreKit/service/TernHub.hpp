@@ -173,6 +173,24 @@ class TERN_API TernHub : public std::enable_shared_from_this<TernHub> {
   /// The destinations of venues, whose ids are joined by ",".
   std::string destinationsComponenentsAPIWithVenueIDs(std::string_view venueIds) const;
 
+  /// Any path below the customer's.
+  std::string getRequest(std::string_view path) const;
+
+  // What the loads make of an answer.
+
+  /// Makes the data the active venue, and loads its map template where it names one. Data that are
+  /// no map are announced as a failure and reported.
+  void populateVenueWithData(Value data, std::string_view endPoint, std::int64_t venueId,
+                             VenueCompletion completion);
+  /// Adds the building to the venue and starts to build the graph, as `populateBuildingInVenue`
+  /// does. Data that are no map are announced as a failure and reported.
+  void populateBuildingWithData(Value data, std::string_view endPoint,
+                                const std::shared_ptr<TernActiveVenue>& venue,
+                                std::int64_t buildingId, VenueCompletion completion);
+  /// Makes the answer's items `venueDestinations`, which an answer that is no map leaves as they
+  /// are.
+  void parsePopulateDestinationsForVenues(Value answer, const DestinationsCompletion& completion);
+
   // The cache, as the loads use it.
 
   /// Reads the cached answer. One that has a stamp becomes `temporaryCache`.
@@ -228,30 +246,46 @@ class TERN_API TernHub : public std::enable_shared_from_this<TernHub> {
   void setGeoJSON(bool geoJSON);
   /// Whether a load of several venues is under way.
   bool isMultiActiveVenues() const;
+  /// True: the loads of buildings build no graph of a single venue.
+  void setIsMultiActiveVenues(bool isMultiActiveVenues);
   /// Null when there is none any more.
   std::shared_ptr<TernHubDelegate> delegate() const;
   /// Replaces it; the hub does not keep it alive.
   void setDelegate(std::weak_ptr<TernHubDelegate> delegate);
+  /// Null when there is none any more.
+  std::shared_ptr<TernMultiActiveVenuesDelegate> multiVenueDelegate() const;
   /// Told when venues have been joined. REQUIRES: it is set before they are loaded.
   void setMultiVenueDelegate(std::weak_ptr<TernMultiActiveVenuesDelegate> delegate);
   /// As the customer's document states it; absent before that is loaded.
   Value name() const;
   /// The customer's id, as its document states it.
   Value id() const;
+  /// Replaces it.
+  void setId(Value id);
   /// The locale that documents are asked for in; "en-US" unless an option says otherwise.
   std::string locale() const;
   /// Replaces it.
   void setLocale(std::string locale);
   /// Null until they are loaded.
   std::shared_ptr<TernVenueCollection> venues() const;
+  /// Replaces them; null for none.
+  void setVenues(std::shared_ptr<TernVenueCollection> venues);
   /// Null until they are loaded.
   std::shared_ptr<TernLocaleCollection> locales() const;
+  /// Replaces them; null for none.
+  void setLocales(std::shared_ptr<TernLocaleCollection> locales);
   /// The venue that was loaded last; null from the start of a load on.
   std::shared_ptr<TernActiveVenue> activeVenue() const;
+  /// Replaces it; null for none.
+  void setActiveVenue(std::shared_ptr<TernActiveVenue> venue);
   /// Null until they are loaded.
   std::shared_ptr<VenueDestinationCollection> venueDestinations() const;
+  /// Replaces them; null for none.
+  void setVenueDestinations(std::shared_ptr<VenueDestinationCollection> destinations);
   /// Null until venues have been joined.
   std::shared_ptr<TernMultiActiveVenues> multiActiveVenues() const;
+  /// Replaces them; null for none.
+  void setMultiActiveVenues(std::shared_ptr<TernMultiActiveVenues> venues);
   /// The application's own; the hub fills it only of a document's key of that name.
   Value venuesDictionary() const;
   /// Replaces it.
@@ -262,12 +296,20 @@ class TERN_API TernHub : public std::enable_shared_from_this<TernHub> {
   void setLocaleDictionary(Value dictionary);
   /// Made with `hostURL` when it is first asked for.
   std::shared_ptr<HTTPClient> client() const;
+  /// Replaces it; null for one that is made anew.
+  void setClient(std::shared_ptr<HTTPClient> client);
   /// The cached answer of the endpoint that is being loaded; absent without one.
   Value temporaryCache() const;
+  /// Replaces it.
+  void setTemporaryCache(Value answer);
   /// Null after `destroyActiveVenue`.
   std::shared_ptr<TernFileCaching> cache() const;
+  /// Replaces it; null for none.
+  void setCache(std::shared_ptr<TernFileCaching> cache);
   /// Null without all credentials.
   std::shared_ptr<OAuthConnector> auth() const;
+  /// Replaces it; null for none.
+  void setAuth(std::shared_ptr<OAuthConnector> auth);
 
  private:
   struct Fields;
@@ -288,12 +330,13 @@ class TERN_API TernHub : public std::enable_shared_from_this<TernHub> {
   bool lacksCustomer() const;
   void takeCore(Value answer, std::string_view endpoint);
   void takeCachedCore(Value answer, std::string_view endpoint);
-  void takeVenue(Value answer, std::string_view endpoint, const VenueCompletion& completion);
   // Adds a building; `taken` is called before its success is announced.
   void loadBuilding(const std::shared_ptr<TernActiveVenue>& venue, std::int64_t buildingId,
                     std::function<void()> taken, Completion completion);
+  void takeBuilding(Value data, std::string_view endPoint,
+                    const std::shared_ptr<TernActiveVenue>& venue, std::int64_t buildingId,
+                    const std::function<void()>& taken);
   void finishBuildings(const std::shared_ptr<TernActiveVenue>& venue);
-  void takeDestinations(Value answer);
   void joinVenues(const std::vector<std::shared_ptr<TernActiveVenue>>& venues);
   void loadMapTemplate(std::shared_ptr<TernActiveVenue> venue, VenueCompletion completion);
   void loadVenueWithBuilding(std::int64_t venueId, ChooseBuilding choose,

@@ -15,6 +15,7 @@
 #include "TernCoreKit/model/collections/TernBuildingCollection.hpp"
 #include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
 #include "TernCoreKit/model/collections/TernFloorCollection.hpp"
+#include "TernCoreKit/model/collections/TernLocaleCollection.hpp"
 #include "TernCoreKit/model/collections/TernMapCollection.hpp"
 #include "TernCoreKit/model/collections/TernVenueCollection.hpp"
 #include "TernCoreKit/model/collections/VenueDestinationCollection.hpp"
@@ -611,6 +612,75 @@ TEST_F(TernHub, loadsAGivenBuilding) {
   EXPECT_EQ(scene_.requests().back(), "GET /venue/7/building/2/full");
 }
 
+TEST_F(TernHub, makesAVenueAndABuildingOfDataThatTheApplicationHas) {
+  VenueCalls calls;
+  auto& hub = scene_.hub();
+  hub.populateVenueWithData(test::twoFloorsVenueDocument(), "/venue/1", 1, calls.record());
+  const auto venue = calls.result();
+  EXPECT_EQ(hub.activeVenue(), venue);
+  hub.setActiveVenue(nullptr);
+  hub.populateBuildingWithData(test::twoFloorsBuildingDocument(), "/building/1", venue, 1,
+                               calls.record());
+  ASSERT_THAT(calls.list, SizeIs(2));
+  EXPECT_EQ(calls.list[1].first, venue);
+  EXPECT_EQ(hub.activeVenue(), venue);
+  EXPECT_EQ(venue->maps->getCount(), 2U);
+  EXPECT_THAT(scene_.events(), ElementsAre("SUCCESS /venue/1", "SUCCESS /building/1"));
+  EXPECT_THAT(scene_.requests(), IsEmpty());
+}
+
+TEST_F(TernHub, dataThatAreNoMapAreAnnouncedAndReported) {
+  VenueCalls calls;
+  auto& hub = scene_.hub();
+  const auto venue = TernActiveVenue::initWithDictionary(Value::map());
+  hub.populateVenueWithData(Value::list({1}), "/venue/1", 1, calls.record());
+  hub.populateBuildingWithData(5, "/building/1", venue, 1, calls.record());
+  hub.populateBuildingWithData(Value::map(), "/building/1", nullptr, 1, calls.record());
+  ASSERT_THAT(calls.list, SizeIs(3));
+  for (const auto& [result, error] : calls.list) EXPECT_EQ(result, nullptr);
+  EXPECT_EQ(calls.list[0].second->code, "TN007");
+  EXPECT_EQ(calls.list[0].second->errorDescription,
+            "Data was not returned from server or local cache");
+  EXPECT_EQ(calls.list[1].second->code, "TN007");
+  EXPECT_EQ(calls.list[2].second->code, "TN006");
+  EXPECT_THAT(scene_.events(), SizeIs(2));
+  EXPECT_EQ(hub.activeVenue(), nullptr);
+}
+
+TEST_F(TernHub, takesWhatTheApplicationSets) {
+  auto& hub = scene_.hub();
+  const auto venues = std::make_shared<TernVenueCollection>();
+  const auto locales = std::make_shared<TernLocaleCollection>();
+  const auto client = HTTPClient::initWithHostURL("https://elsewhere.example.com");
+  const auto destinations = VenueDestinationCollection::initWithItems({});
+  hub.setVenues(venues);
+  hub.setLocales(locales);
+  hub.setClient(client);
+  hub.setVenueDestinations(destinations);
+  hub.setId(5);
+  hub.setTemporaryCache(Value::map({{"a", 1}}));
+  hub.setIsMultiActiveVenues(true);
+  EXPECT_EQ(hub.venues(), venues);
+  EXPECT_EQ(hub.locales(), locales);
+  EXPECT_EQ(hub.client(), client);
+  EXPECT_EQ(hub.venueDestinations(), destinations);
+  EXPECT_EQ(hub.id(), Value(5));
+  EXPECT_EQ(hub.returnTemporaryCache(), Value::map({{"a", 1}}));
+  EXPECT_TRUE(hub.isMultiActiveVenues());
+  hub.setCache(nullptr);
+  hub.setAuth(nullptr);
+  hub.setMultiActiveVenues(nullptr);
+  EXPECT_EQ(hub.cache(), nullptr);
+  EXPECT_EQ(hub.auth(), nullptr);
+  EXPECT_EQ(hub.multiActiveVenues(), nullptr);
+}
+
+TEST_F(TernHub, aCustomerThatIsAWholeNumberWithAnExponentIsThatNumber) {
+  scene_.hub().setCustomer(1e5);
+  EXPECT_EQ(scene_.hub().getRequest("/a"),
+            "/QRVS/api/customer/100000/a?v=4.12&locale=en-US&geojson=false");
+}
+
 TEST_F(TernHub, buildingErrorsAreReported) {
   scene_.answers["/venue/7/full"] = HubScene::json(venueAnswer);
   VenueCalls calls;
@@ -895,6 +965,18 @@ TEST_F(TernHub, asksTheDefaultHostForDestinations) {
             "https://default.example.com/QRVS/api/customer/1/destination/full?venueIds=7,8");
   EXPECT_THAT(scene_.events(), ElementsAre("START /destination/full?venueIds=7,8",
                                            "START /destination/full?venueIds=7,8"));
+}
+
+TEST_F(TernHub, takesDestinationsOfAnAnswerAndLeavesThemForWhatIsNone) {
+  Calls<std::shared_ptr<VenueDestinationCollection>> calls;
+  auto& hub = scene_.hub();
+  hub.parsePopulateDestinationsForVenues(decodeJson(R"({"items":[{"venueId":7}]})").value,
+                                         calls.record());
+  hub.parsePopulateDestinationsForVenues(7, calls.record());
+  ASSERT_THAT(calls.list, SizeIs(2));
+  EXPECT_NE(calls.result()->getByVenueId(7), nullptr);
+  EXPECT_EQ(calls.list[1].first, calls.result());
+  EXPECT_FALSE(calls.list[1].second);
 }
 
 TEST_F(TernHub, reportsDestinationsThatFail) {
