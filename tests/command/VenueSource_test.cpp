@@ -57,8 +57,11 @@ class HostTest : public testing::Test {
     const ProcessResult result = ask(words, {}, secret);
     EXPECT_EQ(result.status, status);
     EXPECT_THAT(result.diagnostics, MatchesRegex("tern: [^\n]*\n"));
-    const Value answer = decodeJson(result.output).value;
-    EXPECT_THAT(std::string(answer["error"]["message"].text()), message);
+    EXPECT_THAT(result.diagnostics.substr(std::string("tern: ").size()), message);
+    const Value error = decodeJson(result.output).value["error"];
+    EXPECT_THAT(std::string(error["code"].text()), MatchesRegex("TN00[1-8]"));
+    EXPECT_FALSE(error["message"].text().empty());
+    EXPECT_THAT(std::string(error["message"].text()), Not(HasSubstr(service_.url())));
   }
 
   LocalService service_{sample};
@@ -126,6 +129,18 @@ TEST_F(HostTest, requestsAreTraced) {
   service_.fault(venue, test::httpAnswer("404 Not Found", R"({"statusCode":404,"message":"x"})"));
   EXPECT_THAT(ask(withHost({"info", "--venue", "1", "--trace"})).diagnostics,
               HasSubstr(R"("error":{"code":"TN007",)"));
+}
+
+TEST_F(HostTest, errorsInJsonAreTheLibrarysOwn) {
+  service_.fault("/venue/1/full",
+                 test::httpAnswer("404 Not Found", R"({"statusCode":404,"message":"x"})"));
+  EXPECT_EQ(ask(withHost({"info", "--venue", "1", "--json"})).output,
+            R"({"error":{"code":"TN007","message":"x","description":"User passes correct )"
+            R"(object/primitive into collection but that value cannot be found."}})"
+            "\n");
+  service_.stop();
+  EXPECT_THAT(ask(withHost({"info", "--venue", "1", "--json"})).output,
+              StartsWith(R"({"error":{"code":"TN001","message":"Unable to connect to server",)"));
 }
 
 TEST_F(HostTest, whatCannotBeLoadedExitsWithThree) {

@@ -114,7 +114,7 @@ class Run {
   }
 
   ExitStatus show(const Failure& failure) {
-    complain(failure.error.message);
+    complain(failure.sentence);
     if (json_) answers_.write(jsonLine(errorAnswer(failure.error)));
     return failure.status;
   }

@@ -21,9 +21,14 @@ enum class ExitStatus : int {
 // Why a call ends without an answer.
 struct [[nodiscard]] Failure {
   ExitStatus status = ExitStatus::wrongWords;
-  // Its message is one line that names the option or file and says what would be right.
+  // For a program: the library's own, where the library failed.
   TernError error;
+  // For a person: one line that names the option or file and says what would be right.
+  std::string sentence;
 };
+
+// With the sentence as the message of an error of that type.
+Failure failure(ExitStatus status, TernErrorType type, std::string sentence);
 
 Failure wrongWords(std::string message);
 

@@ -139,15 +139,17 @@ std::string HubSource::remark() const {
 
 Failure HubSource::isEmpty(const std::string& what) const {
   const std::string failure = transport_->failure();
-  return notLoaded(TernErrorTypeConnection, host_ + ": " + what + " cannot be had" +
-                                                (failure.empty() ? "" : ": " + failure));
+  auto error = TernError::initWithErrorType(
+      TernErrorTypeConnection, std::nullopt,
+      failure.empty() ? std::nullopt : std::optional<std::string>(failure));
+  return {ExitStatus::notLoaded, std::move(error),
+          host_ + ": " + what + " cannot be had" + (failure.empty() ? "" : ": " + failure)};
 }
 
 Failure HubSource::failed(const TernError& error) const {
-  Failure failure{ExitStatus::notLoaded, error};
-  failure.error.message = host_ + ": " + error.message;
-  if (!error.errorDescription.empty()) failure.error.message += ": " + error.errorDescription;
-  return failure;
+  std::string sentence = host_ + ": " + error.message;
+  if (!error.errorDescription.empty()) sentence += ": " + error.errorDescription;
+  return {ExitStatus::notLoaded, error, std::move(sentence)};
 }
 
 }  // namespace tern::command

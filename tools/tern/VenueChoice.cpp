@@ -29,7 +29,7 @@ std::string listedRecords(const Collection& records) {
 }  // namespace
 
 Failure notLoaded(TernErrorType type, std::string line) {
-  return {ExitStatus::notLoaded, TernError::initWithErrorType(type, std::move(line))};
+  return failure(ExitStatus::notLoaded, type, std::move(line));
 }
 
 Failure notFound(std::string line) {

@@ -46,7 +46,7 @@ class GenerateCommandTest : public testing::Test {
     const auto* failure = std::get_if<Failure>(&outcome);
     if (failure == nullptr) return "not refused";
     EXPECT_EQ(failure->status, ExitStatus::wrongWords);
-    return failure->error.message;
+    return failure->sentence;
   }
 
   test::TemporaryFolder folder_;
@@ -69,7 +69,7 @@ TEST_F(GenerateCommandTest, whatIsLeftOutIsAsTheGeneratorHasIt) { expectSame({},
 
 TEST_F(GenerateCommandTest, optionOutOfRangeIsRefused) {
   const auto call = parseArguments({"generate", "--out", "mall", "--floors", "0"});
-  EXPECT_EQ(std::get<Failure>(call).error.message,
+  EXPECT_EQ(std::get<Failure>(call).sentence,
             "--floors: 0 is out of range, 1 to 40 (see tern generate --help)");
 }
 

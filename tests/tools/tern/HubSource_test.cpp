@@ -80,7 +80,7 @@ class HubSourceTest : public testing::Test {
   std::size_t linksOf(const Loaded<TernActiveVenue>& loaded) {
     const auto* venue = std::get_if<std::shared_ptr<TernActiveVenue>>(&loaded);
     if (venue == nullptr) {
-      ADD_FAILURE() << std::get<Failure>(loaded).error.message;
+      ADD_FAILURE() << std::get<Failure>(loaded).sentence;
       return 0;
     }
     return (*venue)->globalASGrid()->linkCount();
@@ -90,8 +90,8 @@ class HubSourceTest : public testing::Test {
     const auto* failure = std::get_if<Failure>(&loaded);
     if (failure == nullptr) return "no failure";
     EXPECT_EQ(failure->status, ExitStatus::notLoaded);
-    EXPECT_THAT(failure->error.message, Not(HasSubstr(LocalService::clientSecret)));
-    return failure->error.message;
+    EXPECT_THAT(failure->sentence, Not(HasSubstr(LocalService::clientSecret)));
+    return failure->sentence;
   }
 
   test::CapturedLog log_;

@@ -104,7 +104,7 @@ TEST(NearestWords, exactlyOneElementIsWanted) {
        {std::vector<std::string>{}, {"--amenity", "1", "--path-type", "2"}}) {
     std::vector<std::string> words{"nearest", "--data", "d", "--map", "1", "--at", "3,4"};
     words.insert(words.end(), more.begin(), more.end());
-    EXPECT_THAT(std::get<Failure>(parseArguments(words)).error.message,
+    EXPECT_THAT(std::get<Failure>(parseArguments(words)).sentence,
                 HasSubstr("one of --destination D, --amenity A and --path-type P is wanted"));
   }
 }

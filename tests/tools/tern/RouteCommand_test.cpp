@@ -81,7 +81,7 @@ TEST_F(RouteCommandTest, pictureThatCannotBeWrittenIsAFailure) {
   const Outcome outcome =
       test::outcomeOf({"route", "--from", "1", "--to", "4", "--picture", "/no/such/r.svg"}, venue_);
   EXPECT_EQ(std::get<Failure>(outcome).status, ExitStatus::wrongWords);
-  EXPECT_EQ(std::get<Failure>(outcome).error.message, "--picture: cannot write /no/such/r.svg");
+  EXPECT_EQ(std::get<Failure>(outcome).sentence, "--picture: cannot write /no/such/r.svg");
 }
 
 // A route from a waypoint to itself is a line in the log, which counts the searches for it.

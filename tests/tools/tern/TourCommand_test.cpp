@@ -133,7 +133,7 @@ TEST_F(TourCommandTest, withoutAWayThereIsNoPicture) {
 TEST_F(TourCommandTest, pictureThatCannotBeWrittenIsAFailure) {
   const Outcome outcome = test::outcomeOf(
       {"tour", "--from", "2", "--visit", "7", "--picture", "/no/such/t.svg"}, venue_);
-  EXPECT_EQ(std::get<Failure>(outcome).error.message, "--picture: cannot write /no/such/t.svg");
+  EXPECT_EQ(std::get<Failure>(outcome).sentence, "--picture: cannot write /no/such/t.svg");
 }
 
 TEST_F(TourCommandTest, destinationsOfTheCallAreWholeNumbers) {

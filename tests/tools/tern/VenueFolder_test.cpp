@@ -98,7 +98,7 @@ TEST_F(VenueFolder, aVenueComesAssembledWithItsGraph) {
 TEST_F(VenueFolder, theSampleVenueIsLoadedWithoutAWordOfComplaint) {
   const test::CapturedLog log;
   const auto result = loadVenue(test::samplePath(), std::nullopt, std::nullopt);
-  ASSERT_EQ(result.index(), 0U) << std::get<Failure>(result).error.message;
+  ASSERT_EQ(result.index(), 0U) << std::get<Failure>(result).sentence;
   const TernActiveVenue& venue = *std::get<0>(result);
   EXPECT_EQ(venue.globalASGrid()->nodeCount(), venue.maps->getAllWaypoints().size());
   EXPECT_GT(venue.globalASGrid()->linkCount(), venue.globalASGrid()->nodeCount());
@@ -129,7 +129,7 @@ TEST_F(VenueFolder, aLongListOfVenuesIsCut) {
   const Value customer = Value::map({{"venues", Value::map({{"items", std::move(items)}})}});
   write("full.json", encodeJson(customer, JsonLayout::compact));
   const auto result = load(31);
-  EXPECT_THAT(std::get<Failure>(result).error.message, testing::EndsWith(" 19, 20, ..."));
+  EXPECT_THAT(std::get<Failure>(result).sentence, testing::EndsWith(" 19, 20, ..."));
 }
 
 TEST_F(VenueFolder, aVenueThatIsNotThereListsThoseThatAre) {
