@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <vector>
 
 #include "TernCoreKit/model/records/TernDestination.hpp"
 #include "TernCoreKit/model/records/TernMap.hpp"
@@ -15,6 +16,16 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+
+TEST(TernFloorCollection, keepsEachOrderFromTheFirstCallForItOn) {
+  const auto floors = filled<TernFloorCollection>(R"([{"id": 1, "level": 3, "preference": 1},
+      {"id": 2, "level": 1, "preference": 2}])");
+  EXPECT_FALSE(floors->preferencesArray() || floors->levelsArray() || floors->elevationsArray());
+  floors->getAllSortedByLevel();
+  EXPECT_FALSE(floors->preferencesArray() || floors->elevationsArray());
+  EXPECT_EQ(*floors->levelsArray(), floors->getAllSortedByLevel());
+  EXPECT_EQ(*floors->levelsArray(), (std::vector{floors->getById(2), floors->getById(1)}));
+}
 
 TEST(TernFloorCollection, defaultFloorIdIsNullAtFirstAndFilledByABatch) {
   CapturedLog log;
