@@ -13,6 +13,16 @@ if(TERN_WITH_CURL)
   endif()
 endif()
 
+# Reads doubles, which std::from_chars does not do everywhere; it is all in headers.
+find_path(TERN_FAST_FLOAT_INCLUDE fast_float/fast_float.h)
+if(NOT TERN_FAST_FLOAT_INCLUDE)
+  message(FATAL_ERROR "fast_float is missing. Install it (Debian: libfast-float-dev), or set "
+    "TERN_FAST_FLOAT_INCLUDE to the folder that holds fast_float/fast_float.h.")
+endif()
+
+# Where several sources are compiled as one, a local name may be that of a function in another file.
+set(tern_unity_shadow $<$<CXX_COMPILER_ID:GNU>:-Wshadow=local>)
+
 # Compiles a target of ours as we hold ourselves to: the same floating-point results on every
 # machine (no contraction of a*b+c) and, in our own build only, no warnings.
 function(tern_own_target target)
@@ -21,7 +31,8 @@ function(tern_own_target target)
   target_compile_options(${target} PRIVATE -ffp-contract=off)
   if(TERN_BUILD_DEV)
     target_compile_options(${target} PRIVATE
-      -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Werror
+      -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Werror
+      $<IF:$<BOOL:${CMAKE_UNITY_BUILD}>,${tern_unity_shadow},-Wshadow>
       $<$<CXX_COMPILER_ID:Clang,AppleClang>:-Wthread-safety>
       # GCC 12 is wrong about "text" + string (its bug 105651).
       $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
@@ -46,6 +57,7 @@ target_compile_features(TernCoreKit PUBLIC cxx_std_20)
 target_include_directories(TernCoreKit PUBLIC
   $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
   $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>)
+target_include_directories(TernCoreKit SYSTEM PRIVATE ${TERN_FAST_FLOAT_INCLUDE})
 configure_file(TernCoreKit/Version.hpp.in include/TernCoreKit/Version.hpp @ONLY)
 target_link_libraries(TernCoreKit PUBLIC Threads::Threads)
 if(TERN_WITH_CURL)

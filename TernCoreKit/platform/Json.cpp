@@ -7,6 +7,7 @@
 #include <limits>
 #include <utility>
 
+#include "TernCoreKit/platform/Numbers.hpp"
 #include "TernCoreKit/platform/Utf8.hpp"
 #include "TernCoreKit/platform/detail/JsonReader.hpp"
 #include "TernCoreKit/platform/detail/JsonText.hpp"
@@ -201,7 +202,7 @@ double shortestDouble(float number) {
   char digits[32];
   const char* const end = std::to_chars(digits, digits + sizeof digits, number).ptr;
   double result = 0;
-  std::from_chars(digits, end, result);
+  readDouble(digits, end, result);
   // One float there is whose shortest form lies so near to the middle between two floats that the
   // double rounds to the other one: 7.038531e-26.
   return static_cast<float>(result) == number ? result : number;

@@ -5,6 +5,9 @@
 #include <cmath>
 #include <limits>
 #include <string>
+#include <string_view>
+#include <system_error>
+#include <utility>
 
 namespace tern {
 namespace {
@@ -31,6 +34,43 @@ TEST(Numbers, aLeadingIntegerIsHeldWithin64Bits) {
   EXPECT_EQ(leadingInteger("-9223372036854775808"), smallest);
   EXPECT_EQ(leadingInteger("-9223372036854775809"), smallest);
   EXPECT_EQ(leadingInteger(std::string(400, '9')), largest);
+}
+
+// What is read of a text: the number, and the text behind it.
+std::pair<double, std::string> readOf(std::string_view text) {
+  double number = 7;
+  const auto [end, error] = readDouble(text.data(), text.data() + text.size(), number);
+  EXPECT_EQ(error, std::errc()) << text;
+  return {number, std::string(end, text.data() + text.size())};
+}
+
+std::errc errorOf(std::string_view text) {
+  double number = 7;
+  const auto [end, error] = readDouble(text.data(), text.data() + text.size(), number);
+  EXPECT_EQ(number, 7) << text << " is left alone";
+  return error;
+}
+
+TEST(Numbers, theDoubleNearestToItsTextIsRead) {
+  EXPECT_EQ(readOf("0.1"), std::pair(0.1, std::string()));
+  EXPECT_EQ(readOf("-12.5e-1 m"), std::pair(-1.25, std::string(" m")));
+  EXPECT_EQ(readOf(".5."), std::pair(0.5, std::string(".")));
+  EXPECT_EQ(readOf("9007199254740993").first, 9007199254740992.0);
+  EXPECT_EQ(readOf("9007199254740993.00000000000000000001").first, 9007199254740994.0);
+  EXPECT_EQ(readOf("1.7976931348623157e308").first, std::numeric_limits<double>::max());
+  EXPECT_EQ(readOf("5e-324").first, std::numeric_limits<double>::denorm_min());
+  EXPECT_EQ(readOf("0e9999").first, 0);
+  EXPECT_TRUE(std::signbit(readOf("-0.0e-9999").first));
+  EXPECT_EQ(readOf("-inf").first, -std::numeric_limits<double>::infinity());
+}
+
+TEST(Numbers, aTextThatIsNoDoubleLeavesTheNumberAlone) {
+  for (const char* text : {"", "+1", " 1", "-", ".", "e5", "x"}) {
+    EXPECT_EQ(errorOf(text), std::errc::invalid_argument) << text;
+  }
+  for (const char* text : {"1e309", "-1.7976931348623159e308", "2e-324", "-0.00001e-999"}) {
+    EXPECT_EQ(errorOf(text), std::errc::result_out_of_range) << text;
+  }
 }
 
 TEST(Numbers, aDoubleWithoutAFractionIsAWholeNumber) {

@@ -11,6 +11,7 @@
 #include <system_error>
 #include <utility>
 
+#include "TernCoreKit/platform/Numbers.hpp"
 #include "TernCoreKit/platform/Utf8.hpp"
 #include "TernCoreKit/platform/detail/JsonText.hpp"
 #include "TernCoreKit/platform/detail/RepeatedKeys.hpp"
@@ -350,7 +351,7 @@ char* JsonReader::exponent(char* at, std::int64_t& power) {
 
 char* JsonReader::nearestDouble(char* begin, char* end, std::int64_t power) {
   double number = 0;
-  const auto result = std::from_chars(begin, end, number);
+  const auto result = readDouble(begin, end, number);
   if (result.ec == std::errc::result_out_of_range || std::isinf(number)) {
     if (integerDigits(begin, power) > 0) {
       return fail("A number that does not fit into a double.", begin);

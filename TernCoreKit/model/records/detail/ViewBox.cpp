@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <system_error>
 
+#include "TernCoreKit/platform/Numbers.hpp"
+
 namespace tern::inline v5::detail {
 
 namespace {
@@ -37,7 +39,7 @@ Value leadingNumber(std::string_view text) {
   const auto whole = std::from_chars(text.data(), end, integer);
   if (whole.ec == std::errc() && whole.ptr == end) return integer;
   double number = 0;
-  std::from_chars(text.data(), end, number);
+  readDouble(text.data(), end, number);
   return number;
 }
 
