@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
+#include "TernCoreKit/platform/detail/common/ArcTangent.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "TernCoreKit/wayfinding/TernASSearch.hpp"
 #include "TernCoreKit/wayfinding/detail/BranchProbe.hpp"
@@ -40,7 +41,7 @@ Spot spotOf(const TernASNode& node) {
 
 double headingOf(Spot a, Spot b) {
   constexpr double degreesInARadian = 57.29577951308232;
-  const double heading = std::atan2(b.y - a.y, b.x - a.x) * degreesInARadian;
+  const double heading = detail::arcTangent(b.y - a.y, b.x - a.x) * degreesInARadian;
   return heading > 0 ? heading : heading + 360;
 }
 
