@@ -1,7 +1,7 @@
 # Test programs, and the checks that are compilations.
 
 file(GLOB_RECURSE tern_test_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/*.cpp)
-list(FILTER tern_test_sources EXCLUDE REGEX "/tests/install/")
+list(FILTER tern_test_sources EXCLUDE REGEX "/tests/(install|portability)/")
 set(tern_test_support ${tern_test_sources})
 list(FILTER tern_test_support EXCLUDE REGEX "_test\\.cpp$")
 list(FILTER tern_test_sources INCLUDE REGEX "_test\\.cpp$")
@@ -20,14 +20,22 @@ function(tern_add_check target)
   endif()
 endfunction()
 
-# Each public header is the only include of a source of its own.
+# Each public header stands alone: it is the first include of the source beside it (as
+# scripts/checks/file-includes sees to) or, where there is none, the only include of one made here.
 set(tern_header_checks)
 foreach(header IN LISTS tern_public_headers)
+  string(REGEX REPLACE "hpp$" "cpp" source ${PROJECT_SOURCE_DIR}/${header})
+  if(EXISTS ${source})
+    continue()
+  endif()
   set(source ${PROJECT_BINARY_DIR}/header_checks/${header}.cpp)
   file(CONFIGURE OUTPUT ${source} CONTENT "#include \"@header@\"\n" @ONLY)
   list(APPEND tern_header_checks ${source})
 endforeach()
 tern_add_check(tern_header_checks ${tern_header_checks})
+if(TARGET tern_header_checks)
+  set_target_properties(tern_header_checks PROPERTIES UNITY_BUILD OFF)
+endif()
 
 # The heart of the library neither throws nor catches: it compiles with exceptions off.
 set(tern_no_exceptions ${tern_library_sources})
@@ -35,14 +43,24 @@ list(FILTER tern_no_exceptions INCLUDE
   REGEX "/TernCoreKit/(model|wayfinding|spatial|optimisation|answers)/")
 tern_add_check(tern_no_exceptions ${tern_no_exceptions})
 if(TARGET tern_no_exceptions)
-  target_compile_options(tern_no_exceptions PRIVATE -fno-exceptions)
+  target_compile_options(tern_no_exceptions PRIVATE -fno-exceptions -O0)
+  set_target_properties(tern_no_exceptions PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 50)
 endif()
 
-find_package(GTest)
-find_package(rapidcheck)
-if(NOT GTest_FOUND OR NOT rapidcheck_FOUND)
-  message(STATUS "No tests: GoogleTest or RapidCheck is missing")
-  return()
+# What is packaged was compiled for the system's standard library. For another one GoogleTest comes
+# from its sources; RapidCheck, which is packaged without its own, is done without.
+set(TERN_GTEST_SOURCE "" CACHE PATH
+  "Folder of GoogleTest's sources, for another standard library than the system's; leaves RapidCheck out")
+if(TERN_GTEST_SOURCE)
+  add_subdirectory(${TERN_GTEST_SOURCE} googletest EXCLUDE_FROM_ALL SYSTEM)
+else()
+  find_package(GTest)
+  find_package(rapidcheck)
+  if(NOT GTest_FOUND OR NOT rapidcheck_FOUND)
+    message(STATUS "No tests: GoogleTest or RapidCheck is missing")
+    return()
+  endif()
+  set(tern_rapidcheck rapidcheck rapidcheck_gtest rapidcheck_gmock)
 endif()
 if(NOT TERN_WITH_CURL)
   message(STATUS "No tests: they talk to servers, which takes TERN_WITH_CURL")
@@ -55,11 +73,39 @@ endif()
 
 enable_testing()
 
+# Its fixture has the name of the class that it tests, which the other tests of a unity build need.
+set_source_files_properties(${PROJECT_SOURCE_DIR}/tests/service/TernHub_test.cpp PROPERTIES
+  SKIP_UNITY_BUILD_INCLUSION ON)
+
+# Leaves out of a list of sources what includes RapidCheck itself or by a header of tests/support.
+function(tern_without_rapidcheck list)
+  set(words rapidcheck)
+  file(GLOB_RECURSE headers RELATIVE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/tests/*.hpp)
+  foreach(header IN LISTS headers)
+    file(STRINGS ${PROJECT_SOURCE_DIR}/${header} uses REGEX "^#include <rapidcheck" LIMIT_COUNT 1)
+    if(uses)
+      string(APPEND words "|${header}")
+    endif()
+  endforeach()
+  set(kept)
+  foreach(source IN LISTS ${list})
+    file(STRINGS ${source} uses REGEX "^#include .(${words})" LIMIT_COUNT 1)
+    if(NOT uses)
+      list(APPEND kept ${source})
+    endif()
+  endforeach()
+  set(${list} ${kept} PARENT_SCOPE)
+endfunction()
+if(NOT tern_rapidcheck)
+  tern_without_rapidcheck(tern_test_sources)
+  tern_without_rapidcheck(tern_test_support)
+endif()
+
 # What the test programs share: main(), fakes and helpers, and the paths the tests may rely on.
 add_library(tern_test_support OBJECT ${tern_test_support})
 tern_own_target(tern_test_support)
 target_link_libraries(tern_test_support PUBLIC
-  TernCoreKit::TernCoreKit GTest::gmock rapidcheck rapidcheck_gtest rapidcheck_gmock)
+  TernCoreKit::TernCoreKit GTest::gmock ${tern_rapidcheck})
 set_source_files_properties(${PROJECT_SOURCE_DIR}/tests/support/Paths.cpp PROPERTIES
   COMPILE_DEFINITIONS "TERN_SOURCE_DIR=\"${PROJECT_SOURCE_DIR}\";TERN_BINARY_PATH=\"$<TARGET_FILE:tern>\"")
 

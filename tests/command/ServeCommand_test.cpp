@@ -20,9 +20,9 @@ using testing::MatchesRegex;
 
 using Words = std::vector<std::string>;
 
-const std::string sample = test::samplePath();
+const std::string served = test::samplePath();
 
-Words tern(Words words, const std::string& secret = "local") {
+Words commandWords(Words words, const std::string& secret = "local") {
   words.insert(words.begin(),
                {"/usr/bin/env", "TERN_CLIENT_SECRET=" + secret, test::commandPath()});
   return words;
@@ -33,44 +33,46 @@ std::string addressIn(const std::string& line) { return line.substr(line.rfind('
 TEST(ServeCommand, servesAndStopsAtASignal) {
   const test::TemporaryFolder cache;
   for (const int signal : {SIGINT, SIGTERM}) {
-    Conversation service(tern({"serve", "--data", sample, "--client-id", "me"}, "mine"));
+    Conversation service(commandWords({"serve", "--data", served, "--client-id", "me"}, "mine"));
     const std::string line = service.hear();
     EXPECT_THAT(line, MatchesRegex("Serving .*/data/plaza at http://127\\.0\\.0\\.1:[0-9]+"));
     const Words venues{"venues",      "--host", addressIn(line), "--customer", "1",
                        "--client-id", "me",     "--cache",       cache.at("")};
-    EXPECT_EQ(test::runProcess(tern(venues, "mine")).output, "1       Linden Plaza (venue-1)\n");
+    EXPECT_EQ(test::runProcess(commandWords(venues, "mine")).output,
+              "1       Linden Plaza (venue-1)\n");
     service.send(signal);
     EXPECT_EQ(service.end(), 0);
   }
 }
 
 TEST(ServeCommand, isLocalWithoutCredentials) {
-  Conversation service({test::commandPath(), "serve", "--data", sample, "--port", "0"});
+  Conversation service({test::commandPath(), "serve", "--data", served, "--port", "0"});
   const test::TemporaryFolder cache;
-  EXPECT_EQ(test::runProcess(tern({"venues", "--host", addressIn(service.hear()), "--customer", "1",
-                                   "--client-id", "local", "--cache", cache.at("")}))
-                .status,
-            0);
+  EXPECT_EQ(
+      test::runProcess(commandWords({"venues", "--host", addressIn(service.hear()), "--customer",
+                                     "1", "--client-id", "local", "--cache", cache.at("")}))
+          .status,
+      0);
   service.send(SIGTERM);
   EXPECT_EQ(service.end(), 0);
 }
 
-void expectFailure(const Words& words, int status, const std::string& text) {
-  const ProcessResult result = test::runProcess(tern(words));
+void expectRefusal(const Words& words, int status, const std::string& text) {
+  const ProcessResult result = test::runProcess(commandWords(words));
   EXPECT_EQ(result.status, status);
   EXPECT_THAT(result.diagnostics, MatchesRegex("tern: [^\n]*\n"));
   EXPECT_THAT(result.diagnostics, HasSubstr(text));
 }
 
 TEST(ServeCommand, whatCannotBeServedIsSaidInOneLine) {
-  Conversation service(tern({"serve", "--data", sample}));
+  Conversation service(commandWords({"serve", "--data", served}));
   const std::string address = addressIn(service.hear());
   const std::string port = address.substr(address.rfind(':') + 1);
-  expectFailure({"serve", "--data", sample, "--port", port}, 3, "Address already in use");
-  expectFailure({"serve", "--data", "/nowhere"}, 3, "/nowhere is no venue folder");
-  expectFailure({"serve", "--data", sample, "--listen", "300.1.1.1"}, 3, "300.1.1.1");
-  expectFailure({"serve"}, 2, "--data DIR is missing");
-  expectFailure({"serve", "--data", sample, "--port", "70000"}, 2, "--port: 70000 is out of range");
+  expectRefusal({"serve", "--data", served, "--port", port}, 3, "Address already in use");
+  expectRefusal({"serve", "--data", "/nowhere"}, 3, "/nowhere is no venue folder");
+  expectRefusal({"serve", "--data", served, "--listen", "300.1.1.1"}, 3, "300.1.1.1");
+  expectRefusal({"serve"}, 2, "--data DIR is missing");
+  expectRefusal({"serve", "--data", served, "--port", "70000"}, 2, "--port: 70000 is out of range");
   service.send(SIGTERM);
   EXPECT_EQ(service.end(), 0);
 }

@@ -22,19 +22,19 @@ using bench::LiteralTour;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr double infinite = std::numeric_limits<double>::infinity();
+constexpr double infiniteCost = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 TEST(TernTSP, withoutPlacesTourIsTheStartAndCostInfinite) {
   const auto [tour, cost] = TernTSP::solve({});
   EXPECT_THAT(tour, ElementsAre(0));
-  EXPECT_EQ(cost, infinite);
+  EXPECT_EQ(cost, infiniteCost);
 }
 
 TEST(TernTSP, withOnePlaceTourIsTheStartAndCostInfinite) {
   const auto [tour, cost] = TernTSP::solve({{0}});
   EXPECT_THAT(tour, ElementsAre(0));
-  EXPECT_EQ(cost, infinite);
+  EXPECT_EQ(cost, infiniteCost);
 }
 
 TEST(TernTSP, twoPlacesCostTheLegThatIsWalked) {
@@ -71,10 +71,10 @@ TEST(TernTSP, missingCellsAreZeroAndSurplusOnesIgnored) {
 }
 
 TEST(TernTSP, unreachablePlacesComeInTheTourAtInfiniteCost) {
-  const TernTSP::Matrix apart(4, std::vector<double>(4, infinite));
+  const TernTSP::Matrix apart(4, std::vector<double>(4, infiniteCost));
   const auto [tour, cost] = TernTSP::solve(apart);
   EXPECT_THAT(tour, ElementsAre(0, 3, 2, 1));
-  EXPECT_EQ(cost, infinite);
+  EXPECT_EQ(cost, infiniteCost);
 }
 
 TEST(TernTSP, mostStopsAreSolved) {
@@ -97,7 +97,7 @@ TEST(TernTSP, morePlacesThanThatAreRefusedAndLogged) {
   const std::size_t count = TernTSP::mostStops + 1;
   const auto [tour, cost] = TernTSP::solve(TernTSP::Matrix(count, std::vector<double>(count, 1)));
   EXPECT_THAT(tour, ElementsAre(0));
-  EXPECT_EQ(cost, infinite);
+  EXPECT_EQ(cost, infiniteCost);
   EXPECT_THAT(log.take(), ElementsAre("Tern SDK: a tour of 23 stops is not solved, only of 22"));
 }
 
@@ -167,7 +167,7 @@ RC_GTEST_PROP(TernTSPProperty, noOrderOfAllPlacesIsShorter, ()) {
   const TernTSP::Matrix lengths = symmetricMatrix(*rc::gen::inRange<std::size_t>(2, 9));
   std::vector<std::size_t> order(lengths.size());
   std::iota(order.begin(), order.end(), 0U);
-  double best = infinite;
+  double best = infiniteCost;
   do {
     best = std::min(best, lengthOf(order, lengths));
   } while (std::next_permutation(order.begin() + 1, order.end()));
@@ -188,8 +188,8 @@ RC_GTEST_PROP(TernTSPProperty, isTheLiteralSolverToTheLastBit, ()) {
       {1, 2, 3},
       {0.0, -0.0, 1e-300, 5e-324},
       {-1, 0.1, 0.2, 0.3, 7.25, 1e16},
-      {1, infinite, -1, 2},
-      {1, infinite, -infinite, notANumber, 1e308, -1e308}};
+      {1, infiniteCost, -1, 2},
+      {1, infiniteCost, -infiniteCost, notANumber, 1e308, -1e308}};
   const TernTSP::Matrix lengths =
       randomMatrix(*rc::gen::inRange<std::size_t>(0, 10), *rc::gen::elementOf(kinds));
   RC_ASSERT(isSame(TernTSP::solve(lengths), LiteralTour::solve(lengths)));

@@ -6,8 +6,9 @@
 #include <atomic>
 #include <memory>
 #include <string>
-#include <thread>
 #include <vector>
+
+#include "tests/support/JoiningThread.hpp"
 
 namespace tern {
 namespace {
@@ -119,7 +120,7 @@ TEST(NotificationsConcurrent, observersComeAndGoWhileOthersPost) {
   std::atomic<int> heard{0};
   const ObserverToken token = addObserver([&](std::string_view, const Value&) { ++heard; });
   {
-    std::vector<std::jthread> threads;
+    std::vector<test::JoiningThread> threads;
     for (int thread = 0; thread < 3; ++thread) {
       threads.emplace_back([] {
         for (int i = 0; i < 200; ++i) {

@@ -19,16 +19,16 @@ namespace {
 using Kind = Value::Kind;
 using testing::ElementsAre;
 
-constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
-constexpr std::int64_t smallest = std::numeric_limits<std::int64_t>::min();
-constexpr double infinite = std::numeric_limits<double>::infinity();
+constexpr std::int64_t largestInteger = std::numeric_limits<std::int64_t>::max();
+constexpr std::int64_t smallestInteger = std::numeric_limits<std::int64_t>::min();
+constexpr double infiniteNumber = std::numeric_limits<double>::infinity();
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
-const std::string longText = "longer than what fits into the value itself";
+const std::string ownedText = "longer than what fits into the value itself";
 
 Value sample() {
   return Value::map({{"id", 7},
-                     {"name", longText},
+                     {"name", ownedText},
                      {"coordinates", Value::list({1.5, 2.0})},
                      {"nothing", nullptr}});
 }
@@ -54,7 +54,7 @@ TEST(Value, takesItsKindFromWhatItIsMadeOf) {
   EXPECT_EQ(Value(7.0).kind(), Kind::number);
   EXPECT_EQ(Value(7.0F).kind(), Kind::number);
   EXPECT_EQ(Value("").kind(), Kind::text);
-  EXPECT_EQ(Value(longText).kind(), Kind::text);
+  EXPECT_EQ(Value(ownedText).kind(), Kind::text);
   EXPECT_EQ(Value::list().kind(), Kind::list);
   EXPECT_EQ(Value::map().kind(), Kind::map);
 }
@@ -93,8 +93,8 @@ TEST(Value, readsNothingOfAnotherKind) {
 }
 
 TEST(Value, holdsEverySixtyFourBitInteger) {
-  EXPECT_EQ(Value(largest).integer(), largest);
-  EXPECT_EQ(Value(smallest).integer(), smallest);
+  EXPECT_EQ(Value(largestInteger).integer(), largestInteger);
+  EXPECT_EQ(Value(smallestInteger).integer(), smallestInteger);
   EXPECT_EQ(Value(std::uint32_t{4294967295}).integer(), 4294967295);
 }
 
@@ -104,12 +104,12 @@ TEST(Value, cutsADoubleTowardsZero) {
 }
 
 TEST(Value, holdsADoubleWithinSixtyFourBits) {
-  EXPECT_EQ(Value(1e300).integer(), largest);
-  EXPECT_EQ(Value(infinite).integer(), largest);
-  EXPECT_EQ(Value(9223372036854775808.0).integer(), largest);
-  EXPECT_EQ(Value(-1e300).integer(), smallest);
-  EXPECT_EQ(Value(-infinite).integer(), smallest);
-  EXPECT_EQ(Value(-9223372036854775808.0).integer(), smallest);
+  EXPECT_EQ(Value(1e300).integer(), largestInteger);
+  EXPECT_EQ(Value(infiniteNumber).integer(), largestInteger);
+  EXPECT_EQ(Value(9223372036854775808.0).integer(), largestInteger);
+  EXPECT_EQ(Value(-1e300).integer(), smallestInteger);
+  EXPECT_EQ(Value(-infiniteNumber).integer(), smallestInteger);
+  EXPECT_EQ(Value(-9223372036854775808.0).integer(), smallestInteger);
   EXPECT_EQ(Value(nan).integer(), 0);
 }
 
@@ -120,7 +120,8 @@ TEST(Value, readsBooleansAsOneAndZero) {
 }
 
 TEST(Value, isTrueForTrueAndForAnyNumberButZero) {
-  for (const Value& value : {Value(true), Value(-1), Value(0.5), Value(smallest), Value(nan)}) {
+  for (const Value& value :
+       {Value(true), Value(-1), Value(0.5), Value(smallestInteger), Value(nan)}) {
     EXPECT_TRUE(value.flag()) << value.printed();
   }
   for (const Value& value : {Value(false), Value(0), Value(0.0), Value(-0.0), Value("true")}) {
@@ -191,13 +192,13 @@ TEST(Value, growsOneByOne) {
   Value list = Value::list();
   Value map = Value::map();
   for (int i = 0; i < 100; ++i) {
-    list.append(longText + std::to_string(i));
+    list.append(ownedText + std::to_string(i));
     map.set(std::to_string(i), i);
   }
   ASSERT_EQ(list.size(), 100U);
   ASSERT_EQ(map.size(), 100U);
   for (int i = 0; i < 100; ++i) {
-    EXPECT_EQ(list.items()[static_cast<std::size_t>(i)].text(), longText + std::to_string(i));
+    EXPECT_EQ(list.items()[static_cast<std::size_t>(i)].text(), ownedText + std::to_string(i));
     EXPECT_EQ(map[std::to_string(i)].integer(), i);
   }
 }
@@ -208,7 +209,7 @@ TEST(Value, takesAPartOfItselfIn) {
   EXPECT_EQ(value, Value::list({sample()}));
   Value map = sample();
   map.set(map["name"].text(), map["name"]);
-  EXPECT_EQ(map[longText].text(), longText);
+  EXPECT_EQ(map[ownedText].text(), ownedText);
   map.set("id", map);
   EXPECT_EQ(map["id"]["id"].integer(), 7);
 }
@@ -219,7 +220,7 @@ TEST(Value, isReplacedByAPartOfItself) {
   EXPECT_EQ(moved, Value::list({1.5, 2.0}));
   Value copied = sample();
   copied = *copied.find("name");
-  EXPECT_EQ(copied.text(), longText);
+  EXPECT_EQ(copied.text(), ownedText);
 }
 
 TEST(Value, staysTheSameWhenAssignedToItself) {
@@ -249,15 +250,15 @@ TEST(Value, copiesAllThatLiesBelowIt) {
 }
 
 TEST(Value, takesAListOutOfItsPlaces) {
-  std::vector<Value> values = {1, longText, sample()};
-  EXPECT_EQ(Value::listOf(values), Value::list({1, longText, sample()}));
+  std::vector<Value> values = {1, ownedText, sample()};
+  EXPECT_EQ(Value::listOf(values), Value::list({1, ownedText, sample()}));
   for (const Value& value : values) EXPECT_TRUE(value.isAbsent());
   EXPECT_EQ(Value::listOf({}), Value::list());
 }
 
 TEST(Value, takesAMapOutOfItsPlaces) {
-  std::vector<Value> values = {"id", 7, longText, sample()};
-  EXPECT_EQ(Value::mapOf(values), Value::map({{"id", 7}, {longText, sample()}}));
+  std::vector<Value> values = {"id", 7, ownedText, sample()};
+  EXPECT_EQ(Value::mapOf(values), Value::map({{"id", 7}, {ownedText, sample()}}));
   for (const Value& value : values) EXPECT_TRUE(value.isAbsent());
   EXPECT_EQ(Value::mapOf({}), Value::map());
 }
@@ -276,8 +277,8 @@ TEST(Value, changesAnEmptyListOrMap) {
 
 TEST(Value, equalsOnlyItsOwnKind) {
   const std::vector<Value> all = {
-      Value(),  nullptr,          false,   true, 0, 1.5, "", "0", Value::list(), Value::map(),
-      longText, Value::list({0}), sample()};
+      Value(),   nullptr,          false,   true, 0, 1.5, "", "0", Value::list(), Value::map(),
+      ownedText, Value::list({0}), sample()};
   for (std::size_t i = 0; i < all.size(); ++i) {
     for (std::size_t j = 0; j < all.size(); ++j) EXPECT_EQ(all[i] == all[j], i == j) << i << j;
   }
@@ -295,9 +296,9 @@ TEST(Value, comparesLargeIntegersAndDoublesExactly) {
   // The nearest double of this integer is one less.
   EXPECT_NE(Value(9007199254740993), Value(9007199254740992.0));
   EXPECT_EQ(Value(9007199254740992), Value(9007199254740992.0));
-  EXPECT_NE(Value(largest), Value(9223372036854775808.0));
-  EXPECT_EQ(Value(smallest), Value(-9223372036854775808.0));
-  EXPECT_NE(Value(largest), Value(infinite));
+  EXPECT_NE(Value(largestInteger), Value(9223372036854775808.0));
+  EXPECT_EQ(Value(smallestInteger), Value(-9223372036854775808.0));
+  EXPECT_NE(Value(largestInteger), Value(infiniteNumber));
 }
 
 TEST(Value, equalsAMapInTheSameOrderOnly) {
@@ -317,8 +318,8 @@ TEST(Value, knowsShortTextsAndNumbersByTheirBytes) {
 
 TEST(Value, printsWhatATemplateShows) {
   EXPECT_EQ(Value("Café").printed(), "Café");
-  EXPECT_EQ(Value(longText).printed(), longText);
-  EXPECT_EQ(Value(smallest).printed(), "-9223372036854775808");
+  EXPECT_EQ(Value(ownedText).printed(), ownedText);
+  EXPECT_EQ(Value(smallestInteger).printed(), "-9223372036854775808");
   EXPECT_EQ(Value(0.1).printed(), "0.1");
   EXPECT_EQ(Value(1e5).printed(), "100000");
   EXPECT_EQ(Value(-3.0).printed(), "-3");

@@ -7,12 +7,12 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <thread>
 #include <utility>
 #include <vector>
 
 #include "TernCoreKit/platform/Json.hpp"
 #include "tests/support/CapturedLog.hpp"
+#include "tests/support/JoiningThread.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 
 namespace tern {
@@ -332,7 +332,7 @@ TEST_F(TernFileCachingConcurrent, cachesOfOneFolderLoseNoSave) {
   const std::vector<std::string> answers{R"({"a":")" + std::string(20'000, 'a') + R"("})",
                                          R"({"a":")" + std::string(30'000, 'b') + R"("})"};
   {
-    std::vector<std::jthread> writers;
+    std::vector<test::JoiningThread> writers;
     for (const auto& [cache, answer] : {std::pair(one, answers[0]), std::pair(other, answers[1])}) {
       writers.emplace_back([cache = cache, answer = answer] {
         for (int i = 0; i < 30; ++i) {

@@ -40,7 +40,7 @@ constexpr auto noConnector = "No path type found to reach to the searched elemen
 
 // Three floors: a lift (type 2) from B over E to H, stairs (type 3) at C and F; destination 7 at A
 // and G, 8 at I only, 9 nowhere; amenity 4 at D.
-const Drawing threeFloors{
+const Drawing threeStoreys{
     .floors = {{.lines = {"A  B     C"}}, {.lines = {"D  E     F"}}, {.lines = {"G  H  I"}}},
     .paths = {"B-E Lift", "E-B Lift", "E-H Lift", "H-E Lift", "C-F Stairs"},
     .pathTypes = {{.name = "Lift"}, {.name = "Stairs", .accessibility = 50}},
@@ -50,7 +50,7 @@ const Drawing threeFloors{
 
 class TernNearestElementTest : public testing::Test {
  protected:
-  explicit TernNearestElementTest(const Drawing& drawing = threeFloors)
+  explicit TernNearestElementTest(const Drawing& drawing = threeStoreys)
       : venue_(assembleVenue(drawing)) {
     nearest_->initializeKDTree(venue_);
   }
@@ -362,7 +362,7 @@ TEST_F(TernNearestElementTest, aBuildingMayComeConcurrently) {
   const TernElement wanted = destination(8);
   std::thread loading([&] {
     for (int i = 0; i < 50; ++i) {
-      Value building = drawBuildingDocument(threeFloors);
+      Value building = drawBuildingDocument(threeStoreys);
       building.set("id", 10 + i);
       const MutexLock lock(venue_->recordsMutex());
       addBuilding(*venue_, 10 + i, std::move(building));
@@ -419,8 +419,8 @@ TEST_F(TernNearestElementRings, levelsAtTheEndsOfTheIntegersAreLevels) {
 
 TEST(TernNearestElement, searchesOfDamagedVenuesEnd) {
   setLogSink([](std::string_view) {});
-  const Value venue = drawVenueDocument(threeFloors);
-  const Value building = drawBuildingDocument(threeFloors);
+  const Value venue = drawVenueDocument(threeStoreys);
+  const Value building = drawBuildingDocument(threeStoreys);
   const auto searchAll = [](Value venueValue, Value buildingValue) {
     const auto loaded = assembleVenue(std::move(venueValue), std::move(buildingValue));
     const auto nearest = TernNearestElement::init();

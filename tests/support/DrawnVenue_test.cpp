@@ -23,15 +23,15 @@ std::vector<std::int64_t> idsOf(const std::vector<std::shared_ptr<Record>>& reco
   return ids;
 }
 
-const Drawing twoFloors{.floors = {{.lines = {"A--B", "   |", "   C"}},
-                                   {.lines = {"   a"}, .level = 4, .preference = -2}},
-                        .paths = {"C>a stairs up", "A-B-C", "B-a lift"},
-                        .pathTypes = {{.name = "lift", .weight = 5},
-                                      {.verticalWeight = 7},
-                                      {.name = "stairs", .accessibility = 2}}};
+const Drawing drawnFloors{.floors = {{.lines = {"A--B", "   |", "   C"}},
+                                     {.lines = {"   a"}, .level = 4, .preference = -2}},
+                          .paths = {"C>a stairs up", "A-B-C", "B-a lift"},
+                          .pathTypes = {{.name = "lift", .weight = 5},
+                                        {.verticalWeight = 7},
+                                        {.name = "stairs", .accessibility = 2}}};
 
 TEST(DrawnVenue, waypointsLieWhereTheirLettersStand) {
-  const DrawnVenue venue = drawVenue(twoFloors);
+  const DrawnVenue venue = drawVenue(drawnFloors);
   EXPECT_THAT(idsOf(venue.waypoints), ElementsAre(1, 2, 3, 27));
   EXPECT_EQ(venue.waypoint('C')->coordinates, Value::list({30.0, 20.0}));
   EXPECT_EQ(venue.waypoint('C')->mapId, Value(1));
@@ -40,7 +40,7 @@ TEST(DrawnVenue, waypointsLieWhereTheirLettersStand) {
 }
 
 TEST(DrawnVenue, floorsHaveMapsLevelsAndPreferences) {
-  const DrawnVenue venue = drawVenue(twoFloors);
+  const DrawnVenue venue = drawVenue(drawnFloors);
   EXPECT_EQ(venue.maps->getById(2)->waypoints->getCount(), 1U);
   const auto floors = venue.buildings.at(0)->floors->getAll();
   EXPECT_EQ(floors.at(0)->level, Value(0));
@@ -51,7 +51,7 @@ TEST(DrawnVenue, floorsHaveMapsLevelsAndPreferences) {
 }
 
 TEST(DrawnVenue, pathsJoinTheWaypointsTheyNameAndLieOnTheFirstOnesMap) {
-  const DrawnVenue venue = drawVenue(twoFloors);
+  const DrawnVenue venue = drawVenue(drawnFloors);
   EXPECT_THAT(idsOf(venue.paths), ElementsAre(1, 2, 3));
   EXPECT_EQ(venue.maps->getById(1)->paths->getCount(), 3U);
   EXPECT_EQ(venue.paths[0]->waypointIds, Value::list({3, 27}));
@@ -63,7 +63,7 @@ TEST(DrawnVenue, pathsJoinTheWaypointsTheyNameAndLieOnTheFirstOnesMap) {
 }
 
 TEST(DrawnVenue, pathTypesFollowTheWalkwayWhichMayBeRedefined) {
-  const DrawnVenue venue = drawVenue(twoFloors);
+  const DrawnVenue venue = drawVenue(drawnFloors);
   EXPECT_THAT(idsOf(venue.pathTypes), ElementsAre(1, 2, 3));
   EXPECT_EQ(venue.pathTypes[0]->verticalWeight, Value(7));
   EXPECT_EQ(venue.pathTypes[1]->weight, Value(5));
@@ -71,7 +71,7 @@ TEST(DrawnVenue, pathTypesFollowTheWalkwayWhichMayBeRedefined) {
 }
 
 TEST(DrawnVenue, placesHaveALocationForEachWordOnTheMapOfItsFirstLetter) {
-  Drawing drawing = twoFloors;
+  Drawing drawing = drawnFloors;
   drawing.destinations = {{7, "AC a", "Shop"}, {8}};
   drawing.amenities = {{9, "B"}};
   drawing.connectors = {{3, "a C"}};
@@ -95,7 +95,7 @@ TEST(DrawnVenue, aPlaceWhereNothingIsDrawnIsRefused) {
 }
 
 TEST(DrawnVenue, waypointsAreReadAsTheirLetters) {
-  const DrawnVenue venue = drawVenue(twoFloors);
+  const DrawnVenue venue = drawVenue(drawnFloors);
   EXPECT_EQ(lettersOf(venue.waypoints), "ABCa");
 }
 

@@ -47,7 +47,7 @@ std::optional<LoopbackServer::Request> nextRequest(int socket, std::string& came
 }
 
 // False when the other side is gone.
-bool sendAll(int socket, std::string_view bytes) {
+bool sendReply(int socket, std::string_view bytes) {
   while (!bytes.empty()) {
     const ssize_t count = send(socket, bytes.data(), bytes.size(), MSG_NOSIGNAL);
     if (count <= 0) return false;
@@ -122,7 +122,7 @@ void LoopbackServer::serve(int socket) {
       requests_.push_back(*request);
     }
     const Reply reply = handler_(*request);
-    if (!sendAll(socket, reply.bytes) || reply.closes) break;
+    if (!sendReply(socket, reply.bytes) || reply.closes) break;
   }
   // The number of the socket stays taken until the end.
   shutdown(socket, SHUT_RDWR);

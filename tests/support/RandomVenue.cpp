@@ -20,7 +20,7 @@ namespace {
 constexpr std::int64_t greatest = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
 
-Value batchOf(Value items) { return Value::map({{"items", std::move(items)}}); }
+Value itemsBatch(Value items) { return Value::map({{"items", std::move(items)}}); }
 
 class Maker {
  public:
@@ -130,7 +130,7 @@ Value Maker::floor(std::int64_t id) {
   if (hasOddIds_ && tape_.oneIn(12)) return made;
   made.set("map", Value::map({{"id", anId(mapId)},
                               {"mmPerPixel", ratio({100, 0.5, 21.7})},
-                              {"waypoints", batchOf(std::move(waypoints))}}));
+                              {"waypoints", itemsBatch(std::move(waypoints))}}));
   return made;
 }
 
@@ -143,8 +143,8 @@ void Maker::addBuildings() {
          i < count && nextWaypointId_ <= static_cast<std::int64_t>(waypointCount_); ++i) {
       floors.append(floor(static_cast<std::int64_t>(i)));
     }
-    lists_.buildings.push_back(TernBuilding::initWithDictionary(
-        Value::map({{"id", static_cast<int>(building)}, {"floors", batchOf(std::move(floors))}})));
+    lists_.buildings.push_back(TernBuilding::initWithDictionary(Value::map(
+        {{"id", static_cast<int>(building)}, {"floors", itemsBatch(std::move(floors))}})));
     if (!lists_.buildings.back()->floors) continue;
     for (const auto& made : lists_.buildings.back()->floors->getAll()) {
       if (made->map) lists_.maps.push_back(made->map.record());

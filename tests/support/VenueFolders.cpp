@@ -16,7 +16,7 @@ const Drawing twoFloors{.floors = {{.lines = {"A  B  C", "", "E"}, .name = "Grou
                         .destinations = {{.id = 7, .at = "A", .name = "Bakery"}},
                         .amenities = {{.id = 7, .at = "D", .name = "Exit"}}};
 
-Value batchOf(Value item) { return Value::map({{"items", Value::list({std::move(item)})}}); }
+Value batchOfOne(Value item) { return Value::map({{"items", Value::list({std::move(item)})}}); }
 
 std::string json(const Value& value) { return encodeJson(value, JsonLayout::compact); }
 
@@ -40,7 +40,7 @@ Value twoFloorsBuildingDocument() {
 void writeTwoFloors(const TemporaryFolder& folder) {
   const Value venue = Value::map({{"id", 1}, {"externalId", "v1"}, {"name", "drawn"}});
   folder.write("full.json",
-               json(Value::map({{"id", 1}, {"name", "c"}, {"venues", batchOf(venue)}})));
+               json(Value::map({{"id", 1}, {"name", "c"}, {"venues", batchOfOne(venue)}})));
   folder.write("venue/1/full.json", json(twoFloorsVenueDocument()));
   folder.write("venue/1/building/1/full.json", json(twoFloorsBuildingDocument()));
 }

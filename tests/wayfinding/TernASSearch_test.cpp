@@ -30,8 +30,8 @@ constexpr const char* noGrid =
     "wayfinding.";
 
 // A search through a drawing. Lines that no test takes from the log fail it.
-struct Drawn {
-  explicit Drawn(const Drawing& drawing) : venue(drawVenue(drawing)) {
+struct SearchedDrawing {
+  explicit SearchedDrawing(const Drawing& drawing) : venue(drawVenue(drawing)) {
     search.grid = listsOf(venue).makeGrid();
     search.maps = venue.maps;
   }
@@ -70,7 +70,7 @@ const Drawing upAndDown{.floors = {{.lines = {"A  B     E"}, .mmPerPixel = 100},
                                       {.name = "stairs", .weight = 9, .verticalWeight = -1}}};
 
 TEST(TernASSearch, startThatIsTheEndIsNoPath) {
-  Drawn drawn(corridorDrawing);
+  SearchedDrawing drawn(corridorDrawing);
   EXPECT_EQ(drawn.letters('B', 'B'), "none");
   EXPECT_THAT(drawn.log.take(), ElementsAre(noPath));
   EXPECT_EQ(drawn.lettersToAny('B', "AB"), "none");
@@ -78,7 +78,7 @@ TEST(TernASSearch, startThatIsTheEndIsNoPath) {
 }
 
 TEST(TernASSearch, routeOfTwoNodesOnOneMapIsOneSegment) {
-  Drawn drawn(corridorDrawing);
+  SearchedDrawing drawn(corridorDrawing);
   const TernRoute route = drawn.route('A', 'B').value();
   ASSERT_EQ(route.size(), 1U);
   EXPECT_EQ(lettersOf(route), "AB");
@@ -89,7 +89,7 @@ TEST(TernASSearch, routeOfTwoNodesOnOneMapIsOneSegment) {
 }
 
 TEST(TernASSearch, fieldsThatTheSearchDoesNotSetStayEmpty) {
-  Drawn drawn(corridorDrawing);
+  SearchedDrawing drawn(corridorDrawing);
   const TernRoute route = drawn.route('A', 'B').value();
   EXPECT_EQ(route[0].accessibility, 0);
   EXPECT_TRUE(route[0].obstacles.isAbsent());
@@ -97,7 +97,7 @@ TEST(TernASSearch, fieldsThatTheSearchDoesNotSetStayEmpty) {
 }
 
 TEST(TernASSearch, mapChangeAtTheLastNodeEndsWithASegmentOfOneNode) {
-  Drawn drawn(upAndDown);
+  SearchedDrawing drawn(upAndDown);
   const TernRoute route = drawn.route('A', 'C').value();
   EXPECT_EQ(lettersOf(route), "AB C");
   EXPECT_EQ(route[0].mover->name, Value("lift")) << "the link into C";
@@ -106,7 +106,7 @@ TEST(TernASSearch, mapChangeAtTheLastNodeEndsWithASegmentOfOneNode) {
 }
 
 TEST(TernASSearch, routeThatLeavesAMapAndReturnsHasThreeSegments) {
-  Drawn drawn(upAndDown);
+  SearchedDrawing drawn(upAndDown);
   const TernRoute route = drawn.route('A', 'E').value();
   ASSERT_EQ(lettersOf(route), "AB CD E");
   EXPECT_EQ(route[0].mapId, 1);
@@ -124,7 +124,7 @@ TEST(TernASSearch, routeThatLeavesAMapAndReturnsHasThreeSegments) {
 }
 
 TEST(TernASSearch, millimetresAreTheDistanceByTheScaleOfTheSegmentsMap) {
-  Drawn drawn(upAndDown);
+  SearchedDrawing drawn(upAndDown);
   const TernRoute route = drawn.route('A', 'E').value();
   EXPECT_EQ(route[0].mmDistance, 30 * 100);
   EXPECT_EQ(route[1].mmDistance, 61 * 50);
@@ -132,7 +132,7 @@ TEST(TernASSearch, millimetresAreTheDistanceByTheScaleOfTheSegmentsMap) {
 }
 
 TEST(TernASSearch, distanceOnAnUnknownMapIsNoMillimetres) {
-  Drawn drawn(upAndDown);
+  SearchedDrawing drawn(upAndDown);
   EXPECT_EQ(drawn.search.convertIntoMMDistance(3, 2), 150);
   EXPECT_EQ(drawn.search.convertIntoMMDistance(3, 9), 0);
   drawn.search.maps = nullptr;
@@ -141,7 +141,7 @@ TEST(TernASSearch, distanceOnAnUnknownMapIsNoMillimetres) {
 }
 
 TEST(TernASSearch, mapPointsCarryTheMapInTheirThirdNumber) {
-  Drawn drawn(upAndDown);
+  SearchedDrawing drawn(upAndDown);
   const TernRoute route = drawn.route('A', 'C').value();
   EXPECT_THAT(route[0].mapPoints, ElementsAre(TernPoint{0, 0, 1}, TernPoint{30, 0, 1}));
   EXPECT_THAT(route[1].mapPoints, ElementsAre(TernPoint{30, 0, 2}));
@@ -156,9 +156,9 @@ TEST(TernASSearch, moverOfAnUnknownPathTypeIsAbsent) {
 }
 
 TEST(TernASSearch, linkIsUsedFromItsAccessibilityLevelOn) {
-  Drawn drawn({.floors = {{.lines = {"A  B"}}},
-               .paths = {"A-B staff"},
-               .pathTypes = {{.name = "staff", .accessibility = 100}}});
+  SearchedDrawing drawn({.floors = {{.lines = {"A  B"}}},
+                         .paths = {"A-B staff"},
+                         .pathTypes = {{.name = "staff", .accessibility = 100}}});
   EXPECT_EQ(drawn.letters('A', 'B', 0), "none");
   EXPECT_EQ(drawn.letters('A', 'B', 99), "none");
   EXPECT_EQ(drawn.letters('A', 'B', 100), "AB");
@@ -174,8 +174,8 @@ TEST(TernASSearch, pathOfAnUnknownTypeIsOpenFromLevelZeroOn) {
 }
 
 TEST(TernASSearch, blockedEntryKeepsRoutesOutAndLetsThemLeave) {
-  Drawn drawn({.floors = {{.lines = {"A--B--C", "|     |", "D-----E"}}},
-               .paths = {"A-B", "B-C", "A-D", "D-E", "E-C"}});
+  SearchedDrawing drawn({.floors = {{.lines = {"A--B--C", "|     |", "D-----E"}}},
+                         .paths = {"A-B", "B-C", "A-D", "D-E", "E-C"}});
   drawn.search.grid->shouldBlockEntryToNode(drawn.node('B'), true);
   EXPECT_EQ(drawn.letters('A', 'C'), "ADEC");
   EXPECT_EQ(drawn.letters('A', 'B'), "none");
@@ -185,7 +185,7 @@ TEST(TernASSearch, blockedEntryKeepsRoutesOutAndLetsThemLeave) {
 }
 
 TEST(TernASSearch, blockedExitKeepsRoutesIn) {
-  Drawn drawn(corridorDrawing);
+  SearchedDrawing drawn(corridorDrawing);
   drawn.search.grid->shouldBlockExitFromNode(drawn.node('B'), true);
   EXPECT_EQ(drawn.letters('A', 'B'), "AB");
   EXPECT_EQ(drawn.letters('A', 'C'), "none");
@@ -193,7 +193,7 @@ TEST(TernASSearch, blockedExitKeepsRoutesIn) {
 }
 
 TEST(TernASSearch, blocksOutlastSearches) {
-  Drawn drawn(corridorDrawing);
+  SearchedDrawing drawn(corridorDrawing);
   drawn.search.grid->shouldBlockEdgeBetweenNode(drawn.node('A'), drawn.node('B'), true);
   EXPECT_EQ(drawn.letters('C', 'A'), "CBA");
   EXPECT_EQ(drawn.letters('A', 'C'), "none");
@@ -202,23 +202,24 @@ TEST(TernASSearch, blocksOutlastSearches) {
 
 TEST(TernASSearch, ofRoutesOfEqualCostTheOneReachedFirstStays) {
   const std::vector<std::string_view> lines = {"   B   ", "A     D", "   C   "};
-  Drawn overB({.floors = {{.lines = lines}}, .paths = {"A-B", "A-C", "B-D", "C-D"}});
+  SearchedDrawing overB({.floors = {{.lines = lines}}, .paths = {"A-B", "A-C", "B-D", "C-D"}});
   EXPECT_EQ(overB.letters('A', 'D'), "ABD");
-  Drawn overC({.floors = {{.lines = lines}}, .paths = {"A-C", "A-B", "B-D", "C-D"}});
+  SearchedDrawing overC({.floors = {{.lines = lines}}, .paths = {"A-C", "A-B", "B-D", "C-D"}});
   EXPECT_EQ(overC.letters('A', 'D'), "ACD");
 }
 
 TEST(TernASSearch, cheaperOfTwoPathsBetweenTheSameWaypointsIsTaken) {
-  Drawn drawn({.floors = {{.lines = {"A  B"}}},
-               .paths = {"A-B", "A-B belt"},
-               .pathTypes = {{.name = "belt", .weight = 7}}});
+  SearchedDrawing drawn({.floors = {{.lines = {"A  B"}}},
+                         .paths = {"A-B", "A-B belt"},
+                         .pathTypes = {{.name = "belt", .weight = 7}}});
   const TernRoute route = drawn.route('A', 'B').value();
   EXPECT_EQ(route[0].cost, 7);
   EXPECT_EQ(route[0].mover->name, Value("belt"));
 }
 
 TEST(TernASSearch, severalGoalsGiveTheRouteToTheCheapest) {
-  Drawn drawn({.floors = {{.lines = {"C------A--B", "", "D"}}}, .paths = {"A-B", "A-C", "C-D"}});
+  SearchedDrawing drawn(
+      {.floors = {{.lines = {"C------A--B", "", "D"}}}, .paths = {"A-B", "A-C", "C-D"}});
   EXPECT_EQ(drawn.lettersToAny('A', "CBD"), "AB");
   EXPECT_EQ(drawn.lettersToAny('A', "DC"), "AC");
   EXPECT_EQ(drawn.lettersToAny('A', "D"), "ACD");
@@ -226,13 +227,13 @@ TEST(TernASSearch, severalGoalsGiveTheRouteToTheCheapest) {
 }
 
 TEST(TernASSearch, noGoalsGiveNoRoute) {
-  Drawn drawn(corridorDrawing);
+  SearchedDrawing drawn(corridorDrawing);
   EXPECT_EQ(drawn.lettersToAny('A', ""), "none");
   EXPECT_TRUE(drawn.node('C').closed()) << "the search has looked everywhere";
 }
 
 TEST(TernASSearch, unknownGoalsArePassedOver) {
-  Drawn drawn(corridorDrawing);
+  SearchedDrawing drawn(corridorDrawing);
   auto stranger = std::make_shared<TernWaypoint>();
   stranger->id = 99;
   EXPECT_FALSE(drawn.search.searchInArray(1, {stranger}, 0));
@@ -256,13 +257,13 @@ TEST(TernASSearch, waypointOfIdZeroAlwaysCountsAsAGoal) {
 }
 
 TEST(TernASSearch, unknownStartGivesNoRoute) {
-  Drawn drawn(corridorDrawing);
+  SearchedDrawing drawn(corridorDrawing);
   EXPECT_FALSE(drawn.search.search(99, 1, 0));
   EXPECT_FALSE(drawn.search.searchInArray(99, {drawn.venue.waypoint('A')}, 0));
 }
 
 TEST(TernASSearch, unknownEndExhaustsTheSearch) {
-  Drawn drawn(corridorDrawing);
+  SearchedDrawing drawn(corridorDrawing);
   EXPECT_FALSE(drawn.search.search(1, 99, 0));
   EXPECT_TRUE(drawn.node('C').closed());
   EXPECT_THAT(drawn.search.openStartHeap(), IsEmpty());
@@ -279,7 +280,7 @@ TEST(TernASSearch, absentGridIsLogged) {
 }
 
 TEST(TernASSearch, routeWithoutAnEndOrAStartIsLogged) {
-  Drawn drawn(corridorDrawing);
+  SearchedDrawing drawn(corridorDrawing);
   EXPECT_FALSE(drawn.search.pathTo(std::nullopt, drawn.node('A')));
   EXPECT_FALSE(drawn.search.pathTo(drawn.node('A'), std::nullopt));
   EXPECT_FALSE(drawn.search.pathTo(std::nullopt, std::nullopt));
@@ -287,7 +288,7 @@ TEST(TernASSearch, routeWithoutAnEndOrAStartIsLogged) {
 }
 
 TEST(TernASSearch, routeCanBeAssembledAgainFromTheMarksOfTheSearch) {
-  Drawn drawn(upAndDown);
+  SearchedDrawing drawn(upAndDown);
   ASSERT_EQ(drawn.letters('A', 'E'), "AB CD E");
   EXPECT_EQ(lettersOf(drawn.search.pathTo(drawn.node('E'), drawn.node('A')).value()), "AB CD E");
   EXPECT_EQ(lettersOf(drawn.search.pathTo(drawn.node('C'), drawn.node('A')).value()), "AB C");
@@ -319,7 +320,7 @@ TEST(TernASSearch, comparesNodesByTheirScores) {
 }
 
 TEST(TernASSearch, nodeThatTheSearchDidNotReachIsNoRoute) {
-  Drawn drawn(upAndDown);
+  SearchedDrawing drawn(upAndDown);
   ASSERT_EQ(drawn.letters('A', 'B'), "AB");
   EXPECT_FALSE(drawn.search.pathTo(drawn.node('E'), drawn.node('A')));
   EXPECT_THAT(drawn.log.take(), ElementsAre(noPath));
@@ -327,7 +328,7 @@ TEST(TernASSearch, nodeThatTheSearchDidNotReachIsNoRoute) {
 
 // The nodes of a route are the grid's: the second search finds nothing of the first one's goal.
 TEST(TernASSearch, laterSearchOverwritesTheNodesOfARoute) {
-  Drawn drawn(corridorDrawing);
+  SearchedDrawing drawn(corridorDrawing);
   const TernRoute first = drawn.route('A', 'C').value();
   EXPECT_EQ(first[0].points[2], drawn.node('C'));
   EXPECT_EQ(first[0].points[2].f(), 60);
@@ -339,7 +340,7 @@ TEST(TernASSearch, laterSearchOverwritesTheNodesOfARoute) {
 
 // What a route of its own says is what the search of the grid says.
 TEST(TernASSearch, routeOfItsOwnIsTheRouteOfTheSearch) {
-  Drawn drawn(upAndDown);
+  SearchedDrawing drawn(upAndDown);
   const TernRoute own = drawn.search.route(idOf('A'), idOf('E'), 0).value();
   const TernRoute found = drawn.route('A', 'E').value();
   ASSERT_EQ(lettersOf(own), "AB CD E");
@@ -359,7 +360,7 @@ TEST(TernASSearch, routeOfItsOwnIsTheRouteOfTheSearch) {
 }
 
 TEST(TernASSearch, laterSearchLeavesARouteOfItsOwnAsItWas) {
-  Drawn drawn(corridorDrawing);
+  SearchedDrawing drawn(corridorDrawing);
   const TernRoute own = drawn.search.route(idOf('A'), idOf('C'), 0).value();
   EXPECT_EQ(drawn.node('C').f(), 60) << "the grid shows the search";
   ASSERT_EQ(drawn.letters('C', 'B'), "CB");
@@ -374,7 +375,7 @@ TEST(TernASSearch, laterSearchLeavesARouteOfItsOwnAsItWas) {
 }
 
 TEST(TernASSearch, blockingAPointOfARouteOfItsOwnBlocksTheGrid) {
-  Drawn drawn(corridorDrawing);
+  SearchedDrawing drawn(corridorDrawing);
   const TernRoute own = drawn.search.route(idOf('A'), idOf('C'), 0).value();
   drawn.search.grid->shouldBlockEdgeBetweenNode(own[0].points[0], own[0].points[1], true);
   EXPECT_EQ(drawn.letters('A', 'C'), "none");
@@ -382,7 +383,7 @@ TEST(TernASSearch, blockingAPointOfARouteOfItsOwnBlocksTheGrid) {
 }
 
 TEST(TernASSearch, searchAfterOneThatFoundNothingAnswersAsAFreshOne) {
-  Drawn drawn({.floors = {{.lines = {"A--B--C", "", "D"}}}, .paths = {"A-B", "B-C"}});
+  SearchedDrawing drawn({.floors = {{.lines = {"A--B--C", "", "D"}}}, .paths = {"A-B", "B-C"}});
   EXPECT_EQ(drawn.letters('A', 'D'), "none");
   EXPECT_EQ(drawn.letters('A', 'C'), "ABC");
   EXPECT_EQ(drawn.letters('D', 'A'), "none");
@@ -398,8 +399,8 @@ TEST(TernASSearch, routeThroughAHundredThousandWaypointsIsFound) {
 }
 
 TEST(TernASSearch, negativeLinksDoNotMakeTheSearchRunOn) {
-  Drawn drawn({.floors = {{.lines = {"A--B--C", "   |", "   D"}, .preference = -2}},
-               .paths = {"A-B", "B-C", "C-A", "B-D"}});
+  SearchedDrawing drawn({.floors = {{.lines = {"A--B--C", "   |", "   D"}, .preference = -2}},
+                         .paths = {"A-B", "B-C", "C-A", "B-D"}});
   EXPECT_EQ(drawn.letters('A', 'D'), "ACBD") << "round the circle once";
   EXPECT_EQ(drawn.route('A', 'D').value()[0].cost, -110);
 }
@@ -438,7 +439,7 @@ std::vector<std::string> allRoutes(const TernASSearch& search, const DrawnVenue&
 }
 
 // What so many threads find at the same time.
-std::vector<std::vector<std::string>> onThreads(std::size_t count, const Drawn& drawn) {
+std::vector<std::vector<std::string>> onThreads(std::size_t count, const SearchedDrawing& drawn) {
   std::vector<std::vector<std::string>> found(count);
   std::vector<std::thread> threads;
   for (std::vector<std::string>& mine : found) {
@@ -449,7 +450,7 @@ std::vector<std::vector<std::string>> onThreads(std::size_t count, const Drawn& 
 }
 
 TEST(TernASSearchConcurrent, severalThreadsFindInOneGridWhatOneFinds) {
-  Drawn drawn(blocks);
+  SearchedDrawing drawn(blocks);
   const auto alone = allRoutes(drawn.search, drawn.venue);
   for (const auto& found : onThreads(4, drawn)) EXPECT_EQ(found, alone);
   drawn.search.grid->shouldBlockEntryToNode(drawn.node('F'), true);
@@ -460,7 +461,7 @@ TEST(TernASSearchConcurrent, severalThreadsFindInOneGridWhatOneFinds) {
 }
 
 TEST(TernASSearchConcurrent, searchesSeeABlockWholeOrNotAtAll) {
-  Drawn drawn(blocks);
+  SearchedDrawing drawn(blocks);
   std::atomic<bool> isOver = false;
   std::thread blocker([&] {
     for (bool block = true; !isOver; block = !block) {

@@ -21,7 +21,7 @@ std::string textOf(const TernActiveVenue& venue, const Value& answer) {
   return text;
 }
 
-picture::RoutePicture pictureOf(const TernActiveVenue& venue, const Value& answer) {
+picture::RoutePicture choicesPicture(const TernActiveVenue& venue, const Value& answer) {
   const Value& optimal = answer["optimal"];
   const std::string from = placeName(venue, startOf(optimal));
   const std::string to = placeName(venue, endOf(optimal));
@@ -41,7 +41,7 @@ Outcome answerAlternatives(const Arguments& call, const std::shared_ptr<TernActi
       .remark = unknownWaypoints(call.request, *venue->globalASGrid(), venueTitle(*venue))};
   if (told.isFound) {
     told.text = textOf(*venue, answer);
-    told.picture.emplace(pictureOf(*venue, answer));
+    told.picture.emplace(choicesPicture(*venue, answer));
   } else if (told.remark.empty()) {
     told.text = noRouteText(*venue, call.request);
   }

@@ -56,7 +56,7 @@ std::string textOf(const std::vector<VenueLeg>& legs) {
   return text;
 }
 
-picture::RoutePicture pictureOf(const std::vector<VenueLeg>& legs) {
+picture::RoutePicture legsPicture(const std::vector<VenueLeg>& legs) {
   picture::RoutePicture drawn{*legs.front().venue, {}, picture::RouteSet::legs, {}};
   for (const auto& [venue, segments] : legs) {
     const std::string name = nameOf(*venue);
@@ -95,7 +95,7 @@ Outcome answerJoinedRoute(const Arguments& call,
                .remark = unknownWaypoints(call.request, *venues->globalASGrid(), "these venues")};
   if (!legs.empty()) {
     told.text = textOf(legs);
-    told.picture.emplace(pictureOf(legs));
+    told.picture.emplace(legsPicture(legs));
   } else if (told.remark.empty()) {
     told.text = "No route from waypoint " + call.request["from"].printed() + " to waypoint " +
                 call.request["to"].printed() + "\n";

@@ -2,9 +2,6 @@
 
 #include <unistd.h>
 
-#include <condition_variable>
-#include <mutex>
-#include <stop_token>
 #include <string>
 
 #include "tools/tern/Output.hpp"
@@ -15,25 +12,31 @@ namespace {
 
 constexpr const char* eraseLine = "\r\x1B[K";
 
-void show(const std::stop_token& stop, int descriptor, std::chrono::milliseconds step) {
-  std::mutex mutex;
-  std::condition_variable_any ended;
-  std::unique_lock lock(mutex);
-  const auto hasEnded = [&] { return stop.stop_requested(); };
-  int steps = 1;
-  for (; !ended.wait_for(lock, stop, step, hasEnded); ++steps) {
-    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(steps * step).count();
-    Output(descriptor).write(eraseLine + ("Loading, " + std::to_string(seconds)) + " s ");
-  }
-  if (steps > 1) Output(descriptor).write(eraseLine);
-}
-
 }  // namespace
 
 LoadingProgress::LoadingProgress(int descriptor, std::chrono::milliseconds step) {
   if (isatty(descriptor) == 0) return;
-  thread_ = std::jthread(
-      [descriptor, step](const std::stop_token& stop) { show(stop, descriptor, step); });
+  thread_ = std::thread([this, descriptor, step] { show(descriptor, step); });
+}
+
+LoadingProgress::~LoadingProgress() {
+  if (!thread_.joinable()) return;
+  {
+    const std::lock_guard lock(mutex_);
+    hasEnded_ = true;
+  }
+  ends_.notify_one();
+  thread_.join();
+}
+
+void LoadingProgress::show(int descriptor, std::chrono::milliseconds step) {
+  std::unique_lock lock(mutex_);
+  int steps = 1;
+  for (; !ends_.wait_for(lock, step, [this] { return hasEnded_; }); ++steps) {
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(steps * step).count();
+    Output(descriptor).write(eraseLine + ("Loading, " + std::to_string(seconds)) + " s ");
+  }
+  if (steps > 1) Output(descriptor).write(eraseLine);
 }
 
 }  // namespace tern::command

@@ -8,6 +8,8 @@
 #pragma once
 
 #include <chrono>
+#include <condition_variable>
+#include <mutex>
 #include <thread>
 
 namespace tern::command {
@@ -18,8 +20,17 @@ class LoadingProgress {
   explicit LoadingProgress(int descriptor,
                            std::chrono::milliseconds step = std::chrono::seconds(1));
 
+  ~LoadingProgress();
+  LoadingProgress(const LoadingProgress&) = delete;
+  LoadingProgress& operator=(const LoadingProgress&) = delete;
+
  private:
-  std::jthread thread_;
+  void show(int descriptor, std::chrono::milliseconds step);
+
+  std::mutex mutex_;
+  std::condition_variable ends_;
+  bool hasEnded_ = false;  // guarded by mutex_
+  std::thread thread_;
 };
 
 }  // namespace tern::command

@@ -102,8 +102,8 @@ std::string textOf(const TernActiveVenue& venue, const Value& request,
   return total.empty() ? text : text + total + " in all\n";
 }
 
-picture::RoutePicture pictureOf(const TernActiveVenue& venue,
-                                const std::vector<const Value*>& ways) {
+picture::RoutePicture tourPicture(const TernActiveVenue& venue,
+                                  const std::vector<const Value*>& ways) {
   picture::RoutePicture drawn{venue, std::string(venue.name.text()), picture::RouteSet::legs, {}};
   for (const Value* way : ways) {
     const std::string goal = placeName(venue, endOf(*way));
@@ -122,7 +122,7 @@ Outcome answerTour(const Arguments& call, const std::shared_ptr<TernActiveVenue>
       venue->globalASGrid()->getWPById(call.request["from"].integer()) != nullptr;
   if (told.isFound) told.text = textOf(*venue, call.request, ways);
   if (isStartKnown) told.text += leftOutText(*venue, call.request, ways);
-  if (!ways.empty()) told.picture.emplace(pictureOf(*venue, ways));
+  if (!ways.empty()) told.picture.emplace(tourPicture(*venue, ways));
   return outcomeOf(call, answer, told);
 }
 

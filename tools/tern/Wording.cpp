@@ -5,6 +5,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "TernCoreKit/platform/Numbers.hpp"
+
 namespace tern::command {
 
 namespace {
@@ -16,10 +18,17 @@ bool isLateControl(char byte) {
   return static_cast<unsigned char>(byte) >= 0x80 && static_cast<unsigned char>(byte) < 0xA0;
 }
 
+std::from_chars_result readNumber(const char* first, const char* last, std::int64_t& number) {
+  return std::from_chars(first, last, number);
+}
+std::from_chars_result readNumber(const char* first, const char* last, double& number) {
+  return readDouble(first, last, number);
+}
+
 template <class Number>
 std::optional<Number> parseAll(std::string_view text) {
   Number number{};
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  const auto [end, error] = readNumber(text.data(), text.data() + text.size(), number);
   if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
   return number;
 }

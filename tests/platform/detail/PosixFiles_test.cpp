@@ -10,9 +10,9 @@
 #include <filesystem>
 #include <iterator>
 #include <string>
-#include <thread>
 #include <vector>
 
+#include "tests/support/JoiningThread.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 
 namespace tern::detail {
@@ -182,7 +182,7 @@ TEST_F(PosixFiles, aFileThatSomebodyIsWritingStays) {
 
 TEST_F(PosixFilesConcurrent, writersOfOneFileLoseNoSave) {
   ASSERT_FALSE(files_.createFolders("a"));
-  std::vector<std::jthread> writers;
+  std::vector<test::JoiningThread> writers;
   for (const char letter : {'x', 'y'}) {
     writers.emplace_back([this, letter] {
       for (int i = 0; i < 200; ++i) {
@@ -207,7 +207,7 @@ TEST_F(PosixFilesConcurrent, readersFindTheOldFileOrTheNewOne) {
   ASSERT_FALSE(files_.createFolders(""));
   const std::vector<std::string> texts{std::string(50'000, 'a'), std::string(70'000, 'b')};
   ASSERT_FALSE(files_.createFile("file", texts[0]));
-  std::vector<std::jthread> writers;
+  std::vector<test::JoiningThread> writers;
   for (const std::string& text : texts) {
     writers.emplace_back([&] {
       for (int i = 0; i < 50; ++i) EXPECT_FALSE(files_.createFile("file", text));

@@ -12,13 +12,13 @@
 #include <ostream>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <utility>
 #include <vector>
 
 #include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "TernCoreKit/platform/Json.hpp"
 #include "TernCoreKit/service/TernHub.hpp"
+#include "tests/support/JoiningThread.hpp"
 #include "tests/support/LocalService.hpp"
 #include "tests/support/LoopbackServer.hpp"
 #include "tests/support/TemporaryFolder.hpp"
@@ -34,7 +34,7 @@ using testing::StartsWith;
 
 constexpr std::string_view cachedVenue = R"({"id":1,"name":"cached","generatedAt":"T1"})";
 constexpr std::string_view freshVenue = R"({"id":1,"name":"fresh","generatedAt":"T2"})";
-constexpr const char* entryFile =
+constexpr const char* venueEntry =
     "Tern/cache/5.12.2/QRVS/api/customer/1/venue/1/full?v=4.12&locale=en-US&geojson=false/"
     "data.json";
 
@@ -97,7 +97,7 @@ std::string chunked(std::string_view body) {
   return bytes + "0\r\n\r\n";
 }
 
-std::string nested(int levels) {
+std::string nestedName(int levels) {
   const auto count = static_cast<std::size_t>(levels);
   return R"({"id":1,"name":)" + std::string(count, '[') + std::string(count, ']') + "}";
 }
@@ -138,7 +138,7 @@ std::vector<Case> cases() {
       {"huge", httpAnswer("200 OK", std::string(2 << 20, ' ')), error, "TN001"},
       {"noJson", httpAnswer("200 OK", "hello"), error, "TN001", "Error parsing JSON: "},
       {"list", httpAnswer("200 OK", "[1]"), error, "TN001"},
-      {"deep", httpAnswer("200 OK", nested(100'000)), error, "TN001", "Error parsing JSON: "},
+      {"deep", httpAnswer("200 OK", nestedName(100'000)), error, "TN001", "Error parsing JSON: "},
       {"invalidUtf8", httpAnswer("200 OK", "{\"name\":\"\xff\xfe\"}"), error, "TN001",
        "Error parsing JSON: "},
       {"unauthorized", httpAnswer("401 No", R"({"statusCode":401,"message":"m"})"), error, "TN002"},
@@ -163,7 +163,7 @@ class CachedFetch : public testing::TestWithParam<Case> {
 };
 
 TEST_P(CachedFetch, endsAsDescribedWithACachedAnswer) {
-  scene_.documents.write(entryFile, cachedVenue);
+  scene_.documents.write(venueEntry, cachedVenue);
   const auto hub = scene_.makeHub();
   const Loaded loaded = Scene::loadVenue(*hub);
   const auto requests = scene_.service.takeRequests();
@@ -172,7 +172,7 @@ TEST_P(CachedFetch, endsAsDescribedWithACachedAnswer) {
   switch (GetParam().outcome) {
     case Case::Outcome::fresh:
       EXPECT_EQ(loaded.venue->name.text(), "fresh");
-      EXPECT_EQ(decodeJson(scene_.documents.read(entryFile)).value["name"].text(), "fresh");
+      EXPECT_EQ(decodeJson(scene_.documents.read(venueEntry)).value["name"].text(), "fresh");
       return;
     case Case::Outcome::fallsBack:
       ASSERT_FALSE(loaded.error) << loaded.error->errorDescription;
@@ -184,7 +184,7 @@ TEST_P(CachedFetch, endsAsDescribedWithACachedAnswer) {
       EXPECT_EQ(loaded.error->code, GetParam().code);
       EXPECT_THAT(loaded.error->errorDescription, StartsWith(GetParam().text));
   }
-  EXPECT_EQ(scene_.documents.read(entryFile), cachedVenue);
+  EXPECT_EQ(scene_.documents.read(venueEntry), cachedVenue);
   hub->setAutoCache(false);
   EXPECT_EQ(Scene::loadVenue(*hub).venue->name.text(), "cached");
 }
@@ -198,7 +198,7 @@ TEST_P(CachedFetch, endsAsDescribedWithoutACachedAnswer) {
   if (GetParam().outcome == Case::Outcome::fallsBack) {
     EXPECT_TRUE(loaded.venue->name.isAbsent());
   }
-  EXPECT_EQ(scene_.documents.read(entryFile).empty(), GetParam().outcome != Case::Outcome::fresh);
+  EXPECT_EQ(scene_.documents.read(venueEntry).empty(), GetParam().outcome != Case::Outcome::fresh);
 }
 
 INSTANTIATE_TEST_SUITE_P(Answers, CachedFetch, testing::ValuesIn(cases()),
@@ -206,7 +206,7 @@ INSTANTIATE_TEST_SUITE_P(Answers, CachedFetch, testing::ValuesIn(cases()),
 
 TEST(CachedFetchOverHttp, aServiceThatStaysSilentCountsAsGone) {
   Scene scene(std::chrono::milliseconds(100));
-  scene.documents.write(entryFile, cachedVenue);
+  scene.documents.write(venueEntry, cachedVenue);
   scene.service.delay("/venue/1/full", std::chrono::seconds(1));
   const Loaded loaded = Scene::loadVenue(*scene.makeHub());
   EXPECT_FALSE(loaded.error);
@@ -262,7 +262,7 @@ TEST(CachedFetchConcurrent, loadsRebuildsAndDestructionOverlap) {
     }
   };
   {
-    std::vector<std::jthread> threads;
+    std::vector<test::JoiningThread> threads;
     for (int i = 0; i < threadCount; ++i) threads.emplace_back(work);
   }
   EXPECT_EQ(loads, threadCount * loadsEach);

@@ -13,7 +13,7 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
-VenueModel venueOf(std::int64_t buildings, std::int64_t floors, std::int64_t shops) {
+VenueModel plannedVenue(std::int64_t buildings, std::int64_t floors, std::int64_t shops) {
   GenerateOptions options;
   options.buildings = buildings;
   options.floors = floors;
@@ -22,7 +22,7 @@ VenueModel venueOf(std::int64_t buildings, std::int64_t floors, std::int64_t sho
 }
 
 TEST(FloorDrawing, viewBoxIsTheWholeSiteOnEveryFloor) {
-  const VenueModel venue = venueOf(2, 4, 80);
+  const VenueModel venue = plannedVenue(2, 4, 80);
   for (const FloorModel& floor : venue.floors) {
     EXPECT_THAT(drawFloor(venue, floor),
                 StartsWith("<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 " +
@@ -32,7 +32,7 @@ TEST(FloorDrawing, viewBoxIsTheWholeSiteOnEveryFloor) {
 }
 
 TEST(FloorDrawing, everyRoomIsARectangleOfItsOwn) {
-  const VenueModel venue = venueOf(2, 4, 80);
+  const VenueModel venue = plannedVenue(2, 4, 80);
   const FloorModel& floor = venue.floors[1];
   const std::string svg = drawFloor(venue, floor);
   for (const Room& room : floor.plan.rooms) {
@@ -50,7 +50,7 @@ TEST(FloorDrawing, groupsAreClosed) {
       ++found;
     return found;
   };
-  const VenueModel venue = venueOf(5, 3, 300);
+  const VenueModel venue = plannedVenue(5, 3, 300);
   for (const FloorModel& floor : venue.floors) {
     const std::string svg = drawFloor(venue, floor);
     EXPECT_EQ(count(svg, "<g "), count(svg, "</g>"));
@@ -59,7 +59,7 @@ TEST(FloorDrawing, groupsAreClosed) {
 }
 
 TEST(FloorDrawing, floorAndOtherBuildingsAreNamed) {
-  const VenueModel venue = venueOf(2, 4, 80);
+  const VenueModel venue = plannedVenue(2, 4, 80);
   const std::string ground = drawFloor(venue, venue.floors[1]);
   EXPECT_THAT(ground, HasSubstr(">Garden Hall · Ground Floor</text>"));
   EXPECT_THAT(ground, HasSubstr(">Harbour Hall</text>"));
@@ -68,7 +68,7 @@ TEST(FloorDrawing, floorAndOtherBuildingsAreNamed) {
 }
 
 TEST(FloorDrawing, aSiteOfOneBuildingAndOneFloorIsDrawn) {
-  const VenueModel venue = venueOf(1, 1, 1);
+  const VenueModel venue = plannedVenue(1, 1, 1);
   EXPECT_THAT(drawFloor(venue, venue.floors[0]), HasSubstr("Department"));
 }
 

@@ -13,7 +13,7 @@ namespace {
 
 using testing::ElementsAre;
 
-constexpr float infinity = std::numeric_limits<float>::infinity();
+constexpr float infinite = std::numeric_limits<float>::infinity();
 constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
 constexpr float smallest = std::numeric_limits<float>::denorm_min();
 
@@ -106,12 +106,12 @@ rc::Gen<float> halves(int from, int to) {
 }
 
 rc::Gen<float> plainScores() {
-  return rc::gen::oneOf(rc::gen::element(0.0F, smallest, 1.0F, 1e38F, infinity), halves(0, 9));
+  return rc::gen::oneOf(rc::gen::element(0.0F, smallest, 1.0F, 1e38F, infinite), halves(0, 9));
 }
 
 rc::Gen<float> anyScores() {
   return rc::gen::oneOf(plainScores(), halves(-9, 0),
-                        rc::gen::element(-0.0F, -smallest, -infinity, notANumber));
+                        rc::gen::element(-0.0F, -smallest, -infinite, notANumber));
 }
 
 TEST(OpenList, givesTheLeastScoreFirst) {
@@ -150,7 +150,7 @@ TEST(OpenList, hasRoomForEveryNodeAndIsEmptyForTheNextSearch) {
 }
 
 TEST(OpenList, plainOrderIsTheOrderOfTheFloats) {
-  const std::vector<float> ascending = {0, smallest, 1.000001F, 2, 1e38F, infinity};
+  const std::vector<float> ascending = {0, smallest, 1.000001F, 2, 1e38F, infinite};
   for (std::size_t a = 0; a < ascending.size(); ++a) {
     for (std::size_t b = 0; b < ascending.size(); ++b) {
       EXPECT_EQ(

@@ -22,7 +22,7 @@ Graph threeInARow() {
   return graph;
 }
 
-struct Searched {
+struct ThreeSearched {
   Graph graph = threeInARow();
   SearchState state{graph};
 
@@ -46,7 +46,7 @@ void expectCleared(const SearchState& state) {
 TEST(SearchState, isClearedBeforeTheFirstSearch) { expectCleared(SearchState(3)); }
 
 TEST(SearchState, clearingForgetsStagesAndTheOpenList) {
-  Searched searched;
+  ThreeSearched searched;
   SearchState& state = searched.state;
   ASSERT_EQ(searched.searchAnew(1, 2), 2U);
   EXPECT_EQ(searched.stage(1), NodeState::closed);
@@ -57,7 +57,7 @@ TEST(SearchState, clearingForgetsStagesAndTheOpenList) {
 }
 
 TEST(SearchState, nothingLeadsToTheStart) {
-  Searched searched;
+  ThreeSearched searched;
   searched.searchAnew(1, 2);
   EXPECT_FALSE(searched.isVisited(1));
   EXPECT_TRUE(searched.isVisited(0));
@@ -67,7 +67,7 @@ TEST(SearchState, nothingLeadsToTheStart) {
 }
 
 TEST(SearchState, goalThatIsOnlyWantedIsNotVisited) {
-  Searched searched;
+  ThreeSearched searched;
   SearchState& state = searched.state;
   state.clear();
   state.markGoal(Position{2});
@@ -76,7 +76,7 @@ TEST(SearchState, goalThatIsOnlyWantedIsNotVisited) {
 }
 
 TEST(SearchState, keepsWhatTheSearchLeftOnTheOpenList) {
-  Searched searched;
+  ThreeSearched searched;
   SearchState& state = searched.state;
   searched.searchAnew(1, 0);
   ASSERT_EQ(state.openEntries().size(), 1U);
@@ -86,7 +86,7 @@ TEST(SearchState, keepsWhatTheSearchLeftOnTheOpenList) {
 // The numbers of searches run out after 2^30 of them; a mark of the first ones must not come alive
 // again.
 TEST(SearchState, numbersOfSearchesRunOutWithoutATrace) {
-  Searched searched;
+  ThreeSearched searched;
   SearchState& state = searched.state;
   searched.searchAnew(0, 2);
   const std::uint32_t early = state.round;
@@ -103,7 +103,7 @@ TEST(SearchState, numbersOfSearchesRunOutWithoutATrace) {
 }
 
 TEST(SearchState, marksOfTheLastNumberAreClearedWhenNumbersStartOver) {
-  Searched searched;
+  ThreeSearched searched;
   SearchState& state = searched.state;
   state.round = lastRound - oneRound;
   searched.searchAnew(0, 2);

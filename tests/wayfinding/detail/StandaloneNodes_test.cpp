@@ -8,7 +8,7 @@ namespace {
 
 using testing::ElementsAre;
 
-constexpr Position only{0};
+constexpr Position theNode{0};
 
 TernASEdge edgeOver(std::vector<std::int64_t> nodes) {
   return TernASEdge::initASEdge(1, std::move(nodes), 1, 1, 0, 0, 0);
@@ -35,55 +35,55 @@ StandaloneNodes oneNode() {
 
 std::vector<bool> marks(const StandaloneNodes& nodes) {
   std::vector<bool> marks;
-  for (const TernASEdge& edge : nodes.edges(only)) marks.push_back(edge.blocked);
+  for (const TernASEdge& edge : nodes.edges(theNode)) marks.push_back(edge.blocked);
   return marks;
 }
 
 TEST(StandaloneNodes, holdWhatTheyAreMadeOf) {
   const StandaloneNodes nodes = oneNode();
-  EXPECT_EQ(nodes.facts(only).nodeId, 1);
-  EXPECT_EQ(nodes.facts(only).mapId, 9);
-  EXPECT_EQ(nodes.progress(only).score, 5);
-  EXPECT_EQ(nodes.distances({&only, 1}).front(), 7);
-  EXPECT_EQ(nodes.edges(only).size(), 3U);
-  EXPECT_EQ(nodes.neighbors(only).size(), 3U);
+  EXPECT_EQ(nodes.facts(theNode).nodeId, 1);
+  EXPECT_EQ(nodes.facts(theNode).mapId, 9);
+  EXPECT_EQ(nodes.progress(theNode).score, 5);
+  EXPECT_EQ(nodes.distances({&theNode, 1}).front(), 7);
+  EXPECT_EQ(nodes.edges(theNode).size(), 3U);
+  EXPECT_EQ(nodes.neighbors(theNode).size(), 3U);
 }
 
 TEST(StandaloneNodes, absentNeighbourIdReadsAsZero) {
-  EXPECT_THAT(oneNode().neighborIds(only), ElementsAre(2, 3, 0));
+  EXPECT_THAT(oneNode().neighborIds(theNode), ElementsAre(2, 3, 0));
 }
 
 TEST(StandaloneNodes, blockEveryEdgeThatJoinsTheOther) {
   StandaloneNodes nodes = oneNode();
-  nodes.blockEdges(only, 2, true);
+  nodes.blockEdges(theNode, 2, true);
   EXPECT_THAT(marks(nodes), ElementsAre(true, false, true));
-  nodes.blockEdges(only, 2, false);
+  nodes.blockEdges(theNode, 2, false);
   EXPECT_THAT(marks(nodes), ElementsAre(false, false, false));
 }
 
 TEST(StandaloneNodes, blockAllEdgesWhenNoneIsNamed) {
   StandaloneNodes nodes = oneNode();
-  nodes.blockEdges(only, std::nullopt, true);
+  nodes.blockEdges(theNode, std::nullopt, true);
   EXPECT_THAT(marks(nodes), ElementsAre(true, true, true));
 }
 
 TEST(StandaloneNodes, firstEdgeThatJoinsTheOtherIsTheOneAsked) {
   StandaloneNodes nodes = oneNode();
-  nodes.blockEdges(only, 2, true);
-  EXPECT_TRUE(nodes.isEdgeBlocked(only, 2));
-  EXPECT_FALSE(nodes.isEdgeBlocked(only, 3)) << "the third edge is blocked, the second is not";
-  EXPECT_FALSE(nodes.isEdgeBlocked(only, 4));
+  nodes.blockEdges(theNode, 2, true);
+  EXPECT_TRUE(nodes.isEdgeBlocked(theNode, 2));
+  EXPECT_FALSE(nodes.isEdgeBlocked(theNode, 3)) << "the third edge is blocked, the second is not";
+  EXPECT_FALSE(nodes.isEdgeBlocked(theNode, 4));
 }
 
 TEST(StandaloneNodes, clearingForgetsProgressAlone) {
   StandaloneNodes nodes = oneNode();
-  nodes.blockEdges(only, 2, true);
-  nodes.clearProgress(only);
-  EXPECT_FALSE(nodes.progress(only).visited);
-  EXPECT_FALSE(nodes.distances({&only, 1}).front());
-  EXPECT_EQ(nodes.progress(only).score, 0);
-  EXPECT_EQ(nodes.progress(only).usedEdgeTypeId, -1);
-  EXPECT_TRUE(nodes.isEdgeBlocked(only, 2));
+  nodes.blockEdges(theNode, 2, true);
+  nodes.clearProgress(theNode);
+  EXPECT_FALSE(nodes.progress(theNode).visited);
+  EXPECT_FALSE(nodes.distances({&theNode, 1}).front());
+  EXPECT_EQ(nodes.progress(theNode).score, 0);
+  EXPECT_EQ(nodes.progress(theNode).usedEdgeTypeId, -1);
+  EXPECT_TRUE(nodes.isEdgeBlocked(theNode, 2));
 }
 
 }  // namespace

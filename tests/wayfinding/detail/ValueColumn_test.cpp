@@ -10,11 +10,11 @@
 namespace tern::detail {
 namespace {
 
-constexpr std::int64_t greatest = std::numeric_limits<std::int64_t>::max();
-constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
+constexpr std::int64_t greatestValue = std::numeric_limits<std::int64_t>::max();
+constexpr std::int64_t leastValue = std::numeric_limits<std::int64_t>::min();
 constexpr std::int64_t edge = std::int64_t{1} << 49U;
 
-void expectKept(const std::vector<Value>& values) {
+void expectColumn(const std::vector<Value>& values) {
   ValueColumn column;
   for (const Value& value : values) column.append(value);
   ASSERT_EQ(column.size(), values.size());
@@ -27,21 +27,21 @@ void expectKept(const std::vector<Value>& values) {
 }
 
 TEST(ValueColumn, keepsWhatIsNoNumber) {
-  expectKept({{}, nullptr, true, false, "7", "a longer text than any", Value::list({1, 2})});
+  expectColumn({{}, nullptr, true, false, "7", "a longer text than any", Value::list({1, 2})});
 }
 
 TEST(ValueColumn, keepsIntegersOfEverySize) {
-  expectKept({0, 1, -1, edge - 1, edge, -edge, -edge - 1, greatest, least});
+  expectColumn({0, 1, -1, edge - 1, edge, -edge, -edge - 1, greatestValue, leastValue});
 }
 
 TEST(ValueColumn, keepsIdsWhateverComesBehindThem) {
   constexpr std::int64_t lastId = (std::int64_t{1} << 32U) - 1;
-  expectKept({1, 0, lastId});
-  expectKept({1, lastId, lastId + 1, 2});
-  expectKept({7, 8, 1.5, 9});
-  expectKept({7, "W7", 8});
-  expectKept({1.5, 7, 8});
-  expectKept({7, -1, 8});
+  expectColumn({1, 0, lastId});
+  expectColumn({1, lastId, lastId + 1, 2});
+  expectColumn({7, 8, 1.5, 9});
+  expectColumn({7, "W7", 8});
+  expectColumn({1.5, 7, 8});
+  expectColumn({7, -1, 8});
 }
 
 TEST(ValueColumn, keepsDoublesToTheLastBit) {

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <utility>
 #include <vector>
 
+#include "TernCoreKit/platform/Numbers.hpp"
 #include "tools/tern/picture/Markup.hpp"
 
 namespace tern::picture {
@@ -39,7 +39,7 @@ std::string base64(std::string_view bytes) {
 std::optional<double> takeNumber(std::string_view& text) {
   text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n,+"), text.size()));
   double number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  const auto [end, error] = readDouble(text.data(), text.data() + text.size(), number);
   if (error != std::errc() || !(std::abs(number) <= largestSize)) return std::nullopt;
   text.remove_prefix(static_cast<std::size_t>(end - text.data()));
   return number;

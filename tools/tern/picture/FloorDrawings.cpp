@@ -9,12 +9,12 @@ namespace {
 
 // With larger drawings together a phone gives up.
 constexpr std::size_t mostBytes = 48U << 20U;
-constexpr double largestSize = 1e7;
+constexpr double mostUnits = 1e7;
 
 std::optional<Box> statedFrame(const TernMap& map) {
   const double width = map.width.number();
   const double height = map.height.number();
-  const bool isSize = width > 0 && width <= largestSize && height > 0 && height <= largestSize;
+  const bool isSize = width > 0 && width <= mostUnits && height > 0 && height <= mostUnits;
   return isSize ? std::optional(Box{0, 0, width, height}) : std::nullopt;
 }
 

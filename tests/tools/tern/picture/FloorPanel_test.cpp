@@ -31,7 +31,7 @@ DrawnPanel drawnPanel(const PictureFloor& floor, const TernPathPerFloor& stretch
   return panel;
 }
 
-bool has(const std::string& text, std::string_view part) {
+bool contains(const std::string& text, std::string_view part) {
   return text.find(part) != std::string::npos;
 }
 
@@ -39,8 +39,8 @@ TEST(FloorPanel, drawingLiesUnderTheRouteAndItsEndsAreNamed) {
   const DrawnPanel panel = drawnPanel({}, segment(1, {{40, 40}, {300, 40}, {300, 200}}, 420));
   const std::string& markup = panel.drawing.markup;
   EXPECT_LT(markup.find("<use href=\"#drawing-1\""), markup.find("#2563eb"));
-  EXPECT_TRUE(has(panel.scanned.text, "Start"));
-  EXPECT_TRUE(has(panel.scanned.text, "Goal"));
+  EXPECT_TRUE(contains(panel.scanned.text, "Start"));
+  EXPECT_TRUE(contains(panel.scanned.text, "Goal"));
   EXPECT_EQ(panel.drawing.note, "");
 }
 
@@ -55,7 +55,7 @@ TEST(FloorPanel, unreadableDrawingIsLeftOutAndSaid) {
   const DrawnPanel panel = drawnPanel({.svg = "<html/>"}, segment(1, {{1, 1}, {9, 9}}, 9));
   EXPECT_EQ(panel.drawing.note, "The floor's drawing is left out: it is not an SVG.");
   EXPECT_FALSE(panel.scanned.has("use"));
-  EXPECT_TRUE(has(panel.scanned.text, "Goal"));
+  EXPECT_TRUE(contains(panel.scanned.text, "Goal"));
 }
 
 TEST(FloorPanel, routeLiesWhereTheDrawingHasIt) {
@@ -69,7 +69,7 @@ TEST(FloorPanel, routeLiesWhereTheDrawingHasIt) {
   double scale = 0;
   ASSERT_EQ(std::sscanf(placing.c_str(), "translate(%lf %lf) scale(%lf)", &x, &y, &scale), 3);
   const std::string start = "translate(" + decimal(x - 100 * scale) + " " + decimal(y + 50 * scale);
-  EXPECT_TRUE(has(panel.drawing.markup, start)) << start;
+  EXPECT_TRUE(contains(panel.drawing.markup, start)) << start;
   EXPECT_EQ(panel.scanned.valuesOf("x").front(), "-100");
   EXPECT_EQ(panel.scanned.valuesOf("width").front(), "400");
 }
@@ -94,8 +94,8 @@ TEST(FloorPanel, absurdCoordinatesLeaveAllNumbersSmall) {
 
 TEST(FloorPanel, scaleBarNeedsAScale) {
   const auto stretch = segment(1, {{40, 40}, {300, 200}}, 420);
-  EXPECT_TRUE(has(drawnPanel({}, stretch).scanned.text, "50 m"));
-  EXPECT_FALSE(has(drawnPanel({.mmPerPixel = nullptr}, stretch).scanned.text, " m"));
+  EXPECT_TRUE(contains(drawnPanel({}, stretch).scanned.text, "50 m"));
+  EXPECT_FALSE(contains(drawnPanel({.mmPerPixel = nullptr}, stretch).scanned.text, " m"));
 }
 
 TEST(FloorPanel, longRouteOfTinyStepsStaysSmall) {
@@ -113,10 +113,10 @@ TEST(FloorPanel, changesOfFloorAreNamedOnTheMap) {
   const FloorDrawing none;
   const FloorPanel first{&walk.visits[0], &none, {}, "Café <A>", "", "p1-"};
   const FloorPanel second{&walk.visits[1], &none, {&walk.visits[0]}, "", "", "p2-"};
-  EXPECT_TRUE(has(drawFloor(first).markup, "Lift to First"));
-  EXPECT_TRUE(has(drawFloor(first).markup, "Café &lt;A&gt;"));
-  EXPECT_TRUE(has(drawFloor(second).markup, "From Ground floor"));
-  EXPECT_TRUE(has(drawFloor(second).markup, "#8a97a8"));
+  EXPECT_TRUE(contains(drawFloor(first).markup, "Lift to First"));
+  EXPECT_TRUE(contains(drawFloor(first).markup, "Café &lt;A&gt;"));
+  EXPECT_TRUE(contains(drawFloor(second).markup, "From Ground floor"));
+  EXPECT_TRUE(contains(drawFloor(second).markup, "#8a97a8"));
 }
 
 TEST(FloorPanel, wordsTellTheSameAsThePicture) {

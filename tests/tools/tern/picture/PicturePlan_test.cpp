@@ -9,7 +9,7 @@
 namespace tern::picture {
 namespace {
 
-PictureVenue twoFloors() { return {{.id = 1}, {.id = 2, .name = "First", .level = 1}}; }
+PictureVenue venueOfTwoFloors() { return {{.id = 1}, {.id = 2, .name = "First", .level = 1}}; }
 
 TernRoute thereAndBack() {
   return {segment(1, {{10, 10}, {60, 10}}, 50, pathType("Lift")),
@@ -18,7 +18,7 @@ TernRoute thereAndBack() {
 }
 
 TEST(PicturePlan, everyVisitOfARouteHasItsPanel) {
-  const PictureVenue venue = twoFloors();
+  const PictureVenue venue = venueOfTwoFloors();
   const PicturePlan plan =
       planOf({venue, "Plaza", RouteSet::choices, {{"", "A", "B", thereAndBack()}}});
   ASSERT_EQ(plan.routes.size(), 1U);
@@ -36,7 +36,7 @@ TEST(PicturePlan, everyVisitOfARouteHasItsPanel) {
 }
 
 TEST(PicturePlan, choicesAreSummedUpByTheFirst) {
-  const PictureVenue venue = twoFloors();
+  const PictureVenue venue = venueOfTwoFloors();
   const PicturePlan plan = planOf({venue,
                                    "",
                                    RouteSet::choices,
@@ -47,7 +47,7 @@ TEST(PicturePlan, choicesAreSummedUpByTheFirst) {
 }
 
 TEST(PicturePlan, legsAreAddedUp) {
-  const PictureVenue venue = twoFloors();
+  const PictureVenue venue = venueOfTwoFloors();
   const PicturePlan plan = planOf({venue,
                                    "",
                                    RouteSet::legs,
@@ -60,14 +60,14 @@ TEST(PicturePlan, legsAreAddedUp) {
 }
 
 TEST(PicturePlan, routeThatIsNotThereIsSaid) {
-  const PictureVenue venue = twoFloors();
+  const PictureVenue venue = venueOfTwoFloors();
   EXPECT_EQ(planOf({venue, "", RouteSet::choices, {{"", "A", "B", {}}}}).summary,
             "No route was found.");
   EXPECT_EQ(planOf({venue, "", RouteSet::choices, {}}).title(), "Route");
 }
 
 TEST(PicturePlan, lengthBelowAMetreIsSaid) {
-  const PictureVenue venue = twoFloors();
+  const PictureVenue venue = venueOfTwoFloors();
   const auto summary = [&](std::int64_t map, float length) {
     return planOf({venue, "", RouteSet::choices, {{"", "", "", {segment(map, {{1, 1}}, length)}}}})
         .summary;
@@ -77,7 +77,7 @@ TEST(PicturePlan, lengthBelowAMetreIsSaid) {
 }
 
 TEST(PicturePlan, pictureOfAnEndlessRouteIsBounded) {
-  const PictureVenue venue = twoFloors();
+  const PictureVenue venue = venueOfTwoFloors();
   TernRoute route;
   for (int i = 0; i < 3000; ++i) {
     route.push_back(segment(1 + i % 2, {{1, 1}, {9, 9}}, 10, pathType("Lift")));
