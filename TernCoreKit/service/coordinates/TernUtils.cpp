@@ -7,6 +7,7 @@
 #include "TernCoreKit/model/collections/TernVenueData.hpp"
 #include "TernCoreKit/model/records/TernPosition.hpp"
 #include "TernCoreKit/platform/Log.hpp"
+#include "TernCoreKit/platform/detail/common/PortableMath.hpp"
 
 namespace tern::inline v5 {
 
@@ -15,7 +16,6 @@ namespace {
 constexpr double earthRadius = 6378137.0;  // metres
 constexpr double pi = 3.141592653589793;
 constexpr double quarterPi = 0.7853981633974483;
-constexpr double e = 2.718281828459045;
 
 constexpr std::string_view degreesName = "EPSG:4326";
 constexpr std::string_view metresName = "EPSG:3857";
@@ -114,7 +114,8 @@ TernCoordinate TernUtils::convertPoint(TernCoordinate point, std::string_view fr
 }
 
 double TernUtils::convertLatitudeEPSG4326ToEPSG3857(double latitude) {
-  return std::log(std::tan(latitude * pi / 180 * 0.5 + quarterPi)) * earthRadius;
+  return detail::portableLog(detail::portableTan(latitude * pi / 180 * 0.5 + quarterPi)) *
+         earthRadius;
 }
 
 double TernUtils::convertLongitudeEPSG4326ToEPSG3857(double longitude) {
@@ -122,7 +123,8 @@ double TernUtils::convertLongitudeEPSG4326ToEPSG3857(double longitude) {
 }
 
 double TernUtils::convertLatitudeEPSG3857ToEPSG4326(double northing) {
-  const double half = (std::atan(std::pow(e, northing / earthRadius)) - quarterPi) / pi * 180;
+  const double power = detail::portablePowerOfE(northing / earthRadius);
+  const double half = (detail::portableAtan(power) - quarterPi) / pi * 180;
   return half + half;
 }
 
