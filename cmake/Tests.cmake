@@ -73,9 +73,12 @@ endif()
 
 enable_testing()
 
-# Its fixture has the name of the class that it tests, which the other tests of a unity build need.
-set_source_files_properties(${PROJECT_SOURCE_DIR}/tests/service/TernHub_test.cpp PROPERTIES
-  SKIP_UNITY_BUILD_INCLUSION ON)
+# The fixture of the one has the name of the class that it tests, which the other tests of a unity
+# build need; the other replaces `new` for whoever can see that it does.
+set_source_files_properties(
+  ${PROJECT_SOURCE_DIR}/tests/service/TernHub_test.cpp
+  ${PROJECT_SOURCE_DIR}/tests/support/FailingAllocation.cpp
+  PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
 
 # Leaves out of a list of sources what includes RapidCheck itself or by a header of tests/support.
 function(tern_without_rapidcheck list)

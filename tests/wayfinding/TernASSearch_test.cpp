@@ -296,7 +296,7 @@ TEST(TernASSearch, routeCanBeAssembledAgainFromTheMarksOfTheSearch) {
 
 // The chain of parents ends at A, on whose map and at whose place nothing is read of it any more.
 TEST(TernASSearch, routeBeginsWithTheStartThatIsGivenAndWithItsFacts) {
-  Drawn drawn(upAndDown);
+  SearchedDrawing drawn(upAndDown);
   ASSERT_EQ(drawn.letters('A', 'E'), "AB CD E");
   const TernASNode elsewhere = TernASNode::initASNode(77, 5, 6, 0, 9, {}, {});
   const TernRoute route = drawn.search.pathTo(drawn.node('E'), elsewhere).value();
@@ -312,7 +312,7 @@ TEST(TernASSearch, routeBeginsWithTheStartThatIsGivenAndWithItsFacts) {
 }
 
 TEST(TernASSearch, comparesNodesByTheirScores) {
-  Drawn drawn(corridorDrawing);
+  SearchedDrawing drawn(corridorDrawing);
   ASSERT_EQ(drawn.letters('A', 'C'), "ABC");
   EXPECT_EQ(TernASSearch::compare(drawn.node('A'), drawn.node('B')), -1);
   EXPECT_EQ(TernASSearch::compare(drawn.node('C'), drawn.node('B')), 1);
