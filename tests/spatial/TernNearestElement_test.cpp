@@ -266,6 +266,17 @@ TEST_F(TernNearestElementTest, aDelegateThatRefusesEverythingEndsEverySearchWith
   EXPECT_EQ(reach('A', 3, {destination(7)}), "none");
 }
 
+TEST_F(TernNearestElementTest, saysWhereTheLastSearchStartedAndWhatItLookedFor) {
+  search(destination(7), {3, 4}, 1);
+  ASSERT_TRUE(nearest_->userNode());
+  EXPECT_EQ(nearest_->userNode()->x, 3);
+  EXPECT_EQ(nearest_->userNode()->y, 4);
+  EXPECT_EQ(nearest_->userNode()->z, 1);
+  EXPECT_EQ(nearest_->userNode()->elements, (std::vector<TernElement>{destination(7)}));
+  nearest_->getNearestElementFrom(at('A'), 2, {amenity(4), amenity(4)}, 1);
+  EXPECT_EQ(nearest_->userNode()->elements.size(), 2U);
+}
+
 TEST_F(TernNearestElementTest, aDelegateRestrictsWhatMayBeFound) {
   nearest_->delegate = std::make_shared<OnlyAt>(std::vector<std::int64_t>{idOf('G')});
   EXPECT_EQ(search(destination(7), {0, 0}, 1), "G by BEEH");
