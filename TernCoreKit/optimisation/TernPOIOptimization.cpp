@@ -7,6 +7,8 @@
 #include "TernCoreKit/optimisation/detail/OrderingRun.hpp"
 #include "TernCoreKit/optimisation/detail/TourTables.hpp"
 #include "TernCoreKit/optimisation/detail/WaypointSelection.hpp"
+#include "TernCoreKit/platform/Log.hpp"
+#include "TernCoreKit/platform/detail/common/Attempt.hpp"
 
 namespace tern::inline v5 {
 
@@ -42,27 +44,46 @@ TernPOIOptimization::~TernPOIOptimization() = default;
 void TernPOIOptimization::wayfindToMultipleDestinations(
     const Destinations& destinations, const std::shared_ptr<TernWaypoint>& fromStartPoint,
     std::int64_t accessibility, const Completion& completion) {
-  *tables_ = {};
-  searchElementConditionWaypoints_.clear();
   Legs legs;
   Destinations order;
-  if (fromStartPoint != nullptr) {
-    const auto venue = activeVenue_.lock();
-    const auto shared = searchElement_.lock();
-    // A search of its own: what the tour accepts is no concern of whoever else searches.
-    const auto search = shared != nullptr ? shared->another() : nullptr;
-    if (search != nullptr) search->delegate = shared_from_this();
-    tables_->startWayPoint = fromStartPoint;
-    tables_->arrange(withoutRepeats(destinations));
-    detail::OrderingRun run(venue.get(), search.get(), accessibility, *tables_,
-                            searchElementConditionWaypoints_);
-    run.createPriorityLevelScore();
-    detail::WaypointSelection(*tables_).selectWaypointsOfDestinations();
-    run.getOptimalOrderOfDestinations();
-    order = run.getDestinationOrderFor(tables_->finalOrderOfWaypoints);
-    legs = run.generatePathPerFloorFor(tables_->finalOrderOfWaypoints);
+  bool isPlanned = false;
+  const auto plan = [&] {
+    isPlanned = planTour(destinations, fromStartPoint, accessibility, legs, order);
+  };
+  if (!detail::attempt(plan) || !isPlanned) {
+    logSdk("out of memory: no tour");
+    forgetTour();
+    legs.clear();
+    order.clear();
   }
   if (completion) completion(std::move(legs), std::move(order));
+}
+
+void TernPOIOptimization::forgetTour() {
+  *tables_ = {};
+  searchElementConditionWaypoints_.clear();
+}
+
+bool TernPOIOptimization::planTour(const Destinations& destinations,
+                                   const std::shared_ptr<TernWaypoint>& fromStartPoint,
+                                   std::int64_t accessibility, Legs& legs, Destinations& order) {
+  forgetTour();
+  if (fromStartPoint == nullptr) return true;
+  const auto venue = activeVenue_.lock();
+  const auto shared = searchElement_.lock();
+  // A search of its own: what the tour accepts is no concern of whoever else searches.
+  const auto search = shared != nullptr ? shared->another() : nullptr;
+  if (search != nullptr) search->delegate = shared_from_this();
+  tables_->startWayPoint = fromStartPoint;
+  tables_->arrange(withoutRepeats(destinations));
+  detail::OrderingRun run(venue.get(), search.get(), accessibility, *tables_,
+                          searchElementConditionWaypoints_);
+  run.createPriorityLevelScore();
+  detail::WaypointSelection(*tables_).selectWaypointsOfDestinations();
+  run.getOptimalOrderOfDestinations();
+  order = run.getDestinationOrderFor(tables_->finalOrderOfWaypoints);
+  legs = run.generatePathPerFloorFor(tables_->finalOrderOfWaypoints);
+  return !run.hasRunOut();
 }
 
 bool TernPOIOptimization::isConditionPassedWithWaypoint(

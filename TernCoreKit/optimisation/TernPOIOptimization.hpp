@@ -34,7 +34,8 @@ struct TernDestination;
 /// Ownership: holds the venue and the search weakly; shares records. It must be held by a
 /// std::shared_ptr. It asks `another` of the search and is the delegate of that one only.
 /// Threads: one run at a time on one object; any number of objects may run over one venue at a
-/// time. Fails: never; what cannot be reached is not in the answer.
+/// time. Fails: never; what cannot be reached is not in the answer, and a tour for which there is
+/// no memory has no stops, which is logged.
 ///
 ///     auto tour = TernPOIOptimization::initWithActiveVenue(venue, venue->nearestElement());
 ///     tour->wayfindToMultipleDestinations({cafe, bakery}, here, 100,
@@ -89,6 +90,12 @@ class TERN_API TernPOIOptimization : public TernNearestElementDelegate,
  private:
   TernPOIOptimization(std::weak_ptr<const TernRouting> activeVenue,
                       std::weak_ptr<TernNearestElement> nearestElement);
+
+  // False when something is missing for want of memory.
+  TERN_INTERNAL bool planTour(const Destinations& destinations,
+                              const std::shared_ptr<TernWaypoint>& fromStartPoint,
+                              std::int64_t accessibility, Legs& legs, Destinations& order);
+  TERN_INTERNAL void forgetTour();
 
   const std::weak_ptr<const TernRouting> activeVenue_;
   const std::weak_ptr<TernNearestElement> searchElement_;

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "TernCoreKit/model/records/TernLocation.hpp"
+#include "TernCoreKit/platform/detail/common/Attempt.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "TernCoreKit/wayfinding/TernASSearch.hpp"
 
@@ -44,7 +45,10 @@ std::optional<TernNearestResult> OrderingRun::findNearest(
     const std::shared_ptr<TernWaypoint>& from, std::int64_t mapId,
     const TernNearestElement::Elements& elements) {
   if (search_ == nullptr) return std::nullopt;
-  return search_->getNearestElementFrom(from, mapId, elements, accessible_);
+  auto found = search_->getNearestElementFrom(from, mapId, elements, accessible_);
+  const auto& error = search_->error();
+  if (!found && error && error->message == outOfMemory) hasRunOut_ = true;
+  return found;
 }
 
 // Each pass visits the level that the last one has chosen, so there are no more passes than levels.
@@ -154,7 +158,10 @@ Waypoints OrderingRun::chainFrom(std::shared_ptr<TernWaypoint> start, Waypoints 
 
 Waypoints OrderingRun::getOptimalPathWithTSPAlgo(const Waypoints& chain) {
   const TernTSP::Result result = TernTSP::solve(lengths_.measure(chain));
-  if (result.tour.size() != chain.size()) return chain;
+  if (result.tour.size() != chain.size()) {
+    if (chain.size() > 1 && chain.size() <= TernTSP::mostStops) hasRunOut_ = true;
+    return chain;
+  }
   Waypoints order;
   order.reserve(chain.size());
   for (const std::size_t position : result.tour) order.push_back(chain[position]);

@@ -1,7 +1,8 @@
 // One run of the ordering of destinations: scores the levels, has each destination settled on a
 // waypoint, and puts levels and waypoints in order.
 //
-// Ownership: borrows everything that it is made of. Threads: one. Fails: never.
+// Ownership: borrows everything that it is made of. Threads: one. Fails: where memory runs out, by
+// throwing, or by `hasRunOut` where the search or the solver has caught it.
 #pragma once
 
 #include <cstdint>
@@ -40,6 +41,9 @@ class OrderingRun {
   Destinations getDestinationOrderFor(const Waypoints& order) const;
   std::vector<TernRoute> generatePathPerFloorFor(const Waypoints& order);
 
+  // Whether something is missing for want of memory.
+  bool hasRunOut() const { return hasRunOut_; }
+
  private:
   // The level to go on with, and where on it; the waypoint is null when the search found none.
   struct NextLevel {
@@ -64,6 +68,7 @@ class OrderingRun {
   Waypoints& condition_;
   LegCache legs_;
   ChainLengths lengths_;
+  bool hasRunOut_ = false;
 };
 
 }  // namespace tern::detail
