@@ -16,11 +16,11 @@ install(FILES ${PROJECT_BINARY_DIR}/include/TernCoreKit/Version.hpp
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/TernCoreKit)
 install(EXPORT TernCoreKitTargets NAMESPACE TernCoreKit:: DESTINATION ${tern_package_dir})
 
-# Whoever links the static library links libcurl with it; the shared one has it inside.
+# Whoever links the static library links libcurl and zlib with it; the shared one has it inside.
 set(tern_links_curl OFF)
 if(TERN_WITH_CURL AND NOT BUILD_SHARED_LIBS)
   set(tern_links_curl ON)
-  set(tern_pc_requires libcurl)
+  set(tern_pc_requires "libcurl zlib")
 endif()
 configure_package_config_file(cmake/TernCoreKitConfig.cmake.in TernCoreKitConfig.cmake
   INSTALL_DESTINATION ${tern_package_dir} NO_SET_AND_CHECK_MACRO)

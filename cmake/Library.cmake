@@ -11,6 +11,7 @@ if(TERN_WITH_CURL)
     message(FATAL_ERROR "libcurl 7.87 or newer is missing. Install it (Debian: "
       "libcurl4-openssl-dev), or set TERN_WITH_CURL to OFF and give the library an HTTP transport.")
   endif()
+  find_package(ZLIB REQUIRED)
 endif()
 
 # Reads doubles, which std::from_chars does not do everywhere; it is all in headers.
@@ -61,7 +62,7 @@ target_include_directories(TernCoreKit SYSTEM PRIVATE ${TERN_FAST_FLOAT_INCLUDE}
 configure_file(TernCoreKit/Version.hpp.in include/TernCoreKit/Version.hpp @ONLY)
 target_link_libraries(TernCoreKit PUBLIC Threads::Threads)
 if(TERN_WITH_CURL)
-  target_link_libraries(TernCoreKit PRIVATE CURL::libcurl)
+  target_link_libraries(TernCoreKit PRIVATE CURL::libcurl ZLIB::ZLIB)
 endif()
 set_source_files_properties(${PROJECT_SOURCE_DIR}/TernCoreKit/service/ServiceHost.cpp PROPERTIES
   COMPILE_DEFINITIONS TERN_DEFAULT_SERVICE_HOST="${TERN_DEFAULT_SERVICE_HOST}")

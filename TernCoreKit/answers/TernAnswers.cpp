@@ -9,6 +9,7 @@
 #include "TernCoreKit/answers/detail/RequestFields.hpp"
 #include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "TernCoreKit/platform/Json.hpp"
+#include "TernCoreKit/platform/detail/common/Attempt.hpp"
 #include "TernCoreKit/wayfinding/joined/TernMultiActiveVenues.hpp"
 
 namespace tern::inline v5 {
@@ -21,6 +22,11 @@ using detail::RequestFields;
 Value notBuiltYet() {
   return errorAnswer(TernError::initWithErrorType(TernErrorTypeObjectNotFound,
                                                   "what routes are searched in is not built yet"));
+}
+
+Value outOfMemory() {
+  return errorAnswer(TernError::initWithErrorType(TernErrorTypeUndefined, detail::outOfMemory,
+                                                  detail::outOfMemory));
 }
 
 Value unknownOperation(std::string_view name) {
@@ -75,6 +81,12 @@ TernAnswers::TernAnswers(std::shared_ptr<TernMultiActiveVenues> venues)
     : venues_(std::move(venues)) {}
 
 Value TernAnswers::answer(const Value& request) const {
+  Value answered;
+  const auto ask = [&] { answered = answerOf(request); };
+  return detail::attempt(ask) ? answered : outOfMemory();
+}
+
+Value TernAnswers::answerOf(const Value& request) const {
   if (!request.isMap()) return refusal("a request is a JSON object with an \"op\"");
   Value answer = answerToMap(venue_.get(), venues_.get(), request);
   const Value* id = request.find("id");
@@ -82,10 +94,14 @@ Value TernAnswers::answer(const Value& request) const {
 }
 
 std::string TernAnswers::answerText(std::string request) const {
-  const JsonResult decoded = decodeJson(std::move(request));
-  const Value answered =
-      decoded.error ? refusal("not JSON: " + *decoded.error) : answer(decoded.value);
-  return encodeJson(answered, JsonLayout::compact);
+  std::string text;
+  const auto answerIt = [&] {
+    const JsonResult decoded = decodeJson(std::move(request));
+    const Value answered =
+        decoded.error ? refusal("not JSON: " + *decoded.error) : answer(decoded.value);
+    text = encodeJson(answered, JsonLayout::compact);
+  };
+  return detail::attempt(answerIt) ? text : encodeJson(outOfMemory(), JsonLayout::compact);
 }
 
 }  // namespace tern

@@ -25,7 +25,8 @@ class TernMultiActiveVenues;
 /// begin after it, and so do the blocks that an "alternatives" lifts.
 ///
 /// Fails: by its answer. A request that is not understood changes nothing and is answered with
-/// {"error":{"code":"TN006","message":...,"description":...}}. Nothing is thrown or printed.
+/// {"error":{"code":"TN006","message":...,"description":...}}, one for which there is no memory
+/// with code "TN008" and the message "out of memory". Nothing is thrown or printed.
 ///
 ///     TernAnswers answers(venue);
 ///     answers.answerText(R"({"op":"route","from":12,"to":40})");  // {"route":[{"mapId":3,...
@@ -46,6 +47,8 @@ class TERN_API TernAnswers {
   std::string answerText(std::string request) const;
 
  private:
+  TERN_INTERNAL Value answerOf(const Value& request) const;
+
   // One of the two.
   std::shared_ptr<TernActiveVenue> venue_;
   std::shared_ptr<TernMultiActiveVenues> venues_;

@@ -11,6 +11,8 @@
 #include "TernCoreKit/optimisation/detail/OrderingRun.hpp"
 #include "TernCoreKit/optimisation/detail/TourTables.hpp"
 #include "TernCoreKit/optimisation/detail/WaypointSelection.hpp"
+#include "TernCoreKit/platform/Log.hpp"
+#include "TernCoreKit/platform/detail/common/Attempt.hpp"
 
 namespace tern::inline v5 {
 
@@ -51,25 +53,34 @@ TernPOIOptimization::~TernPOIOptimization() = default;
 void TernPOIOptimization::wayfindToMultipleDestinations(
     const Destinations& destinations, const std::shared_ptr<TernWaypoint>& fromStartPoint,
     std::int64_t accessibility, const Completion& completion) {
-  resetValues();
-  tables_->accessible = accessibility;
-  tables_->startWayPoint = fromStartPoint;
-  setDestinations(destinations);
   Legs legs;
   Destinations order;
-  run([&](detail::OrderingRun& run) {
-    run.createPriorityLevelScore();
-    detail::WaypointSelection(*tables_).selectWaypointsOfDestinations();
-    run.getOptimalOrderOfDestinations();
-    order = run.getDestinationOrderFor(tables_->finalOrderOfWaypoints);
-    legs = run.generatePathPerFloorFor(tables_->finalOrderOfWaypoints);
-  });
+  bool isPlanned = false;
+  const auto plan = [&] {
+    resetValues();
+    tables_->accessible = accessibility;
+    tables_->startWayPoint = fromStartPoint;
+    setDestinations(destinations);
+    isPlanned = run([&](detail::OrderingRun& run) {
+      run.createPriorityLevelScore();
+      detail::WaypointSelection(*tables_).selectWaypointsOfDestinations();
+      run.getOptimalOrderOfDestinations();
+      order = run.getDestinationOrderFor(tables_->finalOrderOfWaypoints);
+      legs = run.generatePathPerFloorFor(tables_->finalOrderOfWaypoints);
+    });
+  };
+  if (!detail::attempt(plan) || !isPlanned) {
+    logSdk("out of memory: no tour");
+    resetValues();
+    legs.clear();
+    order.clear();
+  }
   if (completion) completion(std::move(legs), std::move(order));
 }
 
 template <class Step>
-void TernPOIOptimization::run(Step step) {
-  if (tables_->startWayPoint == nullptr) return;
+bool TernPOIOptimization::run(Step step) {
+  if (tables_->startWayPoint == nullptr) return true;
   const auto venue = activeVenue_.lock();
   const auto shared = searchElement_.lock();
   // A search of its own: what the tour accepts is no concern of whoever else searches.
@@ -77,6 +88,7 @@ void TernPOIOptimization::run(Step step) {
   if (search != nullptr) search->delegate = shared_from_this();
   detail::OrderingRun run(venue.get(), search.get(), *tables_);
   step(run);
+  return !run.hasRunOut();
 }
 
 bool TernPOIOptimization::isConditionPassedWithWaypoint(
@@ -218,7 +230,7 @@ void TernPOIOptimization::createGraph(const Waypoints& chain, std::size_t forInd
 
 TernPOIOptimization::Waypoints TernPOIOptimization::getOptimalPathWithTSPAlgo(
     const Waypoints& chain, const TernTSP::Matrix& graph) {
-  return detail::getOptimalPathWithTSPAlgo(chain, graph);
+  return detail::inOrder(chain, TernTSP::solve(graph));
 }
 
 TernPOIOptimization::Destinations TernPOIOptimization::getDestinationOrderFor(

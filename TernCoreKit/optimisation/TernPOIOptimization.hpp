@@ -41,7 +41,9 @@ struct TernLocation;
 /// std::shared_ptr. It asks `another` of the search and is the delegate of that one only.
 /// Threads: one run at a time on one object; any number of objects may run over one venue at a
 /// time, also while a hub adds a building to it. A run takes the venue's `recordsMutex` for a
-/// moment as it begins. Fails: never; what cannot be reached is not in the answer.
+/// moment as it begins.
+/// Fails: never; what cannot be reached is not in the answer, and a tour for which there is no
+/// memory has no stops, which is logged.
 ///
 ///     auto tour = TernPOIOptimization::initWithActiveVenue(venue, venue->nearestElement());
 ///     tour->wayfindToMultipleDestinations({cafe, bakery}, here, 100,
@@ -164,9 +166,10 @@ class TERN_API TernPOIOptimization : public TernNearestElementDelegate,
   TernPOIOptimization(std::weak_ptr<const TernRouting> activeVenue,
                       std::weak_ptr<TernNearestElement> nearestElement);
 
-  // Gives the step what it works with; does nothing without a start.
+  // Gives the step what it works with; does nothing without a start. False when something is
+  // missing for want of memory.
   template <class Step>
-  void run(Step step);
+  bool run(Step step);
 
   const std::weak_ptr<const TernRouting> activeVenue_;
   const std::weak_ptr<TernNearestElement> searchElement_;

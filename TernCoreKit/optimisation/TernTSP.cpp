@@ -6,6 +6,7 @@
 
 #include "TernCoreKit/optimisation/detail/ShortestPaths.hpp"
 #include "TernCoreKit/platform/Log.hpp"
+#include "TernCoreKit/platform/detail/common/Attempt.hpp"
 
 namespace tern::inline v5 {
 
@@ -66,10 +67,16 @@ TernTSP::Result TernTSP::solve(const Matrix& lengths) {
            std::to_string(mostStops));
   }
   if (lengths.size() < 2 || lengths.size() > mostStops) return {{0}};
-  Matrix square = lengths;
-  for (auto& row : square) row.resize(lengths.size());
-  const Tour tour(std::move(square));
-  return {tour.order(), tour.cost()};
+  Result result;
+  const auto order = [&] {
+    Matrix square = lengths;
+    for (auto& row : square) row.resize(lengths.size());
+    const Tour tour(std::move(square));
+    result = {tour.order(), tour.cost()};
+  };
+  if (detail::attempt(order)) return result;
+  logSdk("out of memory: a tour of " + std::to_string(lengths.size()) + " stops is not solved");
+  return {{0}};
 }
 
 std::vector<std::uint32_t> TernTSP::combinations(int r, int n) {

@@ -7,6 +7,8 @@
 /// The folder must be the application's own: a cache of another library version wipes it whole.
 #pragma once
 
+#include <cstddef>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -34,7 +36,7 @@ struct [[nodiscard]] FileError {
 /// Threads: every operation may be called from any, several at once, and by several processes on
 /// one folder.
 /// Ownership: keeps nothing of its arguments.
-/// Fails: by value; no operation throws.
+/// Fails: by value; no operation throws, also where memory or descriptors run out.
 class TERN_API FileSystem {
  public:
   virtual ~FileSystem() = default;
@@ -43,8 +45,12 @@ class TERN_API FileSystem {
   /// It need not exist yet.
   virtual std::string documentsFolder() const = 0;
 
-  /// The whole file; absent when there is none or it cannot be read.
-  virtual std::optional<std::string> readFile(std::string_view path) const = 0;
+  /// The whole file; absent when there is none, when it cannot be read, and when it is longer than
+  /// `mostBytes`, of which no more is then held in memory.
+  /// DEFAULT: whatever its length.
+  virtual std::optional<std::string> readFile(
+      std::string_view path,
+      std::size_t mostBytes = std::numeric_limits<std::size_t>::max()) const = 0;
   /// Writes a file whose folder exists. Another file of that name is replaced as one step: whoever
   /// reads, also after a crash, finds the old contents or the new. What a crash leaves of a file
   /// under way is not listed, and goes with the next file that is written beside it.

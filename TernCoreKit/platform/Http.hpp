@@ -51,6 +51,9 @@ struct HttpResponse {
   /// Why the exchange failed, as a line for a person; absent when it came to its end. Never holds a
   /// header, a body or a query.
   std::optional<std::string> error = {};
+  /// Whether a redirect led to another scheme, host or port than the request's, be it back again:
+  /// then somebody else may have chosen the answer.
+  bool leftOrigin = false;
 };
 
 /// Sends HTTP requests.
@@ -111,6 +114,9 @@ struct HttpSettings {
 /// answered by an error; so is one that sets Connection, Content-Length, Host or Transfer-Encoding,
 /// which are the transport's. In a library built without libcurl (TERN_WITH_CURL off) each request
 /// is answered by an error.
+///
+/// Where memory, threads or descriptors are short, a request is answered by an error, and a later
+/// one may succeed.
 ///
 /// Its destructor answers what is under way by an error, and waits for a completion that is running
 /// unless that is the one that called it.

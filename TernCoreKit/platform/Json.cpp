@@ -11,6 +11,7 @@
 #include "TernCoreKit/platform/Utf8.hpp"
 #include "TernCoreKit/platform/detail/JsonReader.hpp"
 #include "TernCoreKit/platform/detail/JsonText.hpp"
+#include "TernCoreKit/platform/detail/common/Attempt.hpp"
 
 namespace tern::inline v5 {
 namespace {
@@ -179,6 +180,12 @@ void JsonWriter::startLine() {
   out_.append((layout_ == JsonLayout::pretty ? 4 : 1) * depth_, ' ');
 }
 
+JsonResult readDocument(std::string& text) {
+  JsonReader reader(text);
+  if (!reader.read()) return {Value(), reader.error()};
+  return {reader.takeDocument(), std::nullopt};
+}
+
 }  // namespace
 
 JsonResult decodeJson(std::string text) {
@@ -186,9 +193,9 @@ JsonResult decodeJson(std::string text) {
   if (text.size() > std::numeric_limits<std::uint32_t>::max()) {
     return {Value(), "A document of 4 GiB or more. (offset 0)"};
   }
-  JsonReader reader(text);
-  if (!reader.read()) return {Value(), reader.error()};
-  return {reader.takeDocument(), std::nullopt};
+  JsonResult result;
+  const bool isRead = detail::attempt([&] { result = readDocument(text); });
+  return isRead ? std::move(result) : JsonResult{Value(), detail::outOfMemory};
 }
 
 std::string encodeJson(const Value& value, JsonLayout layout) {

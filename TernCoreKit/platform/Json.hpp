@@ -33,7 +33,7 @@ inline constexpr int maximumJsonDepth = 512;
 ///
 /// Fails: by the result, for text that is no JSON or goes on behind the document, nesting deeper
 /// than `maximumJsonDepth`, a number that neither 64 bits nor a double can hold, text that is not
-/// UTF-8 (half a surrogate pair included), and text of 4 GiB or more.
+/// UTF-8 (half a surrogate pair included), text of 4 GiB or more, and want of memory.
 [[nodiscard]] TERN_API JsonResult decodeJson(std::string text);
 
 /// How a Value is laid out as text. `compact` is one line; `pretty` is indented by four spaces a

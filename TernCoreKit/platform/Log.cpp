@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "TernCoreKit/platform/detail/Current.hpp"
+#include "TernCoreKit/platform/detail/common/Attempt.hpp"
 
 namespace tern::inline v5 {
 namespace {
@@ -55,9 +56,11 @@ void setLogSink(LogSink sink) {
 
 void logLine(std::string_view line) {
   const bool isSafe = std::ranges::none_of(line, isControl);
-  writeLine(isSafe ? line : withoutControls(line));
+  detail::attempt([&] { writeLine(isSafe ? line : withoutControls(line)); });
 }
 
-void logSdk(std::string_view text) { logLine("Tern SDK: " + std::string(text)); }
+void logSdk(std::string_view text) {
+  detail::attempt([&] { logLine("Tern SDK: " + std::string(text)); });
+}
 
 }  // namespace tern

@@ -6,6 +6,7 @@
 /// Threads: `logLine` may be called from any thread; the sink is called on that thread, outside
 /// every lock of the library, and must itself be safe to call from several at once. `setLogSink`
 /// may be called at any time: a line that is being written goes to the old sink or to the new one.
+/// Fails: never; a line for which there is no memory is left out.
 #pragma once
 
 #include <functional>

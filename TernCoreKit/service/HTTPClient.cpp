@@ -2,11 +2,13 @@
 
 #include <utility>
 
+#include "TernCoreKit/platform/detail/common/Attempt.hpp"
 #include "TernCoreKit/service/TernCoreUtils.hpp"
 
 namespace tern::inline v5 {
 namespace {
 
+constexpr std::int64_t noMemory = 0;
 constexpr std::int64_t notModified = 304;
 constexpr std::int64_t noRequestBody = 405;
 constexpr std::int64_t badParameters = 409;
@@ -63,30 +65,34 @@ std::string serverErrorText(const Value& answer) {
   return text.isText() ? std::string(text.text()) : "Internal Server Error";
 }
 
-void finishDecoded(std::optional<std::string> error, std::int64_t status, Value answer,
-                   const HTTPClient::Completion& completion) {
-  if (error.has_value()) {
-    completion(std::move(error), status, {});
-  } else if (status == serverError) {
-    completion(serverErrorText(answer), status, {});
+using KeptCompletion = detail::Kept<HTTPClient::OriginCompletion>;
+
+void finish(HttpResponse response, std::string_view url, const KeptCompletion& completion) {
+  const std::int64_t status = response.status != 0 ? response.status : noAnswer;
+  const auto end = [&](std::optional<std::string> error, Value answer) {
+    if (!error.has_value() && status == serverError) error = serverErrorText(answer);
+    if (error.has_value()) answer = Value();
+    completion(std::move(error), status, std::move(answer), response.leftOrigin);
+  };
+  if (status == notModified) {
+    end(std::nullopt, {});
+  } else if (response.body.has_value() && !response.body->empty()) {
+    TernCoreUtils::parseJSONWithData(std::move(*response.body), end);
   } else {
-    completion(std::nullopt, status, std::move(answer));
+    const std::string text = "An error occured during " + std::string(url) + " request";
+    end(response.error.value_or(text), {});
   }
 }
 
-void finish(HttpResponse response, std::string_view url, const HTTPClient::Completion& completion) {
-  const std::int64_t status = response.status != 0 ? response.status : noAnswer;
-  if (status == notModified) {
-    completion(std::nullopt, status, {});
-  } else if (response.body.has_value() && !response.body->empty()) {
-    TernCoreUtils::parseJSONWithData(
-        std::move(*response.body), [&](std::optional<std::string> error, Value answer) {
-          finishDecoded(std::move(error), status, std::move(answer), completion);
-        });
-  } else {
-    const std::string text = "An error occured during " + std::string(url) + " request";
-    completion(response.error.value_or(text), status, {});
-  }
+// Runs the steps of a request up to where its completion is in the hands of others.
+template <class Steps>
+void begin(HTTPClient::Completion completion, Steps steps) {
+  detail::attemptWith(std::move(completion), steps,
+                      [](const auto& ended) { ended(detail::outOfMemory, noMemory, Value()); });
+}
+
+void endOutOfMemory(const auto& completion) {
+  completion(detail::outOfMemory, noMemory, Value(), false);
 }
 
 }  // namespace
@@ -98,41 +104,62 @@ std::shared_ptr<HTTPClient> HTTPClient::initWithHostURL(std::string hostURL) {
 }
 
 void HTTPClient::GET(std::string_view path, const Value& headers, Completion completion) const {
-  HttpRequest request = requestTo(hostURL_ + std::string(path), "GET");
-  addHeaders(request, headers);
-  sessionCallerWithUrl(path, std::move(request), std::move(completion));
+  begin(std::move(completion), [&](const auto& kept) {
+    HttpRequest request = requestTo(hostURL_ + std::string(path), "GET");
+    addHeaders(request, headers);
+    sessionCallerWithUrl(path, std::move(request), kept);
+  });
+}
+
+void HTTPClient::GETWithOrigin(std::string_view path, const Value& headers,
+                               OriginCompletion completion) const {
+  detail::attemptWith(
+      std::move(completion),
+      [&](const auto& kept) {
+        HttpRequest request = requestTo(hostURL_ + std::string(path), "GET");
+        addHeaders(request, headers);
+        send(path, std::move(request), kept);
+      },
+      [](const auto& ended) { endOutOfMemory(ended); });
 }
 
 void HTTPClient::GETWithFullUrl(std::string_view url, const Value& headers,
                                 Completion completion) const {
-  HttpRequest request = requestTo(url, "GET");
-  addHeaders(request, headers);
-  sessionCallerWithUrl(url, std::move(request), std::move(completion));
+  begin(std::move(completion), [&](const auto& kept) {
+    HttpRequest request = requestTo(url, "GET");
+    addHeaders(request, headers);
+    sessionCallerWithUrl(url, std::move(request), kept);
+  });
 }
 
 void HTTPClient::POST(std::string_view path, const Value& parameters, const Value& headers,
                       Completion completion) const {
-  HttpRequest request = requestTo(hostURL_ + std::string(path), "POST");
-  if (headers["Content-Type"].text() == "application/x-www-form-urlencoded") {
-    createUrlencodedRequestWithParams(parameters, headers, path, std::move(request),
-                                      std::move(completion));
-  } else {
-    sendJson(path, std::move(request), parameters, headers, std::move(completion));
-  }
+  begin(std::move(completion), [&](const auto& kept) {
+    HttpRequest request = requestTo(hostURL_ + std::string(path), "POST");
+    if (headers["Content-Type"].text() == "application/x-www-form-urlencoded") {
+      createUrlencodedRequestWithParams(parameters, headers, path, std::move(request), kept);
+    } else {
+      sendJson(path, std::move(request), parameters, headers, kept);
+    }
+  });
 }
 
 void HTTPClient::PUT(std::string_view path, const Value& parameters, const Value& headers,
                      Completion completion) const {
-  sendJson(path, requestTo(hostURL_ + std::string(path), "PUT"), parameters, headers,
-           std::move(completion));
+  begin(std::move(completion), [&](const auto& kept) {
+    sendJson(path, requestTo(hostURL_ + std::string(path), "PUT"), parameters, headers, kept);
+  });
 }
 
 void HTTPClient::DELETE(std::string_view path, const Value& headers, Completion completion) const {
-  HttpRequest request = requestTo(hostURL_ + std::string(path), "DELETE");
-  addHeaders(request, headers);
-  sessionCallerWithUrl(path, std::move(request), std::move(completion));
+  begin(std::move(completion), [&](const auto& kept) {
+    HttpRequest request = requestTo(hostURL_ + std::string(path), "DELETE");
+    addHeaders(request, headers);
+    sessionCallerWithUrl(path, std::move(request), kept);
+  });
 }
 
+// Where memory runs out, its caller tells the completion.
 void HTTPClient::sendJson(std::string_view path, HttpRequest request, const Value& parameters,
                           const Value& headers, Completion completion) const {
   TernCoreUtils::createJSONWithData(
@@ -150,23 +177,37 @@ void HTTPClient::sendJson(std::string_view path, HttpRequest request, const Valu
 void HTTPClient::createUrlencodedRequestWithParams(const Value& parameters, const Value& headers,
                                                    std::string_view url, HttpRequest request,
                                                    Completion completion) const {
-  std::string form = formOf(parameters);
-  if (form.empty()) {
-    completion("No request body provided", noRequestBody, {});
-    return;
-  }
-  request.body = std::move(form);
-  addHeaders(request, headers);
-  sessionCallerWithUrl(url, std::move(request), std::move(completion));
+  begin(std::move(completion), [&](const auto& kept) {
+    std::string form = formOf(parameters);
+    if (form.empty()) return kept("No request body provided", noRequestBody, Value());
+    request.body = std::move(form);
+    addHeaders(request, headers);
+    sessionCallerWithUrl(url, std::move(request), kept);
+  });
 }
 
 void HTTPClient::sessionCallerWithUrl(std::string_view url, HttpRequest request,
                                       Completion completion) const {
-  // The completion holds the transport, so that one which is replaced still ends what it began.
-  const std::shared_ptr<HttpTransport> transport = httpTransport();
-  transport->send(std::move(request),
-                  [transport, url = std::string(url), completion = std::move(completion)](
-                      HttpResponse response) { finish(std::move(response), url, completion); });
+  begin(std::move(completion), [&](const auto& kept) {
+    send(url, std::move(request),
+         [kept](std::optional<std::string> error, std::int64_t status, Value answer,
+                bool /*leftOrigin*/) { kept(std::move(error), status, std::move(answer)); });
+  });
+}
+
+void HTTPClient::send(std::string_view url, HttpRequest request,
+                      OriginCompletion completion) const {
+  const auto steps = [&](const KeptCompletion& kept) {
+    // The completion holds the transport, so that one which is replaced still ends what it began.
+    const std::shared_ptr<HttpTransport> transport = httpTransport();
+    transport->send(std::move(request),
+                    [transport, url = std::string(url), kept](HttpResponse response) {
+                      const auto end = [&] { finish(std::move(response), url, kept); };
+                      if (!detail::attempt(end)) endOutOfMemory(kept);
+                    });
+  };
+  detail::attemptWith(std::move(completion), steps,
+                      [](const auto& ended) { endOutOfMemory(ended); });
 }
 
 std::string HTTPClient::URLEncodeStringFromString(std::string_view string) {

@@ -20,6 +20,7 @@ namespace tern::inline v5 {
 ///
 ///     error   what went wrong; absent when an answer came that could be decoded, or a 304
 ///     status  the HTTP status, or one of the client's own:
+///                 0  memory ran out before the answer was there
 ///               405  "No request body provided": a form without parameters
 ///               409  the parameters cannot be written as JSON
 ///               444  the exchange ended without an HTTP status
@@ -31,8 +32,9 @@ namespace tern::inline v5 {
 ///
 /// Ownership: keeps its host; the client may be destroyed while its requests are under way.
 /// Threads: any. A completion is called exactly once: on a thread of the HTTP transport, or on the
-/// caller's before the call returns for 405 and 409. Several requests end in any order.
-/// Fails: through the completion only.
+/// caller's before the call returns for 0, 405 and 409. Several requests end in any order.
+/// Fails: through the completion only, also where memory runs out. REQUIRES: a completion throws
+/// nothing.
 ///
 ///     const auto client = HTTPClient::initWithHostURL("https://maps.example.com");
 ///     client->GET("/venue/7", {}, [](auto error, std::int64_t status, Value answer) { ... });
@@ -41,6 +43,10 @@ class TERN_API HTTPClient {
   /// What a request ended with; the class comment says what each value means.
   using Completion =
       std::function<void(std::optional<std::string> error, std::int64_t status, Value answer)>;
+
+  /// The same, with whether a redirect led to another host on the way: see HttpResponse.
+  using OriginCompletion = std::function<void(std::optional<std::string> error, std::int64_t status,
+                                              Value answer, bool leftOrigin)>;
 
   /// Scheme and host, with a port or base path where there is one, and no "/" at the end.
   static std::shared_ptr<HTTPClient> initWithHostURL(std::string hostURL);
@@ -52,6 +58,9 @@ class TERN_API HTTPClient {
   /// Headers and parameters are maps, whose values are sent as they print; anything else counts as
   /// empty headers or missing parameters.
   void GET(std::string_view path, const Value& headers, Completion completion) const;
+  /// As GET, for who keeps the answer as that of this host.
+  void GETWithOrigin(std::string_view path, const Value& headers,
+                     OriginCompletion completion) const;
   /// The URL stands alone, without the host.
   void GETWithFullUrl(std::string_view url, const Value& headers, Completion completion) const;
   /// The body is a form when "Content-Type" is "application/x-www-form-urlencoded", else JSON.
@@ -78,6 +87,8 @@ class TERN_API HTTPClient {
   explicit HTTPClient(std::string hostURL);
   void sendJson(std::string_view path, HttpRequest request, const Value& parameters,
                 const Value& headers, Completion completion) const;
+  TERN_INTERNAL void send(std::string_view url, HttpRequest request,
+                          OriginCompletion completion) const;
 
   const std::string hostURL_;
 };

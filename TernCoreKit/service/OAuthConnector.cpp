@@ -5,6 +5,7 @@
 
 #include "TernCoreKit/platform/Json.hpp"
 #include "TernCoreKit/platform/Mutex.hpp"
+#include "TernCoreKit/platform/detail/common/Attempt.hpp"
 #include "TernCoreKit/platform/detail/common/Immortal.hpp"
 
 namespace tern::inline v5 {
@@ -43,6 +44,11 @@ TernError noToken(std::string description) {
   return accessDenied("Could not request access token", std::move(description));
 }
 
+TernError outOfMemory() {
+  return TernError::initWithErrorType(TernErrorTypeUndefined, detail::outOfMemory,
+                                      detail::outOfMemory);
+}
+
 std::string refusal(const Value& answer) {
   const Value* const message = answer.find("message");
   return message != nullptr ? message->printed()
@@ -72,6 +78,28 @@ Value withToken(Value headers, const std::string& token) {
   return headers;
 }
 
+// Takes the service's answer in and hands the token on.
+template <class Guarded>
+void takeToken(Guarded& guarded, std::optional<std::string> error, const Value& answer,
+               const detail::Kept<OAuthConnector::TokenCompletion>& completion) {
+  const Value* const token = answer.find("access_token");
+  const Value* const seconds = answer.find("expires_in");
+  if (error.has_value()) return completion(noToken(std::move(*error)), std::nullopt);
+  if (token == nullptr || seconds == nullptr) {
+    return completion(noToken(refusal(answer)), std::nullopt);
+  }
+  // What needs memory comes before anything changes.
+  const double expiryTime = secondsIn(*seconds);
+  auto kept = textOf(*token);
+  auto handedOn = kept;
+  guarded.with([&, now = wallTime()](auto& fields) {
+    fields.expiryTime = expiryTime;
+    fields.refreshTime = now;
+    fields.accessToken.swap(kept);
+  });
+  completion(std::nullopt, std::move(handedOn));
+}
+
 }  // namespace
 
 OAuthConnector::OAuthConnector() : guarded_(std::make_shared<Guarded>()) {}
@@ -90,68 +118,59 @@ void OAuthConnector::setCredentialsWithClientId(std::string_view clientId,
                                                 std::string_view apiUrl) {
   const bool isComplete = !clientId.empty() && !clientSecret.empty() && !apiUrl.empty();
   auto http = isComplete ? HTTPClient::initWithHostURL(std::string(apiUrl)) : nullptr;
+  Value parameters = Value::map({{"grant_type", "client_credentials"},
+                                 {"scope", "sdk.read"},
+                                 {"client_id", clientId},
+                                 {"client_secret", clientSecret}});
   guarded_->with([&](Fields& fields) {
     fields.refreshTime.reset();
     if (!isComplete) return;
     fields.http = std::move(http);
-    fields.tokenRequestData = Value::map({{"grant_type", "client_credentials"},
-                                          {"scope", "sdk.read"},
-                                          {"client_id", clientId},
-                                          {"client_secret", clientSecret}});
+    fields.tokenRequestData = std::move(parameters);
   });
 }
 
 void OAuthConnector::requestToken(TokenCompletion completion) {
-  const auto [http, parameters] = guarded_->with(
-      [](const Fields& fields) { return std::pair(fields.http, fields.tokenRequestData); });
-  if (parameters.isAbsent() || http == nullptr) {
-    completion(accessDenied("Please Authenticate",
-                            "Please authenticate with client_id and client_secret before "
-                            "requesting access token"),
-               std::nullopt);
-    return;
-  }
-  const Value headers = Value::map(
-      {{"Content-Type", "application/x-www-form-urlencoded"}, {"Accept", "application/json"}});
-  http->POST(tokenAPIEndpoint(), parameters, headers,
-             [guarded = guarded_, completion = std::move(completion)](
-                 std::optional<std::string> error, std::int64_t /*status*/, const Value& answer) {
-               const Value* const token = answer.find("access_token");
-               const Value* const seconds = answer.find("expires_in");
-               if (error.has_value()) {
-                 completion(noToken(std::move(*error)), std::nullopt);
-               } else if (token == nullptr || seconds == nullptr) {
-                 completion(noToken(refusal(answer)), std::nullopt);
-               } else {
-                 guarded->with([&, now = wallTime()](Fields& fields) {
-                   fields.expiryTime = secondsIn(*seconds);
-                   fields.refreshTime = now;
-                   fields.accessToken = textOf(*token);
-                 });
-                 completion(std::nullopt, textOf(*token));
-               }
-             });
+  const auto fail = [](const auto& ended) { ended(outOfMemory(), std::nullopt); };
+  const auto steps = [&](const detail::Kept<TokenCompletion>& kept) {
+    const auto [http, parameters] = guarded_->with(
+        [](const Fields& fields) { return std::pair(fields.http, fields.tokenRequestData); });
+    if (parameters.isAbsent() || http == nullptr) {
+      return kept(accessDenied("Please Authenticate",
+                               "Please authenticate with client_id and client_secret before "
+                               "requesting access token"),
+                  std::nullopt);
+    }
+    const Value headers = Value::map(
+        {{"Content-Type", "application/x-www-form-urlencoded"}, {"Accept", "application/json"}});
+    http->POST(tokenAPIEndpoint(), parameters, headers,
+               [guarded = guarded_, kept, fail](std::optional<std::string> error,
+                                                std::int64_t /*status*/, const Value& answer) {
+                 const auto take = [&] { takeToken(*guarded, std::move(error), answer, kept); };
+                 if (!detail::attempt(take)) fail(kept);
+               });
+  };
+  detail::attemptWith(std::move(completion), steps, fail);
 }
 
 void OAuthConnector::getAccessTokenInHeader(Value headers, HeaderCompletion completion) {
-  const WallTime now = wallTime();
-  // Both in one go: a token that is replaced in between would be judged by the other's time.
-  const auto [isExpired, token] = guarded_->with([&](const Fields& fields) {
-    return std::pair(isTokenExpired(fields.expiryTime, fields.refreshTime, now),
-                     fields.accessToken);
-  });
-  if (!isExpired) {
-    createTokenHeader(std::move(headers), token, completion);
-    return;
-  }
-  requestToken([headers = std::move(headers), completion = std::move(completion)](
-                   std::optional<TernError> error, const std::optional<std::string>& newToken) {
-    if (error.has_value()) {
-      completion(std::move(error), {});
-    } else {
-      createTokenHeader(headers, newToken, completion);
-    }
-  });
+  const auto fail = [](const auto& ended) { ended(outOfMemory(), Value()); };
+  const auto steps = [&](const detail::Kept<HeaderCompletion>& kept) {
+    const WallTime now = wallTime();
+    // Both in one go: a token that is replaced in between would be judged by the other's time.
+    const auto [isExpired, token] = guarded_->with([&](const Fields& fields) {
+      return std::pair(isTokenExpired(fields.expiryTime, fields.refreshTime, now),
+                       fields.accessToken);
+    });
+    if (!isExpired) return createTokenHeader(std::move(headers), token, kept);
+    requestToken([headers = std::move(headers), kept, fail](
+                     std::optional<TernError> error, const std::optional<std::string>& newToken) {
+      if (error.has_value()) return kept(std::move(error), Value());
+      const auto end = [&] { createTokenHeader(headers, newToken, kept); };
+      if (!detail::attempt(end)) fail(kept);
+    });
+  };
+  detail::attemptWith(std::move(completion), steps, fail);
 }
 
 void OAuthConnector::createTokenHeader(Value headers, const std::optional<std::string>& token,

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "TernCoreKit/platform/Log.hpp"
+#include "TernCoreKit/platform/detail/common/Attempt.hpp"
 #include "TernCoreKit/service/TernCoreUtils.hpp"
 
 namespace tern::inline v5 {
@@ -31,6 +32,16 @@ bool isStorableKey(std::string_view key) {
     key.remove_prefix(name.size());
   }
   return true;
+}
+
+void logUnread(const Value& key) {
+  logSdk("a cached answer cannot be read or is longer than " +
+         std::to_string(TernFileCaching::mostEntryBytes) + " bytes: " + key.printed());
+}
+
+void logTooLong(const Value& key) {
+  logSdk("an answer is not cached, as it is longer than " +
+         std::to_string(TernFileCaching::mostEntryBytes) + " bytes: " + key.printed());
 }
 
 TernError notFound(std::optional<std::string> message, std::string description) {
@@ -64,17 +75,21 @@ std::optional<std::string> TernFileCaching::fileOf(const Value& key) const {
 }
 
 void TernFileCaching::getCacheFileAtPath(const Value& key, const ReadCompletion& completion) const {
-  const auto file = fileOf(key);
-  auto data = file ? fileManager_->readFile(*file) : std::nullopt;
-  if (!data) {
-    return completion(notFound(std::nullopt, "No data found in cache for path: " + key.printed()),
-                      {});
-  }
-  TernCoreUtils::parseJSONWithData(
-      std::move(*data), [&](std::optional<std::string> error, Value answer) {
-        if (error) return completion(notFound(std::nullopt, std::move(*error)), {});
-        completion(std::nullopt, std::move(answer));
-      });
+  const auto read = [&] {
+    const auto file = fileOf(key);
+    auto data = file ? fileManager_->readFile(*file, mostEntryBytes) : std::nullopt;
+    if (!data) {
+      if (file && fileManager_->isFile(*file)) logUnread(key);
+      return completion(notFound(std::nullopt, "No data found in cache for path: " + key.printed()),
+                        {});
+    }
+    TernCoreUtils::parseJSONWithData(
+        std::move(*data), [&](std::optional<std::string> error, Value answer) {
+          if (error) return completion(notFound(std::nullopt, std::move(*error)), {});
+          completion(std::nullopt, std::move(answer));
+        });
+  };
+  if (!detail::attempt(read)) completion(notFound(detail::outOfMemory, detail::outOfMemory), {});
 }
 
 bool TernFileCaching::doesFileExistsAtPath(const Value& key) const {
@@ -96,9 +111,19 @@ bool TernFileCaching::createDirectoryWithPath(const Value& key) const {
 }
 
 bool TernFileCaching::saveData(std::string_view data, const Value& key) const {
+  bool isSaved = false;
+  detail::attempt([&] { isSaved = save(data, key); });
+  return isSaved;
+}
+
+bool TernFileCaching::save(std::string_view data, const Value& key) const {
   const auto file = fileOf(key);
   if (!file || key.text().empty()) {
     logLine("No key to save under: " + key.printed());
+    return false;
+  }
+  if (data.size() > mostEntryBytes) {
+    logTooLong(key);
     return false;
   }
   if (!doesDirectoryExistsAtPath(key) && !createDirectoryWithPath(key) &&

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -22,6 +23,9 @@ namespace tern::inline v5 {
 /// NUL, a name of more than 255 bytes) is never stored: nothing is read, written or removed for it.
 /// Keys are Values because not being a text is one of the errors that are reported.
 ///
+/// An answer of more than `mostEntryBytes` is neither written nor read; one line in the log says
+/// so.
+///
 /// Ownership: shares its file system. Threads: any; two processes may use one folder. All work is
 /// done, and every completion called, before the call returns.
 /// Fails: by false or by a TernError.
@@ -35,6 +39,10 @@ class TERN_API TernFileCaching {
   using Completion = std::function<void(std::optional<TernError> error)>;
   /// The answer is what the file holds, of whatever kind; absent with an error.
   using ReadCompletion = std::function<void(std::optional<TernError> error, Value answer)>;
+
+  /// The most bytes of one entry, 512 MiB: as many as the longest body that the default transport
+  /// takes.
+  static constexpr std::size_t mostEntryBytes = std::size_t{512} << 20U;
 
   /// Checks the version, which may wipe the documents folder. Without a file system: the process's.
   static std::shared_ptr<TernFileCaching> initWithVersion(
@@ -80,6 +88,8 @@ class TERN_API TernFileCaching {
   // The entry's folder, relative to the documents folder; none for a key that is never stored.
   std::optional<std::string> folderOf(const Value& key) const;
   std::optional<std::string> fileOf(const Value& key) const;
+  // As saveData, where there is memory enough.
+  TERN_INTERNAL bool save(std::string_view data, const Value& key) const;
   // Removes what lies in the folder but the one name; the first failure ends it.
   std::optional<TernError> emptyFolder(const std::string& folder, std::string_view keeping) const;
 

@@ -14,6 +14,7 @@
 #include "TernCoreKit/model/venue/VenueAssembly.hpp"
 #include "TernCoreKit/platform/Log.hpp"
 #include "TernCoreKit/platform/Notifications.hpp"
+#include "TernCoreKit/platform/detail/common/Attempt.hpp"
 #include "TernCoreKit/service/ServiceHost.hpp"
 #include "TernCoreKit/service/TernCoreUtils.hpp"
 #include "TernCoreKit/service/detail/CachedFetch.hpp"
@@ -84,10 +85,45 @@ void addEntries(Value& payload, const Value& data) {
   for (const Value::Entry& entry : data.entries()) payload.set(entry.key.text(), entry.value);
 }
 
-void announce(std::string_view name, std::string_view endpoint, Value payload) {
+Value mapOf(const Value& data) { return data.isMap() ? data : Value::map(); }
+
+// One for which there is no memory is left out: what it tells of goes on.
+void announce(std::string_view name, std::string_view endpoint, const auto& payloadOf) {
   if (endpoint.empty()) return;
-  payload.set("endpoint", endpoint);
-  postNotification(name, payload);
+  detail::attempt([&] {
+    Value payload = payloadOf();
+    payload.set("endpoint", endpoint);
+    postNotification(name, payload);
+  });
+}
+
+TernError outOfMemory() {
+  return TernError::initWithErrorType(TernErrorTypeUndefined, detail::outOfMemory,
+                                      detail::outOfMemory);
+}
+
+// Calls a completion that takes an error, or something and an error.
+void endOutOfMemory(const auto& completion) {
+  if constexpr (requires { completion(outOfMemory()); }) {
+    completion(outOfMemory());
+  } else {
+    completion({}, outOfMemory());
+  }
+}
+
+// Ends with the records of a collection that should be loaded by now.
+void endWithAll(const auto& loaded, std::optional<TernError> error, const auto& completion) {
+  if (error || loaded == nullptr) return completion.get()({}, std::move(error));
+  decltype(loaded->getAll()) all;
+  if (!detail::attempt([&] { all = loaded->getAll(); })) return endOutOfMemory(completion.get());
+  completion(std::move(all), std::nullopt);
+}
+
+// Runs the first steps of a load, up to where its completion is in the hands of others.
+template <class Completion, class Steps>
+void begin(Completion completion, Steps steps) {
+  detail::attemptWith(std::move(completion), steps,
+                      [](const Completion& ended) { endOutOfMemory(ended); });
 }
 
 }  // namespace
@@ -247,24 +283,25 @@ bool TernHub::lacksCustomer() const {
 
 void TernHub::populateCoreWithExternalIds(std::string_view externalIds, Completion completion) {
   // The completion may let the hub go.
-  const auto self = shared_from_this();
-  write(&Fields::id, {});
-  if (lacksCustomer()) completion(wrongArgument());
-  auto endpoint = externalIds.empty() ? customerFullCallAPI()
-                                      : customerFullCallAPIWithExternalVenueIds(externalIds);
-  fetchCached(self, detail::customerRules, endpoint,
-              [self, endpoint, completion = std::move(completion)](
-                  std::optional<TernError> error, Value answer, AnswerSource source) {
-                if (error) return completion(std::move(error));
-                if (source == AnswerSource::service) {
-                  self->takeCore(std::move(answer), endpoint);
-                } else if (source == AnswerSource::cacheInstead) {
-                  self->takeCachedCore(std::move(answer), endpoint);
-                } else {
-                  self->initWithDictionary(std::move(answer));
-                }
-                completion(std::nullopt);
-              });
+  begin(std::move(completion), [&, self = shared_from_this()](const auto& kept) {
+    write(&Fields::id, {});
+    if (lacksCustomer()) kept(wrongArgument());
+    auto endpoint = externalIds.empty() ? customerFullCallAPI()
+                                        : customerFullCallAPIWithExternalVenueIds(externalIds);
+    fetchCached(
+        self, detail::customerRules, endpoint,
+        [self, endpoint, kept](std::optional<TernError> error, Value answer, AnswerSource source) {
+          if (error) return kept(std::move(error));
+          if (source == AnswerSource::service) {
+            self->takeCore(std::move(answer), endpoint);
+          } else if (source == AnswerSource::cacheInstead) {
+            self->takeCachedCore(std::move(answer), endpoint);
+          } else {
+            self->initWithDictionary(std::move(answer));
+          }
+          kept(std::nullopt);
+        });
+  });
 }
 
 void TernHub::takeCore(Value answer, std::string_view endpoint) {
@@ -291,48 +328,45 @@ void TernHub::initWithDictionary(Value answer) {
 }
 
 void TernHub::getVenues(VenuesCompletion completion) {
-  const auto loaded = venues();
-  if (loaded != nullptr && loaded->getCount() > 0) {
-    return completion(loaded->getAll(), std::nullopt);
-  }
-  getVenuesWithExternalIds({}, std::move(completion));
+  begin(std::move(completion), [&](const auto& kept) {
+    const auto loaded = venues();
+    if (loaded != nullptr && loaded->getCount() > 0) return kept(loaded->getAll(), std::nullopt);
+    getVenuesWithExternalIds({}, kept);
+  });
 }
 
 void TernHub::getVenuesWithExternalIds(const std::vector<std::string>& externalIds,
                                        VenuesCompletion completion) {
-  populateCoreWithExternalIds(joined(externalIds, [](const std::string& id) { return id; }),
-                              [self = shared_from_this(),
-                               completion = std::move(completion)](std::optional<TernError> error) {
-                                const auto loaded = self->venues();
-                                if (error || loaded == nullptr)
-                                  return completion({}, std::move(error));
-                                completion(loaded->getAll(), std::nullopt);
-                              });
+  begin(std::move(completion), [&](const auto& kept) {
+    populateCoreWithExternalIds(joined(externalIds, [](const std::string& id) { return id; }),
+                                [self = shared_from_this(), kept](std::optional<TernError> error) {
+                                  endWithAll(self->venues(), std::move(error), kept);
+                                });
+  });
 }
 
 void TernHub::getLocales(LocalesCompletion completion) {
-  if (const auto loaded = locales()) return completion(loaded->getAll(), std::nullopt);
-  populateLocales([self = shared_from_this(),
-                   completion = std::move(completion)](std::optional<TernError> error) {
-    const auto loaded = self->locales();
-    if (error || loaded == nullptr) return completion({}, std::move(error));
-    completion(loaded->getAll(), std::nullopt);
+  begin(std::move(completion), [&](const auto& kept) {
+    if (const auto loaded = locales()) return kept(loaded->getAll(), std::nullopt);
+    populateLocales([self = shared_from_this(), kept](std::optional<TernError> error) {
+      endWithAll(self->locales(), std::move(error), kept);
+    });
   });
 }
 
 void TernHub::populateLocales(Completion completion) {
-  const auto self = shared_from_this();
-  if (lacksCustomer()) completion(wrongArgument());
-  fetchCached(self, detail::quietRules, localesAPI(),
-              [self, completion = std::move(completion)](std::optional<TernError> error,
-                                                         Value answer, AnswerSource source) {
-                if (!error) error = errorOfCached(source, answer);
-                if (error) return completion(std::move(error));
-                auto locales = std::make_shared<TernLocaleCollection>();
-                locales->takeBatch(std::move(answer));
-                self->write(&Fields::locales, std::move(locales));
-                completion(std::nullopt);
-              });
+  begin(std::move(completion), [&, self = shared_from_this()](const auto& kept) {
+    if (lacksCustomer()) kept(wrongArgument());
+    fetchCached(self, detail::quietRules, localesAPI(),
+                [self, kept](std::optional<TernError> error, Value answer, AnswerSource source) {
+                  if (!error) error = errorOfCached(source, answer);
+                  if (error) return kept(std::move(error));
+                  auto locales = std::make_shared<TernLocaleCollection>();
+                  locales->takeBatch(std::move(answer));
+                  self->write(&Fields::locales, std::move(locales));
+                  kept(std::nullopt);
+                });
+  });
 }
 
 // Venues and buildings
@@ -345,13 +379,15 @@ void TernHub::populateVenue(const std::shared_ptr<TernVenue>& venue, VenueComple
 
 void TernHub::populateVenueByVenueId(std::int64_t venueId, VenueCompletion completion) {
   write(&Fields::activeVenue, nullptr);
-  auto endpoint = venueComponenentsAPIWithVenueID(venueId);
-  fetchCached(shared_from_this(), detail::venueRules, endpoint,
-              [self = shared_from_this(), endpoint, venueId, completion = std::move(completion)](
-                  std::optional<TernError> error, Value answer, AnswerSource) {
-                if (error) return completion(nullptr, std::move(error));
-                self->populateVenueWithData(std::move(answer), endpoint, venueId, completion);
-              });
+  begin(std::move(completion), [&](const auto& kept) {
+    auto endpoint = venueComponenentsAPIWithVenueID(venueId);
+    fetchCached(shared_from_this(), detail::venueRules, endpoint,
+                [self = shared_from_this(), endpoint, venueId, kept](std::optional<TernError> error,
+                                                                     Value answer, AnswerSource) {
+                  if (error) return kept(nullptr, std::move(error));
+                  self->populateVenueWithData(std::move(answer), endpoint, venueId, kept.get());
+                });
+  });
 }
 
 // The venue is made of the data as they came: what names it is the document itself.
@@ -374,15 +410,17 @@ void TernHub::populateMapTemplatesWithCompletionHandler(VenueCompletion completi
 }
 
 void TernHub::loadMapTemplate(std::shared_ptr<TernActiveVenue> venue, VenueCompletion completion) {
-  auto endpoint = customerPath() + "/map-template/" +
-                  std::string(venue->defaultMapTemplateId.text()) + "/full" + query(defaultLocale);
-  fetchCached(shared_from_this(), detail::quietRules, std::move(endpoint),
-              [venue = std::move(venue), completion = std::move(completion)](
-                  std::optional<TernError> error, Value answer, AnswerSource source) {
-                if (!error) error = errorOfCached(source, answer);
-                if (!error) venue->storeMapTemplateData(std::move(answer));
-                completion(venue, std::move(error));
-              });
+  begin(std::move(completion), [&](const auto& kept) {
+    auto endpoint = customerPath() + "/map-template/" +
+                    std::string(venue->defaultMapTemplateId.text()) + "/full" +
+                    query(defaultLocale);
+    fetchCached(shared_from_this(), detail::quietRules, std::move(endpoint),
+                [venue, kept](std::optional<TernError> error, Value answer, AnswerSource source) {
+                  if (!error) error = errorOfCached(source, answer);
+                  if (!error) venue->storeMapTemplateData(std::move(answer));
+                  kept(venue, std::move(error));
+                });
+  });
 }
 
 void TernHub::populateVenueWithDefaultBuildingByVenueId(std::int64_t venueId,
@@ -406,28 +444,33 @@ void TernHub::populateVenueWithBuildingByVenueId(std::int64_t venueId, std::int6
 // A venue without its map template is a venue all the same.
 void TernHub::loadVenueWithBuilding(std::int64_t venueId, ChooseBuilding choose,
                                     VenueCompletion completion) {
-  populateVenueByVenueId(
-      venueId,
-      [self = shared_from_this(), choose = std::move(choose), completion = std::move(completion)](
-          std::shared_ptr<TernActiveVenue> venue, std::optional<TernError> error) {
-        if (venue == nullptr) return completion(nullptr, std::move(error));
-        auto chosen = choose(*venue);
-        if (auto* none = std::get_if<TernError>(&chosen)) {
-          return completion(nullptr, std::move(*none));
-        }
-        self->populateBuildingInVenue(venue, std::get<std::int64_t>(chosen), completion);
-      });
+  begin(std::move(completion), [&](const auto& kept) {
+    populateVenueByVenueId(
+        venueId, [self = shared_from_this(), choose = std::move(choose), kept](
+                     std::shared_ptr<TernActiveVenue> venue, std::optional<TernError> error) {
+          if (venue == nullptr) return kept(nullptr, std::move(error));
+          const auto go = [&] {
+            auto chosen = choose(*venue);
+            if (auto* none = std::get_if<TernError>(&chosen))
+              return kept(nullptr, std::move(*none));
+            self->populateBuildingInVenue(venue, std::get<std::int64_t>(chosen), kept);
+          };
+          if (!detail::attempt(go)) endOutOfMemory(kept.get());
+        });
+  });
 }
 
 void TernHub::populateBuildingInVenue(const std::shared_ptr<TernActiveVenue>& venue,
                                       std::int64_t buildingId, VenueCompletion completion) {
   if (venue == nullptr) return completion(nullptr, wrongArgument());
-  loadBuilding(
-      venue, buildingId, [self = shared_from_this(), venue] { self->finishBuildings(venue); },
-      [venue, completion = std::move(completion)](std::optional<TernError> error) {
-        if (error) return completion(nullptr, std::move(error));
-        completion(venue, std::nullopt);
-      });
+  begin(std::move(completion), [&](const auto& kept) {
+    loadBuilding(
+        venue, buildingId, [self = shared_from_this(), venue] { self->finishBuildings(venue); },
+        [venue, kept](std::optional<TernError> error) {
+          if (error) return kept(nullptr, std::move(error));
+          kept(venue, std::nullopt);
+        });
+  });
 }
 
 void TernHub::populateBuildingsInVenue(const std::shared_ptr<TernActiveVenue>& venue,
@@ -438,37 +481,42 @@ void TernHub::populateBuildingsInVenue(const std::shared_ptr<TernActiveVenue>& v
     bool hasBuilding = false;
     std::optional<TernError> error;
   };
-  const auto self = shared_from_this();
-  const auto outcome = std::make_shared<Outcome>();
-  const auto load = [self, venue, outcome](std::int64_t buildingId, const detail::LoadNext& next) {
-    self->loadBuilding(
-        venue, buildingId, [outcome] { outcome->hasBuilding = true; },
-        [outcome, next](std::optional<TernError> error) {
-          if (!outcome->error) outcome->error = std::move(error);
-          next();
-        });
-  };
-  detail::loadInTurn(std::move(buildingIds), load,
-                     [self, venue, outcome, completion = std::move(completion)] {
-                       if (outcome->hasBuilding) self->finishBuildings(venue);
-                       completion(venue, std::move(outcome->error));
-                     });
+  begin(std::move(completion), [&, self = shared_from_this()](const auto& kept) {
+    const auto outcome = std::make_shared<Outcome>();
+    const auto load = [self, venue, outcome](std::int64_t buildingId,
+                                             const detail::LoadNext& next) {
+      self->loadBuilding(
+          venue, buildingId, [outcome] { outcome->hasBuilding = true; },
+          [outcome, next](std::optional<TernError> error) {
+            if (!outcome->error) outcome->error = std::move(error);
+            next();
+          });
+    };
+    const auto finish = [self, venue, outcome, kept](bool areAllBegun) {
+      const auto build = [&] { self->finishBuildings(venue); };
+      const bool isBuilt = !outcome->hasBuilding || detail::attempt(build);
+      if (!(areAllBegun && isBuilt) && !outcome->error) outcome->error = outOfMemory();
+      kept(venue, std::move(outcome->error));
+    };
+    detail::loadInTurn(std::move(buildingIds), load, finish);
+  });
 }
 
 void TernHub::loadBuilding(const std::shared_ptr<TernActiveVenue>& venue, std::int64_t buildingId,
                            std::function<void()> taken, Completion completion) {
-  if (!venue->buildings || venue->buildings->findById(buildingId) == nullptr) {
-    return completion(notFound("Building with ID: " + std::to_string(buildingId) + " not found."));
-  }
-  auto endpoint = buildingAPIWithVenue(*venue, buildingId);
-  fetchCached(shared_from_this(), detail::buildingRules, endpoint,
-              [self = shared_from_this(), venue, buildingId, endpoint, taken = std::move(taken),
-               completion = std::move(completion)](std::optional<TernError> error, Value answer,
-                                                   AnswerSource) {
-                if (error) return completion(std::move(error));
-                self->takeBuilding(std::move(answer), endpoint, venue, buildingId, taken);
-                completion(std::nullopt);
-              });
+  begin(std::move(completion), [&](const auto& kept) {
+    if (!venue->buildings || venue->buildings->findById(buildingId) == nullptr) {
+      return kept(notFound("Building with ID: " + std::to_string(buildingId) + " not found."));
+    }
+    auto endpoint = buildingAPIWithVenue(*venue, buildingId);
+    fetchCached(shared_from_this(), detail::buildingRules, endpoint,
+                [self = shared_from_this(), venue, buildingId, endpoint, taken = std::move(taken),
+                 kept](std::optional<TernError> error, Value answer, AnswerSource) {
+                  if (error) return kept(std::move(error));
+                  self->takeBuilding(std::move(answer), endpoint, venue, buildingId, taken);
+                  kept(std::nullopt);
+                });
+  });
 }
 
 void TernHub::takeBuilding(Value data, std::string_view endPoint,
@@ -500,36 +548,46 @@ void TernHub::finishBuildings(const std::shared_ptr<TernActiveVenue>& venue) {
   if (isMultiActiveVenues()) return;
   venue->updateWayfindDataWithCompletion([self = shared_from_this()](bool isBuilt) {
     const auto listener = self->delegate();
-    if (isBuilt && listener != nullptr) listener->wayfindDataLoaded();
+    if (listener == nullptr) return;
+    isBuilt ? listener->wayfindDataLoaded() : listener->wayfindDataFailed();
   });
 }
 
 void TernHub::populateVenuesWithDefaultBuilding(std::vector<std::int64_t> venueIds,
                                                 MultiVenueCompletion completion) {
   write(&Fields::isMultiActiveVenues, true);
-  const auto self = shared_from_this();
-  const auto venues = std::make_shared<std::vector<std::shared_ptr<TernActiveVenue>>>();
-  const auto load = [self, venues, completion](std::int64_t venueId, const detail::LoadNext& next) {
-    const auto joined = self->multiActiveVenues();
-    if (joined != nullptr && joined->venueConnections().contains(std::to_string(venueId))) {
-      return next();
-    }
-    self->populateVenueWithDefaultBuildingByVenueId(
-        venueId, [self, venues, completion, next](std::shared_ptr<TernActiveVenue> venue,
-                                                  std::optional<TernError> error) {
-          if (error) {
-            self->write(&Fields::isMultiActiveVenues, false);
-            completion(nullptr, std::move(error));
-          }
-          if (venue != nullptr) venues->push_back(std::move(venue));
-          next();
-        });
-  };
-  detail::loadInTurn(std::move(venueIds), load, [self, venues, completion] {
-    self->joinVenues(*venues);
+  const auto fail = [self = shared_from_this()](const MultiVenueCompletion& ended,
+                                                std::optional<TernError> error) {
     self->write(&Fields::isMultiActiveVenues, false);
-    completion(self->multiActiveVenues(), std::nullopt);
-  });
+    ended(nullptr, std::move(error));
+  };
+  const auto steps = [&, self = shared_from_this()](const auto& kept) {
+    const auto venues = std::make_shared<std::vector<std::shared_ptr<TernActiveVenue>>>();
+    venues->reserve(venueIds.size());
+    const auto load = [self, venues, kept, fail](std::int64_t venueId,
+                                                 const detail::LoadNext& next) {
+      const auto joined = self->multiActiveVenues();
+      if (joined != nullptr && joined->venueConnections().contains(std::to_string(venueId))) {
+        return next();
+      }
+      self->populateVenueWithDefaultBuildingByVenueId(
+          venueId, [venues, kept, fail, next](std::shared_ptr<TernActiveVenue> venue,
+                                              std::optional<TernError> error) {
+            if (error) fail(kept.get(), std::move(error));
+            if (venue != nullptr) venues->push_back(std::move(venue));
+            next();
+          });
+    };
+    const auto finish = [self, venues, kept, fail](bool areAllBegun) {
+      const auto join = [&] { self->joinVenues(*venues); };
+      if (!areAllBegun || !detail::attempt(join)) return fail(kept.get(), outOfMemory());
+      self->write(&Fields::isMultiActiveVenues, false);
+      kept(self->multiActiveVenues(), std::nullopt);
+    };
+    detail::loadInTurn(std::move(venueIds), load, finish);
+  };
+  detail::attemptWith(std::move(completion), steps,
+                      [&](const MultiVenueCompletion& ended) { fail(ended, outOfMemory()); });
 }
 
 void TernHub::joinVenues(const std::vector<std::shared_ptr<TernActiveVenue>>& venues) {
@@ -548,14 +606,15 @@ void TernHub::destroyActiveVenue() {
 
 void TernHub::populateDestinationsForVenues(const std::vector<std::int64_t>& venueIds,
                                             DestinationsCompletion completion) {
-  auto endpoint = destinationsComponenentsAPIWithVenueIDs(
-      joined(venueIds, [](std::int64_t id) { return std::to_string(id); }));
-  fetchUncached(shared_from_this(), detail::UncachedHost::ofDestinations, std::move(endpoint),
-                [self = shared_from_this(), completion = std::move(completion)](
-                    Value answer, std::optional<TernError> error) {
-                  if (error) return completion(nullptr, std::move(error));
-                  self->parsePopulateDestinationsForVenues(std::move(answer), completion);
-                });
+  begin(std::move(completion), [&](const auto& kept) {
+    auto endpoint = destinationsComponenentsAPIWithVenueIDs(
+        joined(venueIds, [](std::int64_t id) { return std::to_string(id); }));
+    fetchUncached(shared_from_this(), detail::UncachedHost::ofDestinations, std::move(endpoint),
+                  [self = shared_from_this(), kept](Value answer, std::optional<TernError> error) {
+                    if (error) return kept(nullptr, std::move(error));
+                    self->parsePopulateDestinationsForVenues(std::move(answer), kept.get());
+                  });
+  });
 }
 
 void TernHub::parsePopulateDestinationsForVenues(Value answer,
@@ -574,11 +633,12 @@ void TernHub::parsePopulateDestinationsForVenues(Value answer,
 }
 
 void TernHub::getRequest(const Value& path, AnswerCompletion completion) {
-  if (!path.isText()) {
-    return completion({}, wrongArgument("Invalid URL", "URL should be an NSString"));
-  }
-  fetchUncached(shared_from_this(), detail::UncachedHost::ofHub, getRequest(path.text()),
-                std::move(completion));
+  begin(std::move(completion), [&](const auto& kept) {
+    if (!path.isText()) {
+      return kept(Value(), wrongArgument("Invalid URL", "URL should be an NSString"));
+    }
+    fetchUncached(shared_from_this(), detail::UncachedHost::ofHub, getRequest(path.text()), kept);
+  });
 }
 
 // Cache
@@ -611,19 +671,22 @@ void TernHub::saveData(const Value& data, const Value& cacheFilePath,
   const auto reportFailure = [&](std::optional<TernError> error) {
     if (error) completion(std::move(error));
   };
-  TernCoreUtils::createJSONWithData(
-      data, [&](std::optional<std::string> error, const std::optional<std::string>& text) {
-        if (error) {
-          if (disk != nullptr) disk->deleteFileAtPath(cacheFilePath, reportFailure);
-          return completion(TernError::initWithErrorType(TernErrorTypeIncorrectJSON, std::nullopt,
-                                                         std::move(error)));
-        }
-        if (disk != nullptr && disk->replaceData(*text, cacheFilePath, reportFailure)) {
-          return completion(std::nullopt);
-        }
-        completion(TernError::initWithErrorType(TernErrorTypeUndefined, std::nullopt,
-                                                "Could not cache file at path"));
-      });
+  const auto save = [&] {
+    TernCoreUtils::createJSONWithData(
+        data, [&](std::optional<std::string> error, const std::optional<std::string>& text) {
+          if (error) {
+            if (disk != nullptr) disk->deleteFileAtPath(cacheFilePath, reportFailure);
+            return completion(TernError::initWithErrorType(TernErrorTypeIncorrectJSON, std::nullopt,
+                                                           std::move(error)));
+          }
+          if (disk != nullptr && disk->replaceData(*text, cacheFilePath, reportFailure)) {
+            return completion(std::nullopt);
+          }
+          completion(TernError::initWithErrorType(TernErrorTypeUndefined, std::nullopt,
+                                                  "Could not cache file at path"));
+        });
+  };
+  if (!detail::attempt(save)) endOutOfMemory(completion);
 }
 
 Value TernHub::returnTemporaryCache() {
@@ -656,24 +719,26 @@ void TernHub::clearCacheByVenueId(std::int64_t venueId) const {
 // Notifications
 
 void TernHub::startServerPluginResponseForApi(std::string_view endpoint, const Value& data) {
-  announce("TERN_CORE_SERVER_REQUEST_START", endpoint, data.isMap() ? data : Value::map());
+  announce("TERN_CORE_SERVER_REQUEST_START", endpoint, [&] { return mapOf(data); });
 }
 
 void TernHub::failedServerPluginResponseForApi(std::string_view endpoint,
                                                const std::optional<TernError>& error,
                                                const Value& data) {
   if (!error) return;
-  Value payload = Value::map({{"endpoint", endpoint},
-                              {"error", Value::map({{"code", error->code},
-                                                    {"description", error->errorDescription},
-                                                    {"message", error->message}})}});
-  addEntries(payload, data);
-  announce("TERN_CORE_SERVER_REQUEST_FAILED", endpoint, std::move(payload));
+  announce("TERN_CORE_SERVER_REQUEST_FAILED", endpoint, [&] {
+    Value payload = Value::map({{"endpoint", endpoint},
+                                {"error", Value::map({{"code", error->code},
+                                                      {"description", error->errorDescription},
+                                                      {"message", error->message}})}});
+    addEntries(payload, data);
+    return payload;
+  });
 }
 
 void TernHub::successfulServerPluginsResponseForApi(std::string_view endpoint,
                                                     const Value& values) {
-  announce("TERN_CORE_SERVER_REQUEST_SUCCESS", endpoint, values.isMap() ? values : Value::map());
+  announce("TERN_CORE_SERVER_REQUEST_SUCCESS", endpoint, [&] { return mapOf(values); });
 }
 
 Value TernHub::addToItemDictionary(const Value& dictionary, std::string_view key,

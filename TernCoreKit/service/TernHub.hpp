@@ -37,6 +37,9 @@ class TERN_API TernHubDelegate {
 
   /// The graph of the active venue has been built. Called on the background queue.
   virtual void wayfindDataLoaded() {}
+  /// It could not be built for want of memory; what there was before is still asked. Called on the
+  /// background queue, or where the building was loaded.
+  virtual void wayfindDataFailed() {}
 };
 
 /// The way into the library: loads a customer's venues from the mapping service, keeps every answer
@@ -57,7 +60,7 @@ class TERN_API TernHubDelegate {
 /// setters may be called at any time. Completions, notifications and the delegate run on a thread
 /// of the HTTP transport, or on the caller's before the call returns when no request was needed;
 /// loads of several venues or buildings complete on the background queue, and there a graph is
-/// built and the delegate told.
+/// built and the delegate told. REQUIRES: none of them throws.
 /// Fails: through the completions. A hub without all credentials has no token connector, and a load
 /// that needs a token then never completes.
 ///

@@ -1,12 +1,23 @@
 #include "TernCoreKit/spatial/TernNearestElement.hpp"
 
+#include <tuple>
 #include <utility>
 
 #include "TernCoreKit/model/collections/TernVenueData.hpp"
+#include "TernCoreKit/platform/detail/common/Attempt.hpp"
 #include "TernCoreKit/spatial/detail/NearestIndex.hpp"
 #include "TernCoreKit/spatial/detail/NearestQuestion.hpp"
 
 namespace tern::inline v5 {
+
+namespace {
+
+TernError outOfMemory() {
+  return TernError::initWithErrorType(TernErrorTypeUndefined, detail::outOfMemory,
+                                      detail::outOfMemory);
+}
+
+}  // namespace
 
 TernNearestElement::TernNearestElement() : index_(std::make_shared<detail::NearestIndex>()) {}
 
@@ -50,20 +61,35 @@ auto TernNearestElement::ask(Ask ask) {
 std::optional<TernNearestResult> TernNearestElement::getNearestElementFrom(
     const std::shared_ptr<TernWaypoint>& from, std::int64_t toMapId, const Elements& elements,
     std::int64_t accessibility) {
-  return ask([&](detail::NearestQuestion& question, const auto&) {
-    return question.nearestOnMap(from, toMapId, elements, accessibility);
-  });
+  std::optional<TernNearestResult> found;
+  const auto search = [&] {
+    found = ask([&](detail::NearestQuestion& question, const auto&) {
+      return question.nearestOnMap(from, toMapId, elements, accessibility);
+    });
+  };
+  if (!detail::attempt(search)) setError(outOfMemory());
+  return found;
 }
 
 void TernNearestElement::searchNearestElement(const TernElement& element, TernCoordinate at,
                                               const std::shared_ptr<TernMap>& map,
                                               const Completion& completion) {
-  auto [found, error] = ask([&](detail::NearestQuestion& question, const auto& state) {
-    auto waypoint = question.nearestTo(at, map, element);
-    return std::pair(waypoint, waypoint == nullptr ? state.error : std::nullopt);
-  });
-  if (!completion) return;
-  completion(found, found != nullptr ? std::optional(element) : std::nullopt, std::move(error));
+  std::shared_ptr<TernWaypoint> found;
+  std::optional<TernElement> reached;
+  std::optional<TernError> error;
+  const auto search = [&] {
+    std::tie(found, error) = ask([&](detail::NearestQuestion& question, const auto& state) {
+      auto waypoint = question.nearestTo(at, map, element);
+      return std::pair(waypoint, waypoint == nullptr ? state.error : std::nullopt);
+    });
+    if (found != nullptr) reached = element;
+  };
+  if (!detail::attempt(search)) {
+    found = nullptr;
+    error = outOfMemory();
+    setError(error);
+  }
+  if (completion) completion(std::move(found), std::move(reached), std::move(error));
 }
 
 void TernNearestElement::reset() {

@@ -24,6 +24,7 @@
 #include "TernCoreKit/platform/Json.hpp"
 #include "TernCoreKit/platform/Log.hpp"
 #include "tests/answers/AnswerVenues.hpp"
+#include "tests/support/FailingAllocation.hpp"
 #include "tests/support/Paths.hpp"
 
 namespace tern {
@@ -175,6 +176,42 @@ TEST_F(TernAnswersConcurrentTest, answersAreThoseOfOneThread) {
   for (std::thread& thread : threads) thread.join();
   for (const auto& own : found) EXPECT_EQ(own, expected);
 }
+
+// Searches, alternatives, tours, nearest places and the rest: an answer or an error each time, and
+// the same answers afterwards.
+class TernAnswersFailing : public testing::TestWithParam<std::string> {};
+
+TEST_P(TernAnswersFailing, answersOrSaysSoWhateverAllocationFails) {
+  setLogSink([](std::string_view) {});
+  const TernAnswers answers = test::answersOf("small");
+  const std::string request = GetParam();
+  const std::string answer = answers.answerText(request);
+  std::string text;
+  const int failed = test::forFailingAllocations(
+      test::FailingAllocation::Reach::thread, [&] { text = answers.answerText(request); },
+      [&] {
+        const bool isError = text.empty() || text.find("out of memory") != text.npos ||
+                             text == R"({"legs":[],"destinations":[]})" ||
+                             text == R"({"tour":[0],"cost":null})";
+        ASSERT_TRUE(text == answer || isError) << text;
+        text.clear();
+        ASSERT_EQ(answers.answerText(request), answer);
+      });
+  EXPECT_GT(failed, 10);
+  setLogSink({});
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Each, TernAnswersFailing,
+    testing::Values(R"({"op":"route","from":1,"to":7})",
+                    R"({"op":"routeToAny","from":1,"to":[7,4]})",
+                    R"({"op":"alternatives","from":1,"to":7})",
+                    R"({"op":"tour","from":1,"destinations":[7,9,12]})",
+                    R"({"op":"nearest","map":1,"at":[0,0],"amenity":7})",
+                    R"({"op":"nearestOnMap","from":1,"toMap":2,"destinations":[9,10]})",
+                    R"({"op":"closestByRoute","candidates":[2,3],"to":7})",
+                    R"({"op":"solve","matrix":[[0,1,2],[1,0,3],[2,3,0]]})",
+                    R"({"op":"neighbors","node":2})"));
 
 TEST_F(TernAnswersTest, withoutAVenueThereIsAnError) {
   TernAnswers answers{std::shared_ptr<TernActiveVenue>()};

@@ -8,15 +8,19 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "TernCoreKit/platform/Json.hpp"
+#include "tests/support/FailingAllocation.hpp"
+#include "tests/support/MemoryFile.hpp"
 #include "tests/support/Paths.hpp"
 #include "tests/support/Process.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 #include "tests/support/VenueFolders.hpp"
+#include "tools/tern/Arguments.hpp"
 
 namespace tern::command {
 namespace {
@@ -40,6 +44,70 @@ Words commandLine(Words words) {
 ProcessResult tern(const Words& words, std::string_view input = {}) {
   return test::runProcess(commandLine(words), input);
 }
+
+// Status 3 and one line, wherever memory ran out; no call ends in another way.
+TEST(CommandWithoutMemory, endsWithOneLineWhateverAllocationFails) {
+  const test::TemporaryFolder folder;
+  test::writeTwoFloors(folder);
+  for (const std::string option : {"", "--json"}) {
+    Words words{"route", "--data", folder.path().string(), "--from", "1", "--to", "4"};
+    if (!option.empty()) words.push_back(option);
+    test::MemoryFile input;
+    std::optional<test::MemoryFile> output;
+    std::optional<test::MemoryFile> diagnostics;
+    std::optional<int> status;
+    const auto renew = [&] {
+      output.emplace();
+      diagnostics.emplace();
+      status.reset();
+    };
+    renew();
+    constexpr auto reach = test::FailingAllocation::Reach::process;
+    const int failed = test::forFailingAllocations(
+        reach,
+        [&] {
+          status = runCommand(
+              words, {input.descriptor(), output->descriptor(), diagnostics->descriptor()});
+        },
+        [&] {
+          // Without one, not even the error could be told in memory: `main` says so.
+          if (status.has_value() && *status != 0) {
+            ASSERT_EQ(*status, 3) << diagnostics->text() << output->text();
+            ASSERT_THAT(diagnostics->text(), StartsWith("tern: "));
+            if (!option.empty()) {
+              ASSERT_THAT(output->text(), StartsWith("{\"error\":"));
+            }
+          }
+          renew();
+        },
+        // What takes the words apart ends the process itself then, by a function of its own that
+        // may not throw; `main` sees to that.
+        test::countAllocations(reach, [&] { static_cast<void>(parseArguments(words)); }));
+    EXPECT_GT(failed, 60);
+  }
+}
+
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+// In an address space that is too small the program cannot be loaded (127), ends with status 3 and
+// one line, or answers.
+TEST(CommandWithoutMemory, endsWithStatusThreeInASmallAddressSpace) {
+  int refused = 0;
+  for (int kilobytes = 20'000; kilobytes <= 40'000; kilobytes += 400) {
+    const ProcessResult result = test::runProcess(
+        {"/bin/sh", "-c", "ulimit -v " + std::to_string(kilobytes) + "; exec \"$@\"", "sh",
+         test::commandPath(), "route", "--data", test::samplePath(), "--from", "11001", "--to",
+         "11002"});
+    ASSERT_TRUE(result.status == 0 || result.status == 3 || result.status == 127)
+        << kilobytes << " KB: " << result.status << ", " << result.diagnostics;
+    if (result.status != 3) continue;
+    ++refused;
+    EXPECT_THAT(result.diagnostics, StartsWith("tern: "));
+    EXPECT_THAT(result.diagnostics, EndsWith("out of memory\n"));
+    EXPECT_EQ(std::ranges::count(result.diagnostics, '\n'), 1);
+  }
+  EXPECT_GT(refused, 0);
+}
+#endif
 
 Value parsed(const std::string& json) {
   JsonResult result = decodeJson(json);

@@ -139,8 +139,9 @@ TEST_F(HostTest, errorsInJsonAreTheLibrarysOwn) {
             R"(object/primitive into collection but that value cannot be found."}})"
             "\n");
   service_.stop();
-  EXPECT_THAT(ask(withHost({"info", "--venue", "1", "--json"})).output,
-              StartsWith(R"({"error":{"code":"TN001","message":"Unable to connect to server",)"));
+  EXPECT_THAT(
+      ask(withHost({"info", "--venue", "1", "--json"})).output,
+      StartsWith(R"({"error":{"code":"TN002","message":"Could not request access token",)"));
 }
 
 TEST_F(HostTest, whatCannotBeLoadedExitsWithThree) {

@@ -6,11 +6,14 @@
 #include <cstdio>
 #include <cstdlib>
 #include <future>
+#include <new>
 #include <numeric>
+#include <optional>
 #include <thread>
 #include <vector>
 
 #include "TernCoreKit/platform/detail/ThreadPool.hpp"
+#include "tests/support/FailingAllocation.hpp"
 #include "tests/support/Waiting.hpp"
 #include "tests/support/WorkQueues.hpp"
 
@@ -57,6 +60,25 @@ TEST(WorkQueueConcurrent, aPoolOfOneThreadKeepsTheContract) {
   detail::ThreadPool pool(1);
   expectEachTaskRunsOnceInOrder(pool, [&] { drain(pool); });
   expectATaskMayRunAnother(pool, [] {});
+}
+
+TEST(WorkQueueConcurrent, aPoolRunsEachTaskWhateverAllocationFails) {
+  std::optional<detail::ThreadPool> pool(1);
+  std::atomic<int> ran = 0;
+  const int failed = test::forFailingAllocations(
+      test::FailingAllocation::Reach::thread, [&] { pool->run([&ran] { ++ran; }); },
+      [&] {
+        test::awaitUntil([&] { return ran == 1; }, "the task");
+        ran = 0;
+        pool.emplace(1);
+      });
+  EXPECT_GE(failed, 4) << "of the thread and of the task's place, once and always";
+}
+
+TEST(WorkQueueConcurrent, aTaskThatRunsOutOfMemoryEndsNothingElse) {
+  detail::ThreadPool pool(1);
+  pool.run([] { throw std::bad_alloc(); });
+  drain(pool);
 }
 
 TEST(WorkQueue, fakesKeepTheContract) {

@@ -157,6 +157,22 @@ TEST_F(HTTPClientRequest, bytesThatAreNoUtf8AreEscapedAsTheyStand) {
   EXPECT_EQ(sent().url, "https://a.b:1/base/%C3%A4%FF%00");
 }
 
+TEST_F(HTTPClientRequest, aGetThatAsksWhereItsAnswerCameFromIsTold) {
+  std::vector<bool> left;
+  for (const bool isElsewhere : {false, true}) {
+    client_->GETWithOrigin("/a", {},
+                           [&](const std::optional<std::string>& error, std::int64_t status,
+                               const Value& answer, bool leftOrigin) {
+                             EXPECT_FALSE(error);
+                             EXPECT_EQ(status, 200);
+                             EXPECT_TRUE(answer.isMap());
+                             left.push_back(leftOrigin);
+                           });
+    transport_->answer({.status = 200, .body = "{}", .leftOrigin = isElsewhere});
+  }
+  EXPECT_THAT(left, testing::ElementsAre(false, true));
+}
+
 TEST_F(HTTPClientRequest, aClientMayGoBeforeItsAnswerComes) {
   HTTPClient::initWithHostURL("http://a")->GET("/b", {}, outcomes_.next());
   transport_->answer({.status = 200, .body = "{}"});

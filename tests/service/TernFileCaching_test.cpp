@@ -2,8 +2,10 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/mman.h>
 
 #include <filesystem>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
@@ -12,6 +14,8 @@
 
 #include "TernCoreKit/platform/Json.hpp"
 #include "tests/support/CapturedLog.hpp"
+#include "tests/support/EndlessSaves.hpp"
+#include "tests/support/FailingAllocation.hpp"
 #include "tests/support/JoiningThread.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 
@@ -191,8 +195,8 @@ class StuckFiles final : public FileSystem {
  public:
   explicit StuckFiles(std::shared_ptr<FileSystem> files) : files_(std::move(files)) {}
   std::string documentsFolder() const override { return files_->documentsFolder(); }
-  std::optional<std::string> readFile(std::string_view path) const override {
-    return files_->readFile(path);
+  std::optional<std::string> readFile(std::string_view path, std::size_t most) const override {
+    return files_->readFile(path, most);
   }
   std::optional<FileError> createFile(std::string_view path, std::string_view text) override {
     return isFull ? FileError{28, "No space left on device"} : files_->createFile(path, text);
@@ -249,6 +253,138 @@ TEST_F(TernFileCaching, keepsTheOldAnswerWhenTheNewOneFindsNoRoom) {
   EXPECT_FALSE(cache->replaceData("new", key, [](const std::optional<TernError>&) {}));
   EXPECT_EQ(folder_.read(entryFile), "old");
   EXPECT_THAT(log_.take(), ElementsAre("Error was code: 28 - message: No space left on device"));
+}
+
+// So many bytes that nobody has to hold: none of them is touched.
+class UntouchedBytes {
+ public:
+  explicit UntouchedBytes(std::size_t size)
+      : size_(size),
+        bytes_(
+            ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0)) {}
+  ~UntouchedBytes() { ::munmap(bytes_, size_); }
+  UntouchedBytes(const UntouchedBytes&) = delete;
+  UntouchedBytes& operator=(const UntouchedBytes&) = delete;
+
+  std::string_view text() const { return {static_cast<const char*>(bytes_), size_}; }
+
+ private:
+  std::size_t size_;
+  void* bytes_;
+};
+
+TEST_F(TernFileCaching, refusesAnAnswerBeyondTheBound) {
+  const auto cache = open();
+  ASSERT_TRUE(cache->saveData("{}", key));
+  const UntouchedBytes tooLong(tern::TernFileCaching::mostEntryBytes + 1);
+  EXPECT_FALSE(cache->saveData(tooLong.text(), key));
+  EXPECT_FALSE(cache->replaceData(tooLong.text(), key, [](const std::optional<TernError>&) {}));
+  EXPECT_EQ(folder_.read(entryFile), "{}");
+  const std::string line =
+      "Tern SDK: an answer is not cached, as it is longer than 536870912 bytes: " +
+      std::string(key);
+  EXPECT_THAT(log_.take(), ElementsAre(line, line));
+}
+
+TEST_F(TernFileCaching, readsNoEntryBeyondTheBound) {
+  const auto cache = open();
+  ASSERT_TRUE(cache->saveData("{}", key));
+  fs::resize_file(folder_.at(entryFile), tern::TernFileCaching::mostEntryBytes + 1);
+  cache->getCacheFileAtPath(key, [](const std::optional<TernError>& error, const Value& answer) {
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->code, "TN007");
+    EXPECT_TRUE(answer.isAbsent());
+  });
+  EXPECT_THAT(log_.take(), ElementsAre("Tern SDK: a cached answer cannot be read or is longer than "
+                                       "536870912 bytes: " +
+                                       std::string(key)));
+}
+
+// A file system whose machine stops behind so many changes: all further ones are lost.
+class StoppingFiles final : public FileSystem {
+ public:
+  StoppingFiles(std::shared_ptr<FileSystem> files, int changes)
+      : files_(std::move(files)), left_(changes) {}
+  std::string documentsFolder() const override { return files_->documentsFolder(); }
+  std::optional<std::string> readFile(std::string_view path, std::size_t most) const override {
+    return files_->readFile(path, most);
+  }
+  std::optional<FileError> createFile(std::string_view path, std::string_view text) override {
+    return change([&] { return files_->createFile(path, text); });
+  }
+  bool isFile(std::string_view path) const override { return files_->isFile(path); }
+  bool isFolder(std::string_view path) const override { return files_->isFolder(path); }
+  std::optional<FileError> createFolders(std::string_view path) override {
+    return change([&] { return files_->createFolders(path); });
+  }
+  std::vector<std::string> list(std::string_view path) const override { return files_->list(path); }
+  void removeAbandoned(std::string_view path) override {
+    change([&]() -> std::optional<FileError> {
+      files_->removeAbandoned(path);
+      return std::nullopt;
+    });
+  }
+  std::optional<FileError> remove(std::string_view path) override {
+    return change([&] { return files_->remove(path); });
+  }
+
+  bool hasStopped() const { return left_ < 0; }
+
+ private:
+  template <class Change>
+  std::optional<FileError> change(Change change) {
+    return --left_ < 0 ? FileError{5, "Input/output error"} : change();
+  }
+
+  const std::shared_ptr<FileSystem> files_;
+  int left_;
+};
+
+TEST_F(TernFileCaching, stoppingAtAnyStepOfASaveLeavesTheOldAnswerOrTheNew) {
+  bool isOver = false;
+  int steps = 0;
+  for (; !isOver; ++steps) {
+    fs::remove_all(folder_.at("Tern"));
+    folder_.write(entryFile, "\"old\"");
+    const fs::path inFolder = fs::path(entryFile).parent_path();
+    folder_.write((inFolder / "stray/file").string(), "");
+    folder_.write((inFolder / ".partial-7-1").string(), "torn");
+    const auto files =
+        std::make_shared<StoppingFiles>(makeFileSystem(folder_.path().string()), steps);
+    const auto stopping = tern::TernFileCaching::initWithVersion("5.12.2", files);
+    stopping->replaceData("\"new\"", key, [](const std::optional<TernError>&) {});
+    isOver = !files->hasStopped();
+
+    const auto cache = open();
+    const Value found = read(*cache, key);
+    EXPECT_TRUE(found.text() == "old" || found.text() == "new") << steps;
+    EXPECT_TRUE(cache->replaceData("\"next\"", key, [](const std::optional<TernError>&) {}));
+    EXPECT_EQ(read(*cache, key).text(), "next");
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder_.path() / inFolder), {}), 1) << steps;
+  }
+  EXPECT_GE(steps, 3);
+  log_.take();
+}
+
+// Killed for good, wherever it stands, with another writer beside it: nothing is torn, nothing
+// blocks, and nothing is left after the next save.
+TEST_F(TernFileCaching, writersThatAreKilledAnywhereTearNothing) {
+  const int kills = test::isEveryFailureWanted() ? 1000 : 20;
+  const std::string documents = folder_.path().string();
+  test::EndlessSaves survivor(documents);
+  survivor.awaitSome(1);
+  for (int i = 0; i < kills; ++i) {
+    test::EndlessSaves killed(documents);
+    killed.awaitSome(1 + i % 3);
+    killed.kill();
+    const std::string held = folder_.read("Tern/cache/5.12.2/venue/7/full/data.json");
+    ASSERT_TRUE(test::isWholeSave(held)) << held.size() << " bytes, kill " << i;
+    survivor.awaitSome(1);
+  }
+  survivor.kill();
+  EXPECT_TRUE(open()->saveData("{}", test::savedKey));
+  const fs::path entryFolder = folder_.path() / "Tern/cache/5.12.2/venue/7/full";
+  EXPECT_EQ(std::distance(fs::directory_iterator(entryFolder), {}), 1);
 }
 
 std::string manyNames(int count) {

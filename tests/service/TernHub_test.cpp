@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <limits>
 #include <memory>
+#include <numeric>
 #include <optional>
 #include <string>
 #include <utility>
@@ -26,6 +27,7 @@
 #include "TernCoreKit/platform/Json.hpp"
 #include "TernCoreKit/service/ServiceHost.hpp"
 #include "TernCoreKit/wayfinding/joined/TernMultiActiveVenues.hpp"
+#include "tests/support/FailingAllocation.hpp"
 #include "tests/support/HubScene.hpp"
 #include "tests/support/VenueFolders.hpp"
 
@@ -828,6 +830,54 @@ TEST_F(TernHubBuildings, thoseThatCannotBeLoadedAreLeftOutAndTheFirstErrorIsRepo
   EXPECT_EQ(delegate_->count, 1);
 }
 
+// What the last of two loads came to, kept without memory.
+struct LastLoad {
+  int ended = 0;
+  bool hasError = false;
+  std::shared_ptr<TernActiveVenue> venue;
+
+  // No more than a pointer, so that a std::function holds it without memory.
+  auto record() {
+    return [this](std::shared_ptr<TernActiveVenue> loaded, const std::optional<TernError>& error) {
+      ++ended;
+      hasError = error.has_value();
+      venue = std::move(loaded);
+    };
+  }
+};
+
+// Each time an error or all of it, and the same once there is memory again.
+TEST_F(TernHubBuildings, comeInOrAreReportedWhateverAllocationFails) {
+  const test::ScopedBackgroundQueue atOnce(std::make_shared<test::RunNowQueue>());
+  LastLoad last;
+  int begun = 0;
+  const auto load = [&] {
+    begun = 1;
+    scene_.hub().populateVenueByVenueId(7, last.record());
+    if (last.hasError) return;
+    ++begun;
+    std::vector<std::int64_t> ids{2, 3, 4};
+    scene_.hub().populateBuildingsInVenue(last.venue, std::move(ids), last.record());
+  };
+  const int failed = test::forFailingAllocations(test::FailingAllocation::Reach::thread, load, [&] {
+    const LastLoad now = std::exchange(last, {});
+    const auto log = scene_.log.take();
+    scene_.events();
+    ASSERT_GE(now.ended, 1);
+    ASSERT_LE(now.ended, begun);
+    // A service without memory is as one that is gone: the venue is then empty.
+    const bool isWhole = now.venue != nullptr && now.venue->maps->getCount() == 3;
+    const bool isEmpty = now.venue != nullptr && now.venue->id.isAbsent();
+    ASSERT_TRUE(now.hasError || now.ended < begun || isWhole || isEmpty)
+        << testing::PrintToString(log) << now.venue->maps->getCount();
+  });
+  EXPECT_GT(failed, 60);
+  load();
+  ASSERT_NE(last.venue, nullptr);
+  EXPECT_FALSE(last.hasError);
+  EXPECT_EQ(last.venue->maps->getCount(), 3U);
+}
+
 TEST_F(TernHubBuildings, buildNoGraphWhenNoneCameIn) {
   const VenueCalls unknown = load({99});
   EXPECT_EQ(unknown.error()->message, "Building with ID: 99 not found.");
@@ -916,6 +966,23 @@ TEST_F(TernHubMulti, loadsVenuesOneAfterAnotherAndJoinsThem) {
   EXPECT_THAT(scene_.requests(),
               ElementsAre("token", "GET /venue/1/full", "GET /venue/1/building/1/full",
                           "GET /venue/2/full", "GET /venue/2/building/1/full"));
+}
+
+TEST_F(TernHubMulti, thousandsOfVenuesThatComeAtOnceTakeNoMoreStackThanOne) {
+  const test::ScopedBackgroundQueue atOnce(std::make_shared<test::RunNowQueue>());
+  std::vector<std::int64_t> ids(5000);
+  std::iota(ids.begin(), ids.end(), 1);
+  // Nobody knows any of them: each is an error.
+  scene_.otherwise = HubScene::json(R"({"statusCode":404,"message":"x"})", 404);
+  std::size_t errors = 0;
+  std::shared_ptr<TernMultiActiveVenues> joined;
+  scene_.hub().populateVenuesWithDefaultBuilding(ids, [&](auto venues, const auto& error) {
+    if (error) ++errors;
+    joined = std::move(venues);
+  });
+  EXPECT_EQ(errors, ids.size());
+  ASSERT_NE(joined, nullptr);
+  EXPECT_THAT(joined->activeVenues(), IsEmpty());
 }
 
 TEST_F(TernHubMulti, addsToTheVenuesThatAreJoinedAndLoadsThoseNoMore) {

@@ -1,40 +1,129 @@
 #include "tests/support/FailingAllocation.hpp"
 
+#include <algorithm>
+#include <atomic>
 #include <cstdlib>
 #include <new>
+#include <string_view>
 
 namespace {
 
 constexpr std::size_t never = static_cast<std::size_t>(-1);
 
-// How many allocations of this thread succeed before one fails.
-thread_local std::size_t allocationsLeft = never;
+// How many allocations succeed before one fails, and what comes then.
+struct Countdown {
+  std::atomic<std::size_t> left{never};
+  std::atomic<bool> failsAlways{false};
+  std::atomic<bool> hasFailed{false};
+
+  bool fails() {
+    std::size_t now = left.load(std::memory_order_relaxed);
+    while (now != never) {
+      const std::size_t next = now > 0 ? now - 1 : failsAlways ? 0 : never;
+      if (!left.compare_exchange_weak(now, next)) continue;
+      if (now == 0) hasFailed = true;
+      return now == 0;
+    }
+    return false;
+  }
+};
+
+constinit thread_local Countdown ofThread;
+constinit Countdown ofProcess;
+constinit thread_local bool isSpared = false;
+
+bool fails() { return ofThread.fails() || (!isSpared && ofProcess.fails()); }
+
+void* allocate(std::size_t size) {
+  if (fails()) return nullptr;
+  return std::malloc(size > 0 ? size : 1);
+}
+
+void* allocate(std::size_t size, std::align_val_t alignment) {
+  if (fails()) return nullptr;
+  const auto step = static_cast<std::size_t>(alignment);
+  return std::aligned_alloc(step, (size + step - 1) / step * step);
+}
+
+void* orThrow(void* memory) {
+  if (memory == nullptr) throw std::bad_alloc();
+  return memory;
+}
 
 }  // namespace
 
 // These replace the program's own, all of them, so that memory goes back to where it came from.
-void* operator new(std::size_t size) {
-  if (allocationsLeft != never && allocationsLeft-- == 0) throw std::bad_alloc();
-  if (void* memory = std::malloc(size > 0 ? size : 1)) return memory;
-  throw std::bad_alloc();
+void* operator new(std::size_t size) { return orThrow(allocate(size)); }
+void* operator new(std::size_t size, std::align_val_t alignment) {
+  return orThrow(allocate(size, alignment));
 }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  return std::malloc(size > 0 ? size : 1);
-}
-void* operator new[](std::size_t size) { return operator new(size); }
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-  return operator new(size, std::nothrow);
-}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return allocate(size); }
+void* operator new[](std::size_t size) { return orThrow(allocate(size)); }
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return allocate(size); }
 void operator delete(void* memory) noexcept { std::free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+void operator delete(void* memory, std::align_val_t) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t, std::align_val_t) noexcept { std::free(memory); }
 void operator delete[](void* memory) noexcept { std::free(memory); }
 void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace tern::test {
 
-FailingAllocation::FailingAllocation(std::size_t nth) { allocationsLeft = nth; }
-FailingAllocation::~FailingAllocation() { allocationsLeft = never; }
+namespace {
 
-bool FailingAllocation::hasFailed() const { return allocationsLeft == never; }
+Countdown& countdown(FailingAllocation::Reach reach) {
+  return reach == FailingAllocation::Reach::thread ? ofThread : ofProcess;
+}
+
+// What a work makes differs from time to time where threads meet; a few more are tried.
+constexpr std::size_t sampled = 40;
+
+}  // namespace
+
+FailingAllocation::FailingAllocation(std::size_t nth, Reach reach, Times times) : reach_(reach) {
+  countdown(reach_).failsAlways = times == Times::always;
+  countdown(reach_).hasFailed = false;
+  countdown(reach_).left = nth;
+}
+
+FailingAllocation::~FailingAllocation() { countdown(reach_).left = never; }
+
+bool FailingAllocation::hasFailed() const { return countdown(reach_).hasFailed; }
+
+std::size_t countAllocations(FailingAllocation::Reach reach, const std::function<void()>& work) {
+  const FailingAllocation last(never - 1, reach);
+  work();
+  return never - 1 - countdown(reach).left;
+}
+
+int forFailingAllocations(FailingAllocation::Reach reach, const std::function<void()>& work,
+                          const std::function<void()>& check, std::size_t first) {
+  const std::size_t count = countAllocations(reach, work);
+  check();
+  const std::size_t step =
+      isEveryFailureWanted() ? 1 : std::max<std::size_t>(1, (count - first) / sampled);
+  int failed = 0;
+  for (std::size_t nth = first; nth < count; nth += step) {
+    for (const auto times : {FailingAllocation::Times::once, FailingAllocation::Times::always}) {
+      {
+        const FailingAllocation failing(nth, reach, times);
+        try {
+          work();
+        } catch (const std::bad_alloc&) {
+        }
+        failed += failing.hasFailed() ? 1 : 0;
+      }
+      check();
+    }
+  }
+  return failed;
+}
+
+void spareThisThread() { isSpared = true; }
+
+bool isEveryFailureWanted() {
+  const char* const wanted = std::getenv("TERN_TEST_FAILURES");
+  return wanted != nullptr && std::string_view(wanted) == "all";
+}
 
 }  // namespace tern::test

@@ -10,6 +10,8 @@
 #include <optional>
 #include <utility>
 
+#include "tests/support/FailingAllocation.hpp"
+
 namespace tern::test {
 namespace {
 
@@ -106,6 +108,7 @@ std::size_t LoopbackServer::connections() const {
 }
 
 void LoopbackServer::accept() {
+  spareThisThread();
   for (;;) {
     const int socket = accept4(socket_, nullptr, nullptr, SOCK_CLOEXEC);
     if (socket < 0) return;
@@ -115,6 +118,7 @@ void LoopbackServer::accept() {
 }
 
 void LoopbackServer::serve(int socket) {
+  spareThisThread();
   std::string came;
   while (auto request = nextRequest(socket, came)) {
     {

@@ -6,6 +6,9 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <iterator>
+#include <new>
+#include <stdexcept>
 #include <system_error>
 #include <utility>
 
@@ -20,10 +23,28 @@ struct Arrival {
   std::size_t bodyBytes = 0;
 };
 
+// Runs the work, which the library calls and nothing may be thrown through; false when it broke off
+// for want of memory.
+template <class Work>
+bool hasMemory(Work work) {
+  try {
+    work();
+    return true;
+  } catch (const std::bad_alloc&) {
+  } catch (const std::length_error&) {
+  } catch (const std::system_error&) {
+  }
+  return false;
+}
+
+// Null without memory.
 void* beginRequest(void* /*none*/, const char* target, MHD_Connection* /*connection*/) {
-  auto arrival = std::make_unique<Arrival>();
-  arrival->request.target = target;
-  return arrival.release();
+  std::unique_ptr<Arrival> arrival;
+  const bool isBegun = hasMemory([&] {
+    arrival = std::make_unique<Arrival>();
+    arrival->request.target = target;
+  });
+  return isBegun ? arrival.release() : nullptr;
 }
 
 void endRequest(void* /*none*/, MHD_Connection* /*connection*/, void** arrival,
@@ -32,16 +53,20 @@ void endRequest(void* /*none*/, MHD_Connection* /*connection*/, void** arrival,
 }
 
 MHD_Result addHeader(void* request, MHD_ValueKind /*kind*/, const char* name, const char* value) {
-  static_cast<ReceivedRequest*>(request)->headers.push_back({name, value != nullptr ? value : ""});
-  return MHD_YES;
+  auto& headers = static_cast<ReceivedRequest*>(request)->headers;
+  const auto add = [&] { headers.push_back({name, value != nullptr ? value : ""}); };
+  return hasMemory(add) ? MHD_YES : MHD_NO;
 }
 
-void takeHead(Arrival& arrival, MHD_Connection* connection, const char* method) {
+// False when not all of it could be kept.
+bool takeHead(Arrival& arrival, MHD_Connection* connection, const char* method) {
   arrival.hasHead = true;
   arrival.request.method = method;
   arrival.request.socket =
       MHD_get_connection_info(connection, MHD_CONNECTION_INFO_CONNECTION_FD)->connect_fd;
+  const int all = MHD_get_connection_values(connection, MHD_HEADER_KIND, nullptr, nullptr);
   MHD_get_connection_values(connection, MHD_HEADER_KIND, addHeader, &arrival.request);
+  return std::ssize(arrival.request.headers) == all;
 }
 
 MHD_Result takeBody(Arrival& arrival, std::string_view bytes) {
@@ -62,21 +87,31 @@ MHD_Result send(MHD_Connection* connection, ServedAnswer answer) {
   return result;
 }
 
-// Called once when the head is there, then for each part of the body, then at the end.
-MHD_Result takePart(void* answer, MHD_Connection* connection, const char* /*path*/,
-                    const char* method, const char* /*version*/, const char* bytes,
-                    std::size_t* size, void** state) {
-  Arrival& arrival = *static_cast<Arrival*>(*state);
+MHD_Result takePart(HttpServer::Answer& answer, MHD_Connection* connection, const char* method,
+                    const char* bytes, std::size_t* size, Arrival& arrival) {
   if (!arrival.hasHead) {
-    takeHead(arrival, connection, method);
-    return MHD_YES;
+    return takeHead(arrival, connection, method) ? MHD_YES : MHD_NO;
   }
   if (*size > 0) return takeBody(arrival, {bytes, std::exchange(*size, 0)});
   if (arrival.bodyBytes > HttpServer::mostBodyBytes) {
     return send(connection, errorAnswer(413, "The body is too long"));
   }
-  auto answered = (*static_cast<HttpServer::Answer*>(answer))(arrival.request);
+  auto answered = answer(arrival.request);
   return answered ? send(connection, *std::move(answered)) : MHD_NO;
+}
+
+// Called once when the head is there, then for each part of the body, then at the end. Without
+// memory the connection is closed.
+MHD_Result onPart(void* answer, MHD_Connection* connection, const char* /*path*/,
+                  const char* method, const char* /*version*/, const char* bytes, std::size_t* size,
+                  void** state) {
+  MHD_Result result = MHD_NO;
+  if (*state == nullptr) return result;
+  hasMemory([&] {
+    result = takePart(*static_cast<HttpServer::Answer*>(answer), connection, method, bytes, size,
+                      *static_cast<Arrival*>(*state));
+  });
+  return result;
 }
 
 using Addresses = std::unique_ptr<addrinfo, decltype(&::freeaddrinfo)>;
@@ -94,7 +129,7 @@ Addresses resolved(const std::string& address, int port, std::string& reason) {
 MHD_Daemon* listenAt(const addrinfo& address, HttpServer::Answer& answer,
                      std::chrono::seconds mostSilence) {
   const unsigned family = address.ai_family == AF_INET6 ? MHD_USE_DUAL_STACK : MHD_NO_FLAG;
-  return MHD_start_daemon(MHD_USE_AUTO_INTERNAL_THREAD | family, 0, nullptr, nullptr, takePart,
+  return MHD_start_daemon(MHD_USE_AUTO_INTERNAL_THREAD | family, 0, nullptr, nullptr, onPart,
                           &answer, MHD_OPTION_SOCK_ADDR, address.ai_addr,                   //
                           MHD_OPTION_URI_LOG_CALLBACK, beginRequest, nullptr,               //
                           MHD_OPTION_NOTIFY_COMPLETED, endRequest, nullptr,                 //

@@ -2,6 +2,7 @@
 
 #include "TernCoreKit/answers/TernAnswers.hpp"
 #include "tools/tern/AnsweredRoute.hpp"
+#include "tools/tern/AskedAnswers.hpp"
 #include "tools/tern/CommandTable.hpp"
 #include "tools/tern/RouteText.hpp"
 #include "tools/tern/SharedOptions.hpp"
@@ -35,7 +36,7 @@ picture::RoutePicture choicesPicture(const TernActiveVenue& venue, const Value& 
 }
 
 Outcome answerAlternatives(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
-  const Value answer = TernAnswers(venue).answer(call.request);
+  const Value answer = answerTo(call.request, TernAnswers(venue));
   Telling told{
       .isFound = answer["optimal"].size() > 0,
       .remark = unknownWaypoints(call.request, *venue->globalASGrid(), venueTitle(*venue))};

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "TernCoreKit/platform/Log.hpp"
+#include "tools/tern/Exhaustion.hpp"
 
 namespace tern::command {
 
@@ -14,7 +15,7 @@ AnswerLog::AnswerLog() {
 }
 
 AnswerLog::~AnswerLog() {
-  setLogSink([](std::string_view) {});
+  hasEnough([] { setLogSink([](std::string_view) {}); });
 }
 
 std::string AnswerLog::text() const {

@@ -1,6 +1,7 @@
 #include "TernCoreKit/answers/TernAnswers.hpp"
 #include "TernCoreKit/model/collections/TernMapCollection.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
+#include "tools/tern/AskedAnswers.hpp"
 #include "tools/tern/CommandTable.hpp"
 #include "tools/tern/SharedOptions.hpp"
 #include "tools/tern/Telling.hpp"
@@ -12,7 +13,7 @@ namespace tern::command {
 namespace {
 
 Outcome answerClosest(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
-  const Value answer = TernAnswers(venue).answer(call.request);
+  const Value answer = answerTo(call.request, TernAnswers(venue));
   const Value& mapId = call.request["map"];
   Telling told{.isFound = !answer["waypoint"].isNull()};
   if (venue->maps->findById(mapId.integer()) == nullptr) {

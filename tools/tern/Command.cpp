@@ -11,6 +11,7 @@
 #include "TernCoreKit/answers/ErrorAnswer.hpp"
 #include "tools/tern/Arguments.hpp"
 #include "tools/tern/CommandTable.hpp"
+#include "tools/tern/Exhaustion.hpp"
 #include "tools/tern/HelpText.hpp"
 #include "tools/tern/JoinedVenues.hpp"
 #include "tools/tern/LoadingLog.hpp"
@@ -31,6 +32,13 @@ class Run {
     const ExitStatus status = words.empty() ? showUsage() : runWords(words);
     answers_.flush();
     return answers_.error() == 0 ? status : complainOfOutput();
+  }
+
+  // How a call ends for which there is no memory, or no thread.
+  ExitStatus endOutOfMemory() {
+    return show(Failure{
+        ExitStatus::notLoaded,
+        TernError::initWithErrorType(TernErrorTypeUndefined, "out of memory", "out of memory")});
   }
 
  private:
@@ -144,7 +152,10 @@ class Run {
 
 int runCommand(const std::vector<std::string>& words, const Streams& streams) {
   std::signal(SIGPIPE, SIG_IGN);
-  return static_cast<int>(Run(streams, asksForJson(words)).run(words));
+  Run run(streams, asksForJson(words));
+  ExitStatus status = ExitStatus::notLoaded;
+  if (!hasEnough([&] { status = run.run(words); })) status = run.endOutOfMemory();
+  return static_cast<int>(status);
 }
 
 }  // namespace tern::command

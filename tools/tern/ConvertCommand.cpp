@@ -1,5 +1,6 @@
 #include "TernCoreKit/answers/TernAnswers.hpp"
 #include "tools/tern/AnswerLog.hpp"
+#include "tools/tern/AskedAnswers.hpp"
 #include "tools/tern/CommandTable.hpp"
 #include "tools/tern/Telling.hpp"
 #include "tools/tern/Wording.hpp"
@@ -10,7 +11,7 @@ namespace {
 
 Outcome answerConvert(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
   const AnswerLog log;
-  const Value answer = TernAnswers(venue).answer(call.request);
+  const Value answer = answerTo(call.request, TernAnswers(venue));
   // What cannot be converted is (0, 0) and a line in the log.
   Telling told{.remark = log.text()};
   told.isFound = told.remark.empty();

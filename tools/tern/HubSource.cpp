@@ -47,11 +47,13 @@ class FirstAnswer {
 // Waits for the graph of what a hub has loaded.
 class GraphOfHub final : public TernHubDelegate {
  public:
-  void wayfindDataLoaded() override { built_.completion()(); }
-  void wait() const { built_.wait(); }
+  void wayfindDataLoaded() override { built_.completion()(true); }
+  void wayfindDataFailed() override { built_.completion()(false); }
+  // Whether it was built.
+  bool wait() const { return std::get<0>(built_.wait()); }
 
  private:
-  const FirstAnswer<> built_;
+  const FirstAnswer<bool> built_;
 };
 
 using FirstVenue = FirstAnswer<std::shared_ptr<TernActiveVenue>, std::optional<TernError>>;
@@ -121,7 +123,7 @@ std::optional<Failure> HubSource::addBuildings(const std::shared_ptr<TernActiveV
   hub_->populateBuildingsInVenue(venue, wanted, answer.completion());
   const auto [sameVenue, error] = answer.wait();
   if (error) return failed(*error);
-  graph->wait();
+  if (!graph->wait()) return notLoaded(TernErrorTypeUndefined, "out of memory");
   for (const std::int64_t id : wanted) {
     const auto building = venue->buildings->findById(id);
     if (!transport_->failure().empty() && (building == nullptr || !building->floors)) {

@@ -8,6 +8,7 @@
 #include "TernCoreKit/service/coordinates/TernUtils.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "tools/tern/AnsweredRoute.hpp"
+#include "tools/tern/AskedAnswers.hpp"
 #include "tools/tern/RouteText.hpp"
 #include "tools/tern/Telling.hpp"
 #include "tools/tern/Whereabouts.hpp"
@@ -89,7 +90,7 @@ std::vector<VenueLeg> legsOf(const TernMultiActiveVenues& venues, const Value& s
 
 Outcome answerJoinedRoute(const Arguments& call,
                           const std::shared_ptr<TernMultiActiveVenues>& venues) {
-  const Value answer = TernAnswers(venues).answer(call.request);
+  const Value answer = answerTo(call.request, TernAnswers(venues));
   const std::vector<VenueLeg> legs = legsOf(*venues, answer["route"]);
   Telling told{.isFound = answer["route"].size() > 0,
                .remark = unknownWaypoints(call.request, *venues->globalASGrid(), "these venues")};

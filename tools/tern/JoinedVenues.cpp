@@ -5,17 +5,20 @@
 #include <utility>
 #include <variant>
 
+#include "tools/tern/VenueChoice.hpp"
+
 namespace tern::command {
 
 namespace {
 
 class Listener final : public TernMultiActiveVenuesDelegate {
  public:
-  void multiVenueWayfindDataLoaded() override { isLoaded_.set_value(); }
-  void wait() { isLoaded_.get_future().wait(); }
+  void multiVenueWayfindDataLoaded() override { isLoaded_.set_value(true); }
+  void multiVenueWayfindDataFailed() override { isLoaded_.set_value(false); }
+  bool wait() { return isLoaded_.get_future().get(); }
 
  private:
-  std::promise<void> isLoaded_;
+  std::promise<bool> isLoaded_;
 };
 
 }  // namespace
@@ -24,8 +27,7 @@ std::shared_ptr<TernMultiActiveVenues> joinVenues(
     const std::vector<std::shared_ptr<TernActiveVenue>>& venues) {
   const auto listener = std::make_shared<Listener>();
   auto joined = TernMultiActiveVenues::initWithActiveVenues(venues, listener);
-  listener->wait();
-  return joined;
+  return listener->wait() ? joined : nullptr;
 }
 
 Loaded<TernMultiActiveVenues> loadVenues(VenueSource& source,
@@ -36,7 +38,9 @@ Loaded<TernMultiActiveVenues> loadVenues(VenueSource& source,
     if (auto* failure = std::get_if<Failure>(&loaded)) return std::move(*failure);
     venues.push_back(std::get<std::shared_ptr<TernActiveVenue>>(std::move(loaded)));
   }
-  return joinVenues(venues);
+  auto joined = joinVenues(venues);
+  if (joined == nullptr) return notLoaded(TernErrorTypeUndefined, "out of memory");
+  return joined;
 }
 
 }  // namespace tern::command

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "TernCoreKit/platform/Log.hpp"
+#include "tools/tern/Exhaustion.hpp"
 #include "tools/tern/Output.hpp"
 #include "tools/tern/Wording.hpp"
 
@@ -22,9 +23,12 @@ LoadingLog::LoadingLog(int descriptor) : descriptor_(descriptor) {
 }
 
 LoadingLog::~LoadingLog() {
-  setLogSink([](std::string_view) {});
+  // Where there is no memory for another sink, this one goes on: it shares what it counts with.
+  hasEnough([] { setLogSink([](std::string_view) {}); });
   const int more = *lines_ - linesShown;
-  if (more > 0) writeLine(descriptor_, "and " + std::to_string(more) + " more such lines");
+  hasEnough([&] {
+    if (more > 0) writeLine(descriptor_, "and " + std::to_string(more) + " more such lines");
+  });
 }
 
 }  // namespace tern::command

@@ -9,6 +9,7 @@
 #include "TernCoreKit/model/collections/TernPathTypeCollection.hpp"
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
+#include "tools/tern/AskedAnswers.hpp"
 #include "tools/tern/CommandTable.hpp"
 #include "tools/tern/RouteFile.hpp"
 #include "tools/tern/RouteText.hpp"
@@ -63,10 +64,10 @@ std::string unknownPart(const TernActiveVenue& venue, const Value& request) {
 
 // The way to the waypoint from the one closest to where the request asks.
 Value wayTo(const Value& waypoint, const Value& request, TernAnswers& answers) {
-  const Value start = answers.answer(
-      Value::map({{"op", "closest"}, {"map", request["map"]}, {"at", request["at"]}}));
+  const Value start = answerTo(
+      Value::map({{"op", "closest"}, {"map", request["map"]}, {"at", request["at"]}}), answers);
   const Value asked = Value::map({{"op", "route"}, {"from", start["waypoint"]}, {"to", waypoint}});
-  return answers.answer(asked)["route"];
+  return answerTo(asked, answers)["route"];
 }
 
 //   Toilets (waypoint 12) on First Floor, 23 m away
@@ -96,7 +97,7 @@ Telling tellFound(const TernActiveVenue& venue, const Value& request, const Valu
 
 Outcome answerNearest(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
   TernAnswers answers(venue);
-  const Value answer = answers.answer(call.request);
+  const Value answer = answerTo(call.request, answers);
   if (answer["waypoint"].isNull()) {
     Telling told{.isFound = false};
     if (!call.json) told.remark = unknownPart(*venue, call.request);

@@ -1,4 +1,5 @@
 #include "TernCoreKit/answers/TernAnswers.hpp"
+#include "tools/tern/AskedAnswers.hpp"
 #include "tools/tern/CommandTable.hpp"
 #include "tools/tern/JoinedRouteCommand.hpp"
 #include "tools/tern/RouteFile.hpp"
@@ -12,7 +13,7 @@ namespace tern::command {
 namespace {
 
 Outcome answerRoute(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
-  const Value answer = TernAnswers(venue).answer(call.request);
+  const Value answer = answerTo(call.request, TernAnswers(venue));
   const Value& route = answer["route"];
   Telling told{
       .isFound = route.size() > 0,

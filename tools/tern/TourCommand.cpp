@@ -8,6 +8,7 @@
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "tools/tern/AnsweredRoute.hpp"
+#include "tools/tern/AskedAnswers.hpp"
 #include "tools/tern/CommandTable.hpp"
 #include "tools/tern/RouteText.hpp"
 #include "tools/tern/SharedOptions.hpp"
@@ -114,7 +115,7 @@ picture::RoutePicture tourPicture(const TernActiveVenue& venue,
 }
 
 Outcome answerTour(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
-  const Value answer = TernAnswers(venue).answer(call.request);
+  const Value answer = answerTo(call.request, TernAnswers(venue));
   const std::vector<const Value*> ways = waysOf(answer);
   Telling told{.isFound = answer["destinations"].size() > 0,
                .remark = unknownParts(*venue, call.request)};

@@ -85,11 +85,11 @@ std::optional<Failure> addBuildings(TernActiveVenue& venue, const fs::path& venu
   return std::nullopt;
 }
 
-// Returns when routes can be searched.
-void buildGraph(TernActiveVenue& venue) {
-  std::promise<void> isBuilt;
-  venue.updateWayfindDataWithCompletion([&](bool) { isBuilt.set_value(); });
-  isBuilt.get_future().wait();
+// Whether routes can be searched.
+bool buildGraph(TernActiveVenue& venue) {
+  std::promise<bool> isBuilt;
+  venue.updateWayfindDataWithCompletion([&](bool isDone) { isBuilt.set_value(isDone); });
+  return isBuilt.get_future().get();
 }
 
 }  // namespace
@@ -119,7 +119,7 @@ Loaded<TernActiveVenue> loadVenue(const fs::path& folder, std::optional<std::int
   auto venue = TernActiveVenue::initWithDictionary(std::move(std::get<Value>(document)));
   if (auto failure = addBuildings(*venue, file, buildingId)) return *std::move(failure);
   attachWaypoints(*venue);
-  buildGraph(*venue);
+  if (!buildGraph(*venue)) return notLoaded(TernErrorTypeUndefined, "out of memory");
   return venue;
 }
 

@@ -101,6 +101,14 @@ RecordMap::RecordMap(std::vector<Entry> entries) : entries_(std::move(entries)) 
   entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(kept), entries_.end());
 }
 
+void RecordMap::makeRoom(std::size_t more) {
+  const std::size_t count = entries_.size();
+  // One that takes the place of another needs a place of its own meanwhile.
+  const std::size_t most = count + more + 1;
+  if (most > entries_.capacity()) entries_.reserve(std::max(most, 2 * count));
+  if (slotsFor(most) > slots_.size()) rebuildIndex(slotsFor(2 * most), count);
+}
+
 void RecordMap::set(Value key, std::shared_ptr<TernBaseModel> record) {
   const std::size_t count = entries_.size();
   if (slotsFor(count + 1) > slots_.size()) rebuildIndex(slotsFor(2 * count + 2), count);

@@ -45,6 +45,9 @@ class TERN_API RecordMap {
   /// REQUIRES: the key comes from `keyOf`.
   void set(Value key, std::shared_ptr<TernBaseModel> record);
 
+  /// Sees to it that so many more entries can be set without memory.
+  void makeRoom(std::size_t more);
+
   /// The entry of the key; null without one. Valid until the map changes.
   /// REQUIRES: the key comes from `keyOf`.
   const Entry* find(const Value& key) const noexcept;

@@ -84,6 +84,8 @@ void TernBaseCollection::put(Value key, std::shared_ptr<TernBaseModel> record) {
   items_.set(std::move(key), std::move(record));
 }
 
+void TernBaseCollection::makeRoom(std::size_t more) { items_.makeRoom(more); }
+
 std::size_t TernBaseCollection::getCount() const {
   return plainItems_.isMap() ? plainItems_.size() : items_.size();
 }

@@ -52,6 +52,9 @@ class TERN_API TernBaseCollection {
   /// an id is logged and not added.
   void create(Value object);
 
+  /// Sees to it that so many more records can be added without memory for their places.
+  void makeRoom(std::size_t more);
+
   /// How many records there are; the number of keys when a map became `plainItems`.
   std::size_t getCount() const;
 

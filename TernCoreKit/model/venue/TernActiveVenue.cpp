@@ -19,6 +19,7 @@
 #include "TernCoreKit/optimisation/TernPOIOptimization.hpp"
 #include "TernCoreKit/platform/Log.hpp"
 #include "TernCoreKit/platform/WorkQueue.hpp"
+#include "TernCoreKit/platform/detail/common/Attempt.hpp"
 #include "TernCoreKit/spatial/TernNearestElement.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "TernCoreKit/wayfinding/TernASSearch.hpp"
@@ -83,6 +84,22 @@ double straightDistance(const TernWaypoint& waypoint, TernCoordinate point) {
   return std::sqrt(x * x + y * y);
 }
 
+std::shared_ptr<TernASGrid> gridOf(const TernVenueData& venue) {
+  const TernVenueData* data = &venue;
+  VenueGridLists lists;
+  {
+    const MutexLock lock(venue.recordsMutex());
+    lists = listRecords({&data, 1});
+  }
+  return makeGrid(std::move(lists), false);
+}
+
+std::shared_ptr<TernNearestElement> treesOf(const std::shared_ptr<TernActiveVenue>& venue) {
+  auto made = TernNearestElement::init();
+  made->initializeKDTree(venue);
+  return made;
+}
+
 // Searches know ids of 32 bits.
 std::int32_t narrowId(const TernWaypoint& waypoint) {
   return static_cast<std::int32_t>(waypoint.id.integer());
@@ -133,13 +150,7 @@ std::shared_ptr<TernASGrid> TernActiveVenue::globalASGrid() const {
 }
 
 void TernActiveVenue::loadGridData() {
-  const TernVenueData* venue = this;
-  VenueGridLists lists;
-  {
-    const MutexLock lock(recordsMutex());
-    lists = listRecords({&venue, 1});
-  }
-  auto grid = makeGrid(std::move(lists), false);
+  auto grid = gridOf(*this);
   // The graph that is replaced goes away outside the lock.
   const MutexLock lock(gridMutex_);
   globalASGrid_.swap(grid);
@@ -154,8 +165,7 @@ void TernActiveVenue::loadKDTree() {
   const auto replaced = nearestElement();
   std::unique_lock<std::recursive_mutex> replacedLock;
   if (replaced != nullptr) replacedLock = std::unique_lock(replaced->mutex());
-  auto made = TernNearestElement::init();
-  made->initializeKDTree(weak_from_this().lock());
+  auto made = treesOf(weak_from_this().lock());
   const MutexLock lock(gridMutex_);
   nearestElement_.swap(made);
 }
@@ -163,8 +173,11 @@ void TernActiveVenue::loadKDTree() {
 void TernActiveVenue::updateWayfindDataWithCompletion(std::function<void(bool)> completion) {
   auto venue = weak_from_this().lock();
   if (venue == nullptr) return rebuild(completion);
-  backgroundQueue()->run([venue = std::move(venue), completion = std::move(completion)] {
-    venue->rebuild(completion);
+  const auto begin = [&](const auto& kept) {
+    backgroundQueue()->run([venue, kept] { venue->rebuild(kept.get()); });
+  };
+  detail::attemptWith(std::move(completion), begin, [](const auto& ended) {
+    if (ended) ended(false);
   });
 }
 
@@ -172,9 +185,20 @@ void TernActiveVenue::rebuild(const std::function<void(bool)>& completion) {
   const auto replaced = globalASGrid();
   std::unique_lock<std::recursive_mutex> lock;
   if (replaced != nullptr) lock = std::unique_lock(replaced->mutex());
-  loadGridData();
-  loadKDTree();
-  if (completion) completion(true);
+  const bool isBuilt = detail::attempt([this] { replaceGridAndTrees(); });
+  if (completion) completion(isBuilt);
+}
+
+// Both or neither.
+void TernActiveVenue::replaceGridAndTrees() {
+  const auto replaced = nearestElement();
+  std::unique_lock<std::recursive_mutex> replacedLock;
+  if (replaced != nullptr) replacedLock = std::unique_lock(replaced->mutex());
+  auto grid = gridOf(*this);
+  auto trees = treesOf(weak_from_this().lock());
+  const MutexLock lock(gridMutex_);
+  globalASGrid_.swap(grid);
+  nearestElement_.swap(trees);
 }
 
 TernRoute TernActiveVenue::wayfind(const std::shared_ptr<TernWaypoint>& start,

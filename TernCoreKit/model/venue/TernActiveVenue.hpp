@@ -97,9 +97,10 @@ struct TERN_API TernActiveVenue : TernVenueData,
   /// each other, while a later one may overlap with those of the graph before; whoever asks for the
   /// graph meanwhile gets the old one or the new. A graph that is being replaced keeps what its
   /// last search has written, since somebody may be reading a route of it. The completion, which
-  /// may be empty, is called once, with true, on the queue's thread, while the graph that has been
-  /// replaced is still locked; not at all when the process ends before. A venue that no shared_ptr
-  /// holds is rebuilt before the call returns.
+  /// may be empty, is called once, on the queue's thread, while the graph that has been replaced is
+  /// still locked, with whether all was built: where memory runs out nothing changes. Not at all
+  /// when the process ends before. A venue that no shared_ptr holds is rebuilt before the call
+  /// returns.
   void updateWayfindDataWithCompletion(std::function<void(bool)> completion);
 
   /// The cheapest route over links of at most that accessibility level; empty when there is none.
@@ -156,6 +157,7 @@ struct TERN_API TernActiveVenue : TernVenueData,
  private:
   std::shared_ptr<TernBaseModel> copyOfKind() const override { return copyWithZone(); }
   void rebuild(const std::function<void(bool)>& completion);
+  TERN_INTERNAL void replaceGridAndTrees();
 
   mutable Mutex gridMutex_;
   std::shared_ptr<TernASGrid> globalASGrid_ TERN_GUARDED_BY(gridMutex_);

@@ -55,14 +55,29 @@ Waypoints waypointsAt(const std::vector<std::shared_ptr<TernLocation>>& location
   return found;
 }
 
-template <class Collection>
-void attachTo(const Nested<Collection>& places, const TernMapCollection& maps) {
-  if (!places) return;
-  for (auto& place : places->each()) {
+// The places of a collection with the waypoints that their locations name.
+template <class Place>
+using Placed = std::vector<std::pair<Place*, Waypoints>>;
+
+template <class Place, class Collection>
+Placed<Place> placedIn(const Nested<Collection>& places, const TernMapCollection& maps) {
+  Placed<Place> placed;
+  if (!places) return placed;
+  for (Place& place : places->each()) {
     Waypoints waypoints = waypointsAt(place.locations, maps);
-    if (!waypoints.empty()) place.addWaypoints(std::move(waypoints));
+    if (!waypoints.empty()) placed.emplace_back(&place, std::move(waypoints));
   }
+  return placed;
 }
+
+// Takes no memory.
+template <class Place>
+void attach(Placed<Place> placed) {
+  for (auto& [place, waypoints] : placed) place->addWaypoints(std::move(waypoints));
+}
+
+// How many records the batch has.
+std::size_t countOf(const Value* batch) { return batch != nullptr ? (*batch)["items"].size() : 0; }
 
 }  // namespace
 
@@ -71,15 +86,20 @@ void addBuilding(TernActiveVenue& venue, std::int64_t buildingId, Value answer) 
   stampItems(answer.find("floors"), "buildingId", buildingId);
   std::optional<Value> defaultFloorId;
   if (const Value* given = answer.find("defaultFloorId")) defaultFloorId = *given;
+  // Where there is no memory for all of it, nothing is added.
+  venue.buildings->makeRoom(1);
+  if (venue.maps != nullptr) venue.maps->makeRoom(countOf(answer.find("floors")));
   venue.buildings->create(std::move(answer));
   takeOverFloors(venue, defaultFloorId);
 }
 
 void attachWaypoints(TernActiveVenue& venue) {
   if (venue.maps == nullptr) return;
-  attachTo(venue.amenities, *venue.maps);
-  attachTo(venue.destinations, *venue.maps);
-  attachTo(venue.pathTypes, *venue.maps);
+  auto amenities = placedIn<TernAmenity>(venue.amenities, *venue.maps);
+  auto destinations = placedIn<TernDestination>(venue.destinations, *venue.maps);
+  attach(placedIn<TernPathType>(venue.pathTypes, *venue.maps));
+  attach(std::move(amenities));
+  attach(std::move(destinations));
 }
 
 }  // namespace tern

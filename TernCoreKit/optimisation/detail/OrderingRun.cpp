@@ -7,6 +7,7 @@
 
 #include "TernCoreKit/model/records/TernLocation.hpp"
 #include "TernCoreKit/optimisation/detail/ChainLengths.hpp"
+#include "TernCoreKit/platform/detail/common/Attempt.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "TernCoreKit/wayfinding/TernASSearch.hpp"
 
@@ -45,7 +46,10 @@ std::optional<TernNearestResult> OrderingRun::findNearest(
     const std::shared_ptr<TernWaypoint>& from, std::int64_t mapId,
     const TernNearestElement::Elements& elements) {
   if (search_ == nullptr) return std::nullopt;
-  return search_->getNearestElementFrom(from, mapId, elements, tables_.accessible);
+  auto found = search_->getNearestElementFrom(from, mapId, elements, tables_.accessible);
+  const auto& error = search_->error();
+  if (!found && error && error->message == outOfMemory) hasRunOut_ = true;
+  return found;
 }
 
 // Each pass visits the level that the last one has chosen, so there are no more passes than levels.
@@ -127,7 +131,9 @@ void OrderingRun::getShortestDistanceandTour(std::int64_t mapId,
     if (start == nullptr) start = stops.front();
     const Waypoints chain = chainFrom(std::move(start), std::move(stops));
     ChainLengths(tables_).measure(chain);
-    stops = getOptimalPathWithTSPAlgo(chain, tables_.costToPathGraph);
+    const TernTSP::Result result = TernTSP::solve(tables_.costToPathGraph);
+    if (result.tour.size() != chain.size() && chain.size() <= TernTSP::mostStops) hasRunOut_ = true;
+    stops = inOrder(chain, result);
   }
   auto& order = tables_.finalOrderOfWaypoints;
   order.insert(order.end(), stops.begin(), stops.end());
@@ -157,8 +163,7 @@ Waypoints OrderingRun::chainFrom(std::shared_ptr<TernWaypoint> start, Waypoints 
   return chain;
 }
 
-Waypoints getOptimalPathWithTSPAlgo(const Waypoints& chain, const TernTSP::Matrix& graph) {
-  const TernTSP::Result result = TernTSP::solve(graph);
+Waypoints inOrder(const Waypoints& chain, const TernTSP::Result& result) {
   if (result.tour.size() != chain.size()) return chain;
   Waypoints order;
   order.reserve(chain.size());

@@ -1,7 +1,8 @@
 // One run of the ordering of destinations: scores the levels, has each destination settled on a
 // waypoint, and puts levels and waypoints in order.
 //
-// Ownership: borrows everything that it is made of. Threads: one. Fails: never.
+// Ownership: borrows everything that it is made of. Threads: one. Fails: where memory runs out, by
+// throwing, or by `hasRunOut` where the search or the solver has caught it.
 #pragma once
 
 #include <cstdint>
@@ -32,6 +33,9 @@ class OrderingRun {
   Destinations getDestinationOrderFor(const Waypoints& order) const;
   std::vector<TernRoute> generatePathPerFloorFor(const Waypoints& order);
 
+  // Whether something is missing for want of memory.
+  bool hasRunOut() const { return hasRunOut_; }
+
  private:
   // The level to go on with, and where on it; the waypoint is null when the search found none.
   struct NextLevel {
@@ -50,10 +54,11 @@ class OrderingRun {
   const TernRouting* const venue_;
   TernNearestElement* const search_;
   TourTables& tables_;
+  bool hasRunOut_ = false;
 };
 
-// The waypoints of the chain in the order of the shortest tour through the matrix; as they are
-// where there is none.
-Waypoints getOptimalPathWithTSPAlgo(const Waypoints& chain, const TernTSP::Matrix& graph);
+// The waypoints of the chain in the order that the solver has found; as they are where it has found
+// none.
+Waypoints inOrder(const Waypoints& chain, const TernTSP::Result& result);
 
 }  // namespace tern::detail

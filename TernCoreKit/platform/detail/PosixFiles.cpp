@@ -15,6 +15,8 @@
 #include <system_error>
 #include <utility>
 
+#include "TernCoreKit/platform/detail/common/Attempt.hpp"
+
 namespace tern::inline v5::detail {
 
 namespace {
@@ -46,16 +48,36 @@ class Descriptor {
   int number_;
 };
 
-FileError errorOf(int code) { return {code, std::generic_category().message(code)}; }
+using Names = std::vector<std::string>;
+
+FileError errorOf(int code) {
+  FileError error{code, {}};
+  attempt([&] { error.text = std::generic_category().message(code); });
+  return error;
+}
 FileError lastError() { return errorOf(errno); }
+
+// What the work comes to, or that there was no memory for it.
+template <class Work>
+std::optional<FileError> orOutOfMemory(Work work) {
+  std::optional<FileError> error;
+  return attempt([&] { error = work(); }) ? std::move(error) : errorOf(ENOMEM);
+}
+
+// What the work comes to; nothing when there was no memory for it.
+template <class Result, class Work>
+Result orNothing(Work work) {
+  Result result{};
+  return attempt([&] { result = work(); }) ? std::move(result) : Result{};
+}
 
 bool isSafe(std::string_view name) {
   return name != "." && name != ".." && name.find('\0') == std::string_view::npos;
 }
 
 // The names of a path, empty ones left out; none at all when one of them leads elsewhere.
-std::optional<std::vector<std::string>> namesOf(std::string_view path) {
-  std::vector<std::string> names;
+std::optional<Names> namesOf(std::string_view path) {
+  Names names;
   while (!path.empty()) {
     const std::string_view name = path.substr(0, path.find('/'));
     if (!isSafe(name)) return std::nullopt;
@@ -83,7 +105,7 @@ Descriptor openRoot(const std::string& root, Missing missing) {
   return Descriptor(::open(root.c_str(), folderFlags));
 }
 
-Descriptor openFolder(const std::string& root, const std::vector<std::string>& names,
+Descriptor openFolder(const std::string& root, const Names& names,
                       Missing missing = Missing::fails) {
   Descriptor folder = openRoot(root, missing);
   for (const std::string& name : names) {
@@ -125,7 +147,8 @@ bool isKind(const std::string& root, std::string_view path, mode_t kind) {
          (status.st_mode & S_IFMT) == kind;
 }
 
-std::optional<std::string> readAll(const Descriptor& file, std::size_t expected) {
+// Absent when it cannot be read or has grown beyond the most.
+std::optional<std::string> readAll(const Descriptor& file, std::size_t expected, std::size_t most) {
   // One byte more than expected is asked for, so that the end is seen without growing.
   std::string contents(expected + 1, '\0');
   std::size_t size = 0;
@@ -135,6 +158,7 @@ std::optional<std::string> readAll(const Descriptor& file, std::size_t expected)
     if (count < 0) return std::nullopt;
     if (count == 0) break;
     size += static_cast<std::size_t>(count);
+    if (size > most) return std::nullopt;
     if (size == contents.size()) contents.resize(2 * size);
   }
   contents.resize(size);
@@ -187,25 +211,32 @@ PartialFile makePartial(const Descriptor& folder) {
   return made;
 }
 
-std::vector<std::string> namesIn(Descriptor folder) {
+// Absent, with `errno` set, when they cannot be told.
+std::optional<Names> namesIn(Descriptor folder) {
+  if (!folder.isOpen()) return std::nullopt;
   const std::unique_ptr<DIR, int (*)(DIR*)> stream(::fdopendir(folder.number()), ::closedir);
-  if (stream == nullptr) return {};
+  if (stream == nullptr) return std::nullopt;
   folder.release();
-  std::vector<std::string> names;
+  Names names;
+  errno = 0;
   while (const dirent* entry = ::readdir(stream.get())) {
     if (std::string name = entry->d_name; isSafe(name)) names.push_back(std::move(name));
+    errno = 0;
   }
+  if (errno != 0) return std::nullopt;
   std::ranges::sort(names);
   return names;
 }
 
-std::vector<std::string> namesOfOpen(const Descriptor& folder) {
+std::optional<Names> namesOfOpen(const Descriptor& folder) {
   return namesIn(Descriptor(::openat(folder.number(), ".", folderFlags)));
 }
 
 // Removes the files in the folder that nobody is writing any more.
 void removeDead(const Descriptor& folder) {
-  for (const std::string& name : namesOfOpen(folder)) {
+  const auto names = namesOfOpen(folder);
+  if (!names) return;
+  for (const std::string& name : *names) {
     if (!name.starts_with(underWay)) continue;
     const Descriptor file(
         ::openat(folder.number(), name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
@@ -223,7 +254,9 @@ bool unlinkIn(const Descriptor& folder, const std::string& name, int flags = 0) 
 std::optional<FileError> dissolve(const Descriptor& outer, const std::string& name) {
   const Descriptor inner = openFolderIn(outer, name);
   if (!inner.isOpen()) return lastError();
-  for (const std::string& each : namesOfOpen(inner)) {
+  const auto names = namesOfOpen(inner);
+  if (!names) return lastError();
+  for (const std::string& each : *names) {
     if (::renameat(inner.number(), each.c_str(), outer.number(), freshName().c_str()) != 0) {
       return lastError();
     }
@@ -234,14 +267,16 @@ std::optional<FileError> dissolve(const Descriptor& outer, const std::string& na
 
 // However deep folders lie in each other, two are open at a time.
 std::optional<FileError> removeContents(const Descriptor& folder) {
-  for (auto names = namesOfOpen(folder); !names.empty(); names = namesOfOpen(folder)) {
-    for (const std::string& name : names) {
+  for (;;) {
+    const auto names = namesOfOpen(folder);
+    if (!names) return lastError();
+    if (names->empty()) return std::nullopt;
+    for (const std::string& name : *names) {
       if (unlinkIn(folder, name) || unlinkIn(folder, name, AT_REMOVEDIR)) continue;
       if (errno != ENOTEMPTY && errno != EEXIST) return lastError();
       if (auto error = dissolve(folder, name)) return error;
     }
   }
-  return std::nullopt;
 }
 
 std::optional<FileError> removeIn(const Descriptor& parent, const std::string& name) {
@@ -257,18 +292,9 @@ std::optional<FileError> removeIn(const Descriptor& parent, const std::string& n
   return std::nullopt;
 }
 
-std::string withoutEndingSlashes(std::string path) {
-  while (path.ends_with('/')) path.pop_back();
-  return path;
-}
-
-}  // namespace
-
-PosixFiles::PosixFiles(std::string documentsFolder)
-    : documentsFolder_(withoutEndingSlashes(std::move(documentsFolder))) {}
-
-std::optional<std::string> PosixFiles::readFile(std::string_view path) const {
-  const auto entry = entryOf(documentsFolder_, path);
+std::optional<std::string> readBelow(const std::string& root, std::string_view path,
+                                     std::size_t mostBytes) {
+  const auto entry = entryOf(root, path);
   if (!entry) return std::nullopt;
   // A pipe in the file's stead would otherwise be waited for.
   const Descriptor file(::openat(entry->folder.number(), entry->name.c_str(),
@@ -277,11 +303,13 @@ std::optional<std::string> PosixFiles::readFile(std::string_view path) const {
   if (!file.isOpen() || ::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) {
     return std::nullopt;
   }
-  return readAll(file, static_cast<std::size_t>(status.st_size));
+  const auto size = static_cast<std::size_t>(status.st_size);
+  return size <= mostBytes ? readAll(file, size, mostBytes) : std::nullopt;
 }
 
-std::optional<FileError> PosixFiles::createFile(std::string_view path, std::string_view contents) {
-  const auto entry = entryOf(documentsFolder_, path);
+std::optional<FileError> createBelow(const std::string& root, std::string_view path,
+                                     std::string_view contents) {
+  const auto entry = entryOf(root, path);
   if (!entry) return lastError();
   const int folder = entry->folder.number();
   const PartialFile partial = makePartial(entry->folder);
@@ -294,47 +322,31 @@ std::optional<FileError> PosixFiles::createFile(std::string_view path, std::stri
   }
   // The new name is to outlast a power cut too.
   ::fsync(folder);
-  removeDead(entry->folder);
+  attempt([&] { removeDead(entry->folder); });
   return std::nullopt;
 }
 
-bool PosixFiles::isFile(std::string_view path) const {
-  return isKind(documentsFolder_, path, S_IFREG);
-}
-
-bool PosixFiles::isFolder(std::string_view path) const {
-  const auto names = namesOf(path);
-  return names && openFolder(documentsFolder_, *names).isOpen();
-}
-
-std::optional<FileError> PosixFiles::createFolders(std::string_view path) {
-  const auto names = namesOf(path);
-  if (!names) return errorOf(EINVAL);
-  if (!openFolder(documentsFolder_, *names, Missing::isMade).isOpen()) return lastError();
-  return std::nullopt;
-}
-
-std::vector<std::string> PosixFiles::list(std::string_view path) const {
+Names listBelow(const std::string& root, std::string_view path) {
   const auto names = namesOf(path);
   if (!names) return {};
-  Descriptor folder = openFolder(documentsFolder_, *names);
+  Descriptor folder = openFolder(root, *names);
   if (!folder.isOpen()) return {};
-  std::vector<std::string> listed = namesIn(std::move(folder));
+  Names listed = namesIn(std::move(folder)).value_or(Names());
   std::erase_if(listed, [](const std::string& name) { return name.starts_with(underWay); });
   return listed;
 }
 
-void PosixFiles::removeAbandoned(std::string_view path) {
+void removeDeadBelow(const std::string& root, std::string_view path) {
   const auto names = namesOf(path);
   if (!names) return;
-  std::vector<std::vector<std::string>> folders = {*names};
+  std::vector<Names> folders = {*names};
   while (!folders.empty()) {
-    const std::vector<std::string> at = std::move(folders.back());
+    const Names at = std::move(folders.back());
     folders.pop_back();
-    const Descriptor folder = openFolder(documentsFolder_, at);
+    const Descriptor folder = openFolder(root, at);
     if (!folder.isOpen()) continue;
     removeDead(folder);
-    for (const std::string& name : namesOfOpen(folder)) {
+    for (const std::string& name : namesOfOpen(folder).value_or(Names())) {
       if (!openFolderIn(folder, name).isOpen()) continue;
       folders.push_back(at);
       folders.back().push_back(name);
@@ -342,10 +354,64 @@ void PosixFiles::removeAbandoned(std::string_view path) {
   }
 }
 
+std::string withoutEndingSlashes(std::string path) {
+  while (path.ends_with('/')) path.pop_back();
+  return path;
+}
+
+}  // namespace
+
+PosixFiles::PosixFiles(std::string documentsFolder)
+    : documentsFolder_(withoutEndingSlashes(std::move(documentsFolder))) {}
+
+std::string PosixFiles::documentsFolder() const {
+  return orNothing<std::string>([&] { return documentsFolder_; });
+}
+
+std::optional<std::string> PosixFiles::readFile(std::string_view path,
+                                                std::size_t mostBytes) const {
+  using Contents = std::optional<std::string>;
+  return orNothing<Contents>([&] { return readBelow(documentsFolder_, path, mostBytes); });
+}
+
+std::optional<FileError> PosixFiles::createFile(std::string_view path, std::string_view contents) {
+  return orOutOfMemory([&] { return createBelow(documentsFolder_, path, contents); });
+}
+
+bool PosixFiles::isFile(std::string_view path) const {
+  return orNothing<bool>([&] { return isKind(documentsFolder_, path, S_IFREG); });
+}
+
+bool PosixFiles::isFolder(std::string_view path) const {
+  return orNothing<bool>([&] {
+    const auto names = namesOf(path);
+    return names && openFolder(documentsFolder_, *names).isOpen();
+  });
+}
+
+std::optional<FileError> PosixFiles::createFolders(std::string_view path) {
+  return orOutOfMemory([&]() -> std::optional<FileError> {
+    const auto names = namesOf(path);
+    if (!names) return errorOf(EINVAL);
+    if (openFolder(documentsFolder_, *names, Missing::isMade).isOpen()) return std::nullopt;
+    return lastError();
+  });
+}
+
+std::vector<std::string> PosixFiles::list(std::string_view path) const {
+  return orNothing<Names>([&] { return listBelow(documentsFolder_, path); });
+}
+
+void PosixFiles::removeAbandoned(std::string_view path) {
+  attempt([&] { removeDeadBelow(documentsFolder_, path); });
+}
+
 std::optional<FileError> PosixFiles::remove(std::string_view path) {
-  const auto entry = entryOf(documentsFolder_, path);
-  if (!entry) return lastError();
-  return removeIn(entry->folder, entry->name);
+  return orOutOfMemory([&]() -> std::optional<FileError> {
+    const auto entry = entryOf(documentsFolder_, path);
+    if (!entry) return lastError();
+    return removeIn(entry->folder, entry->name);
+  });
 }
 
 }  // namespace tern::detail

@@ -13,8 +13,10 @@ class PosixFiles final : public FileSystem {
  public:
   explicit PosixFiles(std::string documentsFolder);
 
-  std::string documentsFolder() const override { return documentsFolder_; }
-  std::optional<std::string> readFile(std::string_view path) const override;
+  std::string documentsFolder() const override;
+  std::optional<std::string> readFile(
+      std::string_view path,
+      std::size_t mostBytes = std::numeric_limits<std::size_t>::max()) const override;
   std::optional<FileError> createFile(std::string_view path, std::string_view contents) override;
   bool isFile(std::string_view path) const override;
   bool isFolder(std::string_view path) const override;

@@ -1,30 +1,32 @@
 #include "TernCoreKit/platform/detail/ThreadPool.hpp"
 
-#include <system_error>
 #include <utility>
+
+#include "TernCoreKit/platform/detail/common/Attempt.hpp"
 
 namespace tern::inline v5::detail {
 
 void ThreadPool::run(std::function<void()> task) {
+  Tasks kept;
+  const bool isKept = attempt([&] { kept.push_back(std::move(task)); });
   {
     const MutexLock lock(mutex_);
     if (isStopped_) return;
-    if (hasThreadForTask()) tasks_.push_back(std::exchange(task, nullptr));
+    if (isKept && hasThreadForTask()) tasks_.splice(tasks_.end(), kept);
   }
-  if (task) {
-    task();
-  } else {
+  if (isKept && kept.empty()) {
     changed_.notify_one();
+  } else {
+    attempt(isKept ? kept.front() : task);
   }
 }
 
 bool ThreadPool::hasThreadForTask() {
   if (tasks_.size() < idle_ || threads_.size() == threadCount_) return true;
-  try {
-    threads_.emplace_back([this] { work(); });
-  } catch (const std::system_error&) {
-    // No more threads to be had: those that there are must do.
-  }
+  std::thread started;
+  attempt([&] { started = std::thread([this] { work(); }); });
+  // Where no more are to be had, those that there are must do.
+  if (started.joinable()) threads_.push_back(std::move(started));
   return !threads_.empty();
 }
 
@@ -35,17 +37,17 @@ void ThreadPool::work() {
     while (!isStopped_ && tasks_.empty()) changed_.wait(lock);
     --idle_;
     if (isStopped_) return;
-    std::function<void()> task = std::move(tasks_.front());
-    tasks_.pop_front();
+    Tasks taken;
+    taken.splice(taken.end(), tasks_, tasks_.begin());
     lock.unlock();
-    task();
-    task = nullptr;
+    attempt(taken.front());
+    taken.clear();
     lock.lock();
   }
 }
 
 void ThreadPool::stop() {
-  std::deque<std::function<void()>> dropped;
+  Tasks dropped;
   std::vector<std::thread> threads;
   {
     const MutexLock lock(mutex_);

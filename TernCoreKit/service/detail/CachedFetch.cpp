@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <utility>
 
+#include "TernCoreKit/platform/Log.hpp"
+#include "TernCoreKit/platform/detail/common/Attempt.hpp"
 #include "TernCoreKit/service/TernHub.hpp"
 
 namespace tern::inline v5::detail {
@@ -29,11 +31,18 @@ std::optional<TernError> errorOfFilled(const Value& answer) {
   return errorOfCustomer(answer);
 }
 
+using KeptFinish = Kept<FinishFetch>;
+
+void endOutOfMemory(const auto& finish) {
+  finish(TernError::initWithErrorType(TernErrorTypeUndefined, outOfMemory, outOfMemory), Value(),
+         AnswerSource::service);
+}
+
 // One fetch under way, shared by the callbacks of its steps.
 class CachedFetch : public std::enable_shared_from_this<CachedFetch> {
  public:
   CachedFetch(std::shared_ptr<TernHub> hub, const LoadRules& rules, std::string endpoint,
-              FinishFetch finish)
+              KeptFinish finish)
       : hub_(std::move(hub)),
         rules_(rules),
         endpoint_(std::move(endpoint)),
@@ -53,25 +62,36 @@ class CachedFetch : public std::enable_shared_from_this<CachedFetch> {
     auth->getAccessTokenInHeader(
         std::move(headers),
         [self = shared_from_this()](std::optional<TernError> error, const Value& headersWithToken) {
-          self->send(std::move(error), headersWithToken);
+          self->goOn([&] { self->send(std::move(error), headersWithToken); });
         });
   }
 
  private:
+  // A step on somebody else's thread; one that runs out of memory is the last.
+  template <class Step>
+  void goOn(Step step) {
+    if (attempt(step)) return;
+    hub_->clearTemporaryCache();
+    endOutOfMemory(finish_);
+  }
+
   void send(std::optional<TernError> tokenError, const Value& headers) {
     if (tokenError) {
       if (hasStamp_) return takeCached(AnswerSource::cacheInstead);
-      return finish_(std::move(tokenError), {}, AnswerSource::service);
+      return finish_(std::move(tokenError), Value(), AnswerSource::service);
     }
     if (rules_.announcesRequest) TernHub::startServerPluginResponseForApi(endpoint_);
-    hub_->client()->GET(endpoint_, headers,
-                        [self = shared_from_this()](std::optional<std::string> error,
-                                                    std::int64_t status, Value answer) {
-                          self->receive(std::move(error), status, std::move(answer));
-                        });
+    hub_->client()->GETWithOrigin(
+        endpoint_, headers,
+        [self = shared_from_this()](std::optional<std::string> error, std::int64_t status,
+                                    Value answer, bool leftOrigin) {
+          self->goOn(
+              [&] { self->receive(std::move(error), status, std::move(answer), leftOrigin); });
+        });
   }
 
-  void receive(std::optional<std::string> errorText, std::int64_t status, Value answer) {
+  void receive(std::optional<std::string> errorText, std::int64_t status, Value answer,
+               bool leftOrigin) {
     if (status == notModified || status == internalServerError || status == noAnswer) {
       return takeCached(AnswerSource::cacheInstead);
     }
@@ -79,9 +99,14 @@ class CachedFetch : public std::enable_shared_from_this<CachedFetch> {
     auto error = errorText ? connectionError(std::move(errorText)) : rules_.errorOf(answer);
     if (error) {
       if (rules_.announcesFailure) TernHub::failedServerPluginResponseForApi(endpoint_, error);
-      return finish_(std::move(error), {}, AnswerSource::service);
+      return finish_(std::move(error), Value(), AnswerSource::service);
     }
-    hub_->saveData(answer, endpoint_, [](const std::optional<TernError>&) {});
+    // What another host said is nothing to keep as the word of this one.
+    if (leftOrigin) {
+      logSdk("an answer that came by way of another host is not cached: " + endpoint_);
+    } else {
+      hub_->saveData(answer, endpoint_, [](const std::optional<TernError>&) {});
+    }
     finish_(std::nullopt, std::move(answer), AnswerSource::service);
   }
 
@@ -92,7 +117,7 @@ class CachedFetch : public std::enable_shared_from_this<CachedFetch> {
   const std::shared_ptr<TernHub> hub_;
   const LoadRules& rules_;
   const std::string endpoint_;
-  const FinishFetch finish_;
+  const KeptFinish finish_;
   bool hasStamp_ = false;
 };
 
@@ -118,8 +143,10 @@ const LoadRules quietRules{false, false, false, errorOfFilled};
 
 void fetchCached(std::shared_ptr<TernHub> hub, const LoadRules& rules, std::string endpoint,
                  FinishFetch finish) {
-  std::make_shared<CachedFetch>(std::move(hub), rules, std::move(endpoint), std::move(finish))
-      ->run();
+  const auto steps = [&](const KeptFinish& kept) {
+    std::make_shared<CachedFetch>(std::move(hub), rules, std::move(endpoint), kept)->run();
+  };
+  attemptWith(std::move(finish), steps, [](const auto& ended) { endOutOfMemory(ended); });
 }
 
 }  // namespace tern::detail

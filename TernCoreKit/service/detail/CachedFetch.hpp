@@ -2,7 +2,8 @@
 // locales, venues, buildings and map templates are loaded. What differs between them is data.
 //
 // Ownership: keeps the hub until it has finished. Threads: those of the hub's completions.
-// Fails: through `finish`, which is called once, or never when the hub has no token connector.
+// Fails: through `finish`, which is called once, or never when the hub has no token connector; once
+// more, with an error, when it runs out of memory itself.
 #pragma once
 
 #include <functional>

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <utility>
 
+#include "TernCoreKit/platform/detail/common/Attempt.hpp"
 #include "TernCoreKit/service/ServiceHost.hpp"
 #include "TernCoreKit/service/TernHub.hpp"
 #include "TernCoreKit/service/detail/CachedFetch.hpp"
@@ -12,34 +13,46 @@ namespace tern::inline v5::detail {
 namespace {
 
 using Finish = std::function<void(Value, std::optional<TernError>)>;
+using KeptFinish = Kept<Finish>;
+
+void endOutOfMemory(const auto& finish) {
+  finish(Value(), TernError::initWithErrorType(TernErrorTypeUndefined, outOfMemory, outOfMemory));
+}
+
+void receive(std::optional<std::string> errorText, Value answer, const std::string& endpoint,
+             const KeptFinish& finish) {
+  auto error = errorText ? connectionError(std::move(errorText)) : errorOfAnswer(answer);
+  if (!error) return finish(std::move(answer), std::nullopt);
+  TernHub::failedServerPluginResponseForApi(endpoint, error);
+  finish(Value(), std::move(error));
+}
 
 void send(const TernHub& hub, UncachedHost host, const std::string& endpoint, const Value& headers,
-          Finish finish) {
-  auto receive = [endpoint, finish = std::move(finish)](std::optional<std::string> errorText,
-                                                        std::int64_t, Value answer) {
-    auto error = errorText ? connectionError(std::move(errorText)) : errorOfAnswer(answer);
-    if (!error) return finish(std::move(answer), std::nullopt);
-    TernHub::failedServerPluginResponseForApi(endpoint, error);
-    finish({}, std::move(error));
+          const KeptFinish& finish) {
+  auto end = [endpoint, finish](std::optional<std::string> errorText, std::int64_t, Value answer) {
+    const auto take = [&] { receive(std::move(errorText), std::move(answer), endpoint, finish); };
+    if (!attempt(take)) endOutOfMemory(finish);
   };
-  if (host == UncachedHost::ofHub) return hub.client()->GET(endpoint, headers, std::move(receive));
+  if (host == UncachedHost::ofHub) return hub.client()->GET(endpoint, headers, std::move(end));
   TernHub::startServerPluginResponseForApi(endpoint);
-  hub.client()->GETWithFullUrl(defaultServiceHost() + endpoint, headers, std::move(receive));
+  hub.client()->GETWithFullUrl(defaultServiceHost() + endpoint, headers, std::move(end));
 }
 
 }  // namespace
 
 void fetchUncached(std::shared_ptr<TernHub> hub, UncachedHost host, std::string endpoint,
                    Finish finish) {
-  TernHub::startServerPluginResponseForApi(endpoint);
-  const auto auth = hub->auth();
-  if (auth == nullptr) return;
-  auth->getAccessTokenInHeader(
-      {}, [hub = std::move(hub), host, endpoint = std::move(endpoint), finish = std::move(finish)](
-              std::optional<TernError> error, const Value& headers) {
-        if (error) return finish({}, std::move(error));
-        send(*hub, host, endpoint, headers, finish);
-      });
+  const auto steps = [&](const KeptFinish& kept) {
+    TernHub::startServerPluginResponseForApi(endpoint);
+    const auto auth = hub->auth();
+    if (auth == nullptr) return;
+    auth->getAccessTokenInHeader(
+        {}, [hub, host, endpoint, kept](std::optional<TernError> error, const Value& headers) {
+          if (error) return kept(Value(), std::move(error));
+          if (!attempt([&] { send(*hub, host, endpoint, headers, kept); })) endOutOfMemory(kept);
+        });
+  };
+  attemptWith(std::move(finish), steps, [](const auto& ended) { endOutOfMemory(ended); });
 }
 
 }  // namespace tern::detail

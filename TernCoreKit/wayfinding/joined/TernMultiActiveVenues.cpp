@@ -10,6 +10,7 @@
 #include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "TernCoreKit/platform/Log.hpp"
 #include "TernCoreKit/platform/WorkQueue.hpp"
+#include "TernCoreKit/platform/detail/common/Attempt.hpp"
 #include "TernCoreKit/platform/detail/common/Immortal.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "TernCoreKit/wayfinding/TernASSearch.hpp"
@@ -167,15 +168,20 @@ void TernMultiActiveVenues::destroyAllActiveVenues() { destroyActiveVenue(active
 
 void TernMultiActiveVenues::updateMultiVenueWayfindDataWithCompletion(
     std::function<void(bool)> completion) {
-  backgroundQueue()->run([self = shared_from_this(), completion = std::move(completion)] {
-    self->rebuild(completion);
+  const auto begin = [&](const auto& kept) {
+    backgroundQueue()->run([self = shared_from_this(), kept] { self->rebuild(kept.get()); });
+  };
+  detail::attemptWith(std::move(completion), begin, [](const auto& ended) {
+    if (ended) ended(false);
   });
 }
 
 void TernMultiActiveVenues::rebuildAndTellDelegate() {
   // The rebuild keeps this object.
-  updateMultiVenueWayfindDataWithCompletion([this](bool) {
-    if (const auto listener = delegate()) listener->multiVenueWayfindDataLoaded();
+  updateMultiVenueWayfindDataWithCompletion([this](bool isBuilt) {
+    const auto listener = delegate();
+    if (listener == nullptr) return;
+    isBuilt ? listener->multiVenueWayfindDataLoaded() : listener->multiVenueWayfindDataFailed();
   });
 }
 
@@ -183,8 +189,8 @@ void TernMultiActiveVenues::rebuild(const std::function<void(bool)>& completion)
   const auto replaced = globalASGrid();
   std::unique_lock<std::recursive_mutex> lock;
   if (replaced != nullptr) lock = std::unique_lock(replaced->mutex());
-  loadGridData();
-  if (completion) completion(true);
+  const bool isBuilt = detail::attempt([this] { loadGridData(); });
+  if (completion) completion(isBuilt);
 }
 
 void TernMultiActiveVenues::loadGridData() {

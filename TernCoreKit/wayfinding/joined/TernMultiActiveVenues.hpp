@@ -29,6 +29,9 @@ class TERN_API TernMultiActiveVenuesDelegate {
 
   /// The joined graph has been built. Called on the background queue, after each rebuild.
   virtual void multiVenueWayfindDataLoaded() {}
+  /// It could not be built for want of memory; what there was before is still asked. Called on the
+  /// background queue, or where the rebuild was asked for.
+  virtual void multiVenueWayfindDataFailed() {}
 };
 
 /// Several loaded venues that are joined by their exits, and routes across them.

@@ -26,6 +26,7 @@
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "tests/support/ActiveVenue.hpp"
 #include "tests/support/CapturedLog.hpp"
+#include "tests/support/FailingAllocation.hpp"
 #include "tests/support/MadeRecords.hpp"
 #include "tests/support/Waiting.hpp"
 #include "tests/support/WorkQueues.hpp"
@@ -55,6 +56,41 @@ TernActiveVenue::Waypoints all(const TernActiveVenue& venue, std::string_view le
 
 std::string route(const TernActiveVenue& venue, char from, char to, std::int64_t level = 100) {
   return lettersOf(venue.wayfind(waypointAt(venue, from), waypointAt(venue, to), level));
+}
+
+// A rebuild gives all of it or leaves all as it was.
+TEST(TernActiveVenue, aRebuildChangesNothingOrAllWhateverAllocationFails) {
+  CapturedLog log;
+  const ScopedBackgroundQueue atOnce(std::make_shared<RunNowQueue>());
+  const auto venue = loadDrawnVenue({.floors = {{.lines = {"A  B  C"}}, {.lines = {"D  E"}}},
+                                     .paths = {"A-B", "B-C", "C-D Lift", "D-E"},
+                                     .pathTypes = {{.name = "Lift", .weight = 5}},
+                                     .destinations = {{7, "E"}}});
+  const std::string before = route(*venue, 'A', 'E');
+  auto grid = venue->globalASGrid();
+  auto nearest = venue->nearestElement();
+  struct Told {
+    int times = 0;
+    bool isBuilt = false;
+  } told;
+  const int failed = forFailingAllocations(
+      FailingAllocation::Reach::thread,
+      [&] {
+        venue->updateWayfindDataWithCompletion([&told](bool isBuilt) {
+          ++told.times;
+          told.isBuilt = isBuilt;
+        });
+      },
+      [&] {
+        ASSERT_EQ(std::exchange(told.times, 0), 1);
+        ASSERT_EQ(venue->globalASGrid() != grid, told.isBuilt);
+        ASSERT_EQ(venue->nearestElement() != nearest, told.isBuilt);
+        ASSERT_EQ(route(*venue, 'A', 'E'), before);
+        grid = venue->globalASGrid();
+        nearest = venue->nearestElement();
+        log.take();
+      });
+  EXPECT_GT(failed, 60);
 }
 
 // --- The document ---

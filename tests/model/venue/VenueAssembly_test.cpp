@@ -18,6 +18,7 @@
 #include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
 #include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "tests/support/CapturedLog.hpp"
+#include "tests/support/FailingAllocation.hpp"
 #include "tests/support/MadeRecords.hpp"
 
 namespace tern::test {
@@ -166,6 +167,52 @@ TEST(VenueAssembly, locationsOfTheWrongKindNameNothing) {
     EXPECT_THAT(venue->destinations->getById(2)->waypoints, IsEmpty());
     log.take();
   }
+}
+
+TEST(VenueAssembly, aBuildingComesInWholeOrNotAtAllWhateverAllocationFails) {
+  CapturedLog log;
+  Venue venue;
+  Value document;
+  const auto renew = [&] {
+    venue = venueWithTwoBuildings();
+    addBuilding(*venue, 1, parsed(buildingDocument(1, 10, 4)));
+    document = parsed(buildingDocument(2, 20, 5));
+  };
+  renew();
+  const int failed = forFailingAllocations(
+      FailingAllocation::Reach::thread, [&] { addBuilding(*venue, 2, std::move(document)); },
+      [&] {
+        const bool isIn = venue->buildings->getAllFloors().size() == 2;
+        if (isIn) {
+          ASSERT_THAT(ids(venue->maps->getAll()), ElementsAre(4, 5));
+        } else {
+          ASSERT_THAT(ids(venue->maps->getAll()), ElementsAre(4));
+          ASSERT_THAT(ids(venue->buildings->getAll()), ElementsAre(1, 2));
+        }
+        log.take();
+        renew();
+      });
+  EXPECT_GT(failed, 10);
+}
+
+TEST(VenueAssembly, allPlacesGetTheirWaypointsOrNoneWhateverAllocationFails) {
+  Venue venue;
+  const auto renew = [&] {
+    venue = made<TernActiveVenue>(
+        R"({"id": 7, "buildings": {"items": [{"id": 1}]},
+            "destinations": {"items": [{"id": 1, "locations": [{"mapId": 5, "waypointIds": [50]}]}]},
+            "amenities": {"items": [{"id": 1, "locations": [{"mapId": 5, "waypointIds": [51]}]}]}})");
+    addBuilding(*venue, 1, parsed(buildingDocument(1, 10, 5)));
+  };
+  renew();
+  const int failed = forFailingAllocations(
+      FailingAllocation::Reach::thread, [&] { attachWaypoints(*venue); },
+      [&] {
+        ASSERT_EQ(venue->destinations->getById(1)->waypoints.size(),
+                  venue->amenities->getById(1)->waypoints.size());
+        renew();
+      });
+  EXPECT_GE(failed, 4);
 }
 
 TEST(VenueAssembly, aVenueWithoutBuildingsTakesNone) {

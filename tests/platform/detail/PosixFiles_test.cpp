@@ -12,6 +12,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/DescriptorLimit.hpp"
+#include "tests/support/FailingAllocation.hpp"
 #include "tests/support/JoiningThread.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 
@@ -37,6 +39,14 @@ TEST_F(PosixFiles, readsBackWhatItWrote) {
     EXPECT_EQ(folder_.read("documents/a/b/c"), text);
   }
   EXPECT_THAT(files_.list("/a/b"), ElementsAre("c"));
+}
+
+TEST_F(PosixFiles, readsNoFileThatIsLongerThanTheCallerTakes) {
+  ASSERT_FALSE(files_.createFolders(""));
+  ASSERT_FALSE(files_.createFile("file", "text"));
+  EXPECT_EQ(files_.readFile("file", 4), "text");
+  EXPECT_EQ(files_.readFile("file", 3), std::nullopt);
+  EXPECT_EQ(files_.readFile("file", 0), std::nullopt);
 }
 
 TEST_F(PosixFiles, makesTheDocumentsFolderForItsUserAlone) {
@@ -83,6 +93,64 @@ TEST_F(PosixFiles, removesFoldersHoweverDeepTheyLieInEachOther) {
   ASSERT_FALSE(files_.createFile(path + "/file", "text"));
   EXPECT_FALSE(files_.remove("deep"));
   EXPECT_THAT(files_.list(""), IsEmpty());
+}
+
+TEST_F(PosixFiles, saysThatItRanOutOfDescriptorsWhenItDid) {
+  int shortages = 0;
+  for (unsigned more = 0; more < 6; ++more) {
+    folder_.write("documents/a/b/c/file", "");
+    std::optional<FileError> error;
+    {
+      const test::DescriptorLimit limit(more);
+      error = files_.remove("a");
+    }
+    if (!error) continue;
+    ++shortages;
+    EXPECT_EQ(error->code, EMFILE) << more << " descriptors: " << error->text;
+  }
+  EXPECT_GE(shortages, 4);
+  EXPECT_THAT(files_.list(""), IsEmpty()) << "the last one had enough";
+}
+
+TEST_F(PosixFiles, aSaveIsWholeOrAnErrorWhateverAllocationFails) {
+  ASSERT_FALSE(files_.createFolders("a"));
+  ASSERT_FALSE(files_.createFile("a/file", "old"));
+  const std::string fresh(1000, 'n');
+  std::optional<FileError> error;
+  std::optional<std::string> read;
+  const int failed = test::forFailingAllocations(
+      test::FailingAllocation::Reach::thread,
+      [&] {
+        error = files_.createFolders("a/b");
+        if (!error) error = files_.createFile("a/file", fresh);
+        read = files_.readFile("a/file");
+      },
+      [&] {
+        const std::string held = files_.readFile("a/file").value();
+        ASSERT_TRUE(error ? held == "old" : held == fresh);
+        ASSERT_TRUE(!read || *read == held);
+        if (error) {
+          ASSERT_EQ(error->code, ENOMEM);
+        }
+        ASSERT_FALSE(files_.createFile("a/file", "old"));
+        ASSERT_EQ(std::distance(fs::directory_iterator(folder_.at("documents/a")), {}), 2)
+            << "the file, the folder, and nothing under way";
+        ASSERT_FALSE(files_.remove("a/b"));
+      });
+  EXPECT_GT(failed, 10);
+}
+
+TEST_F(PosixFiles, aRemovalIsDoneOrAnErrorWhateverAllocationFails) {
+  std::optional<FileError> error;
+  const auto renew = [&] { folder_.write("documents/a/b/c/file", ""); };
+  renew();
+  const int failed = test::forFailingAllocations(
+      test::FailingAllocation::Reach::thread, [&] { error = files_.remove("a"); },
+      [&] {
+        ASSERT_EQ(fs::exists(folder_.at("documents/a")), error.has_value());
+        renew();
+      });
+  EXPECT_GT(failed, 10);
 }
 
 TEST_F(PosixFiles, neverRemovesTheDocumentsFolderItself) {

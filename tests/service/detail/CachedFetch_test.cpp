@@ -15,9 +15,13 @@
 #include <utility>
 #include <vector>
 
+#include "TernCoreKit/model/collections/TernMapCollection.hpp"
 #include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "TernCoreKit/platform/Json.hpp"
+#include "TernCoreKit/platform/Log.hpp"
 #include "TernCoreKit/service/TernHub.hpp"
+#include "tests/support/CapturedLog.hpp"
+#include "tests/support/FailingAllocation.hpp"
 #include "tests/support/JoiningThread.hpp"
 #include "tests/support/LocalService.hpp"
 #include "tests/support/LoopbackServer.hpp"
@@ -121,6 +125,9 @@ std::vector<Case> cases() {
       {"plain", httpAnswer("200 OK", freshVenue), fresh},
       {"chunked", chunked(freshVenue), fresh},
       {"gzip", httpAnswer("200 OK", gzipped, "Content-Encoding: gzip\r\n"), fresh},
+      {"gzipCut",
+       httpAnswer("200 OK", gzipped.substr(0, gzipped.size() - 8), "Content-Encoding: gzip\r\n"),
+       error, "TN001", "The answer broke off"},
       {"redirect", httpAnswer("302 Found", "", "Location: /moved\r\nConnection: close\r\n"), fresh},
       {"redirectWithoutEnd",
        httpAnswer("302 Found", "", "Location: /round\r\nConnection: close\r\n"), error, "TN001",
@@ -213,6 +220,26 @@ TEST(CachedFetchOverHttp, aServiceThatStaysSilentCountsAsGone) {
   EXPECT_EQ(loaded.venue->name.text(), "cached");
 }
 
+TEST(CachedFetchOverHttp, anAnswerOfAnotherHostIsHandedOnButNotKept) {
+  test::CapturedLog log;
+  test::LoopbackServer other([](const test::LoopbackServer::Request&) {
+    return test::LoopbackServer::Reply{httpAnswer("200 OK", freshVenue)};
+  });
+  Scene scene;
+  scene.documents.write(entryFile, cachedVenue);
+  scene.service.fault(
+      "/venue/1/full",
+      httpAnswer("302 Found", "", "Location: " + other.url() + "/\r\nConnection: close\r\n"));
+  const Loaded loaded = Scene::loadVenue(*scene.makeHub());
+  ASSERT_FALSE(loaded.error);
+  EXPECT_EQ(loaded.venue->name.text(), "fresh");
+  EXPECT_EQ(scene.documents.read(entryFile), cachedVenue);
+  EXPECT_THAT(log.take(),
+              testing::ElementsAre("Tern SDK: an answer that came by way of another host is not "
+                                   "cached: /QRVS/api/customer/1/venue/1/full?v=4.12&locale=en-US"
+                                   "&geojson=false"));
+}
+
 TEST(CachedFetchOverHttp, aServiceThatIsGoneLeavesTheCachedAnswers) {
   Scene scene;
   scene.service.fault("/venue/1/full", httpAnswer("200 OK", freshVenue));
@@ -225,6 +252,42 @@ TEST(CachedFetchOverHttp, aServiceThatIsGoneLeavesTheCachedAnswers) {
     ASSERT_FALSE(loaded.error);
     EXPECT_EQ(loaded.venue->name.text(), "fresh");
   }
+}
+
+// Over real threads and files: an error, the venue, or the empty one of a service that is gone; and
+// the venue once there is memory again.
+TEST(CachedFetchConcurrent, aLoadOverHttpEndsWhateverAllocationFails) {
+  setLogSink([](std::string_view) {});
+  Scene scene;
+  struct Ended {
+    std::atomic<int> times = 0;
+    bool hasError = false;
+    std::shared_ptr<TernActiveVenue> venue;
+  } ended;
+  const auto load = [&ended](TernHub& hub) {
+    hub.populateVenueWithDefaultBuildingByVenueId(
+        1, [&ended](std::shared_ptr<TernActiveVenue> venue, const auto& error) {
+          ended.venue = std::move(venue);
+          ended.hasError = error.has_value();
+          ++ended.times;
+        });
+    test::awaitUntil([&] { return ended.times == 1; }, "the venue");
+  };
+  auto hub = scene.makeHub();
+  const int failed = test::forFailingAllocations(
+      test::FailingAllocation::Reach::process, [&] { load(*hub); },
+      [&] {
+        ASSERT_TRUE(ended.hasError || ended.venue != nullptr);
+        ended.times = 0;
+        hub->clearAllCache();
+        hub = scene.makeHub();
+      });
+  EXPECT_GT(failed, 60);
+  load(*hub);
+  EXPECT_FALSE(ended.hasError);
+  ASSERT_NE(ended.venue, nullptr);
+  EXPECT_GT(ended.venue->maps->getCount(), 0U);
+  setLogSink({});
 }
 
 // Several hubs at once, each dropped while its loads and graphs are under way.

@@ -7,11 +7,13 @@
 #include <cmath>
 #include <string>
 #include <thread>
+#include <utility>
 
 #include "TernCoreKit/model/collections/TernMapCollection.hpp"
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "tests/support/CapturedLog.hpp"
+#include "tests/support/FailingAllocation.hpp"
 #include "tests/support/JoinedVenues.hpp"
 #include "tests/support/Waiting.hpp"
 #include "tests/support/WorkQueues.hpp"
@@ -31,10 +33,13 @@ constexpr const char* notBuilt =
 class Listener : public TernMultiActiveVenuesDelegate {
  public:
   void multiVenueWayfindDataLoaded() override { ++calls_; }
+  void multiVenueWayfindDataFailed() override { ++failures_; }
   int calls() const { return calls_; }
+  int failures() const { return failures_; }
 
  private:
   std::atomic<int> calls_ = 0;
+  std::atomic<int> failures_ = 0;
 };
 
 // Leaves no venue behind in the process.
@@ -57,6 +62,43 @@ class TernMultiActiveVenuesTest : public testing::Test {
   const Venue third_ = rowVenue(3, {{301, "2:203"}});
   const Venue alone_ = rowVenue(7);
 };
+
+TEST_F(TernMultiActiveVenuesTest, aRebuildChangesNothingOrAllWhateverAllocationFails) {
+  CapturedLog log;
+  const auto joined = join({first_, second_, third_});
+  const ScopedBackgroundQueue atOnce(std::make_shared<RunNowQueue>());
+  const auto connections = joined->venueConnections();
+  auto grid = joined->globalASGrid();
+  int told = 0;
+  bool wasBuilt = false;
+  std::pair<int*, bool*> record{&told, &wasBuilt};
+  const int failed = forFailingAllocations(
+      FailingAllocation::Reach::thread,
+      [&] {
+        joined->updateMultiVenueWayfindDataWithCompletion([&record](bool isBuilt) {
+          ++*record.first;
+          *record.second = isBuilt;
+        });
+      },
+      [&] {
+        ASSERT_EQ(std::exchange(told, 0), 1);
+        ASSERT_EQ(joined->globalASGrid() != grid, wasBuilt);
+        ASSERT_EQ(joined->venueConnections(), connections);
+        ASSERT_FALSE(
+            joined->wayfind(waypointOf(*first_, 101), waypointOf(*second_, 203), 100).empty());
+        grid = joined->globalASGrid();
+        log.take();
+      });
+  EXPECT_GT(failed, 60);
+  EXPECT_EQ(listener_->calls(), 1) << "when they were joined";
+  {
+    const FailingAllocation every(0, FailingAllocation::Reach::thread,
+                                  FailingAllocation::Times::always);
+    joined->updateActiveVenues({});
+  }
+  EXPECT_EQ(listener_->failures(), 1);
+  log.take();
+}
 
 // The ids of its waypoints, segments apart: "101 102 | 201".
 std::string idsOf(const TernRoute& route) {

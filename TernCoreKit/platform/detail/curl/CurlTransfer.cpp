@@ -1,11 +1,10 @@
 #include "TernCoreKit/platform/detail/curl/CurlTransfer.hpp"
 
 #include <algorithm>
-#include <new>
-#include <stdexcept>
 #include <utility>
 
 #include "TernCoreKit/platform/detail/HttpRequestCheck.hpp"
+#include "TernCoreKit/platform/detail/common/Attempt.hpp"
 #include "TernCoreKit/platform/detail/curl/HttpRedirect.hpp"
 
 namespace tern::inline v5::detail {
@@ -26,6 +25,21 @@ std::string headerLine(const HttpHeader& header) {
   return header.value.empty() ? header.name + ";" : header.name + ": " + header.value;
 }
 
+enum class Encoding { plain, gzip, other };
+
+// How the body of the last answer comes.
+Encoding encodingOf(CURL* handle) {
+  curl_header* header = nullptr;
+  if (curl_easy_header(handle, "Content-Encoding", 0, CURLH_HEADER, -1, &header) != CURLHE_OK) {
+    return Encoding::plain;
+  }
+  const std::string_view name = header->value;
+  if (header->amount > 1) return Encoding::other;
+  if (isSameHeader(name, "gzip") || isSameHeader(name, "x-gzip")) return Encoding::gzip;
+  const bool isPlain = name.empty() || isSameHeader(name, "identity");
+  return isPlain ? Encoding::plain : Encoding::other;
+}
+
 }  // namespace
 
 CurlTransfer::CurlTransfer(HttpRequest request, HttpTransport::Completion completion,
@@ -35,7 +49,18 @@ CurlTransfer::CurlTransfer(HttpRequest request, HttpTransport::Completion comple
       completion_(std::move(completion)),
       lastMove_(now()) {}
 
+template <class Work>
+bool CurlTransfer::succeeds(Work work) {
+  bool isDone = false;
+  if (!attempt([&] { isDone = work(); })) fail(outOfMemory);
+  return isDone;
+}
+
 bool CurlTransfer::prepare() {
+  return succeeds([this] { return makeReady(); });
+}
+
+bool CurlTransfer::makeReady() {
   std::optional<std::string> fault = httpRequestFault(request_);
   if (!fault.has_value()) fault = urlFault(request_.url);
   if (fault.has_value()) {
@@ -44,7 +69,7 @@ bool CurlTransfer::prepare() {
   }
   if (handle_ == nullptr) handle_.reset(curl_easy_init());
   if (handle_ == nullptr || !setHeaders()) {
-    fail("There is no memory for a request");
+    fail(outOfMemory);
     return false;
   }
   setLimits();
@@ -68,7 +93,9 @@ void CurlTransfer::setLimits() {
   }
   curl_easy_setopt(handle, CURLOPT_PROXY, "");  // none, not even from the environment
   curl_easy_setopt(handle, CURLOPT_NETRC, static_cast<long>(CURL_NETRC_IGNORED));
+  // Asked for, but left to us: libcurl takes half a stream for a whole one.
   curl_easy_setopt(handle, CURLOPT_ACCEPT_ENCODING, "gzip");
+  curl_easy_setopt(handle, CURLOPT_HTTP_CONTENT_DECODING, 0L);
   curl_easy_setopt(handle, CURLOPT_USERAGENT, "TernCoreKit");
   curl_easy_setopt(handle, CURLOPT_BUFFERSIZE, 128L * 1024L);
   curl_easy_setopt(handle, CURLOPT_NOSIGNAL, 1L);
@@ -92,7 +119,6 @@ void CurlTransfer::setRequest() {
   curl_easy_setopt(handle, CURLOPT_URL, request_.url.c_str());
   curl_easy_setopt(handle, CURLOPT_HTTPHEADER, headers_.get());
   curl_easy_setopt(handle, CURLOPT_ERRORBUFFER, errorText_.data());
-  curl_easy_setopt(handle, CURLOPT_PRIVATE, static_cast<void*>(this));
   curl_easy_setopt(handle, CURLOPT_HEADERFUNCTION, &CurlTransfer::onHeader);
   curl_easy_setopt(handle, CURLOPT_HEADERDATA, static_cast<void*>(this));
   curl_easy_setopt(handle, CURLOPT_WRITEFUNCTION, &CurlTransfer::onBody);
@@ -127,11 +153,14 @@ bool CurlTransfer::setHeaders() {
 
 std::size_t CurlTransfer::onHeader(char* /*bytes*/, std::size_t one, std::size_t count,
                                    void* self) {
-  return static_cast<CurlTransfer*>(self)->takeHeader(one * count) ? one * count : 0;
+  CurlTransfer& transfer = *static_cast<CurlTransfer*>(self);
+  return transfer.succeeds([&] { return transfer.takeHeader(one * count); }) ? one * count : 0;
 }
 
 std::size_t CurlTransfer::onBody(char* bytes, std::size_t one, std::size_t count, void* self) {
-  return static_cast<CurlTransfer*>(self)->takeBody({bytes, one * count}) ? one * count : 0;
+  CurlTransfer& transfer = *static_cast<CurlTransfer*>(self);
+  const std::string_view part(bytes, one * count);
+  return transfer.succeeds([&] { return transfer.takeBody(part); }) ? part.size() : 0;
 }
 
 int CurlTransfer::onProgress(void* self, curl_off_t /*downTotal*/, curl_off_t down,
@@ -151,22 +180,43 @@ bool CurlTransfer::takeHeader(std::size_t bytes) {
 
 bool CurlTransfer::takeBody(std::string_view bytes) {
   lastMove_ = now();
-  std::string& body = response_.body.has_value() ? *response_.body : response_.body.emplace();
+  if (!response_.body.has_value() && !beginBody()) return false;
+  return gunzip_ ? takeGzip(*response_.body, bytes) : takePlain(*response_.body, bytes);
+}
+
+bool CurlTransfer::beginBody() {
+  response_.body.emplace();
+  gunzip_.reset();
+  const Encoding encoding = encodingOf(handle_.get());
+  if (encoding == Encoding::gzip) gunzip_.emplace();
+  if (encoding == Encoding::other) fail("The answer comes in an encoding that was not asked for");
+  return encoding != Encoding::other;
+}
+
+bool CurlTransfer::takePlain(std::string& body, std::string_view bytes) {
   if (bytes.size() > settings_.mostBodyBytes - body.size()) {
     fail("The answer is longer than " + std::to_string(settings_.mostBodyBytes) + " bytes");
     return false;
   }
-  try {
-    body.append(bytes);
-  } catch (const std::exception&) {  // no memory, or longer than any string
-    fail("There is no memory for the answer");
-    return false;
-  }
+  body.append(bytes);
   return true;
 }
 
+bool CurlTransfer::takeGzip(std::string& body, std::string_view bytes) {
+  const char* const fault = gunzip_->add(bytes, body, settings_.mostBodyBytes);
+  if (fault != nullptr) fail(fault);
+  return fault == nullptr;
+}
+
+bool CurlTransfer::isWhole() {
+  if (!response_.body.has_value() || !gunzip_ || gunzip_->hasEnded()) return true;
+  fail("The answer broke off");
+  return false;
+}
+
 void CurlTransfer::fail(std::string_view error) {
-  if (!response_.error.has_value()) response_.error = error;
+  if (response_.error.has_value()) return;
+  if (!attempt([&] { response_.error = error; })) response_.error = outOfMemory;
 }
 
 int CurlTransfer::status() const {
@@ -176,7 +226,9 @@ int CurlTransfer::status() const {
 }
 
 bool CurlTransfer::goesOn(CURLcode result) {
-  if (result == CURLE_OK) return isRedirect(status()) && follow();
+  if (result == CURLE_OK) {
+    return isWhole() && isRedirect(status()) && succeeds([this] { return follow(); });
+  }
   fail(errorText_[0] != '\0' ? errorText_.data() : curl_easy_strerror(result));
   return false;
 }
@@ -191,12 +243,14 @@ bool CurlTransfer::follow() {
   }
   // Copied first: the handle owns it and gets a new one.
   const std::string target = location;
+  const std::string source = request_.url;
   if (const auto fault = followRedirect(request_, status(), target)) {
     fail(*fault);
     return false;
   }
+  response_.leftOrigin = response_.leftOrigin || !isSameOrigin(source, target);
   response_.body.reset();
-  return prepare();
+  return makeReady();
 }
 
 void CurlTransfer::complete() {

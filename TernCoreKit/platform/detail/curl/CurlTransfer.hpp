@@ -2,7 +2,7 @@
 //
 // Ownership: owns its handle; the one who adds the handle to others takes it away before the
 // transfer ends. Stays where it is: libcurl points at it.
-// Threads: one at a time. Fails: by the response's error.
+// Threads: one at a time. Fails: by the response's error, which want of memory is too.
 #pragma once
 
 #include <curl/curl.h>
@@ -16,6 +16,7 @@
 #include <string_view>
 
 #include "TernCoreKit/platform/Http.hpp"
+#include "TernCoreKit/platform/detail/curl/Gunzip.hpp"
 
 namespace tern::inline v5::detail {
 
@@ -40,6 +41,7 @@ class CurlTransfer {
 
   // When it has been silent for too long, unless something moves before.
   Instant stallsAt() const { return lastMove_ + settings_.stallTimeout; }
+  // The first one counts.
   void fail(std::string_view error);
 
   // Calls the completion with what came. REQUIRES: called once, as the last.
@@ -57,11 +59,20 @@ class CurlTransfer {
   static std::size_t onBody(char* bytes, std::size_t one, std::size_t count, void* self);
   static int onProgress(void* self, curl_off_t, curl_off_t down, curl_off_t, curl_off_t up);
 
+  // Whether the work succeeded; without memory for it, it fails.
+  template <class Work>
+  bool succeeds(Work work);
+  bool makeReady();
   void setLimits();
   void setRequest();
   bool setHeaders();
   bool takeHeader(std::size_t bytes);
   bool takeBody(std::string_view bytes);
+  bool takePlain(std::string& body, std::string_view bytes);
+  bool takeGzip(std::string& body, std::string_view bytes);
+  // False, and an error, when the body comes in an encoding that was not asked for.
+  bool beginBody();
+  bool isWhole();
   bool follow();
   int status() const;
 
@@ -70,6 +81,8 @@ class CurlTransfer {
   HttpTransport::Completion completion_;
   HttpResponse response_;
   int redirects_ = 0;
+  // While a body comes that is gzip.
+  std::optional<Gunzip> gunzip_;
   std::size_t headerBytes_ = 0;
   curl_off_t movedBytes_ = 0;
   Instant lastMove_;

@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <csignal>
-#include <system_error>
 #include <utility>
+
+#include "TernCoreKit/platform/detail/common/Attempt.hpp"
 
 namespace tern::inline v5::detail {
 namespace {
@@ -11,13 +12,17 @@ namespace {
 // The number that browsers keep to is six for one host; a service has one host.
 constexpr std::size_t mostTransfers = 16;
 
+// Null when memory or descriptors are short.
 CURLM* newMulti() {
-  // Once in the process; it may be called from several threads at once.
-  static const CURLcode ready = curl_global_init(CURL_GLOBAL_DEFAULT);
-  if (ready != CURLE_OK) return nullptr;
+  // Counts how often it is called, which may be from several threads at once.
+  if (curl_global_init(CURL_GLOBAL_DEFAULT) != CURLE_OK) return nullptr;
   CURLM* const multi = curl_multi_init();
-  if (multi != nullptr) curl_multi_setopt(multi, CURLMOPT_MAXCONNECTS, long{mostTransfers});
-  return multi;
+  if (multi == nullptr) return nullptr;
+  curl_multi_setopt(multi, CURLMOPT_MAXCONNECTS, long{mostTransfers});
+  // libcurl hands out one that nobody can wake when it got no descriptors for that.
+  if (curl_multi_wakeup(multi) == CURLM_OK) return multi;
+  curl_multi_cleanup(multi);
+  return nullptr;
 }
 
 // A thread that starts meanwhile gets no signals: the application's handlers run on its own
@@ -43,37 +48,42 @@ class BlockedSignals {
 
 }  // namespace
 
-CurlWorker::CurlWorker(HttpSettings settings)
-    : settings_(std::move(settings)), multi_(newMulti()) {}
+CurlWorker::CurlWorker(HttpSettings settings) : settings_(std::move(settings)) {}
 
 CurlWorker::~CurlWorker() { curl_multi_cleanup(multi_); }
 
 void CurlWorker::send(HttpRequest request, HttpTransport::Completion completion) {
-  auto transfer =
-      std::make_unique<CurlTransfer>(std::move(request), std::move(completion), settings_);
+  Transfers made;
+  // When it fails, it has taken neither.
+  const bool isMade =
+      attempt([&] { made.emplace_back(std::move(request), std::move(completion), settings_); });
   Ending ending = Ending::no;
   {
     const MutexLock lock(mutex_);
     ending = ending_;
-    if (ending == Ending::no && isRunning()) waiting_.push_back(std::move(transfer));
+    if (isMade && ending == Ending::no && isRunning()) waiting_.splice(waiting_.end(), made);
   }
-  if (transfer == nullptr) {
+  if (isMade && made.empty()) {
     curl_multi_wakeup(multi_);
-  } else if (ending != Ending::dropping) {
-    transfer->fail("The request could not be started");
-    transfer->complete();
+  } else if (ending == Ending::dropping) {
+    return;
+  } else if (isMade) {
+    made.front().fail("The request could not be started");
+    made.front().complete();
+  } else {
+    completion({.error = outOfMemory});
   }
 }
 
 bool CurlWorker::isRunning() {
-  if (multi_ == nullptr || thread_.joinable()) return multi_ != nullptr;
+  if (thread_.joinable()) return true;
+  if (multi_ == nullptr) multi_ = newMulti();
+  if (multi_ == nullptr) return false;
   const BlockedSignals blockedSignals;
-  try {
-    thread_ = std::thread([self = shared_from_this()] { self->work(); });
-  } catch (const std::system_error&) {
-    return false;
-  }
-  return true;
+  std::thread started;
+  attempt([&] { started = std::thread([self = shared_from_this()] { self->work(); }); });
+  thread_.swap(started);
+  return thread_.joinable();
 }
 
 void CurlWorker::end(Ending ending) {
@@ -94,7 +104,9 @@ void CurlWorker::end(Ending ending) {
 
 void CurlWorker::work() {
   while (ending() == Ending::no) {
-    for (std::unique_ptr<CurlTransfer>& transfer : takeWaiting()) start(std::move(transfer));
+    for (Transfers next = takeWaiting(); !next.empty(); next = takeWaiting()) {
+      start(std::move(next));
+    }
     int running = 0;
     curl_multi_perform(multi_, &running);
     const bool isAnyDone = finishDone();
@@ -111,21 +123,27 @@ CurlWorker::Ending CurlWorker::ending() {
 }
 
 CurlWorker::Transfers CurlWorker::takeWaiting() {
+  Transfers taken;
   const MutexLock lock(mutex_);
-  const auto count = std::min(waiting_.size(), mostTransfers - transfers_.size());
-  const auto end = waiting_.begin() + static_cast<std::ptrdiff_t>(count);
-  Transfers taken(std::make_move_iterator(waiting_.begin()), std::make_move_iterator(end));
-  waiting_.erase(waiting_.begin(), end);
+  if (!waiting_.empty() && transfers_.size() < mostTransfers) {
+    taken.splice(taken.end(), waiting_, waiting_.begin());
+  }
   return taken;
 }
 
-void CurlWorker::start(std::unique_ptr<CurlTransfer> transfer) {
-  if (transfer->prepare()) {
-    curl_multi_add_handle(multi_, transfer->handle());
-    transfers_.push_back(std::move(transfer));
+void CurlWorker::start(Transfers one) {
+  CurlTransfer& transfer = one.front();
+  if (transfer.prepare() && isAdded(transfer)) {
+    transfers_.splice(transfers_.end(), one);
   } else {
-    complete(*transfer);
+    complete(transfer);
   }
+}
+
+bool CurlWorker::isAdded(CurlTransfer& transfer) {
+  const bool isAdded = curl_multi_add_handle(multi_, transfer.handle()) == CURLM_OK;
+  if (!isAdded) transfer.fail(outOfMemory);
+  return isAdded;
 }
 
 bool CurlWorker::finishDone() {
@@ -135,14 +153,12 @@ bool CurlWorker::finishDone() {
     isAnyDone = true;
     // The message goes with the handle.
     const CURLcode result = message->data.result;
-    CurlTransfer* transfer = nullptr;
-    curl_easy_getinfo(message->easy_handle, CURLINFO_PRIVATE, &transfer);
+    const auto transfer = std::find_if(
+        transfers_.begin(), transfers_.end(),
+        [&](const CurlTransfer& each) { return each.handle() == message->easy_handle; });
     curl_multi_remove_handle(multi_, transfer->handle());
-    if (transfer->goesOn(result)) {
-      curl_multi_add_handle(multi_, transfer->handle());
-    } else {
-      complete(*take(*transfer));
-    }
+    if (transfer->goesOn(result) && isAdded(*transfer)) continue;
+    complete(take(transfer).front());
   }
   return isAnyDone;
 }
@@ -150,14 +166,14 @@ bool CurlWorker::finishDone() {
 bool CurlWorker::finishStalled() {
   const auto now = std::chrono::steady_clock::now();
   Transfers stalled;
-  for (std::unique_ptr<CurlTransfer>& transfer : transfers_) {
-    if (transfer->stallsAt() <= now) stalled.push_back(std::move(transfer));
+  for (auto next = transfers_.begin(); next != transfers_.end();) {
+    const auto transfer = next++;
+    if (transfer->stallsAt() <= now) stalled.splice(stalled.end(), transfers_, transfer);
   }
-  std::erase(transfers_, nullptr);
-  for (const std::unique_ptr<CurlTransfer>& transfer : stalled) {
-    curl_multi_remove_handle(multi_, transfer->handle());
-    transfer->fail("The request timed out");
-    complete(*transfer);
+  for (CurlTransfer& transfer : stalled) {
+    curl_multi_remove_handle(multi_, transfer.handle());
+    transfer.fail("The request timed out");
+    complete(transfer);
   }
   return !stalled.empty();
 }
@@ -166,36 +182,33 @@ bool CurlWorker::finishStalled() {
 int CurlWorker::milliseconds() const {
   auto wait = std::chrono::milliseconds(60'000);
   const auto now = std::chrono::steady_clock::now();
-  for (const std::unique_ptr<CurlTransfer>& transfer : transfers_) {
-    wait = std::min(wait, std::chrono::ceil<std::chrono::milliseconds>(transfer->stallsAt() - now));
+  for (const CurlTransfer& transfer : transfers_) {
+    wait = std::min(wait, std::chrono::ceil<std::chrono::milliseconds>(transfer.stallsAt() - now));
   }
   return static_cast<int>(std::max(wait, std::chrono::milliseconds(0)).count());
 }
 
-std::unique_ptr<CurlTransfer> CurlWorker::take(const CurlTransfer& transfer) {
-  const auto found = std::find_if(transfers_.begin(), transfers_.end(),
-                                  [&](const auto& other) { return other.get() == &transfer; });
-  std::unique_ptr<CurlTransfer> taken = std::move(*found);
-  transfers_.erase(found);
+CurlWorker::Transfers CurlWorker::take(Transfers::iterator transfer) {
+  Transfers taken;
+  taken.splice(taken.end(), transfers_, transfer);
   return taken;
 }
 
 void CurlWorker::complete(CurlTransfer& transfer) {
-  if (ending() != Ending::dropping) transfer.complete();
+  if (ending() != Ending::dropping) attempt([&] { transfer.complete(); });
 }
 
 void CurlWorker::finishAll() {
-  for (const std::unique_ptr<CurlTransfer>& transfer : transfers_) {
-    curl_multi_remove_handle(multi_, transfer->handle());
+  for (const CurlTransfer& transfer : transfers_) {
+    curl_multi_remove_handle(multi_, transfer.handle());
   }
   {
     const MutexLock lock(mutex_);
-    std::move(waiting_.begin(), waiting_.end(), std::back_inserter(transfers_));
-    waiting_.clear();
+    transfers_.splice(transfers_.end(), waiting_);
   }
-  for (const std::unique_ptr<CurlTransfer>& transfer : transfers_) {
-    transfer->fail("The request was cancelled");
-    complete(*transfer);
+  for (CurlTransfer& transfer : transfers_) {
+    transfer.fail("The request was cancelled");
+    complete(transfer);
   }
   transfers_.clear();
 }

@@ -7,11 +7,9 @@
 
 #include <curl/curl.h>
 
-#include <cstddef>
-#include <deque>
+#include <list>
 #include <memory>
 #include <thread>
-#include <vector>
 
 #include "TernCoreKit/platform/Http.hpp"
 #include "TernCoreKit/platform/Mutex.hpp"
@@ -34,28 +32,32 @@ class CurlWorker : public std::enable_shared_from_this<CurlWorker> {
   void end(Ending ending);
 
  private:
-  using Transfers = std::vector<std::unique_ptr<CurlTransfer>>;
+  // Its elements stay where they are when they move from one to another, and need no memory then.
+  using Transfers = std::list<CurlTransfer>;
 
   bool isRunning() TERN_REQUIRES(mutex_);
   void work();
   Ending ending();
+  // The one that waits longest, when another may be under way.
   Transfers takeWaiting();
-  void start(std::unique_ptr<CurlTransfer> transfer);
+  void start(Transfers one);
+  bool isAdded(CurlTransfer& transfer);
   bool finishDone();
   bool finishStalled();
   int milliseconds() const;
-  std::unique_ptr<CurlTransfer> take(const CurlTransfer& transfer);
+  Transfers take(Transfers::iterator transfer);
   void complete(CurlTransfer& transfer);
   void finishAll();
 
   const HttpSettings settings_;
-  CURLM* const multi_;
+  // Made with the thread, and as often as it takes: where descriptors are short there is none.
+  CURLM* multi_ = nullptr;
 
   // The thread's own.
   Transfers transfers_;
 
   Mutex mutex_;
-  std::deque<std::unique_ptr<CurlTransfer>> waiting_ TERN_GUARDED_BY(mutex_);
+  Transfers waiting_ TERN_GUARDED_BY(mutex_);
   Ending ending_ TERN_GUARDED_BY(mutex_) = Ending::no;
   std::thread thread_ TERN_GUARDED_BY(mutex_);
 };

@@ -53,6 +53,10 @@ void dropHeader(HttpRequest& request, std::string_view name) {
 
 }  // namespace
 
+bool isSameOrigin(const std::string& url, const std::string& other) {
+  return isSameOrigin(parse(url), parse(other));
+}
+
 std::optional<std::string> urlFault(const std::string& text) {
   const Url url = parse(text);
   if (url == nullptr) return "The URL cannot be understood";

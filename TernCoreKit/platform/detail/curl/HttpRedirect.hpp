@@ -16,6 +16,9 @@ std::optional<std::string> urlFault(const std::string& url);
 
 bool isRedirect(int status);
 
+// Whether scheme, host and port are the same. REQUIRES: neither URL has a fault.
+bool isSameOrigin(const std::string& url, const std::string& other);
+
 // Makes the request the one that goes to the new address, an absolute URL, or says why it may not.
 // 303, and 301 or 302 after a POST, turn it into a GET without a body. To another scheme, host or
 // port goes neither "Authorization" nor "Cookie" nor a body; from https never to http.

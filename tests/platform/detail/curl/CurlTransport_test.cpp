@@ -6,10 +6,13 @@
 #include <atomic>
 #include <cstdlib>
 #include <future>
+#include <optional>
 #include <string>
 #include <thread>
 #include <vector>
 
+#include "tests/support/DescriptorLimit.hpp"
+#include "tests/support/FailingAllocation.hpp"
 #include "tests/support/FakeTransport.hpp"
 #include "tests/support/LoopbackServer.hpp"
 #include "tests/support/Process.hpp"
@@ -162,6 +165,36 @@ const std::vector<Answer> answers = {
      200,
      std::nullopt,
      true},
+    {"zippedHalfInAWholeAnswer",
+     {httpAnswer("200 OK", zippedJson.substr(0, 20), zip)},
+     200,
+     std::nullopt,
+     true},
+    {"zippedWithoutItsLastByte",
+     {httpAnswer("200 OK", zippedJson.substr(0, zippedJson.size() - 1), zip)},
+     200,
+     std::nullopt,
+     true},
+    {"zippedTwice", {httpAnswer("200 OK", zippedJson + zippedJson, zip)}, 200, R"({"a":1}{"a":1})"},
+    {"zippedWithMoreBehind",
+     {httpAnswer("200 OK", zippedJson + "more", zip)},
+     200,
+     std::nullopt,
+     true},
+    {"zippedByAnOldName",
+     {httpAnswer("200 OK", zippedJson, "Content-Encoding: X-GZIP\r\n")},
+     200,
+     R"({"a":1})"},
+    {"inAnEncodingThatWasNotAskedFor",
+     {httpAnswer("200 OK", "{}", "Content-Encoding: br\r\n")},
+     200,
+     std::nullopt,
+     true},
+    {"inAnEncodingOfAnEncoding",
+     {httpAnswer("200 OK", zippedJson, zip + zip)},
+     200,
+     std::nullopt,
+     true},
     {"cut",
      {"HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\n{\"a\":1}", true},
      200,
@@ -252,6 +285,20 @@ TEST(CurlTransport, aRedirectToAnotherHostLosesTheToken) {
   EXPECT_THAT(other.requests()[0].head, Not(HasSubstr("Bearer")));
 }
 
+TEST(CurlTransport, anAnswerSaysWhetherItLeftItsOrigin) {
+  LoopbackServer server(redirecting);
+  LoopbackServer other(redirecting);
+  CurlTransport transport({});
+  const auto leaves = [&](const std::string& target) {
+    return exchange(transport, {.url = server.url() + target}).leftOrigin;
+  };
+  EXPECT_FALSE(leaves("/b"));
+  EXPECT_FALSE(leaves("/to//b"));
+  EXPECT_FALSE(leaves("/to/" + server.url() + "/b"));
+  EXPECT_TRUE(leaves("/to/" + other.url() + "/b"));
+  EXPECT_TRUE(leaves("/to/" + other.url() + "/to/" + server.url() + "/b")) << "and came back";
+}
+
 TEST(CurlTransport, aBodyGoesNoFurtherThanItsOwnHost) {
   LoopbackServer server(redirecting);
   LoopbackServer other(redirecting);
@@ -287,6 +334,53 @@ TEST(CurlTransport, aLoopOfRedirectsEnds) {
   EXPECT_EQ(response.status, 302);
   EXPECT_EQ(response.error, "Redirect refused: there were more than 3");
   EXPECT_EQ(server.requests().size(), 4U);
+}
+
+TEST(CurlTransport, oneThatIsMadeWhileDescriptorsAreShortWorksWhenTheyAreNot) {
+  LoopbackServer server(alwaysOk());
+  std::optional<CurlTransport> transport;
+  for (const unsigned more : {0U, 1U, 2U, 3U}) {
+    HttpResponse response;
+    {
+      const test::DescriptorLimit limit(more);
+      transport.emplace(HttpSettings{.stallTimeout = milliseconds(3000)});
+      response = exchange(*transport, {.url = server.url()});
+    }
+    EXPECT_TRUE(response.error || response.status == 200) << more;
+    EXPECT_TRUE(response.error || more > 0) << "without one there is no connection";
+    EXPECT_EQ(exchange(*transport, {.url = server.url()}).status, 200) << more;
+  }
+}
+
+// An answer or an error each time, and answers again afterwards.
+TEST(CurlTransportConcurrent, aRequestEndsWhateverAllocationFails) {
+  LoopbackServer server(
+      [](const LoopbackServer::Request& request) { return redirecting(request); });
+  CurlTransport transport({.stallTimeout = std::chrono::seconds(10)});
+  const std::string url = server.url() + "/to//b";
+  struct Ended {
+    std::atomic<int> times = 0;
+    int status = 0;
+    bool hasError = false;
+  } ended;
+  HttpRequest request{.url = url, .headers = {{"Authorization", "Bearer t"}}};
+  const int failed = test::forFailingAllocations(
+      test::FailingAllocation::Reach::process,
+      [&] {
+        transport.send(std::move(request), [&ended](const HttpResponse& response) {
+          ended.status = response.status;
+          ended.hasError = response.error.has_value();
+          ++ended.times;
+        });
+        test::awaitUntil([&] { return ended.times == 1; }, "the answer");
+      },
+      [&] {
+        ASSERT_TRUE(ended.hasError || ended.status == 200);
+        ended.times = 0;
+        request = {.url = url, .headers = {{"Authorization", "Bearer t"}}};
+      });
+  EXPECT_GT(failed, 10);
+  EXPECT_EQ(exchange(transport, std::move(request)).body, "there");
 }
 
 TEST(CurlTransport, onlyCertificatesThatAreTrustedWillDo) {
