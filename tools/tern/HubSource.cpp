@@ -51,7 +51,7 @@ class GraphOfHub final : public TernHubDelegate {
   void wait() const { built_.wait(); }
 
  private:
-  const FirstAnswer<> built_;
+  const FirstAnswer<> built_ = {};
 };
 
 using FirstVenue = FirstAnswer<std::shared_ptr<TernActiveVenue>, std::optional<TernError>>;
