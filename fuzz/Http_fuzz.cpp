@@ -25,11 +25,10 @@ ReplyingServer& server() {
 
 // No answer sends a request on: where the bytes lead is for Redirects_fuzz.cpp.
 std::shared_ptr<HttpTransport> transport() {
-  static const auto only =
-      makeHttpTransport({.connectTimeout = std::chrono::seconds(5),
-                         .stallTimeout = std::chrono::seconds(5),
-                         .mostBodyBytes = mostBodyBytes,
-                         .mostRedirects = 0});
+  static const auto only = makeHttpTransport({.connectTimeout = std::chrono::seconds(5),
+                                              .stallTimeout = std::chrono::seconds(5),
+                                              .mostBodyBytes = mostBodyBytes,
+                                              .mostRedirects = 0});
   return only;
 }
 
@@ -80,7 +79,9 @@ std::vector<std::string> seeds() {
           "HTTP/1.1 100 Continue\r\n\r\nHTTP/1.1 304 Not Modified\r\n\r\n",
           "HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\n\r\n\x1f\x8b\x08",
           "HTTP/1.0 500 No\r\nX: y\r\n z\r\n\r\nbody until the end",
-          "HTTP/2 200\r\n\r\n", "HTTP/1.1 200 OK\r\nContent-Length: 99999999\r\n\r\nshort", ""};
+          "HTTP/2 200\r\n\r\n",
+          "HTTP/1.1 200 OK\r\nContent-Length: 99999999\r\n\r\nshort",
+          ""};
 }
 
 }  // namespace

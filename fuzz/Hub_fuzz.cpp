@@ -1,7 +1,7 @@
 // A hub between files that somebody else wrote and a service that lies: {"files": {path: text or
-// document}, "answers": {endpoint: {"status", "body"}}, "token": ..., "loads": [...]}. Whatever they
-// say, requests go to the host that the application named, nothing is written outside the documents
-// folder, and no secret comes to light.
+// document}, "answers": {endpoint: {"status", "body"}}, "token": ..., "loads": [...]}. Whatever
+// they say, requests go to the host that the application named, nothing is written outside the
+// documents folder, and no secret comes to light.
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -16,6 +16,7 @@
 #include "TernCoreKit/platform/Json.hpp"
 #include "TernCoreKit/service/ServiceHost.hpp"
 #include "TernCoreKit/service/TernHub.hpp"
+#include "TernCoreKit/wayfinding/joined/TernMultiActiveVenues.hpp"
 #include "fuzz/SeedDocuments.hpp"
 #include "fuzz/Target.hpp"
 #include "tests/support/FakeTransport.hpp"
@@ -66,6 +67,7 @@ class Scene {
         {{"customerId", 1}, {"host", host}, {"clientId", "me"}, {"clientSecret", secret}}));
     for (const Value& load : input_["loads"].items()) loadOne(*hub, load.integer());
     require(hub->hostURL() == host, "no document changes the host");
+    if (const auto joined = hub->multiActiveVenues()) joined->destroyAllActiveVenues();
   }
 
   void checkFolder() const {
@@ -135,9 +137,8 @@ class Scene {
         if (hub.activeVenue() == nullptr) return;
         return hub.populateBuildingsInVenue(hub.activeVenue(), {1, 2}, takeVenue);
       case 5:
-        return hub.populateVenuesWithDefaultBuilding({1, 2}, [](const auto&, const auto& error) {
-          checkError(error);
-        });
+        return hub.populateVenuesWithDefaultBuilding(
+            {1, 2}, [](const auto&, const auto& error) { checkError(error); });
       case 6:
         return hub.populateDestinationsForVenues(
             {1}, [](const auto&, const auto& error) { checkError(error); });
@@ -172,8 +173,8 @@ Value answerOf(Value body, int status = 200) {
 std::vector<std::string> seeds() {
   const Value venue = smallVenue();
   const Value list = Value::list({Value::map({{"id", 1}}), Value::map({{"id", 2}})});
-  const Value customerDocument = Value::map(
-      {{"id", 1}, {"generatedAt", "Mon"}, {"venues", Value::map({{"items", list}})}});
+  const Value customerDocument =
+      Value::map({{"id", 1}, {"generatedAt", "Mon"}, {"venues", Value::map({{"items", list}})}});
   const Value loads = Value::list({0, 1, 2, 3, 4, 5, 6, 7, 8});
   Value withStamp = venue["venue"];
   withStamp.set("id", 1);

@@ -40,9 +40,6 @@ void run(const std::string& text) {
   for (const Value& one : documents.value.items()) venues.push_back(venueOf(one));
   const auto joined = TernMultiActiveVenues::initWithActiveVenues(venues);
   checkRoutes(*joined);
-  for (const auto& [id, connected] : joined->venueConnections()) {
-    require(!id.empty() || connected.empty() || !venues.empty(), "venues are connected by ids");
-  }
   if (!venues.empty()) joined->destroyActiveVenue({venues.front()});
   checkRoutes(*joined);
   joined->destroyAllActiveVenues();

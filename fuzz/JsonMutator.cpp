@@ -31,9 +31,7 @@ Value* nthValue(Value& value, std::size_t& n) {
   return nullptr;
 }
 
-std::vector<Value> itemsOf(const Value& list) {
-  return {list.items().begin(), list.items().end()};
-}
+std::vector<Value> itemsOf(const Value& list) { return {list.items().begin(), list.items().end()}; }
 
 }  // namespace
 
@@ -159,12 +157,41 @@ void JsonMutator::changeMap(Value& map) {
 
 Value JsonMutator::interesting() {
   constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
-  const Value values[] = {nullptr, true, false, 0, -1, 1, 2, 100, -largest - 1, largest,
-                          std::int64_t{1} << 31, -(std::int64_t{1} << 31), std::int64_t{1} << 32,
-                          std::int64_t{1} << 53, -0.0, 0.5, 1e-30, 3.5e38, 1e308, -1e308, 5e-324,
-                          "", "1:1", "Exit", ":", "..", "/", "-12.5", "inf", "nan",
-                          std::string(300, 'x'), Value::list(), Value::map(),
-                          Value::list({0, 0}), Value::map({{"items", Value::list()}})};
+  const Value values[] = {nullptr,
+                          true,
+                          false,
+                          0,
+                          -1,
+                          1,
+                          2,
+                          100,
+                          -largest - 1,
+                          largest,
+                          std::int64_t{1} << 31,
+                          -(std::int64_t{1} << 31),
+                          std::int64_t{1} << 32,
+                          std::int64_t{1} << 53,
+                          -0.0,
+                          0.5,
+                          1e-30,
+                          3.5e38,
+                          1e308,
+                          -1e308,
+                          5e-324,
+                          "",
+                          "1:1",
+                          "Exit",
+                          ":",
+                          "..",
+                          "/",
+                          "-12.5",
+                          "inf",
+                          "nan",
+                          std::string(300, 'x'),
+                          Value::list(),
+                          Value::map(),
+                          Value::list({0, 0}),
+                          Value::map({{"items", Value::list()}})};
   return values[below(std::size(values))];
 }
 

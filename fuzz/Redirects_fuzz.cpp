@@ -1,5 +1,5 @@
-// Chains of redirects, one on each line: a status and where it leads. What identifies the user never
-// leaves the origin that the application named, whatever the address looks like.
+// Chains of redirects, one on each line: a status and where it leads. What identifies the user
+// never leaves the origin that the application named, whatever the address looks like.
 #include <curl/curl.h>
 
 #include <algorithm>
@@ -45,8 +45,9 @@ std::string unescaped(std::string_view text) {
     const bool isEscape = text[i] == '%' && i + 2 < text.size() &&
                           std::isxdigit(static_cast<unsigned char>(text[i + 1])) != 0 &&
                           std::isxdigit(static_cast<unsigned char>(text[i + 2])) != 0;
-    plain += isEscape ? static_cast<char>(std::stoi(std::string(text.substr(i + 1, 2)), nullptr, 16))
-                      : text[i];
+    plain += isEscape
+                 ? static_cast<char>(std::stoi(std::string(text.substr(i + 1, 2)), nullptr, 16))
+                 : text[i];
     if (isEscape) i += 2;
   }
   return plain;

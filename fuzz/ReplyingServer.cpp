@@ -6,6 +6,9 @@
 #include <sys/time.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
 #include <utility>
 
 #include "fuzz/Target.hpp"
@@ -42,6 +45,19 @@ std::string receiveUntil(int socket, std::string_view text) {
   return came;
 }
 
+// A whole request. What is left unread when a connection is closed takes the answer with it.
+void receiveRequest(int socket) {
+  constexpr std::string_view headEnd = "\r\n\r\n";
+  constexpr std::string_view length = "Content-Length: ";
+  const std::string came = receiveUntil(socket, headEnd);
+  const std::size_t place = came.find(length);
+  if (place == came.npos) return;
+  std::size_t missing = std::strtoul(&came[place + length.size()], nullptr, 10);
+  missing -= std::min(missing, came.size() - (came.find(headEnd) + headEnd.size()));
+  char byte = 0;
+  while (missing > 0 && recv(socket, &byte, 1, 0) == 1) --missing;
+}
+
 }  // namespace
 
 ReplyingServer::ReplyingServer() {
@@ -71,15 +87,13 @@ void ReplyingServer::serve() {
   for (;;) {
     const int connection = accept4(socket_, nullptr, nullptr, SOCK_CLOEXEC);
     if (connection < 0) return;
-    receiveUntil(connection, "\r\n\r\n");
+    receiveRequest(connection);
     std::string bytes;
     {
       const std::lock_guard lock(mutex_);
       bytes = bytes_;
     }
     sendAll(connection, bytes);
-    shutdown(connection, SHUT_WR);
-    receiveUntil(connection, {});
     close(connection);
   }
 }

@@ -1,5 +1,5 @@
-// A server on 127.0.0.1 that answers one connection after another with the same bytes, and the other
-// side of one: bytes sent to a server, and what it answers.
+// A server on 127.0.0.1 that answers one connection after another with the same bytes, and the
+// other side of one: bytes sent to a server, and what it answers.
 //
 // Ownership: owns its thread. Threads: one. Fails: a machine without a loopback network ends the
 // process.

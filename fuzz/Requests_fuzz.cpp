@@ -28,8 +28,8 @@ bool isLong(const Value& request) {
 }
 
 void checkAnswer(const TernAnswers& answers, const Value& request) {
-  const std::string text = request.isText() ? std::string(request.text())
-                                            : encodeJson(request, JsonLayout::compact);
+  const std::string text =
+      request.isText() ? std::string(request.text()) : encodeJson(request, JsonLayout::compact);
   const std::string line = answers.answerText(text);
   require(line.find('\n') == std::string::npos, "an answer is one line");
   const JsonResult answer = decodeJson(line);
@@ -37,9 +37,9 @@ void checkAnswer(const TernAnswers& answers, const Value& request) {
   const Value* id = request.find("id");
   if (id != nullptr) {
     require(answer.value.entries().front().key == Value("id"), "an answer begins with the id");
-    require(encodeJson(answer.value["id"], JsonLayout::compact) ==
-                encodeJson(*id, JsonLayout::compact),
-            "which is the request's");
+    require(
+        encodeJson(answer.value["id"], JsonLayout::compact) == encodeJson(*id, JsonLayout::compact),
+        "which is the request's");
   }
   if (const Value* error = answer.value.find("error"); error != nullptr && error->isMap()) {
     require(!(*error)["code"].text().empty(), "an error has a code");
@@ -53,8 +53,8 @@ void run(const std::string& text) {
   for (const Value& request : requests.value.items()) {
     if (!isLong(request)) checkAnswer(one, request);
   }
-  static const auto joined = TernMultiActiveVenues::initWithActiveVenues(
-      {built(exitVenue(1, 2)), built(exitVenue(2, 1))});
+  static const auto joined =
+      TernMultiActiveVenues::initWithActiveVenues({built(exitVenue(1, 2)), built(exitVenue(2, 1))});
   const TernAnswers several(joined);
   for (const Value& request : requests.value.items()) {
     if (!isLong(request)) checkAnswer(several, request);

@@ -55,9 +55,8 @@ Value smallVenue() {
        .destinations = {{7, "D"}, {8, "A"}, {9, "G"}, {10, "H"}, {11}, {12, "C E"}},
        .amenities = {{7, "F", "Toilets"}, {8, "J", "Bench"}},
        .connectors = {{2, "B F"}, {3, "D G"}}});
-  documents.find("venue")->set("coordinates",
-                               Value::map({{"topLeft", Value::list({10, 0})},
-                                           {"bottomRight", Value::list({0, 10})}}));
+  documents.find("venue")->set("coordinates", Value::map({{"topLeft", Value::list({10, 0})},
+                                                          {"bottomRight", Value::list({0, 10})}}));
   return documents;
 }
 
@@ -94,8 +93,8 @@ Value exitVenue(int id, int other) {
                                                         waypoint(3, way)})}})},
        {"paths", Value::map({{"items", Value::list({path(1), path(2)})}})}});
   Value floor = Value::map({{"id", id}, {"level", 0}, {"map", std::move(map)}});
-  Value building = Value::map(
-      {{"id", 1}, {"floors", Value::map({{"items", Value::list({std::move(floor)})}})}});
+  Value building =
+      Value::map({{"id", 1}, {"floors", Value::map({{"items", Value::list({std::move(floor)})}})}});
   Value types = Value::list({Value::map({{"id", 1}, {"weight", 1}})});
   Value venue = Value::map({{"id", id},
                             {"name", "Venue " + std::to_string(id)},
@@ -120,8 +119,8 @@ std::vector<Value> smallRequests() {
         R"({"op":"nearestOnMap","from":1,"toMap":2,"destinations":[9,10],"amenities":[7]})",
         R"({"op":"convert","point":[3,4],"from":"tern:local","to":"EPSG:4326"})",
         R"({"op":"center"})", R"({"op":"blockEdge","from":1,"to":2,"blocked":true})",
-        R"({"op":"blockEntry","node":3,"blocked":true})", R"({"op":"blockExit","node":3,"blocked":false})",
-        R"({"op":"neighbors","node":2})"}) {
+        R"({"op":"blockEntry","node":3,"blocked":true})",
+        R"({"op":"blockExit","node":3,"blocked":false})", R"({"op":"neighbors","node":2})"}) {
     requests.push_back(request(text));
   }
   return requests;

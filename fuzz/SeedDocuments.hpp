@@ -10,7 +10,8 @@
 
 namespace tern::fuzz {
 
-// Two floors with lift and stairs, places and connectors, as {"venue", "buildings": {id: document}}.
+// Two floors with lift and stairs, places and connectors, as {"venue", "buildings": {id:
+// document}}.
 Value smallVenue();
 // A ring of ways on one floor.
 Value ringVenue();

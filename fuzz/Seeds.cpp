@@ -2,13 +2,14 @@
 // times, always in the same way.
 //
 //   tern_fuzz_seeds [TARGET [FILE...]]
-#include <chrono>
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <fstream>
 #include <iterator>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "fuzz/JsonMutator.hpp"

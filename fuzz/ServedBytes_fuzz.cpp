@@ -32,8 +32,11 @@ std::vector<std::string> seeds() {
               "Content-Length: 44\r\n\r\ngrant_type=client_credentials&client_id=local",
           "POST /QRVS/api/auth/token" + head +
               "Transfer-Encoding: chunked\r\n\r\n4\r\na=b&\r\n0\r\n\r\n",
-          "HEAD /" + head + "\r\n", "PUT /a%20b" + head + "Content-Length: 3\r\n\r\nabc",
-          "GET / HTTP/0.9\r\n\r\n", "\r\n\r\nGET", "GET /" + std::string(3000, 'a') + head + "\r\n"};
+          "HEAD /" + head + "\r\n",
+          "PUT /a%20b" + head + "Content-Length: 3\r\n\r\nabc",
+          "GET / HTTP/0.9\r\n\r\n",
+          "\r\n\r\nGET",
+          "GET /" + std::string(3000, 'a') + head + "\r\n"};
 }
 
 }  // namespace

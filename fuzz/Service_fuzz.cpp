@@ -50,13 +50,20 @@ void run(const std::string& text) {
 }
 
 std::vector<std::string> seeds() {
-  return {"/full?v=4.12&locale=en-US\n17", "/full?externalIds=b%20c,a",
-          "/venue/1/full?v=4.12\nMon, 1",  "/venue/1/building/3/full",
-          "/destination/full?venueIds=1,2", "/map-template/calm/full",
-          "/locale/full\nstamp",           "/venue/7/full",
-          "/venue/..%2f..%2foutside/full", "/venue/%2e%2e/%2e%2e/outside/full",
-          "/venue/1%00/full",              "/notes",
-          "/QRVS/api/customer/5/full",     "/a%zz"};
+  return {"/full?v=4.12&locale=en-US\n17",
+          "/full?externalIds=b%20c,a",
+          "/venue/1/full?v=4.12\nMon, 1",
+          "/venue/1/building/3/full",
+          "/destination/full?venueIds=1,2",
+          "/map-template/calm/full",
+          "/locale/full\nstamp",
+          "/venue/7/full",
+          "/venue/..%2f..%2foutside/full",
+          "/venue/%2e%2e/%2e%2e/outside/full",
+          "/venue/1%00/full",
+          "/notes",
+          "/QRVS/api/customer/5/full",
+          "/a%zz"};
 }
 
 }  // namespace

@@ -28,8 +28,9 @@ extern const Target wordsTarget;
 namespace {
 
 constexpr std::array<const Target*, 11> table = {
-    &jsonTarget,  &documentsTarget, &joinedTarget,  &requestsTarget,    &treeArchiveTarget, &hubTarget,
-    &httpTarget,  &redirectsTarget, &serviceTarget, &servedBytesTarget, &wordsTarget};
+    &jsonTarget,        &documentsTarget,   &joinedTarget, &requestsTarget,
+    &treeArchiveTarget, &hubTarget,         &httpTarget,   &redirectsTarget,
+    &serviceTarget,     &servedBytesTarget, &wordsTarget};
 
 }  // namespace
 

@@ -65,8 +65,8 @@ auto firstFew(const Nested<Collection>& collection) {
 
 // Some from the front and some from the end.
 Waypoints fewOf(const Waypoints& all) {
-  Waypoints few(all.begin(), all.begin() + static_cast<std::ptrdiff_t>(
-                                               std::min(all.size(), fewWaypoints)));
+  Waypoints few(all.begin(),
+                all.begin() + static_cast<std::ptrdiff_t>(std::min(all.size(), fewWaypoints)));
   for (std::size_t i = std::max(few.size(), all.size() - std::min<std::size_t>(all.size(), 3));
        i < all.size(); ++i) {
     few.push_back(all[i]);
@@ -112,13 +112,12 @@ void checkTour(const TernActiveVenue& venue, RouteChecks& checks,
 void checkNearest(const TernActiveVenue& venue, const TernElement& element,
                   const std::shared_ptr<TernMap>& map, const std::shared_ptr<TernWaypoint>& from) {
   int completions = 0;
-  venue.searchNearestElement(element, {12.5, 3}, map,
-                             [&](const auto& waypoint, const auto& found, const auto& error) {
-                               ++completions;
-                               require((waypoint != nullptr) == found.has_value(),
-                                       "a waypoint comes with its element");
-                               require(waypoint == nullptr || !error, "or there is an error");
-                             });
+  venue.searchNearestElement(
+      element, {12.5, 3}, map, [&](const auto& waypoint, const auto& found, const auto& error) {
+        ++completions;
+        require((waypoint != nullptr) == found.has_value(), "a waypoint comes with its element");
+        require(waypoint == nullptr || !error, "or there is an error");
+      });
   require(completions == 1, "a completion is called once");
   const auto nearest = venue.nearestElement()->another();
   const std::int64_t mapId = map != nullptr ? map->id.integer() : 7;
@@ -132,7 +131,8 @@ void checkPlaces(const TernActiveVenue& venue, const std::shared_ptr<TernWaypoin
   const std::vector<std::shared_ptr<TernMap>> maps =
       venue.maps != nullptr ? venue.maps->getAll() : std::vector<std::shared_ptr<TernMap>>();
   for (std::size_t i = 0; i < std::min<std::size_t>(maps.size(), 3); ++i) {
-    for (const auto& place : firstFew(venue.destinations)) checkNearest(venue, place, maps[i], from);
+    for (const auto& place : firstFew(venue.destinations))
+      checkNearest(venue, place, maps[i], from);
     for (const auto& place : firstFew(venue.amenities)) checkNearest(venue, place, maps[i], from);
     for (const auto& type : firstFew(venue.pathTypes)) checkNearest(venue, type, maps[i], from);
   }
@@ -177,10 +177,10 @@ bool RouteChecks::leads(std::int64_t from, std::int64_t to, std::int64_t level) 
 void RouteChecks::checkStep(const TernASNode& a, const TernASNode& b, std::int64_t level) {
   bool isTaken = false;
   for (const TernNeighbor& link : linksOf(a.nodeId())) {
-    isTaken = isTaken || (link.neighborId.integer() == b.nodeId() && link.acc.integer() <= level &&
-                          link.edgeTypeId.integer() == b.usedEdgeTypeId() &&
-                          same(a.g() + link.cost, b.g()) &&
-                          same(a.distance().value_or(0) + link.distance, b.distance().value_or(0)));
+    isTaken = isTaken ||
+              (link.neighborId.integer() == b.nodeId() && link.acc.integer() <= level &&
+               link.edgeTypeId.integer() == b.usedEdgeTypeId() && same(a.g() + link.cost, b.g()) &&
+               same(a.distance().value_or(0) + link.distance, b.distance().value_or(0)));
   }
   require(isTaken, "a route is the sum of its links");
 }

@@ -71,18 +71,21 @@ void run(const std::string& text) {
 }
 
 std::vector<std::string> seeds() {
-  return {R"(["route","--data","d","--from","1","--to=8","--accessibility","0","--json"])",
-          R"(["alternatives","--data","d","--from","1","--to","4","--match","0.3","--distance","2"])",
-          R"(["tour","--data","d","--from","1","--visit","7,8,9","--json"])",
-          R"(["nearest","--data","d","--map","1","--at","-12.5,3","--amenity","8"])",
-          R"(["closest","--json","--data","d","--map","1","--at=4e2,300"])",
-          R"(["convert","--data","d","--point","400,300","--from","tern:local","--to","EPSG:4326"])",
-          R"(["--data","d","--venue","1,2","info","--building=1","--json"])",
-          R"(["venues","--host","http://h:1/","--customer","7","--client-id","i","--client-secret","s",)"
-          R"("--cache","c","--no-reload","--locale","de","--geojson","--timeout","9","--trace"])",
-          R"(["generate","--out","o","--shops","300","--floors","5","--seed","7","--buildings","2"])",
-          R"(["serve","--data","d","--port","8080"])", R"(["route","--help"])", R"(["--version"])",
-          R"([])"};
+  return {
+      R"(["route","--data","d","--from","1","--to=8","--accessibility","0","--json"])",
+      R"(["alternatives","--data","d","--from","1","--to","4","--match","0.3","--distance","2"])",
+      R"(["tour","--data","d","--from","1","--visit","7,8,9","--json"])",
+      R"(["nearest","--data","d","--map","1","--at","-12.5,3","--amenity","8"])",
+      R"(["closest","--json","--data","d","--map","1","--at=4e2,300"])",
+      R"(["convert","--data","d","--point","400,300","--from","tern:local","--to","EPSG:4326"])",
+      R"(["--data","d","--venue","1,2","info","--building=1","--json"])",
+      R"(["venues","--host","http://h:1/","--customer","7","--client-id","i","--client-secret","s",)"
+      R"("--cache","c","--no-reload","--locale","de","--geojson","--timeout","9","--trace"])",
+      R"(["generate","--out","o","--shops","300","--floors","5","--seed","7","--buildings","2"])",
+      R"(["serve","--data","d","--port","8080"])",
+      R"(["route","--help"])",
+      R"(["--version"])",
+      R"([])"};
 }
 
 }  // namespace

@@ -56,10 +56,24 @@ SWAPS = [
     (r"\.begin\(\)(?=[,;)])", [".end()"]), (r"\bbreak;", [";"]), (r"\bcontinue;", [";"]),
 ]
 NUMBER = re.compile(r"(?<![\w.])(\d+)(?![\w.'])")
-CONDITION = re.compile(r"\b(?:if|while) \(([^;{}\n]*)\)(?= \{| \w|;|\n)")
+CONDITION = re.compile(r"\b(?:if|while) \(")
 RETURN = re.compile(r"\breturn ([^;{}\n]+);")
 STATEMENT = re.compile(r"^ +((?!return\b|const\b|auto\b|using\b|static\b|else\b|case\b|break\b|continue\b|if\b|for\b)"
                        r"[\w:\[\]*.>()-]+(?:\(| [+|&-]?= |\+\+)[^{}\n]*;)$|^ +(\+\+[\w.>-]+;)$", re.M)
+
+
+def closing(text, at):
+    """Where the bracket that opens there is closed."""
+    depth = 0
+    for i in range(at, len(text)):
+        depth += {"(": 1, ")": -1}.get(text[i], 0)
+        if depth == 0:
+            return i
+    return len(text)
+
+
+# Room that is taken ahead is time and no behaviour.
+NO_BEHAVIOUR = re.compile(r"static_assert|\.reserve\(|prefetch")
 
 
 def faults_of(path):
@@ -69,7 +83,7 @@ def faults_of(path):
     found = []
 
     def add(begin, end, new):
-        if "static_assert" in text[text.rfind("\n", 0, begin) + 1:end]:
+        if NO_BEHAVIOUR.search(text[text.rfind("\n", 0, begin) + 1:end]):
             return
         changed = text[:begin] + new + text[end:]
         line = text.count("\n", 0, begin) + 1
@@ -86,8 +100,10 @@ def faults_of(path):
         if number > 0:
             add(match.start(), match.end(), str(number - 1))
     for match in CONDITION.finditer(plain):
-        if " = " not in match.group(1):
-            add(match.start(1), match.end(1), "!(" + text[match.start(1):match.end(1)] + ")")
+        end = closing(plain, match.end() - 1)
+        condition = text[match.end():end]
+        if " = " not in condition and "\n" not in condition:
+            add(match.end(), end, "!(" + condition + ")")
     for match in RETURN.finditer(plain):
         value = text[match.start(1):match.end(1)]
         add(match.start(1), match.end(1), "{}")
