@@ -17,9 +17,9 @@
 #include "TernCoreKit/service/ServiceHost.hpp"
 #include "TernCoreKit/service/TernHub.hpp"
 #include "TernCoreKit/wayfinding/joined/TernMultiActiveVenues.hpp"
+#include "fuzz/AnsweringTransport.hpp"
 #include "fuzz/SeedDocuments.hpp"
 #include "fuzz/Target.hpp"
-#include "tests/support/FakeTransport.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 #include "tests/support/TurnedClock.hpp"
 
@@ -51,7 +51,7 @@ class Scene {
     canary_ = folder_.at("canary");
     folder_.write("canary", "as it was");
     setFileSystem(makeFileSystem(folder_.at("documents")));
-    setHttpTransport(std::make_shared<test::FakeTransport>(
+    setHttpTransport(std::make_shared<AnsweringTransport>(
         [this](const HttpRequest& request) { return answer(request); }));
     for (const Value::Entry& file : input["files"].entries()) write(file.key.text(), file.value);
   }

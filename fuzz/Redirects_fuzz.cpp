@@ -60,6 +60,7 @@ std::string originByHand(const std::string& url) {
   std::size_t at = colon + 1;
   while (at < url.size() && (url[at] == '/' || url[at] == '\\')) ++at;
   std::string authority = url.substr(at, url.find_first_of("/?#\\", at) - at);
+  if (authority.starts_with('@')) authority.erase(0, 1);  // an empty name identifies nobody
   return lowered(url.substr(0, colon) + "://" + unescaped(authority));
 }
 

@@ -103,7 +103,8 @@ std::string answerTo(int port, std::string_view bytes) {
   const sockaddr_in address = loopback(port);
   require(connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0,
           "the server listens");
-  const timeval wait{.tv_sec = 20, .tv_usec = 0};
+  // Longer than an answer takes; a server that waits for more is waited for no longer.
+  const timeval wait{.tv_sec = 0, .tv_usec = 200'000};
   setsockopt(connection, SOL_SOCKET, SO_RCVTIMEO, &wait, sizeof wait);
   sendAll(connection, bytes);
   shutdown(connection, SHUT_WR);

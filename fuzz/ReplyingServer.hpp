@@ -32,7 +32,7 @@ class ReplyingServer {
   std::thread thread_;
 };
 
-// All that the server on that port answers to the bytes, until it closes the connection.
+// What the server on that port answers to the bytes, until it closes the connection or says no more.
 std::string answerTo(int port, std::string_view bytes);
 
 }  // namespace tern::fuzz

@@ -1,10 +1,14 @@
 // The same targets without libFuzzer, for any compiler: every seed, and each changed a number of
 // times, always in the same way.
 //
-//   tern_fuzz_seeds [TARGET [FILE...]]
+//   tern_fuzz_seeds                  all targets
+//   tern_fuzz_seeds TARGET [COUNT]   one, with so many inputs
+//   tern_fuzz_seeds TARGET FILE...   one, with the files only
 #include <algorithm>
+#include <csignal>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <random>
@@ -19,28 +23,42 @@ namespace tern::fuzz {
 namespace {
 
 constexpr std::size_t mostBytes = 20'000;
-// The time is the tests' to bound; what is tried is always the same.
-constexpr std::size_t inputsOfATarget = 400;
+// What a moment allows, under sanitizers too. What is tried is always the same.
+constexpr std::size_t inputsOfATarget = 1'000;
 
-void runSeeds(const Target& target) {
+// What is being tried, for who looks into why the process has ended.
+const std::string* current = nullptr;
+
+void keepCurrent(int /*signal*/) {
+  const char* const name = "tern_fuzz_input";
+  std::ofstream(name, std::ios::binary) << *current;
+  std::fprintf(stderr, "the input is kept in %s\n", name);
+}
+
+void tryInput(const Target& target, const std::string& input) {
+  current = &input;
+  target.run(input);
+}
+
+void runSeeds(const Target& target, std::size_t inputs) {
   const std::vector<std::string> seeds = target.seeds();
   require(!seeds.empty(), "a target has inputs to begin with");
-  for (const std::string& seed : seeds) target.run(seed);
+  for (const std::string& seed : seeds) tryInput(target, seed);
   std::mt19937_64 random(7);
   const MutateBytes mutateBytes = [&](std::string bytes) {
     return mutateSomeBytes(std::move(bytes), random);
   };
-  for (std::size_t i = seeds.size(); i < inputsOfATarget; ++i) {
+  for (std::size_t i = seeds.size(); i < inputs; ++i) {
     std::string input = seeds[i % seeds.size()];
     for (std::size_t rounds = 1 + i % 3; rounds > 0; --rounds) {
       input = target.takesJson ? JsonMutator(random(), mutateBytes)
                                      .mutate(input, seeds[random() % seeds.size()], mostBytes)
                                : mutateBytes(std::move(input));
     }
-    target.run(input);
+    tryInput(target, input);
   }
   std::printf("%-14s %zu seeds, %zu inputs\n", std::string(target.name).c_str(), seeds.size(),
-              std::max(seeds.size(), inputsOfATarget));
+              std::max(seeds.size(), inputs));
   std::fflush(stdout);
 }
 
@@ -60,10 +78,15 @@ int main(int count, char** words) {
     return 2;
   }
   isolate();
-  for (int i = 2; i < count; ++i) chosen->run(contentsOf(words[i]));
-  if (count > 2) return 0;
+  std::signal(SIGABRT, keepCurrent);
+  std::size_t inputs = count == 3 ? std::strtoul(words[2], nullptr, 10) : 0;
+  if (count > 2 && inputs == 0) {
+    for (int i = 2; i < count; ++i) tryInput(*chosen, contentsOf(words[i]));
+    return 0;
+  }
+  if (inputs == 0) inputs = inputsOfATarget;
   for (const Target* target : targets()) {
-    if (chosen == nullptr || chosen == target) runSeeds(*target);
+    if (chosen == nullptr || chosen == target) runSeeds(*target, inputs);
   }
   return 0;
 }

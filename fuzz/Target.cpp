@@ -8,7 +8,7 @@
 
 #include "TernCoreKit/platform/Http.hpp"
 #include "TernCoreKit/platform/Log.hpp"
-#include "tests/support/FakeTransport.hpp"
+#include "fuzz/AnsweringTransport.hpp"
 #include "tests/support/WorkQueues.hpp"
 
 namespace tern::fuzz {
@@ -47,7 +47,7 @@ void isolate() {
     require(std::ranges::none_of(line, isControl), "a log line is one line");
   });
   setBackgroundQueue(std::make_shared<test::RunNowQueue>());
-  setHttpTransport(std::make_shared<test::FakeTransport>(
+  setHttpTransport(std::make_shared<AnsweringTransport>(
       [](const HttpRequest&) { return HttpResponse{.error = "no network"}; }));
 }
 
