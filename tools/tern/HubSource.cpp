@@ -53,7 +53,7 @@ class GraphOfHub final : public TernHubDelegate {
   bool wait() const { return std::get<0>(built_.wait()); }
 
  private:
-  const FirstAnswer<bool> built_;
+  const FirstAnswer<bool> built_ = {};
 };
 
 using FirstVenue = FirstAnswer<std::shared_ptr<TernActiveVenue>, std::optional<TernError>>;
