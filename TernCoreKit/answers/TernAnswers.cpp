@@ -24,7 +24,7 @@ Value notBuiltYet() {
                                                   "what routes are searched in is not built yet"));
 }
 
-Value outOfMemory() {
+Value outOfMemoryAnswer() {
   return errorAnswer(TernError::initWithErrorType(TernErrorTypeUndefined, detail::outOfMemory,
                                                   detail::outOfMemory));
 }
@@ -83,7 +83,7 @@ TernAnswers::TernAnswers(std::shared_ptr<TernMultiActiveVenues> venues)
 Value TernAnswers::answer(const Value& request) const {
   Value answered;
   const auto ask = [&] { answered = answerOf(request); };
-  return detail::attempt(ask) ? answered : outOfMemory();
+  return detail::attempt(ask) ? answered : outOfMemoryAnswer();
 }
 
 Value TernAnswers::answerOf(const Value& request) const {
@@ -101,7 +101,7 @@ std::string TernAnswers::answerText(std::string request) const {
         decoded.error ? refusal("not JSON: " + *decoded.error) : answer(decoded.value);
     text = encodeJson(answered, JsonLayout::compact);
   };
-  return detail::attempt(answerIt) ? text : encodeJson(outOfMemory(), JsonLayout::compact);
+  return detail::attempt(answerIt) ? text : encodeJson(outOfMemoryAnswer(), JsonLayout::compact);
 }
 
 }  // namespace tern

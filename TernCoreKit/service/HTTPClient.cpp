@@ -91,7 +91,7 @@ void begin(HTTPClient::Completion completion, Steps steps) {
                       [](const auto& ended) { ended(detail::outOfMemory, noMemory, Value()); });
 }
 
-void endOutOfMemory(const auto& completion) {
+void endWithoutMemory(const auto& completion) {
   completion(detail::outOfMemory, noMemory, Value(), false);
 }
 
@@ -120,7 +120,7 @@ void HTTPClient::GETWithOrigin(std::string_view path, const Value& headers,
         addHeaders(request, headers);
         send(path, std::move(request), kept);
       },
-      [](const auto& ended) { endOutOfMemory(ended); });
+      [](const auto& ended) { endWithoutMemory(ended); });
 }
 
 void HTTPClient::GETWithFullUrl(std::string_view url, const Value& headers,
@@ -203,11 +203,11 @@ void HTTPClient::send(std::string_view url, HttpRequest request,
     transport->send(std::move(request),
                     [transport, url = std::string(url), kept](HttpResponse response) {
                       const auto end = [&] { finish(std::move(response), url, kept); };
-                      if (!detail::attempt(end)) endOutOfMemory(kept);
+                      if (!detail::attempt(end)) endWithoutMemory(kept);
                     });
   };
   detail::attemptWith(std::move(completion), steps,
-                      [](const auto& ended) { endOutOfMemory(ended); });
+                      [](const auto& ended) { endWithoutMemory(ended); });
 }
 
 std::string HTTPClient::URLEncodeStringFromString(std::string_view string) {

@@ -7,6 +7,7 @@
 #include "TernCoreKit/platform/Mutex.hpp"
 #include "TernCoreKit/platform/detail/common/Attempt.hpp"
 #include "TernCoreKit/platform/detail/common/Immortal.hpp"
+#include "TernCoreKit/service/detail/OutOfMemory.hpp"
 
 namespace tern::inline v5 {
 
@@ -42,11 +43,6 @@ TernError accessDenied(std::string_view message, std::string description) {
 
 TernError noToken(std::string description) {
   return accessDenied("Could not request access token", std::move(description));
-}
-
-TernError outOfMemory() {
-  return TernError::initWithErrorType(TernErrorTypeUndefined, detail::outOfMemory,
-                                      detail::outOfMemory);
 }
 
 std::string refusal(const Value& answer) {
@@ -131,7 +127,7 @@ void OAuthConnector::setCredentialsWithClientId(std::string_view clientId,
 }
 
 void OAuthConnector::requestToken(TokenCompletion completion) {
-  const auto fail = [](const auto& ended) { ended(outOfMemory(), std::nullopt); };
+  const auto fail = [](const auto& ended) { ended(detail::outOfMemoryError(), std::nullopt); };
   const auto steps = [&](const detail::Kept<TokenCompletion>& kept) {
     const auto [http, parameters] = guarded_->with(
         [](const Fields& fields) { return std::pair(fields.http, fields.tokenRequestData); });
@@ -154,7 +150,7 @@ void OAuthConnector::requestToken(TokenCompletion completion) {
 }
 
 void OAuthConnector::getAccessTokenInHeader(Value headers, HeaderCompletion completion) {
-  const auto fail = [](const auto& ended) { ended(outOfMemory(), Value()); };
+  const auto fail = [](const auto& ended) { ended(detail::outOfMemoryError(), Value()); };
   const auto steps = [&](const detail::Kept<HeaderCompletion>& kept) {
     const WallTime now = wallTime();
     // Both in one go: a token that is replaced in between would be judged by the other's time.

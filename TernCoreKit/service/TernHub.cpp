@@ -19,6 +19,7 @@
 #include "TernCoreKit/service/TernCoreUtils.hpp"
 #include "TernCoreKit/service/detail/CachedFetch.hpp"
 #include "TernCoreKit/service/detail/LoadsInTurn.hpp"
+#include "TernCoreKit/service/detail/OutOfMemory.hpp"
 #include "TernCoreKit/service/detail/UncachedFetch.hpp"
 #include "TernCoreKit/wayfinding/joined/TernMultiActiveVenues.hpp"
 
@@ -97,17 +98,12 @@ void announce(std::string_view name, std::string_view endpoint, const auto& payl
   });
 }
 
-TernError outOfMemory() {
-  return TernError::initWithErrorType(TernErrorTypeUndefined, detail::outOfMemory,
-                                      detail::outOfMemory);
-}
-
 // Calls a completion that takes an error, or something and an error.
 void endOutOfMemory(const auto& completion) {
-  if constexpr (requires { completion(outOfMemory()); }) {
-    completion(outOfMemory());
+  if constexpr (requires { completion(detail::outOfMemoryError()); }) {
+    completion(detail::outOfMemoryError());
   } else {
-    completion({}, outOfMemory());
+    completion({}, detail::outOfMemoryError());
   }
 }
 
@@ -495,7 +491,7 @@ void TernHub::populateBuildingsInVenue(const std::shared_ptr<TernActiveVenue>& v
     const auto finish = [self, venue, outcome, kept](bool areAllBegun) {
       const auto build = [&] { self->finishBuildings(venue); };
       const bool isBuilt = !outcome->hasBuilding || detail::attempt(build);
-      if (!(areAllBegun && isBuilt) && !outcome->error) outcome->error = outOfMemory();
+      if (!(areAllBegun && isBuilt) && !outcome->error) outcome->error = detail::outOfMemoryError();
       kept(venue, std::move(outcome->error));
     };
     detail::loadInTurn(std::move(buildingIds), load, finish);
@@ -580,14 +576,16 @@ void TernHub::populateVenuesWithDefaultBuilding(std::vector<std::int64_t> venueI
     };
     const auto finish = [self, venues, kept, fail](bool areAllBegun) {
       const auto join = [&] { self->joinVenues(*venues); };
-      if (!areAllBegun || !detail::attempt(join)) return fail(kept.get(), outOfMemory());
+      if (!areAllBegun || !detail::attempt(join))
+        return fail(kept.get(), detail::outOfMemoryError());
       self->write(&Fields::isMultiActiveVenues, false);
       kept(self->multiActiveVenues(), std::nullopt);
     };
     detail::loadInTurn(std::move(venueIds), load, finish);
   };
-  detail::attemptWith(std::move(completion), steps,
-                      [&](const MultiVenueCompletion& ended) { fail(ended, outOfMemory()); });
+  detail::attemptWith(std::move(completion), steps, [&](const MultiVenueCompletion& ended) {
+    fail(ended, detail::outOfMemoryError());
+  });
 }
 
 void TernHub::joinVenues(const std::vector<std::shared_ptr<TernActiveVenue>>& venues) {

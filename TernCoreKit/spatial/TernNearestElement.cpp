@@ -12,7 +12,7 @@ namespace tern::inline v5 {
 
 namespace {
 
-TernError outOfMemory() {
+TernError outOfMemoryError() {
   return TernError::initWithErrorType(TernErrorTypeUndefined, detail::outOfMemory,
                                       detail::outOfMemory);
 }
@@ -67,7 +67,7 @@ std::optional<TernNearestResult> TernNearestElement::getNearestElementFrom(
       return question.nearestOnMap(from, toMapId, elements, accessibility);
     });
   };
-  if (!detail::attempt(search)) setError(outOfMemory());
+  if (!detail::attempt(search)) setError(outOfMemoryError());
   return found;
 }
 
@@ -86,7 +86,7 @@ void TernNearestElement::searchNearestElement(const TernElement& element, TernCo
   };
   if (!detail::attempt(search)) {
     found = nullptr;
-    error = outOfMemory();
+    error = outOfMemoryError();
     setError(error);
   }
   if (completion) completion(std::move(found), std::move(reached), std::move(error));

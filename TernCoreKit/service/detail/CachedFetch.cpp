@@ -6,6 +6,7 @@
 #include "TernCoreKit/platform/Log.hpp"
 #include "TernCoreKit/platform/detail/common/Attempt.hpp"
 #include "TernCoreKit/service/TernHub.hpp"
+#include "TernCoreKit/service/detail/OutOfMemory.hpp"
 
 namespace tern::inline v5::detail {
 
@@ -34,8 +35,7 @@ std::optional<TernError> errorOfFilled(const Value& answer) {
 using KeptFinish = Kept<FinishFetch>;
 
 void endOutOfMemory(const auto& finish) {
-  finish(TernError::initWithErrorType(TernErrorTypeUndefined, outOfMemory, outOfMemory), Value(),
-         AnswerSource::service);
+  finish(outOfMemoryError(), Value(), AnswerSource::service);
 }
 
 // One fetch under way, shared by the callbacks of its steps.
