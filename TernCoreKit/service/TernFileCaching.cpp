@@ -78,8 +78,12 @@ void TernFileCaching::getCacheFileAtPath(const Value& key, const ReadCompletion&
   const auto read = [&] {
     const auto file = fileOf(key);
     auto data = file ? fileManager_->readFile(*file, mostEntryBytes) : std::nullopt;
+    if (!data && file && fileManager_->isFile(*file)) {
+      // It may have come in between.
+      data = fileManager_->readFile(*file, mostEntryBytes);
+      if (!data) logUnread(key);
+    }
     if (!data) {
-      if (file && fileManager_->isFile(*file)) logUnread(key);
       return completion(notFound(std::nullopt, "No data found in cache for path: " + key.printed()),
                         {});
     }

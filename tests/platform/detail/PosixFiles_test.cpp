@@ -133,9 +133,9 @@ TEST_F(PosixFiles, aSaveIsWholeOrAnErrorWhateverAllocationFails) {
           ASSERT_EQ(error->code, ENOMEM);
         }
         ASSERT_FALSE(files_.createFile("a/file", "old"));
-        ASSERT_EQ(std::distance(fs::directory_iterator(folder_.at("documents/a")), {}), 2)
-            << "the file, the folder, and nothing under way";
-        ASSERT_FALSE(files_.remove("a/b"));
+        static_cast<void>(files_.remove("a/b"));
+        ASSERT_EQ(std::distance(fs::directory_iterator(folder_.at("documents/a")), {}), 1)
+            << "nothing is left under way";
       });
   EXPECT_GT(failed, 10);
 }

@@ -379,7 +379,7 @@ TEST(CurlTransportConcurrent, aRequestEndsWhateverAllocationFails) {
         ended.times = 0;
         request = {.url = url, .headers = {{"Authorization", "Bearer t"}}};
       });
-  EXPECT_GT(failed, 10);
+  EXPECT_GE(failed, 8);
   EXPECT_EQ(exchange(transport, std::move(request)).body, "there");
 }
 
