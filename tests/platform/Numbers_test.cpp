@@ -44,7 +44,7 @@ std::pair<double, std::string> readOf(std::string_view text) {
   return {number, std::string(end, text.data() + text.size())};
 }
 
-std::errc errorOf(std::string_view text) {
+std::errc readingError(std::string_view text) {
   double number = 7;
   const auto [end, error] = readDouble(text.data(), text.data() + text.size(), number);
   EXPECT_EQ(number, 7) << text << " is left alone";
@@ -66,10 +66,10 @@ TEST(Numbers, theDoubleNearestToItsTextIsRead) {
 
 TEST(Numbers, aTextThatIsNoDoubleLeavesTheNumberAlone) {
   for (const char* text : {"", "+1", " 1", "-", ".", "e5", "x"}) {
-    EXPECT_EQ(errorOf(text), std::errc::invalid_argument) << text;
+    EXPECT_EQ(readingError(text), std::errc::invalid_argument) << text;
   }
   for (const char* text : {"1e309", "-1.7976931348623159e308", "2e-324", "-0.00001e-999"}) {
-    EXPECT_EQ(errorOf(text), std::errc::result_out_of_range) << text;
+    EXPECT_EQ(readingError(text), std::errc::result_out_of_range) << text;
   }
 }
 
