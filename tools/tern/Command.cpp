@@ -38,7 +38,8 @@ class Run {
   ExitStatus endOutOfMemory() {
     return show(Failure{
         ExitStatus::notLoaded,
-        TernError::initWithErrorType(TernErrorTypeUndefined, "out of memory", "out of memory")});
+        TernError::initWithErrorType(TernErrorTypeUndefined, "out of memory", "out of memory"),
+        "out of memory"});
   }
 
  private:
