@@ -19,13 +19,13 @@ double roundedCoordinate(const TernWaypoint& waypoint, std::size_t axis) {
   return static_cast<float>(waypoint.coordinate(axis).number());
 }
 
-TernCoordinate pointOf(const TernWaypoint& waypoint) {
+TernCoordinate roundedPoint(const TernWaypoint& waypoint) {
   return {roundedCoordinate(waypoint, 0), roundedCoordinate(waypoint, 1)};
 }
 
 float sumOfDistances(const TernWaypoint& from, const Waypoints& to, float sum) {
   for (const auto& each : to) {
-    sum += TernUtils::distanceBetweenPoint1(pointOf(from), pointOf(*each));
+    sum += TernUtils::distanceBetweenPoint1(roundedPoint(from), roundedPoint(*each));
   }
   return sum;
 }
