@@ -43,7 +43,7 @@ list(FILTER tern_no_exceptions INCLUDE
   REGEX "/TernCoreKit/(model|wayfinding|spatial|optimisation|answers)/")
 tern_add_check(tern_no_exceptions ${tern_no_exceptions})
 if(TARGET tern_no_exceptions)
-  target_compile_options(tern_no_exceptions PRIVATE -fno-exceptions -O0)
+  target_compile_options(tern_no_exceptions PRIVATE -fno-exceptions -O0 -Wno-shadow)
   set_target_properties(tern_no_exceptions PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 50)
 endif()
 

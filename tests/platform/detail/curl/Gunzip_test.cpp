@@ -15,7 +15,7 @@ const std::string zipped(
     "\x00",
     24);
 // 4096 times "a".
-const std::string zippedMany(
+const std::string zippedLetters(
     "\x1f\x8b\x08\x00\x00\x00\x00\x00\x02\xff\xed\xc1\x01\x0d\x00\x00\x00\xc2\xa0\xac\xef\x5f\xc2"
     "\x1e\x0e\x28\x00\x00\x00\xe0\xdd\x00\x73\xdc\x99\x9c\x00\x10\x00\x00",
     40);
@@ -56,11 +56,11 @@ TEST(Gunzip, whatIsNoGzipOrGoesOnBehindItIsAFault) {
 }
 
 TEST(Gunzip, noMoreIsInflatedThanTheCallerTakes) {
-  EXPECT_EQ(inflated(zippedMany, 4096), std::string(4096, 'a'));
-  EXPECT_EQ(inflated(zippedMany, 4095), std::nullopt);
+  EXPECT_EQ(inflated(zippedLetters, 4096), std::string(4096, 'a'));
+  EXPECT_EQ(inflated(zippedLetters, 4095), std::nullopt);
   Gunzip gunzip;
   std::string text = "before";
-  EXPECT_STREQ(gunzip.add(zippedMany, text, 100), "The answer is too long");
+  EXPECT_STREQ(gunzip.add(zippedLetters, text, 100), "The answer is too long");
   EXPECT_EQ(text, "before");
 }
 
