@@ -227,7 +227,7 @@ void checkVenue(TernActiveVenue& venue) {
   const Waypoints few = fewOf(grid->waypoints());
   for (const auto& from : few) {
     for (const auto& to : few) {
-      const std::int64_t level = (from->id.integer() + to->id.integer()) % 2 == 0 ? 100 : 0;
+      const std::int64_t level = from->id.integer() % 2 == to->id.integer() % 2 ? 100 : 0;
       const TernRoute route = venue.wayfind(from, to, level);
       checks.check(route, narrowed(from->id.integer()), narrowed(to->id.integer()), level);
       if (level == 100) checkAlternatives(venue, checks, from, to, route);

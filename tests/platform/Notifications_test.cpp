@@ -69,19 +69,18 @@ TEST(Notifications, observerMayRemoveItself) {
 // What the observer uses is freed right behind its removal.
 TEST(NotificationsConcurrent, whatAnObserverUsesMayBeFreedWhenItHasBeenRemoved) {
   std::atomic<bool> isOver{false};
-  std::vector<std::jthread> posting;
+  std::vector<test::JoiningThread> posting;
   for (int thread = 0; thread < 2; ++thread) {
     posting.emplace_back([&] {
       while (!isOver) postNotification("event", Value::map({{"i", 1}}));
     });
   }
   for (int i = 0; i < 200; ++i) {
-    auto used = std::make_unique<int>(0);
+    auto used = std::make_unique<std::atomic<int>>(0);
     std::atomic<int> calls{0};
     const ObserverToken token =
         addObserver([own = used.get(), &calls](std::string_view, const Value&) {
-          // Not guarded: two posts may be in here at once, but none once it is removed.
-          std::atomic_ref<int>(*own).fetch_add(1);
+          ++*own;
           ++calls;
         });
     while (calls == 0) std::this_thread::yield();
@@ -107,8 +106,8 @@ TEST(NotificationsConcurrent, observersThatRemoveEachOtherDoNotWaitForEachOther)
     first = addObserver(removing(second));
     second = addObserver(removing(first));
     {
-      const std::jthread one([] { postNotification("one", {}); });
-      const std::jthread two([] { postNotification("two", {}); });
+      const test::JoiningThread one([] { postNotification("one", {}); });
+      const test::JoiningThread two([] { postNotification("two", {}); });
     }
     EXPECT_GE(inside, 1);
     removeObserver(first);

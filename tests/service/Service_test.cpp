@@ -30,6 +30,7 @@
 #include "TernCoreKit/wayfinding/TernASSearch.hpp"
 #include "TernCoreKit/wayfinding/joined/TernMultiActiveVenues.hpp"
 #include "tests/support/CapturedLog.hpp"
+#include "tests/support/JoiningThread.hpp"
 #include "tests/support/LocalService.hpp"
 #include "tests/support/Paths.hpp"
 #include "tests/support/TemporaryFolder.hpp"
@@ -201,7 +202,7 @@ TEST_F(BusyHubConcurrent, answersWhileItLoadsAndRebuildsAndJoins) {
   std::atomic<bool> isOver = false;
   std::vector<std::atomic<int>> asked(7);
   {
-    std::vector<std::jthread> threads;
+    std::vector<JoiningThread> threads;
     const Question questions[] = {askRoute,  askAlternatives, askTour,   askNearest,
                                   askPlaces, askJoined,       askRebuild};
     for (std::size_t i = 0; i < asked.size(); ++i) {
