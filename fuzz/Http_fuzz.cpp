@@ -80,6 +80,7 @@ std::vector<std::string> seeds() {
           "HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\n\r\n\x1f\x8b\x08",
           "HTTP/1.0 500 No\r\nX: y\r\n z\r\n\r\nbody until the end",
           "HTTP/2 200\r\n\r\n",
+          "HTTP/200 OK\r\n\r\n{}",
           "HTTP/1.1 200 OK\r\nContent-Length: 99999999\r\n\r\nshort",
           ""};
 }

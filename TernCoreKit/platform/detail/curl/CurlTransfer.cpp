@@ -209,6 +209,11 @@ bool CurlTransfer::takeGzip(std::string& body, std::string_view bytes) {
 }
 
 bool CurlTransfer::isWhole() {
+  // libcurl takes "HTTP/200 OK" for the first line of an answer.
+  if (status() == 0) {
+    fail("The answer has no status");
+    return false;
+  }
   if (!response_.body.has_value() || !gunzip_ || gunzip_->hasEnded()) return true;
   fail("The answer broke off");
   return false;
