@@ -110,6 +110,11 @@ Waypoints TernMapCollection::getWaypointsByAmenity(
   });
 }
 
+void TernMapCollection::makeRoom(std::size_t more) {
+  const MutexLock lock(mapsMutex_);
+  TernTypedCollection::makeRoom(more);
+}
+
 void TernMapCollection::addMapToCollection(std::shared_ptr<TernMap> map) {
   if (map == nullptr) return;
   Value key = RecordMap::keyOf(detail::isPresent(map->id) ? map->id : Value(0));

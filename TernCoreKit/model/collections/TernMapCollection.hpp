@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -58,6 +59,8 @@ class TERN_API TernMapCollection : public TernTypedCollection<TernMap> {
       const std::shared_ptr<TernAmenity>& amenity) const;
   /// Puts the map under its id, in place of one that is there; null is ignored, an absent id is 0.
   void addMapToCollection(std::shared_ptr<TernMap> map);
+  /// So many more maps can then be added without taking memory.
+  void makeRoom(std::size_t more);
 
  private:
   mutable Mutex mapsMutex_;
