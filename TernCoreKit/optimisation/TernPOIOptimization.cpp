@@ -109,9 +109,10 @@ const TernPOIOptimization::Destinations& TernPOIOptimization::destinations() con
   return tables_->destinations();
 }
 
+// Where routes are asked of an active venue, a load may be giving its destinations waypoints.
 void TernPOIOptimization::setDestinations(const Destinations& destinations) {
-  const auto search = searchElement();
-  const auto venue = search != nullptr ? search->activeVenue() : nullptr;
+  const auto routing = activeVenue();
+  const auto* const venue = dynamic_cast<const TernVenueData*>(routing.get());
   std::unique_lock<Mutex> records;
   if (venue != nullptr) records = std::unique_lock(venue->recordsMutex());
   tables_->arrange(withoutRepeats(destinations));
