@@ -3,7 +3,7 @@
 #include <string_view>
 
 #include "TernCoreKit/platform/Log.hpp"
-#include "tools/tern/Exhaustion.hpp"
+#include "tools/service/Exhaustion.hpp"
 
 namespace tern::command {
 
@@ -15,7 +15,7 @@ AnswerLog::AnswerLog() {
 }
 
 AnswerLog::~AnswerLog() {
-  hasEnough([] { setLogSink([](std::string_view) {}); });
+  service::hasEnough([] { setLogSink([](std::string_view) {}); });
 }
 
 std::string AnswerLog::text() const {

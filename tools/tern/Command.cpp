@@ -9,9 +9,9 @@
 #include <variant>
 
 #include "TernCoreKit/answers/ErrorAnswer.hpp"
+#include "tools/service/Exhaustion.hpp"
 #include "tools/tern/Arguments.hpp"
 #include "tools/tern/CommandTable.hpp"
-#include "tools/tern/Exhaustion.hpp"
 #include "tools/tern/HelpText.hpp"
 #include "tools/tern/JoinedVenues.hpp"
 #include "tools/tern/LoadingLog.hpp"
@@ -155,7 +155,7 @@ int runCommand(const std::vector<std::string>& words, const Streams& streams) {
   std::signal(SIGPIPE, SIG_IGN);
   Run run(streams, asksForJson(words));
   ExitStatus status = ExitStatus::notLoaded;
-  if (!hasEnough([&] { status = run.run(words); })) status = run.endOutOfMemory();
+  if (!service::hasEnough([&] { status = run.run(words); })) status = run.endOutOfMemory();
   return static_cast<int>(status);
 }
 

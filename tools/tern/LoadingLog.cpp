@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "TernCoreKit/platform/Log.hpp"
-#include "tools/tern/Exhaustion.hpp"
+#include "tools/service/Exhaustion.hpp"
 #include "tools/tern/Output.hpp"
 #include "tools/tern/Wording.hpp"
 
@@ -24,9 +24,9 @@ LoadingLog::LoadingLog(int descriptor) : descriptor_(descriptor) {
 
 LoadingLog::~LoadingLog() {
   // Where there is no memory for another sink, this one goes on: it shares what it counts with.
-  hasEnough([] { setLogSink([](std::string_view) {}); });
+  service::hasEnough([] { setLogSink([](std::string_view) {}); });
   const int more = *lines_ - linesShown;
-  hasEnough([&] {
+  service::hasEnough([&] {
     if (more > 0) writeLine(descriptor_, "and " + std::to_string(more) + " more such lines");
   });
 }

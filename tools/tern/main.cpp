@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "tools/service/Exhaustion.hpp"
 #include "tools/tern/Command.hpp"
-#include "tools/tern/Exhaustion.hpp"
 #include "tools/tern/Failure.hpp"
 
 namespace {
@@ -17,7 +17,7 @@ namespace {
 [[noreturn]] void endOutOfMemory() {
   const std::exception_ptr thrown = std::current_exception();
   const bool isMistake =
-      thrown == nullptr || tern::command::hasEnough([&] { std::rethrow_exception(thrown); });
+      thrown == nullptr || tern::service::hasEnough([&] { std::rethrow_exception(thrown); });
   if (isMistake) std::abort();
   constexpr std::string_view line = "tern: out of memory\n";
   [[maybe_unused]] const auto written = ::write(STDERR_FILENO, line.data(), line.size());

@@ -9,7 +9,7 @@
 #include <stdexcept>
 #include <system_error>
 
-namespace tern::command {
+namespace tern::service {
 
 // Runs the work; false when it broke off for want of memory or threads.
 template <class Work>
@@ -24,4 +24,4 @@ bool hasEnough(Work work) {
   return false;
 }
 
-}  // namespace tern::command
+}  // namespace tern::service
