@@ -7,10 +7,9 @@
 #include <algorithm>
 #include <cerrno>
 #include <iterator>
-#include <new>
-#include <stdexcept>
-#include <system_error>
 #include <utility>
+
+#include "tools/service/Exhaustion.hpp"
 
 namespace tern::service {
 
@@ -23,24 +22,11 @@ struct Arrival {
   std::size_t bodyBytes = 0;
 };
 
-// Runs the work, which the library calls and nothing may be thrown through; false when it broke off
-// for want of memory.
-template <class Work>
-bool hasMemory(Work work) {
-  try {
-    work();
-    return true;
-  } catch (const std::bad_alloc&) {
-  } catch (const std::length_error&) {
-  } catch (const std::system_error&) {
-  }
-  return false;
-}
-
-// Null without memory.
+// Null without memory: nothing may be thrown through the library, which calls this and what
+// follows.
 void* beginRequest(void* /*none*/, const char* target, MHD_Connection* /*connection*/) {
   std::unique_ptr<Arrival> arrival;
-  const bool isBegun = hasMemory([&] {
+  const bool isBegun = hasEnough([&] {
     arrival = std::make_unique<Arrival>();
     arrival->request.target = target;
   });
@@ -55,7 +41,7 @@ void endRequest(void* /*none*/, MHD_Connection* /*connection*/, void** arrival,
 MHD_Result addHeader(void* request, MHD_ValueKind /*kind*/, const char* name, const char* value) {
   auto& headers = static_cast<ReceivedRequest*>(request)->headers;
   const auto add = [&] { headers.push_back({name, value != nullptr ? value : ""}); };
-  return hasMemory(add) ? MHD_YES : MHD_NO;
+  return hasEnough(add) ? MHD_YES : MHD_NO;
 }
 
 // False when not all of it could be kept.
@@ -107,7 +93,7 @@ MHD_Result onPart(void* answer, MHD_Connection* connection, const char* /*path*/
                   void** state) {
   MHD_Result result = MHD_NO;
   if (*state == nullptr) return result;
-  hasMemory([&] {
+  hasEnough([&] {
     result = takePart(*static_cast<HttpServer::Answer*>(answer), connection, method, bytes, size,
                       *static_cast<Arrival*>(*state));
   });
