@@ -6,30 +6,14 @@
 #include <vector>
 
 #include "TernCoreKit/platform/Json.hpp"
+#include "tests/support/ValuePlaces.hpp"
 
 namespace tern::fuzz {
 
+using test::countValues;
+using test::nthValue;
+
 namespace {
-
-std::size_t countValues(const Value& value) {
-  std::size_t count = 1;
-  for (const Value& item : value.items()) count += countValues(item);
-  for (const Value::Entry& entry : value.entries()) count += countValues(entry.value);
-  return count;
-}
-
-// The value that comes as the n-th of all, in document order; n counts down on the way.
-Value* nthValue(Value& value, std::size_t& n) {
-  if (n == 0) return &value;
-  --n;
-  for (Value& item : value.items()) {
-    if (Value* found = nthValue(item, n)) return found;
-  }
-  for (Value::Entry& entry : value.entries()) {
-    if (Value* found = nthValue(entry.value, n)) return found;
-  }
-  return nullptr;
-}
 
 std::vector<Value> itemsOf(const Value& list) { return {list.items().begin(), list.items().end()}; }
 

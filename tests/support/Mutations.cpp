@@ -5,31 +5,9 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/ValuePlaces.hpp"
+
 namespace tern::test {
-
-namespace {
-
-std::size_t countValues(const Value& value) {
-  std::size_t count = 1;
-  for (const Value& item : value.items()) count += countValues(item);
-  for (const Value::Entry& entry : value.entries()) count += countValues(entry.value);
-  return count;
-}
-
-// The value that comes as the n-th of all, in document order; n counts down on the way.
-Value* nthValue(Value& value, std::size_t& n) {
-  if (n == 0) return &value;
-  --n;
-  for (Value& item : value.items()) {
-    if (Value* found = nthValue(item, n)) return found;
-  }
-  for (Value::Entry& entry : value.entries()) {
-    if (Value* found = nthValue(entry.value, n)) return found;
-  }
-  return nullptr;
-}
-
-}  // namespace
 
 void Mutations::damage(Value& document, int places) {
   for (int i = 0; i < places; ++i) {
