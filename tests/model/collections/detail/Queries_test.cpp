@@ -151,7 +151,8 @@ Ids answerOf(const std::vector<std::shared_ptr<Record>>& found) {
 
 template <class Record>
 Ids answerOf(const std::shared_ptr<Record>& found) {
-  return found != nullptr ? Ids{found->id.integer()} : Ids();
+  if (found == nullptr) return {};
+  return {found->id.integer()};
 }
 
 template <class Collection, class Answer, class Argument>
