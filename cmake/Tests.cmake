@@ -74,10 +74,11 @@ endif()
 enable_testing()
 
 # The fixture of the one has the name of the class that it tests, which the other tests of a unity
-# build need; the other replaces `new` for whoever can see that it does.
+# build need; the others replace `new` and calls of the C library for whoever can see that they do.
 set_source_files_properties(
   ${PROJECT_SOURCE_DIR}/tests/service/TernHub_test.cpp
   ${PROJECT_SOURCE_DIR}/tests/support/FailingAllocation.cpp
+  ${PROJECT_SOURCE_DIR}/tests/support/FailingSystemCall.cpp
   PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
 
 # Leaves out of a list of sources what includes RapidCheck itself or by a header of tests/support.

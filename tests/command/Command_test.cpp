@@ -15,6 +15,7 @@
 
 #include "TernCoreKit/platform/Json.hpp"
 #include "tests/support/FailingAllocation.hpp"
+#include "tests/support/FailingSystemCall.hpp"
 #include "tests/support/MemoryFile.hpp"
 #include "tests/support/Paths.hpp"
 #include "tests/support/Process.hpp"
@@ -85,6 +86,40 @@ TEST(CommandWithoutMemory, endsWithOneLineWhateverAllocationFails) {
         test::countAllocations(reach, [&] { static_cast<void>(parseArguments(words)); }));
     EXPECT_GT(failed, 60);
   }
+}
+
+// The answer, or an error that says what could not be done.
+TEST(CommandWithABrokenDisk, answersOrSaysSoWhateverSystemCallFails) {
+  const test::TemporaryFolder folder;
+  test::writeTwoFloors(folder);
+  const Words words{"route", "--data", folder.path().string(), "--from", "1", "--to", "4"};
+  test::MemoryFile input;
+  std::optional<test::MemoryFile> output;
+  std::optional<test::MemoryFile> diagnostics;
+  int status = 0;
+  const auto renew = [&] {
+    output.emplace();
+    diagnostics.emplace();
+  };
+  renew();
+  std::optional<std::string> answer;
+  const int failed = test::forFailingSystemCalls(
+      test::FailingAllocation::Reach::process,
+      [&] {
+        status = runCommand(words,
+                            {input.descriptor(), output->descriptor(), diagnostics->descriptor()});
+      },
+      [&] {
+        if (!answer) answer = output->text();
+        if (status == 0) {
+          ASSERT_EQ(output->text(), *answer);
+        } else {
+          ASSERT_THAT(status, testing::AnyOf(3, 4)) << diagnostics->text();
+        }
+        renew();
+      });
+  EXPECT_THAT(*answer, HasSubstr("From "));
+  EXPECT_GE(failed, 8);
 }
 
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)

@@ -1,32 +1,15 @@
 #include "tests/support/FailingAllocation.hpp"
 
 #include <algorithm>
-#include <atomic>
 #include <cstdlib>
 #include <new>
 #include <string_view>
 
+#include "tests/support/Countdown.hpp"
+
 namespace {
 
-constexpr std::size_t never = static_cast<std::size_t>(-1);
-
-// How many allocations succeed before one fails, and what comes then.
-struct Countdown {
-  std::atomic<std::size_t> left{never};
-  std::atomic<bool> failsAlways{false};
-  std::atomic<bool> hasFailed{false};
-
-  bool fails() {
-    std::size_t now = left.load(std::memory_order_relaxed);
-    while (now != never) {
-      const std::size_t next = now > 0 ? now - 1 : failsAlways ? 0 : never;
-      if (!left.compare_exchange_weak(now, next)) continue;
-      if (now == 0) hasFailed = true;
-      return now == 0;
-    }
-    return false;
-  }
-};
+using tern::test::Countdown;
 
 constinit thread_local Countdown ofThread;
 constinit Countdown ofProcess;
@@ -81,19 +64,17 @@ constexpr std::size_t sampled = 40;
 }  // namespace
 
 FailingAllocation::FailingAllocation(std::size_t nth, Reach reach, Times times) : reach_(reach) {
-  countdown(reach_).failsAlways = times == Times::always;
-  countdown(reach_).hasFailed = false;
-  countdown(reach_).left = nth;
+  countdown(reach_).start(nth, times == Times::always);
 }
 
-FailingAllocation::~FailingAllocation() { countdown(reach_).left = never; }
+FailingAllocation::~FailingAllocation() { countdown(reach_).stop(); }
 
-bool FailingAllocation::hasFailed() const { return countdown(reach_).hasFailed; }
+bool FailingAllocation::hasFailed() const { return countdown(reach_).hasFailed(); }
 
 std::size_t countAllocations(FailingAllocation::Reach reach, const std::function<void()>& work) {
-  const FailingAllocation last(never - 1, reach);
+  const FailingAllocation last(Countdown::never - 1, reach);
   work();
-  return never - 1 - countdown(reach).left;
+  return Countdown::never - 1 - countdown(reach).left();
 }
 
 int forFailingAllocations(FailingAllocation::Reach reach, const std::function<void()>& work,
@@ -120,6 +101,8 @@ int forFailingAllocations(FailingAllocation::Reach reach, const std::function<vo
 }
 
 void spareThisThread() { isSpared = true; }
+
+bool isThisThreadSpared() { return isSpared; }
 
 bool isEveryFailureWanted() {
   const char* const wanted = std::getenv("TERN_TEST_FAILURES");

@@ -46,6 +46,7 @@ int forFailingAllocations(FailingAllocation::Reach reach, const std::function<vo
 // From here on the allocations of this thread are none of the process's: of a server beside what is
 // tested, say.
 void spareThisThread();
+bool isThisThreadSpared();
 
 // Whether the environment asks for every case and not only for some.
 bool isEveryFailureWanted();

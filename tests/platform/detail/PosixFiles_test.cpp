@@ -14,6 +14,7 @@
 
 #include "tests/support/DescriptorLimit.hpp"
 #include "tests/support/FailingAllocation.hpp"
+#include "tests/support/FailingSystemCall.hpp"
 #include "tests/support/JoiningThread.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 
@@ -23,6 +24,10 @@ namespace {
 namespace fs = std::filesystem;
 using testing::ElementsAre;
 using testing::IsEmpty;
+
+std::ptrdiff_t openDescriptors() {
+  return std::distance(fs::directory_iterator("/proc/self/fd"), {});
+}
 
 class PosixFiles : public testing::Test {
  protected:
@@ -151,6 +156,60 @@ TEST_F(PosixFiles, aRemovalIsDoneOrAnErrorWhateverAllocationFails) {
         renew();
       });
   EXPECT_GT(failed, 10);
+}
+
+TEST_F(PosixFiles, aSaveIsWholeOrAnErrorWhateverSystemCallFails) {
+  ASSERT_FALSE(files_.createFolders("a"));
+  ASSERT_FALSE(files_.createFile("a/file", "old"));
+  const auto open = openDescriptors();
+  const std::string fresh(1000, 'n');
+  std::optional<FileError> error;
+  std::optional<std::string> read;
+  const int failed = test::forFailingSystemCalls(
+      test::FailingAllocation::Reach::thread,
+      [&] {
+        error = files_.createFolders("a/b");
+        if (!error) error = files_.createFile("a/file", fresh);
+        read = files_.readFile("a/file");
+      },
+      [&] {
+        const std::string held = files_.readFile("a/file").value();
+        ASSERT_TRUE(error ? held == "old" : held == fresh);
+        ASSERT_TRUE(!read || *read == held);
+        ASSERT_FALSE(files_.createFile("a/file", "old"));
+        static_cast<void>(files_.remove("a/b"));
+        ASSERT_EQ(std::distance(fs::directory_iterator(folder_.at("documents/a")), {}), 1)
+            << "nothing is left under way";
+      });
+  EXPECT_GT(failed, 30);
+  EXPECT_EQ(openDescriptors(), open);
+}
+
+TEST_F(PosixFiles, aRemovalIsDoneOrAnErrorWhateverSystemCallFails) {
+  std::optional<FileError> error;
+  const auto renew = [&] {
+    folder_.write("documents/a/b/c/file", "");
+    folder_.write("documents/a/b/file", "");
+  };
+  renew();
+  const auto open = openDescriptors();
+  const int failed = test::forFailingSystemCalls(
+      test::FailingAllocation::Reach::thread, [&] { error = files_.remove("a"); },
+      [&] {
+        ASSERT_EQ(fs::exists(folder_.at("documents/a")), error.has_value());
+        renew();
+      });
+  EXPECT_GT(failed, 20);
+  EXPECT_EQ(openDescriptors(), open);
+}
+
+// Containers give each process the same number, and a crash leaves a file under way behind.
+TEST_F(PosixFiles, aFileThatACrashLeftUnderOurOwnProcessIdBlocksNoSave) {
+  const std::string left = "documents/a/.partial-" + std::to_string(::getpid()) + "-0-0-1";
+  folder_.write(left, "half");
+  ASSERT_FALSE(files_.createFile("a/file", "text"));
+  EXPECT_EQ(files_.readFile("a/file"), "text");
+  EXPECT_FALSE(fs::exists(folder_.at(left)));
 }
 
 TEST_F(PosixFiles, neverRemovesTheDocumentsFolderItself) {

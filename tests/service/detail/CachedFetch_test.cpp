@@ -22,6 +22,7 @@
 #include "TernCoreKit/service/TernHub.hpp"
 #include "tests/support/CapturedLog.hpp"
 #include "tests/support/FailingAllocation.hpp"
+#include "tests/support/FailingSystemCall.hpp"
 #include "tests/support/JoiningThread.hpp"
 #include "tests/support/LocalService.hpp"
 #include "tests/support/LoopbackServer.hpp"
@@ -226,14 +227,14 @@ TEST(CachedFetchOverHttp, anAnswerOfAnotherHostIsHandedOnButNotKept) {
     return test::LoopbackServer::Reply{httpAnswer("200 OK", freshVenue)};
   });
   Scene scene;
-  scene.documents.write(entryFile, cachedVenue);
+  scene.documents.write(venueEntry, cachedVenue);
   scene.service.fault(
       "/venue/1/full",
       httpAnswer("302 Found", "", "Location: " + other.url() + "/\r\nConnection: close\r\n"));
   const Loaded loaded = Scene::loadVenue(*scene.makeHub());
   ASSERT_FALSE(loaded.error);
   EXPECT_EQ(loaded.venue->name.text(), "fresh");
-  EXPECT_EQ(scene.documents.read(entryFile), cachedVenue);
+  EXPECT_EQ(scene.documents.read(venueEntry), cachedVenue);
   EXPECT_THAT(log.take(),
               testing::ElementsAre("Tern SDK: an answer that came by way of another host is not "
                                    "cached: /QRVS/api/customer/1/venue/1/full?v=4.12&locale=en-US"
@@ -254,40 +255,66 @@ TEST(CachedFetchOverHttp, aServiceThatIsGoneLeavesTheCachedAnswers) {
   }
 }
 
-// Over real threads and files: an error, the venue, or the empty one of a service that is gone; and
-// the venue once there is memory again.
-TEST(CachedFetchConcurrent, aLoadOverHttpEndsWhateverAllocationFails) {
-  setLogSink([](std::string_view) {});
-  Scene scene;
+// Loads over real threads and files, an answer each time.
+class FailingLoads : public testing::Test {
+ protected:
+  FailingLoads() {
+    setLogSink([](std::string_view) {});
+    hub_ = scene_.makeHub();
+  }
+  ~FailingLoads() override { setLogSink({}); }
+
+  void load() {
+    ended_.times = 0;
+    hub_->populateVenueWithDefaultBuildingByVenueId(
+        1, [ended = &ended_](std::shared_ptr<TernActiveVenue> venue, const auto& error) {
+          ended->venue = std::move(venue);
+          ended->hasError = error.has_value();
+          ++ended->times;
+        });
+    test::awaitUntil([&] { return ended_.times == 1; }, "the venue");
+  }
+
+  // An error, the venue, or the empty one of a service that is gone.
+  void expectAnAnswerAndForgetIt() {
+    ASSERT_TRUE(ended_.hasError || ended_.venue != nullptr);
+    hub_->clearAllCache();
+    hub_ = scene_.makeHub();
+  }
+
+  void expectTheVenueAgain() {
+    load();
+    EXPECT_FALSE(ended_.hasError);
+    ASSERT_NE(ended_.venue, nullptr);
+    EXPECT_GT(ended_.venue->maps->getCount(), 0U);
+  }
+
+ private:
+  Scene scene_;
+  std::shared_ptr<TernHub> hub_;
   struct Ended {
     std::atomic<int> times = 0;
     bool hasError = false;
     std::shared_ptr<TernActiveVenue> venue;
-  } ended;
-  const auto load = [&ended](TernHub& hub) {
-    hub.populateVenueWithDefaultBuildingByVenueId(
-        1, [&ended](std::shared_ptr<TernActiveVenue> venue, const auto& error) {
-          ended.venue = std::move(venue);
-          ended.hasError = error.has_value();
-          ++ended.times;
-        });
-    test::awaitUntil([&] { return ended.times == 1; }, "the venue");
-  };
-  auto hub = scene.makeHub();
+  } ended_;
+};
+
+using CachedFetchConcurrentFailing = FailingLoads;
+
+TEST_F(CachedFetchConcurrentFailing, aLoadOverHttpEndsWhateverAllocationFails) {
   const int failed = test::forFailingAllocations(
-      test::FailingAllocation::Reach::process, [&] { load(*hub); },
-      [&] {
-        ASSERT_TRUE(ended.hasError || ended.venue != nullptr);
-        ended.times = 0;
-        hub->clearAllCache();
-        hub = scene.makeHub();
-      });
+      test::FailingAllocation::Reach::process, [this] { load(); },
+      [this] { expectAnAnswerAndForgetIt(); });
   EXPECT_GT(failed, 60);
-  load(*hub);
-  EXPECT_FALSE(ended.hasError);
-  ASSERT_NE(ended.venue, nullptr);
-  EXPECT_GT(ended.venue->maps->getCount(), 0U);
-  setLogSink({});
+  expectTheVenueAgain();
+}
+
+TEST_F(CachedFetchConcurrentFailing, aLoadOverHttpEndsWhateverSystemCallFails) {
+  const int failed = test::forFailingSystemCalls(
+      test::FailingAllocation::Reach::process, [this] { load(); },
+      [this] { expectAnAnswerAndForgetIt(); });
+  EXPECT_GT(failed, 40);
+  expectTheVenueAgain();
 }
 
 // Several hubs at once, each dropped while its loads and graphs are under way.

@@ -57,22 +57,31 @@ void CurlWorker::send(HttpRequest request, HttpTransport::Completion completion)
   // When it fails, it has taken neither.
   const bool isMade =
       attempt([&] { made.emplace_back(std::move(request), std::move(completion), settings_); });
+  const CurlTransfer* const sent = isMade ? &made.front() : nullptr;
   Ending ending = Ending::no;
   {
     const MutexLock lock(mutex_);
     ending = ending_;
     if (isMade && ending == Ending::no && isRunning()) waiting_.splice(waiting_.end(), made);
   }
-  if (isMade && made.empty()) {
-    curl_multi_wakeup(multi_);
-  } else if (ending == Ending::dropping) {
-    return;
-  } else if (isMade) {
+  // A thread that nobody can wake would come to it when something else moves, or in a minute.
+  if (isMade && made.empty() && curl_multi_wakeup(multi_) != CURLM_OK) made = takenBack(sent);
+  if (ending == Ending::dropping || (isMade && made.empty())) return;
+  if (isMade) {
     made.front().fail("The request could not be started");
     made.front().complete();
   } else {
     completion({.error = outOfMemory});
   }
+}
+
+CurlWorker::Transfers CurlWorker::takenBack(const CurlTransfer* sent) {
+  Transfers taken;
+  const MutexLock lock(mutex_);
+  const auto found = std::find_if(waiting_.begin(), waiting_.end(),
+                                  [sent](const CurlTransfer& each) { return &each == sent; });
+  if (found != waiting_.end()) taken.splice(taken.end(), waiting_, found);
+  return taken;
 }
 
 bool CurlWorker::isRunning() {

@@ -35,6 +35,8 @@ class CurlWorker : public std::enable_shared_from_this<CurlWorker> {
   // Its elements stay where they are when they move from one to another, and need no memory then.
   using Transfers = std::list<CurlTransfer>;
 
+  // None when the thread has it already.
+  Transfers takenBack(const CurlTransfer* sent);
   bool isRunning() TERN_REQUIRES(mutex_);
   void work();
   Ending ending();

@@ -13,6 +13,7 @@
 
 #include "tests/support/DescriptorLimit.hpp"
 #include "tests/support/FailingAllocation.hpp"
+#include "tests/support/FailingSystemCall.hpp"
 #include "tests/support/FakeTransport.hpp"
 #include "tests/support/LoopbackServer.hpp"
 #include "tests/support/Process.hpp"
@@ -383,6 +384,19 @@ TEST(CurlTransportConcurrent, aRequestEndsWhateverAllocationFails) {
       });
   EXPECT_GE(failed, 8);
   EXPECT_EQ(exchange(transport, std::move(request)).body, "there");
+}
+
+TEST(CurlTransportConcurrent, aRequestEndsWhateverSystemCallFails) {
+  LoopbackServer server(
+      [](const LoopbackServer::Request& request) { return redirecting(request); });
+  CurlTransport transport({.stallTimeout = std::chrono::seconds(10)});
+  HttpResponse last;
+  const int failed = test::forFailingSystemCalls(
+      test::FailingAllocation::Reach::process,
+      [&] { last = exchange(transport, {.url = server.url() + "/to//b"}); },
+      [&] { ASSERT_TRUE(last.error.has_value() || last.body == "there"); });
+  EXPECT_GE(failed, 8);
+  EXPECT_EQ(exchange(transport, {.url = server.url() + "/to//b"}).body, "there");
 }
 
 TEST(CurlTransport, onlyCertificatesThatAreTrustedWillDo) {
