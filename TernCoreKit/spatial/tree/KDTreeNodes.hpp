@@ -148,7 +148,7 @@ class KDTreeBuilder {
   Lines link(const Range& range);
   void unlink(std::uint32_t index, std::size_t size, Lines& lines);
   void addPeeled(const Range& range, std::uint32_t node, std::size_t lefts, Lines& lines);
-  void unlinkAll(const Range& range, const Lines& lines);
+  void writeBack(const Range& range, const Lines& lines);
 
   const std::vector<E>& values_;
   std::size_t dimensions_;
@@ -284,7 +284,7 @@ auto KDTreeBuilder<E>::peel(Range range) -> Range {
     addPeeled(range, node, lefts, lines);
     range.begin += lefts + 1;
   }
-  unlinkAll(range, lines);
+  writeBack(range, lines);
   range.isLopsided = false;
   return range;
 }
@@ -355,7 +355,7 @@ void KDTreeBuilder<E>::addPeeled(const Range& range, std::uint32_t node, std::si
 
 // Puts what is left of the range where it lies in the lists of a split.
 template <KDTreePoint E>
-void KDTreeBuilder<E>::unlinkAll(const Range& range, const Lines& lines) {
+void KDTreeBuilder<E>::writeBack(const Range& range, const Lines& lines) {
   for (std::size_t axis = 0; axis < dimensions_; ++axis) {
     std::uint32_t next = lines[axis].first;
     for (std::size_t i = range.begin; i < range.end; ++i, next = behind_[axis][next]) {
