@@ -55,7 +55,9 @@ class Answered {
   std::optional<HttpResponse> response_;
 };
 
+// What a server sends may stand in an error; so it must not be what the request hides.
 void run(const std::string& bytes) {
+  if (bytes.find("secret") != std::string::npos) return;
   server().answerWith(bytes);
   const auto answered = std::make_shared<Answered>();
   transport()->send({.url = server().url() + "/path?secretquery",

@@ -158,9 +158,11 @@ class Scene {
   std::size_t bytesSent_ = 0;
 };
 
+// A document that holds the secret may show it, as an id in an address say.
 void run(const std::string& text) {
   const JsonResult input = decodeJson(text);
-  if (input.error || input.value["loads"].size() > 12) return;
+  if (input.error || text.find(secret) != std::string::npos || input.value["loads"].size() > 12)
+    return;
   Scene scene(input.value);
   scene.load();
   scene.checkFolder();

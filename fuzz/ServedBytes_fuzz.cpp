@@ -10,14 +10,18 @@
 namespace tern::fuzz {
 namespace {
 
+constexpr const char* secret = "unguessed";
+
 struct Served {
   ServedFolder folder;
-  service::MappingService service{{.folder = folder.path(), .clientSecret = "unguessed"}};
+  service::MappingService service{{.folder = folder.path(), .clientSecret = secret}};
   Served() { require(!service.start(), "the service starts"); }
 };
 
 void run(const std::string& bytes) {
   static const Served served;
+  // libFuzzer reads along what is compared, and so finds the secret.
+  if (bytes.find(secret) != std::string::npos) return;
   const std::string answer = answerTo(served.service.port(), bytes);
   require(answer.empty() || answer.starts_with("HTTP/1."), "an answer is HTTP");
   require(answer.find(ServedFolder::hidden) == std::string::npos, "nothing outside is ever read");

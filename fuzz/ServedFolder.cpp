@@ -5,7 +5,7 @@
 namespace tern::fuzz {
 
 ServedFolder::ServedFolder() {
-  const std::string secret = std::string("{\"id\":\"") + hidden + "\"}";
+  const std::string secret = std::string("{") + hidden + "}";
   folder_.write("full.json", secret);
   folder_.write("outside/full.json", secret);
   folder_.write("served/notes.json", secret);

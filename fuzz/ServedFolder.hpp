@@ -11,8 +11,9 @@ namespace tern::fuzz {
 
 class ServedFolder {
  public:
-  // What the hidden files hold.
-  static constexpr const char* hidden = "not-for-anybody";
+  // What the hidden files hold. Its quotes show that it comes out of a file: an error escapes those
+  // of a target that it repeats.
+  static constexpr const char* hidden = R"("id":"not-for-anybody")";
   static constexpr const char* customer = "/QRVS/api/customer/5";
 
   ServedFolder();
