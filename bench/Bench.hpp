@@ -43,5 +43,6 @@ void benchAlternatives();
 void benchThreads();
 void benchJoined();
 void benchTour();
+void benchPlaces();
 
 }  // namespace tern::bench

@@ -18,7 +18,7 @@ constexpr Named benchmarks[] = {
     {"graph", tern::bench::benchGraph},     {"search", tern::bench::benchSearch},
     {"spatial", tern::bench::benchSpatial}, {"alternatives", tern::bench::benchAlternatives},
     {"threads", tern::bench::benchThreads}, {"joined", tern::bench::benchJoined},
-    {"tour", tern::bench::benchTour}};
+    {"tour", tern::bench::benchTour},       {"places", tern::bench::benchPlaces}};
 
 bool runNamed(std::string_view name) {
   for (const Named& each : benchmarks) {

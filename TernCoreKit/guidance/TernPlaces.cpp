@@ -11,6 +11,7 @@
 #include "TernCoreKit/guidance/detail/Misspelling.hpp"
 #include "TernCoreKit/model/collections/TernAmenityCollection.hpp"
 #include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
+#include "TernCoreKit/platform/Utf8.hpp"
 
 namespace tern::inline v5 {
 
@@ -77,11 +78,43 @@ bool isMisspelledAt(std::string_view name, std::size_t start, std::string_view t
 }
 
 bool isMisspelledIn(std::string_view name, std::string_view text) {
-  if (name.size() + mostBytesOfALetter < text.size()) return false;
   for (std::size_t start = 0; start < name.size(); ++start) {
     if (startsWord(name, start) && isMisspelledAt(name, start, text)) return true;
   }
   return false;
+}
+
+// One slip leaves the first half of a text or the second; but for two letters that changed places
+// where the halves meet, and then the whole text is there with them changed back.
+std::array<std::string, 3> partsThatASlipLeaves(std::string_view text) {
+  const auto letterBehind = [&](std::size_t at) {
+    while (++at < text.size() && continuesUtf8(text[at])) {
+    }
+    return at;
+  };
+  std::size_t before = 0;
+  std::size_t middle = letterBehind(0);
+  while (letterBehind(middle) <= text.size() / 2) {
+    before = middle;
+    middle = letterBehind(middle);
+  }
+  const std::size_t behind = letterBehind(middle);
+  std::string changed(text.substr(0, before));
+  changed.append(text.substr(middle, behind - middle)).append(text.substr(before, middle - before));
+  return {std::string(text.substr(0, middle)), std::string(text.substr(middle)),
+          changed.append(text.substr(behind))};
+}
+
+// Shows each place whose folded name contains the text, and where in it first.
+template <class Visit>
+void eachWith(const std::string& names, const std::vector<std::uint32_t>& starts,
+              std::string_view text, Visit visit) {
+  std::size_t place = 0;
+  for (std::size_t hit = names.find(text); hit != names.npos;) {
+    while (starts[place + 1] <= hit) ++place;
+    visit(place, hit - starts[place]);
+    hit = names.find(text, starts[place + 1]);
+  }
 }
 
 }  // namespace
@@ -111,22 +144,17 @@ std::string_view TernPlaces::nameFrom(std::size_t start) const {
   return std::string_view(text_).substr(start, text_.find('\n', start) - start);
 }
 
-std::size_t TernPlaces::placeAt(std::size_t byte) const {
-  const auto behind = std::ranges::upper_bound(starts_, byte);
-  return static_cast<std::size_t>(behind - starts_.begin()) - 1;
-}
-
 std::vector<std::uint8_t> TernPlaces::rank(std::string_view text) const {
   std::vector<std::uint8_t> ranks(places_.size(), noMatch);
-  for (std::size_t hit = text_.find(text); hit != text_.npos;) {
-    const std::size_t place = placeAt(hit);
-    ranks[place] = rankWithin(nameFrom(starts_[place]), text, hit - starts_[place]);
-    hit = text_.find(text, starts_[place + 1]);
-  }
+  eachWith(text_, starts_, text, [&](std::size_t place, std::size_t at) {
+    ranks[place] = rankWithin(nameFrom(starts_[place]), text, at);
+  });
   if (detail::lettersIn(text) + 1 < fewestLettersToMisspell) return ranks;
-  for (std::size_t place = 0; place < places_.size(); ++place) {
-    if (ranks[place] == noMatch && isMisspelledIn(nameFrom(starts_[place]), text))
-      ranks[place] = misspelled;
+  for (const std::string& part : partsThatASlipLeaves(text)) {
+    eachWith(text_, starts_, part, [&](std::size_t place, std::size_t) {
+      if (ranks[place] == noMatch && isMisspelledIn(nameFrom(starts_[place]), text))
+        ranks[place] = misspelled;
+    });
   }
   return ranks;
 }

@@ -70,7 +70,6 @@ class TERN_API TernPlaces {
 
  private:
   TERN_INTERNAL std::string_view nameFrom(std::size_t start) const;
-  TERN_INTERNAL std::size_t placeAt(std::size_t byte) const;
   TERN_INTERNAL std::vector<std::uint8_t> rank(std::string_view text) const;
 
   std::vector<TernPlace> places_;
