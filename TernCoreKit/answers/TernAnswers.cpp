@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "TernCoreKit/answers/ErrorAnswer.hpp"
+#include "TernCoreKit/answers/detail/KnownPlaces.hpp"
 #include "TernCoreKit/answers/detail/Operations.hpp"
 #include "TernCoreKit/answers/detail/RequestFields.hpp"
 #include "TernCoreKit/model/venue/TernActiveVenue.hpp"
@@ -38,32 +39,43 @@ Value unknownOperation(std::string_view name) {
   return refusal(std::move(message));
 }
 
-Value ask(TernActiveVenue* venue, const Operation& operation, RequestFields& fields) {
+// What is asked: one venue or several that are joined, and the names in them.
+struct Asked {
+  TernActiveVenue* venue;
+  const TernMultiActiveVenues* venues;
+  detail::KnownPlaces& places;
+};
+
+Value ask(TernActiveVenue* venue, detail::KnownPlaces& places, const Operation& operation,
+          RequestFields& fields) {
   const bool isBuilt = venue != nullptr && venue->globalASGrid() && venue->nearestElement();
-  return isBuilt ? operation.answer(*venue, fields) : notBuiltYet();
+  if (!isBuilt) return notBuiltYet();
+  return operation.answerPlaces != nullptr ? operation.answerPlaces(*places.of(*venue), fields)
+                                           : operation.answer(*venue, fields);
 }
 
-Value askAmong(const TernMultiActiveVenues& venues, const Operation& operation,
-               RequestFields& fields) {
+Value askAmong(const Asked& asked, const Operation& operation, RequestFields& fields) {
+  const TernMultiActiveVenues& venues = *asked.venues;
   if (operation.answerJoined != nullptr) {
     return venues.globalASGrid() ? operation.answerJoined(venues, fields) : notBuiltYet();
   }
   const std::int64_t id = fields.integer("venue");
   if (fields.error()) return {};
-  if (const auto venue = venues.getVenueById(id)) return ask(venue.get(), operation, fields);
+  if (const auto venue = venues.getVenueById(id)) {
+    return ask(venue.get(), asked.places, operation, fields);
+  }
   return refusal(std::string(operation.name) + ": \"venue\" is " + std::to_string(id) +
                  ", which is not loaded");
 }
 
-Value answerToMap(TernActiveVenue* venue, const TernMultiActiveVenues* venues,
-                  const Value& request) {
+Value answerToMap(const Asked& asked, const Value& request) {
   RequestFields fields(request);
   const std::string_view name = fields.text("op");
   if (fields.error()) return refusal(*fields.error());
   const Operation* operation = detail::findOperation(name);
   if (operation == nullptr) return unknownOperation(name);
-  Value answer =
-      venues != nullptr ? askAmong(*venues, *operation, fields) : ask(venue, *operation, fields);
+  Value answer = asked.venues != nullptr ? askAmong(asked, *operation, fields)
+                                         : ask(asked.venue, asked.places, *operation, fields);
   return fields.error() ? refusal(std::string(name) + ": " + *fields.error()) : answer;
 }
 
@@ -75,10 +87,11 @@ Value behindId(const Value& id, Value answer) {
 
 }  // namespace
 
-TernAnswers::TernAnswers(std::shared_ptr<TernActiveVenue> venue) : venue_(std::move(venue)) {}
+TernAnswers::TernAnswers(std::shared_ptr<TernActiveVenue> venue)
+    : venue_(std::move(venue)), places_(std::make_shared<detail::KnownPlaces>()) {}
 
 TernAnswers::TernAnswers(std::shared_ptr<TernMultiActiveVenues> venues)
-    : venues_(std::move(venues)) {}
+    : venues_(std::move(venues)), places_(std::make_shared<detail::KnownPlaces>()) {}
 
 Value TernAnswers::answer(const Value& request) const {
   Value answered;
@@ -88,7 +101,7 @@ Value TernAnswers::answer(const Value& request) const {
 
 Value TernAnswers::answerOf(const Value& request) const {
   if (!request.isMap()) return refusal("a request is a JSON object with an \"op\"");
-  Value answer = answerToMap(venue_.get(), venues_.get(), request);
+  Value answer = answerToMap({venue_.get(), venues_.get(), *places_}, request);
   const Value* id = request.find("id");
   return id != nullptr ? behindId(*id, std::move(answer)) : answer;
 }

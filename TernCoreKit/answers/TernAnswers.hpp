@@ -10,6 +10,9 @@ namespace tern::inline v5 {
 
 struct TernActiveVenue;
 class TernMultiActiveVenues;
+namespace detail {
+class KnownPlaces;
+}
 
 /// Answers requests: all that can be asked of a loaded venue, or of several that are joined, in
 /// JSON, a form that every language speaks.
@@ -52,6 +55,8 @@ class TERN_API TernAnswers {
   // One of the two.
   std::shared_ptr<TernActiveVenue> venue_;
   std::shared_ptr<TernMultiActiveVenues> venues_;
+  // Copies share it.
+  std::shared_ptr<detail::KnownPlaces> places_;
 };
 
 }  // namespace tern

@@ -47,6 +47,9 @@ Requests, one a line, with what each is answered:
       {"waypoint":12 or null}
   {"op":"closestByRoute","candidates":[22001,12001],"to":14016}
       {"waypoint":13 or null}
+  {"op":"places","text":"coral"}
+      {"places":[{"kind":"destination","id":7,"name":"Coral Books",
+       "mapIds":[3],"waypoints":[55]},...]}     best first; all without "text"
   {"op":"convert","point":[10,20],"from":"EPSG:4326","to":"tern:local"}
       {"point":[x,y]}
   {"op":"center"}

@@ -23,6 +23,7 @@ constexpr std::array table{
     Operation{"blockEntry", answerBlockEntry},
     Operation{"blockExit", answerBlockExit},
     Operation{"neighbors", answerNeighbors},
+    Operation{"places", nullptr, nullptr, answerPlaces},
 };
 
 }  // namespace

@@ -17,12 +17,14 @@
 namespace tern::inline v5 {
 struct TernActiveVenue;
 class TernMultiActiveVenues;
+class TernPlaces;
 }  // namespace tern
 
 namespace tern::inline v5::detail {
 
 using AnswerVenue = Value(TernActiveVenue& venue, RequestFields& fields);
 using AnswerJoined = Value(const TernMultiActiveVenues& venues, RequestFields& fields);
+using AnswerPlaces = Value(const TernPlaces& places, RequestFields& fields);
 
 // RouteOperations.cpp
 AnswerVenue answerRoute, answerRouteToAny, answerAlternatives, answerClosestByRoute;
@@ -35,12 +37,16 @@ AnswerVenue answerNearest, answerNearestOnMap;
 AnswerVenue answerClosest, answerConvert, answerCenter;
 // GraphOperations.cpp
 AnswerVenue answerBlockEdge, answerBlockEntry, answerBlockExit, answerNeighbors;
+// PlacesOperations.cpp
+AnswerPlaces answerPlaces;
 
 struct Operation {
   std::string_view name;
+  // Null when it is the names of a venue that are asked.
   AnswerVenue* answer;
   // Where it is asked of several venues at once; null when a request names one of them.
   AnswerJoined* answerJoined = nullptr;
+  AnswerPlaces* answerPlaces = nullptr;
 };
 
 std::span<const Operation> operations();
