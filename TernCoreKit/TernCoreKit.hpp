@@ -4,6 +4,7 @@
 #include "TernCoreKit/Version.hpp"
 #include "TernCoreKit/answers/ErrorAnswer.hpp"
 #include "TernCoreKit/answers/TernAnswers.hpp"
+#include "TernCoreKit/guidance/Landmark.hpp"
 #include "TernCoreKit/guidance/TernPlaces.hpp"
 #include "TernCoreKit/model/collections/RecordKey.hpp"
 #include "TernCoreKit/model/collections/RecordMap.hpp"
