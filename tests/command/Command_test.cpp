@@ -236,7 +236,8 @@ TEST_F(CommandTest, jsonIsTheAnswerThatABatchGives) {
 TEST_F(CommandTest, nothingFoundExitsWithOne) {
   const ProcessResult inWords = ask({"route", "--from", "1", "--to", "5"});
   EXPECT_EQ(inWords.status, 1);
-  EXPECT_EQ(inWords.output, "No route from Bakery (waypoint 1) to waypoint 5\n");
+  EXPECT_EQ(inWords.output,
+            "No route from Bakery (waypoint 1) to near Bakery (waypoint 5) on Ground Floor\n");
   const ProcessResult inJson = ask({"route", "--from", "1", "--to", "5", "--json"});
   EXPECT_EQ(inJson.status, 1);
   EXPECT_EQ(inJson.output, "{\"route\":[]}\n");

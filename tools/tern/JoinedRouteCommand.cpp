@@ -5,6 +5,7 @@
 
 #include "TernCoreKit/answers/TernAnswers.hpp"
 #include "TernCoreKit/model/collections/TernMapCollection.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/service/coordinates/TernUtils.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "tools/tern/AnsweredRoute.hpp"
@@ -44,13 +45,25 @@ Value onItsMap(const Value& segment, const TernActiveVenue& venue, double walked
   return local;
 }
 
+// " at Exit (waypoint 12)", " near Coral Books (waypoint 13) on First Floor"
+std::string atPlace(const TernActiveVenue& venue, std::int64_t waypointId) {
+  const std::string place = placeNameWithId(venue, waypointId);
+  return (place.starts_with("near ") ? " " : " at ") + place;
+}
+
+std::string placeAmong(const TernMultiActiveVenues& venues, std::int64_t waypointId) {
+  const auto waypoint = venues.globalASGrid()->getWPById(waypointId);
+  const auto venue = waypoint ? venues.getVenueByMapId(waypoint->mapId.integer()) : nullptr;
+  return venue ? placeNameWithId(*venue, waypointId) : "waypoint " + std::to_string(waypointId);
+}
+
 std::string textOf(const std::vector<VenueLeg>& legs) {
   std::string text;
   for (std::size_t i = 0; i < legs.size(); ++i) {
     if (i > 0) {
-      text += "\nLeave " + nameOf(*legs[i - 1].venue) + " at waypoint " +
-              std::to_string(endOf(legs[i - 1].segments)) + " and enter " + nameOf(*legs[i].venue) +
-              " at waypoint " + std::to_string(startOf(legs[i].segments)) + "\n\n";
+      const auto& [left, walked] = legs[i - 1];
+      text += "\nLeave " + nameOf(*left) + atPlace(*left, endOf(walked)) + " and enter " +
+              nameOf(*legs[i].venue) + atPlace(*legs[i].venue, startOf(legs[i].segments)) + "\n\n";
     }
     text += "In " + nameOf(*legs[i].venue) + "\n" + routeText(*legs[i].venue, legs[i].segments);
   }
@@ -98,8 +111,8 @@ Outcome answerJoinedRoute(const Arguments& call,
     told.text = textOf(legs);
     told.picture.emplace(legsPicture(legs));
   } else if (told.remark.empty()) {
-    told.text = "No route from waypoint " + call.request["from"].printed() + " to waypoint " +
-                call.request["to"].printed() + "\n";
+    told.text = "No route from " + placeAmong(*venues, call.request["from"].integer()) + " to " +
+                placeAmong(*venues, call.request["to"].integer()) + "\n";
   }
   return outcomeOf(call, answer, told);
 }

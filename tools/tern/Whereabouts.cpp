@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "TernCoreKit/guidance/Landmark.hpp"
 #include "TernCoreKit/model/collections/TernAmenityCollection.hpp"
 #include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
 #include "TernCoreKit/model/collections/TernMapCollection.hpp"
+#include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "tools/tern/words/FloorName.hpp"
@@ -33,6 +35,28 @@ std::string namesAt(const TernVenueData& venue, std::int64_t waypointId) {
   return names.empty() ? namesIn(venue.amenities, waypointId) : names;
 }
 
+std::string waypointText(std::int64_t id) { return "waypoint " + std::to_string(id); }
+
+// Null when no map has it.
+const TernWaypoint* waypointOf(const TernVenueData& venue, std::int64_t id) {
+  if (!venue.maps) return nullptr;
+  for (const TernMap& map : venue.maps->each()) {
+    if (!map.waypoints) continue;
+    if (const TernWaypoint* waypoint = map.waypoints->findById(id)) return waypoint;
+  }
+  return nullptr;
+}
+
+std::string onFloorText(const TernVenueData& venue, const TernWaypoint& waypoint) {
+  return " on " + words::floorName(venue, waypoint.mapId.integer()).text();
+}
+
+// "near Coral Books"; empty when nothing with a name is near.
+std::string nearText(const TernVenueData& venue, const TernWaypoint& waypoint) {
+  const auto landmark = landmarkNear(venue, waypoint);
+  return landmark != nullptr ? "near " + std::string(landmark->name.text()) : "";
+}
+
 }  // namespace
 
 std::string venueTitle(const TernActiveVenue& venue) {
@@ -41,18 +65,28 @@ std::string venueTitle(const TernActiveVenue& venue) {
 
 std::string placeName(const TernVenueData& venue, std::int64_t waypointId) {
   const std::string names = namesAt(venue, waypointId);
-  return names.empty() ? "waypoint " + std::to_string(waypointId) : names;
+  const TernWaypoint* waypoint = waypointOf(venue, waypointId);
+  if (!names.empty() || waypoint == nullptr) {
+    return names.empty() ? waypointText(waypointId) : names;
+  }
+  const std::string near = nearText(venue, *waypoint);
+  return near.empty() ? waypointText(waypointId) + onFloorText(venue, *waypoint) : near;
 }
 
 std::string placeNameWithId(const TernVenueData& venue, std::int64_t waypointId) {
   const std::string names = namesAt(venue, waypointId);
-  const std::string waypoint = "waypoint " + std::to_string(waypointId);
-  return names.empty() ? waypoint : names + " (" + waypoint + ")";
+  if (!names.empty()) return names + " (" + waypointText(waypointId) + ")";
+  const TernWaypoint* waypoint = waypointOf(venue, waypointId);
+  return waypoint != nullptr ? placeOnFloor(venue, *waypoint) : waypointText(waypointId);
 }
 
 std::string placeOnFloor(const TernVenueData& venue, const TernWaypoint& waypoint) {
-  return placeNameWithId(venue, waypoint.id.integer()) + " on " +
-         words::floorName(venue, waypoint.mapId.integer()).text();
+  const std::int64_t id = waypoint.id.integer();
+  std::string names = namesAt(venue, id);
+  if (names.empty()) names = nearText(venue, waypoint);
+  const std::string place =
+      names.empty() ? waypointText(id) : names + " (" + waypointText(id) + ")";
+  return place + onFloorText(venue, waypoint);
 }
 
 std::string awayText(const TernVenueData& venue, const TernWaypoint& waypoint, const Value& point) {

@@ -15,10 +15,10 @@ namespace tern::command {
 // Such as "venue 1".
 std::string venueTitle(const TernActiveVenue& venue);
 
-// What is at a waypoint: the names of its destinations, else of its amenities, "waypoint 12"
-// without any.
+// What a waypoint is called: the names of its destinations, else of its amenities, else "near Coral
+// Books" by what is near, else "waypoint 12 on First Floor"; "waypoint 12" when no map has it.
 std::string placeName(const TernVenueData& venue, std::int64_t waypointId);
-// The same with the id behind the names.
+// "Toilets (waypoint 12)" and "near Coral Books (waypoint 13) on First Floor"
 std::string placeNameWithId(const TernVenueData& venue, std::int64_t waypointId);
 
 // "Toilets (waypoint 12) on First Floor"

@@ -30,7 +30,7 @@ Answer answerOf(const Arguments& call) {
 TEST(AlternativesCommand, bothRoutesAreToldInWords) {
   const Answer answer = answerOf(callFor(5));
   EXPECT_EQ(answer.status, ExitStatus::answered);
-  EXPECT_THAT(answer.text, HasSubstr("12 m in all\n\nAlternative:\nFrom waypoint 1\n"));
+  EXPECT_THAT(answer.text, HasSubstr("12 m in all\n\nAlternative:\nFrom waypoint 1 on map 1\n"));
   EXPECT_THAT(answer.text, HasSubstr("16 m in all\n"));
 }
 
@@ -43,7 +43,7 @@ TEST(AlternativesCommand, aRouteWithoutAnAlternativeIsAnAnswer) {
 TEST(AlternativesCommand, withoutARouteThereIsNothing) {
   Arguments call = callFor(10);
   EXPECT_EQ(answerOf(call).status, ExitStatus::nothingFound);
-  EXPECT_EQ(answerOf(call).text, "No route from waypoint 1 to waypoint 10\n");
+  EXPECT_EQ(answerOf(call).text, "No route from waypoint 1 on map 1 to waypoint 10 on map 1\n");
   call.json = true;
   EXPECT_EQ(answerOf(call).text, "{\"optimal\":null,\"alternatives\":null}\n");
   EXPECT_THAT(answerOf(callFor(99)).remark, HasSubstr("no waypoint 99"));

@@ -88,8 +88,8 @@ TEST_F(JoinedRouteCommandTest, theRouteSaysWhereOneLeavesAndEnters) {
   const std::string first(venues_->getVenueById(1)->name.text());
   const std::string second(venues_->getVenueById(2)->name.text());
   EXPECT_THAT(answer.text, StartsWith("In " + first + "\n"));
-  EXPECT_THAT(answer.text, HasSubstr("\nLeave " + first + " at waypoint "));
-  EXPECT_THAT(answer.text, HasSubstr(" and enter " + second + " at waypoint "));
+  EXPECT_THAT(answer.text, HasSubstr("\nLeave " + first + " at Exit (waypoint 22003) and enter "));
+  EXPECT_THAT(answer.text, HasSubstr(" and enter " + second + " at Exit (waypoint 112002)\n"));
 }
 
 TEST_F(JoinedRouteCommandTest, thePictureHasALegForEachVenue) {
@@ -106,7 +106,8 @@ TEST_F(JoinedRouteCommandTest, withoutARouteThereIsNothing) {
   EXPECT_EQ(answer.status, ExitStatus::nothingFound);
   EXPECT_EQ(answer.remark, "there is no waypoint 5 in these venues");
   Arguments call = callFor(start, start);
-  EXPECT_THAT(answerOf(call).text, StartsWith("No route from waypoint 13001"));
+  EXPECT_THAT(answerOf(call).text,
+              StartsWith("No route from near Lumen Department Store (waypoint 13001)"));
   call.json = true;
   EXPECT_EQ(answerOf(call).text, "{\"route\":[]}\n");
 }

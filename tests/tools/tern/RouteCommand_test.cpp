@@ -49,7 +49,8 @@ TEST_F(RouteCommandTest, routeIsToldInWords) {
 TEST_F(RouteCommandTest, noRouteIsSaid) {
   const Answer answer = ask({"route", "--from", "1", "--to", "5"});
   EXPECT_EQ(answer.status, ExitStatus::nothingFound);
-  EXPECT_EQ(answer.text, "No route from Bakery (waypoint 1) to waypoint 5\n");
+  EXPECT_EQ(answer.text,
+            "No route from Bakery (waypoint 1) to near Bakery (waypoint 5) on Ground Floor\n");
   EXPECT_EQ(answer.remark, "");
 }
 

@@ -41,7 +41,8 @@ TEST_F(RouteTextTest, routeIsToldFloorByFloor) {
 
 TEST_F(RouteTextTest, routeOnOneFloorIsInMetres) {
   EXPECT_EQ(textOf(3, 1),
-            "From waypoint 3\n  Ground Floor: walk 6 m\nTo Bakery (waypoint 1)\n6 m in all\n");
+            "From near Bakery (waypoint 3) on Ground Floor\n  Ground Floor: walk 6 m\nTo Bakery "
+            "(waypoint 1)\n6 m in all\n");
 }
 
 }  // namespace

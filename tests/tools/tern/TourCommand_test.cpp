@@ -52,7 +52,7 @@ TEST_F(TourCommandTest, stopsAreToldInOrderWithTheWayToEach) {
   EXPECT_EQ(answer.status, ExitStatus::answered);
   EXPECT_EQ(answer.remark, "");
   EXPECT_EQ(answer.text,
-            "From waypoint 2\n"
+            "From near Attic (waypoint 2) on Ground Floor\n"
             "  Ground Floor: walk 3 m\n"
             "1. Attic (waypoint 1)\n"
             "  Ground Floor: walk 9 m\n"
@@ -82,7 +82,7 @@ TEST_F(TourCommandTest, stopWithoutAWayToItIsLeftOut) {
             "From Attic (waypoint 1)\n"
             "Left out: destination 10; no way to it was found\n");
   EXPECT_EQ(visit("8", "9,12").text,
-            "From waypoint 8\n"
+            "From near Garden (waypoint 8) on First Floor\n"
             "Left out: Garden (destination 9); no way to it was found\n"
             "Left out: destination 12; no way to it was found\n");
 }
