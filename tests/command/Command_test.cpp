@@ -28,6 +28,7 @@ namespace {
 
 using test::Conversation;
 using test::ProcessResult;
+using testing::AllOf;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -355,7 +356,8 @@ TEST_F(CommandTest, wordsThatAreWrongExitWithTwo) {
   expectFailure({"--data", folder_.at("")}, 2, HasSubstr("a command is missing"));
   expectFailure({"info"}, 2, StartsWith("--data DIR is missing"));
   expectFailure(withData({"route", "--from", "1"}), 2, StartsWith("--to W is missing"));
-  expectFailure(withData({"route", "--from", "x", "--to", "2"}), 2, StartsWith("--from: \"x\""));
+  expectFailure(withData({"route", "--from", "1", "--to", "2", "--accessibility", "x"}), 2,
+                StartsWith("--accessibility: \"x\""));
   expectFailure(withData({"route", "--from", "1", "--to", "2", "--fast"}), 2,
                 StartsWith("\"--fast\" is not understood"));
   expectFailure(withData({"info", "--venue", "1,x"}), 2, StartsWith("--venue: \"1,x\""));

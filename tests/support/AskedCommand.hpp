@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "tools/tern/CommandTable.hpp"
+#include "tools/tern/PlaceNames.hpp"
 
 namespace tern::test {
 
@@ -18,7 +19,7 @@ inline command::Outcome outcomeOf(std::vector<std::string> words,
                                   const std::shared_ptr<TernActiveVenue>& venue) {
   words.insert(words.begin() + 1, {"--data", "unread"});
   const auto call = std::get<command::Arguments>(command::parseArguments(words));
-  return std::get<command::AboutVenue>(call.command->about).one(call, venue);
+  return command::answerAbout(std::get<command::AboutVenue>(call.command->about), call, venue);
 }
 
 }  // namespace tern::test

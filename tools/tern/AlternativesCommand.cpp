@@ -35,8 +35,19 @@ picture::RoutePicture choicesPicture(const TernActiveVenue& venue, const Value& 
   return drawn;
 }
 
+// To the one of a place's waypoints that is cheapest to reach, since an alternative has one goal.
+Value towardsOne(Value request, const TernAnswers& answers) {
+  if (!request["to"].isList()) return request;
+  Value toAny = request;
+  toAny.set("op", "routeToAny");
+  const Value route = answerTo(toAny, answers)["route"];
+  request.set("to", route.size() > 0 ? endOf(route) : goalOf(request));
+  return request;
+}
+
 Outcome answerAlternatives(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
-  const Value answer = answerTo(call.request, TernAnswers(venue));
+  const TernAnswers answers(venue);
+  const Value answer = answerTo(towardsOne(call.request, answers), answers);
   Telling told{
       .isFound = answer["optimal"].size() > 0,
       .remark = unknownWaypoints(call.request, *venue->globalASGrid(), venueTitle(*venue))};
@@ -54,8 +65,8 @@ Outcome answerAlternatives(const Arguments& call, const std::shared_ptr<TernActi
 const Command alternativesCommand{
     .name = "alternatives",
     .summary = "find a route and an alternative beside it",
-    .options = {{"--from", "W", "the waypoint where the route begins", readWhole, required},
-                {"--to", "W", "the waypoint where it ends", readWhole, required},
+    .options = {fromOption,
+                toOption,
                 accessibilityOption,
                 {"--match", "R", "how much of the way it may share, up to 1", readNumber,
                  orElse("0.6"), "options.optimalPathMatchRatio"},

@@ -16,6 +16,7 @@
 #include "tools/tern/JoinedVenues.hpp"
 #include "tools/tern/LoadingLog.hpp"
 #include "tools/tern/LoadingProgress.hpp"
+#include "tools/tern/PlaceNames.hpp"
 #include "tools/tern/VenueSource.hpp"
 #include "tools/tern/Wording.hpp"
 
@@ -71,9 +72,8 @@ class Run {
   }
 
   Outcome answer(const Arguments& call, const AboutVenue& about) {
-    const auto ofOne = [&](const auto& venue) { return about.one(call, venue); };
-    const auto ofSeveral = [&](const auto& venues) { return about.joined(call, venues); };
-    return call.venues.size() > 1 ? ask(loadJoined(call), ofSeveral) : ask(loadOne(call), ofOne);
+    const auto ofEither = [&](const auto& data) { return answerAbout(about, call, data); };
+    return call.venues.size() > 1 ? ask(loadJoined(call), ofEither) : ask(loadOne(call), ofEither);
   }
 
   Outcome answer(const Arguments& call, AboutRequests answerRequests) {

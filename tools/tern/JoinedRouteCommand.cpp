@@ -1,5 +1,6 @@
 #include "tools/tern/JoinedRouteCommand.hpp"
 
+#include <limits>
 #include <string>
 #include <utility>
 
@@ -82,6 +83,26 @@ picture::RoutePicture legsPicture(const std::vector<VenueLeg>& legs) {
   return drawn;
 }
 
+// Infinite without a route.
+double costOf(const Value& answer) {
+  const auto segments = answer["route"].items();
+  const bool isCosted = !segments.empty() && segments.back()["cost"].isNumber();
+  return isCosted ? segments.back()["cost"].number() : std::numeric_limits<double>::infinity();
+}
+
+// The answer to whichever of a place's waypoints is cheapest to reach.
+Value cheapestAnswer(Value request, const TernAnswers& answers) {
+  if (!request["to"].isList()) return answerTo(request, answers);
+  Value best;
+  const Value goals = request["to"];
+  for (const Value& goal : goals.items()) {
+    request.set("to", goal);
+    Value answer = answerTo(request, answers);
+    if (best.isAbsent() || costOf(answer) < costOf(best)) best = std::move(answer);
+  }
+  return best;
+}
+
 }  // namespace
 
 std::vector<VenueLeg> legsOf(const TernMultiActiveVenues& venues, const Value& segments) {
@@ -103,7 +124,7 @@ std::vector<VenueLeg> legsOf(const TernMultiActiveVenues& venues, const Value& s
 
 Outcome answerJoinedRoute(const Arguments& call,
                           const std::shared_ptr<TernMultiActiveVenues>& venues) {
-  const Value answer = answerTo(call.request, TernAnswers(venues));
+  const Value answer = cheapestAnswer(call.request, TernAnswers(venues));
   const std::vector<VenueLeg> legs = legsOf(*venues, answer["route"]);
   Telling told{.isFound = answer["route"].size() > 0,
                .remark = unknownWaypoints(call.request, *venues->globalASGrid(), "these venues")};
@@ -112,7 +133,7 @@ Outcome answerJoinedRoute(const Arguments& call,
     told.picture.emplace(legsPicture(legs));
   } else if (told.remark.empty()) {
     told.text = "No route from " + placeAmong(*venues, call.request["from"].integer()) + " to " +
-                placeAmong(*venues, call.request["to"].integer()) + "\n";
+                placeAmong(*venues, goalOf(call.request)) + "\n";
   }
   return outcomeOf(call, answer, told);
 }

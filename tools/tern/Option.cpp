@@ -37,6 +37,22 @@ Reading readWholes(const std::string& text) {
   return list;
 }
 
+Reading readPlace(const std::string& text) {
+  const auto whole = parseWhole(text);
+  return whole && std::to_string(*whole) == text ? Value(*whole) : Value(text);
+}
+
+Reading readPlaces(const std::string& text) {
+  Value list = Value::list();
+  for (std::size_t start = 0; start <= text.size();) {
+    const std::size_t end = std::min(text.find(',', start), text.size());
+    if (end == start) return inQuotes(text) + " must be ids or names, such as 7,9,Coral Books";
+    list.append(std::get<Value>(readPlace(text.substr(start, end - start))));
+    start = end + 1;
+  }
+  return list;
+}
+
 Reading readPoint(const std::string& text) {
   if (const auto point = parsePoint(text)) return Value::list({point->x, point->y});
   return inQuotes(text) + " must be two numbers with a comma between them, such as 120.5,88";

@@ -25,6 +25,9 @@ Reading readWholes(const std::string& text);
 Reading readVenueIds(const std::string& text);
 // "120.5,88" as a list of two numbers
 Reading readPoint(const std::string& text);
+// An id, or a name; ids and names, with a comma between each two.
+Reading readPlace(const std::string& text);
+Reading readPlaces(const std::string& text);
 // Without a "/" at its end.
 Reading readUrl(const std::string& text);
 Reading readPictureFile(const std::string& text);
@@ -46,8 +49,12 @@ inline constexpr Need required{.isRequired = true};
 inline constexpr Need optional{};
 constexpr Need orElse(std::string_view fallback) { return {.fallback = fallback}; }
 
+// What a name stands for in the place of an id: no name may stand; one waypoint, all waypoints, or
+// the record itself.
+enum class Naming { none, start, goal, destination, amenity };
+
 struct Option {
-  // With its dashes: "--from".
+  // With its dashes: "--from". That of an operand has none.
   std::string_view name;
   // Stands for the value in the help: "W". An option without one is a flag and has no value.
   std::string_view label;
@@ -57,7 +64,10 @@ struct Option {
   // The value's name in the request, when it is not the option's; "options.match" lies within
   // "options".
   std::string_view key = {};
+  // REQUIRES: the value is read by `readPlace` or `readPlaces`, but for `none`.
+  Naming naming = Naming::none;
 
+  std::string_view requestKey() const { return key.empty() ? name.substr(2) : key; }
   bool isFlag() const { return label.empty(); }
 };
 

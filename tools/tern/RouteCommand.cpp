@@ -12,8 +12,14 @@ namespace tern::command {
 
 namespace {
 
+// To a place of several waypoints, whichever is cheapest to reach.
+Value routeOrAny(Value request) {
+  if (request["to"].isList()) request.set("op", "routeToAny");
+  return request;
+}
+
 Outcome answerRoute(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
-  const Value answer = answerTo(call.request, TernAnswers(venue));
+  const Value answer = answerTo(routeOrAny(call.request), TernAnswers(venue));
   const Value& route = answer["route"];
   Telling told{
       .isFound = route.size() > 0,
@@ -29,15 +35,11 @@ Outcome answerRoute(const Arguments& call, const std::shared_ptr<TernActiveVenue
 
 }  // namespace
 
-const Command routeCommand{
-    .name = "route",
-    .summary = "find a route between two waypoints",
-    .options = {{"--from", "W", "the waypoint where the route begins", readWhole, required},
-                {"--to", "W", "the waypoint where it ends", readWhole, required},
-                accessibilityOption,
-                pictureOption},
-    .about = AboutVenue{answerRoute, answerJoinedRoute},
-    .help = R"(Examples:
+const Command routeCommand{.name = "route",
+                           .summary = "find a route between two waypoints",
+                           .options = {fromOption, toOption, accessibilityOption, pictureOption},
+                           .about = AboutVenue{answerRoute, answerJoinedRoute},
+                           .help = R"(Examples:
   tern generate --out mall
   tern route --data mall --from 22001 --to 14016
   tern route --data mall --from 22001 --to 14016 --accessibility 0  # step-free

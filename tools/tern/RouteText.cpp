@@ -17,9 +17,14 @@ std::string visitText(const picture::FloorVisit& visit) {
 
 }  // namespace
 
+std::int64_t goalOf(const Value& request) {
+  const Value& to = request["to"];
+  return to.isList() ? to.items().front().integer() : to.integer();
+}
+
 std::string noRouteText(const TernVenueData& venue, const Value& request) {
   return "No route from " + placeNameWithId(venue, request["from"].integer()) + " to " +
-         placeNameWithId(venue, request["to"].integer()) + "\n";
+         placeNameWithId(venue, goalOf(request)) + "\n";
 }
 
 std::string stagesText(const picture::Itinerary& itinerary) {

@@ -12,6 +12,9 @@
 
 namespace tern::command {
 
+// Where a request asks to; of a place with several waypoints the first.
+std::int64_t goalOf(const Value& request);
+
 // "No route from ... to ...", with a line break, for a request that names both.
 std::string noRouteText(const TernVenueData& venue, const Value& request);
 

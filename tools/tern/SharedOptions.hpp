@@ -39,6 +39,13 @@ inline constexpr std::array hostOptions{
 
 inline constexpr Option jsonOption{"--json", "",
                                    "print the answer, or what is wrong, as one JSON object"};
+inline constexpr Option fromOption{
+    "--from",     "W",      "where to start: a waypoint, or a place by its name",
+    readPlace,    required, {},
+    Naming::start};
+inline constexpr Option toOption{
+    "--to", "W",         "where to go: a waypoint, or a place by its name", readPlace, required,
+    {},     Naming::goal};
 inline constexpr Option accessibilityOption{
     "--accessibility", "N", "take only paths of this level or below", readWhole, orElse("100")};
 inline constexpr Option pictureOption{"--picture", "FILE", "draw the way to FILE.svg or FILE.html",

@@ -132,9 +132,9 @@ Outcome answerTour(const Arguments& call, const std::shared_ptr<TernActiveVenue>
 const Command tourCommand{
     .name = "tour",
     .summary = "find the best order to visit destinations, and the way",
-    .options = {{"--from", "W", "the waypoint where the tour begins", readWhole, required},
-                {"--visit", "D,...", "the destinations to visit, in any order", readWholes,
-                 required, "destinations"},
+    .options = {fromOption,
+                {"--visit", "D,...", "the destinations to visit, in any order", readPlaces,
+                 required, "destinations", Naming::destination},
                 accessibilityOption,
                 pictureOption},
     .about = AboutVenue{answerTour},

@@ -105,7 +105,7 @@ std::string unknownWaypoints(const Value& request, const TernASGrid& grid,
   std::string names;
   for (const char* field : {"from", "to"}) {
     const Value* id = request.find(field);
-    if (id == nullptr || grid.getWPById(id->integer()) != nullptr) continue;
+    if (id == nullptr || id->isList() || grid.getWPById(id->integer()) != nullptr) continue;
     const std::string name = "waypoint " + id->printed();
     if (name != names) names += names.empty() ? name : " and no " + name;
   }

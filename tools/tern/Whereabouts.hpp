@@ -27,7 +27,7 @@ std::string placeOnFloor(const TernVenueData& venue, const TernWaypoint& waypoin
 std::string awayText(const TernVenueData& venue, const TernWaypoint& waypoint, const Value& point);
 
 // Names what the request asks from and to that the graph does not have, as missing from that place;
-// empty when it has both.
+// empty when it has both. A list is that of a place, which it has.
 std::string unknownWaypoints(const Value& request, const TernASGrid& grid,
                              const std::string& place);
 

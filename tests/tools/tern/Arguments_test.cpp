@@ -117,7 +117,8 @@ TEST(Arguments, missingOptionIsNamedWithItsMeaning) {
             "--data DIR is missing: the venue folder to read; or --host URL, a service to ask "
             "(see tern route --help)");
   EXPECT_EQ(refusalOf({"route", "--data", "d", "--to", "2"}),
-            "--from W is missing: the waypoint where the route begins (see tern route --help)");
+            "--from W is missing: where to start: a waypoint, or a place by its name "
+            "(see tern route --help)");
   EXPECT_EQ(refusalOf({"route", "--data", "d", "--from"}),
             "--from: a value is wanted (see tern route --help)");
   EXPECT_THAT(refusalOf({"route", "--data", "d", "--from="}), StartsWith("--from: a value is"));
@@ -127,10 +128,12 @@ TEST(Arguments, missingOptionIsNamedWithItsMeaning) {
 }
 
 TEST(Arguments, wrongValueIsNamedWithWhatWouldBeRight) {
-  EXPECT_EQ(refusalOf({"route", "--data", "d", "--from", "one", "--to", "2"}),
-            "--from: \"one\" must be a whole number, such as 12 (see tern route --help)");
-  EXPECT_THAT(refusalOf({"route", "--data", "d", "--from", "1.5", "--to", "2"}),
-              StartsWith("--from: \"1.5\""));
+  EXPECT_EQ(refusalOf({"closest", "--data", "d", "--map", "one", "--at", "1,2"}),
+            "--map: \"one\" must be a whole number, such as 12 (see tern closest --help)");
+  EXPECT_THAT(refusalOf({"closest", "--data", "d", "--map", "1.5", "--at", "1,2"}),
+              StartsWith("--map: \"1.5\""));
+  EXPECT_THAT(refusalOf({"tour", "--data", "d", "--from", "1", "--visit", "7,,9"}),
+              StartsWith("--visit: \"7,,9\" must be ids or names"));
   EXPECT_THAT(refusalOf({"route", "--data", "d", "--from=", "--to", "2"}), StartsWith("--from: "));
   EXPECT_THAT(refusalOf({"info", "--data", ""}), StartsWith("--data: "));
   for (const char* text : {"1,", ",1", "1,,2", "1 2", "1,two", "1,2,1"}) {

@@ -43,10 +43,17 @@ TEST(HelpText, linesFitATerminal) {
 TEST(HelpText, optionIsToldWithItsMeaningAndDefault) {
   const std::string help = helpOf(routeCommand);
   EXPECT_THAT(help, HasSubstr("\nUsage: tern route --from W --to W [OPTIONS]\n"));
-  EXPECT_THAT(help, HasSubstr("\n  --from W               the waypoint where the route begins\n"));
+  EXPECT_THAT(help,
+              HasSubstr("\n  --from W               where to start: a waypoint, or a place by "
+                        "its name\n"));
   EXPECT_THAT(help, HasSubstr("\n  --accessibility N      take only paths of this level or below "
                               "(default 100)\n"));
   EXPECT_THAT(help, HasSubstr("\nBeside --host:\n  --customer N "));
+}
+
+TEST(HelpText, operandIsToldFirst) {
+  EXPECT_THAT(helpOf(placesCommand), HasSubstr("\nUsage: tern places [TEXT] [OPTIONS]\n\nOptions:\n"
+                                               "  TEXT                   the name or some of it"));
 }
 
 TEST(HelpText, commandListsItsOptionsOnly) {

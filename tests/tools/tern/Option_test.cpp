@@ -21,6 +21,9 @@ TEST(Option, textsBecomeValuesOfTheirKind) {
   EXPECT_EQ(valueOf(readWhole("-12")), Value(-12));
   EXPECT_EQ(valueOf(readNumber("0.5")), Value(0.5));
   EXPECT_EQ(valueOf(readWholes("7,9")), Value::list({7, 9}));
+  EXPECT_EQ(valueOf(readPlace("12")), Value(12));
+  EXPECT_EQ(valueOf(readPlace("Gate 12")), Value("Gate 12"));
+  EXPECT_EQ(valueOf(readPlaces("7,Café, 9")), Value::list({7, "Café", " 9"}));
   EXPECT_EQ(valueOf(readPoint("-12.5,3")), Value::list({-12.5, 3.0}));
   EXPECT_EQ(valueOf(readVenueIds("2,1")), Value::list({2, 1}));
   EXPECT_EQ(valueOf(readUrl("http://h:1//")), Value("http://h:1"));
@@ -32,6 +35,7 @@ TEST(Option, wrongTextIsToldWithWhatWouldBeRight) {
   EXPECT_EQ(complaintOf(readWhole("1.5")), "\"1.5\" must be a whole number, such as 12");
   EXPECT_EQ(complaintOf(readNumber("x")), "\"x\" must be a number, such as 0.5");
   EXPECT_EQ(complaintOf(readWholes("7,")), "\"7,\" must be whole numbers, such as 7,9,30");
+  EXPECT_EQ(complaintOf(readPlaces("7,")), "\"7,\" must be ids or names, such as 7,9,Coral Books");
   EXPECT_EQ(complaintOf(readPoint("10")),
             "\"10\" must be two numbers with a comma between them, such as 120.5,88");
   EXPECT_EQ(complaintOf(readVenueIds("1,x")),
