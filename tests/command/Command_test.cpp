@@ -259,6 +259,39 @@ TEST_F(CommandTest, unknownWaypointIsNamedOnStandardError) {
   EXPECT_EQ(inJson.diagnostics, inWords.diagnostics);
 }
 
+TEST_F(CommandTest, placesAreFoundByName) {
+  const ProcessResult inWords = ask({"places", "BAKÉRY"});
+  EXPECT_EQ(inWords.status, 0);
+  EXPECT_EQ(inWords.output, "Bakery (destination 7) on Ground Floor (waypoint 1)\n");
+  EXPECT_EQ(ask({"places", "bakrey", "--json"}).output,
+            ask({"batch"}, R"({"op":"places","text":"bakery"})"
+                           "\n")
+                .output);
+  const ProcessResult none = ask({"places", "florist"});
+  EXPECT_EQ(none.status, 1);
+  EXPECT_EQ(none.output, "");
+}
+
+TEST_F(CommandTest, namesStandForWaypoints) {
+  const ProcessResult byName = ask({"route", "--from", "bakery", "--to", "EXIT"});
+  EXPECT_EQ(byName.status, 0);
+  EXPECT_EQ(byName.output, ask({"route", "--from", "1", "--to", "4"}).output);
+}
+
+TEST_F(CommandTest, nameThatFitsNoneExitsWithOneAndNamesTheClosest) {
+  expectFailure(withData({"route", "--from", "bakrey", "--to", "4"}), 1,
+                HasSubstr("the closest is Bakery (destination 7)"));
+}
+
+TEST_F(CommandTest, nameThatFitsSeveralExitsWithTwoAndListsThem) {
+  std::string document = folder_.read("venue/1/full.json");
+  document.replace(document.find("Bakery"), 6, "Exit");
+  folder_.write("venue/1/full.json", document);
+  expectFailure(withData({"route", "--from", "1", "--to", "exit"}), 2,
+                AllOf(HasSubstr("Exit (destination 7) on Ground Floor"),
+                      HasSubstr("Exit (amenity 7) on First Floor")));
+}
+
 TEST_F(CommandTest, closestAndConvertAnswerInWords) {
   EXPECT_EQ(ask({"closest", "--map", "1", "--at", "-3,-4"}).output,
             "Bakery (waypoint 1) on Ground Floor, 1 m away\n");

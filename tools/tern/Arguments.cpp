@@ -75,8 +75,6 @@ Complaint complaintOfSeveral(const Arguments& call) {
 
 // Of several rules the first that is broken.
 Complaint complaintOf(const Arguments& call, const CLI::App& words) {
-  const std::vector<std::string> extras = words.remaining();
-  if (!extras.empty()) return inQuotes(extras.front()) + " is not understood here";
   const Command& command = *call.command;
   if (loadsData(command)) {
     if (auto wrong = complaintOfSource(call, words)) return wrong;
@@ -107,10 +105,12 @@ HostOptions hostOptionsOf(const Value& values) {
 // Each value under its key; that of "a.b" lies under "b" in a map under "a".
 Value requestOf(const Command& command, const Value& values) {
   Value request = Value::map({{"op", command.name}});
-  for (const Option& option : command.options) {
+  std::vector<Option> options = command.options;
+  options.push_back(command.operand);
+  for (const Option& option : options) {
     const Value* value = values.find(option.name);
     if (value == nullptr) continue;
-    const std::string_view key = option.key.empty() ? option.name.substr(2) : option.key;
+    const std::string_view key = option.requestKey();
     const std::size_t dot = key.find('.');
     Value inner = dot == key.npos ? *value : request[key.substr(0, dot)];
     if (dot != key.npos) inner.set(key.substr(dot + 1), *value);
@@ -129,6 +129,17 @@ Arguments argumentsOf(const Command& command, const Value& values) {
   for (const Value& id : values["--venue"].items()) call.venues.push_back(id.integer());
   if (const Value* id = values.find("--building")) call.building = id->integer();
   return call;
+}
+
+// Adds what stands without an option before it.
+Complaint takeOperand(const Option& operand, std::span<const std::string> extras, Value& values) {
+  const bool isTaken = !operand.name.empty() && !extras.empty() && !extras.front().starts_with('-');
+  if (isTaken) {
+    auto wrong = takeTexts(operand, {extras.front()}, values);
+    if (wrong) return std::string(operand.name) + *wrong;
+  }
+  if (extras.size() == (isTaken ? 1 : 0)) return std::nullopt;
+  return inQuotes(extras[isTaken ? 1 : 0]) + " is not understood here";
 }
 
 // CLI11 finds out what the words are; what they should be stands in the table.
@@ -159,6 +170,9 @@ ParsedCall parseWords(const Command& command, std::vector<std::string> words) {
     const std::string name(option.name);
     const auto wrong = takeTexts(option, app.get_option(name)->results(), values);
     if (wrong) return failure(name + *wrong);
+  }
+  if (const auto wrong = takeOperand(command.operand, app.remaining(), values)) {
+    return failure(*wrong);
   }
   Arguments call = argumentsOf(command, values);
   if (const auto wrong = complaintOf(call, app)) return failure(*wrong);

@@ -51,6 +51,8 @@ struct Command {
   // Its own: their values make the request. Those that say what to load come with what it is about,
   // and --json with all.
   std::vector<Option> options = {};
+  // What may stand without an option before it; nameless when nothing may.
+  Option operand = {};
   About about;
   // What is wrong with options that are right each for itself.
   std::optional<std::string> (*objection)(const Arguments& call) = nullptr;
@@ -62,6 +64,7 @@ struct Command {
 // Each in the file of its name, such as VenuesCommand.cpp.
 extern const Command venuesCommand;
 extern const Command infoCommand;
+extern const Command placesCommand;
 extern const Command routeCommand;
 extern const Command nearestCommand;
 extern const Command alternativesCommand;

@@ -58,7 +58,12 @@ std::string generalHelp() {
 
 std::string helpOf(const Command& command) {
   std::string usage = "Usage: tern " + std::string(command.name);
+  const Option& operand = command.operand;
   std::string options = entry("-h, --help", "print this help");
+  if (!operand.name.empty()) {
+    usage.append(" [").append(operand.name).append("]");
+    options = entry(operand.name, operand.meaning) + options;
+  }
   for (const Option& option : optionsOf(command)) {
     if (option.name == hostOptions.front().name && loadsData(command))
       options += "\nBeside --host:\n";

@@ -168,6 +168,31 @@ TEST(Arguments, unknownWordIsNamedBeforeWhatIsMissing) {
               StartsWith("--json takes no value"));
 }
 
+TEST(Arguments, namesStandInTheRequestUntilTheVenueIsThere) {
+  const Arguments route = parsed({"route", "--data", "d", "--from", "Coral Books", "--to", "007"});
+  EXPECT_EQ(route.request["from"], Value("Coral Books"));
+  EXPECT_EQ(route.request["to"], Value("007"));
+  const Arguments tour = parsed({"tour", "--data", "d", "--from", "1", "--visit", "7,Bread, Co"});
+  EXPECT_EQ(tour.request["destinations"], Value::list({7, "Bread", " Co"}));
+}
+
+TEST(Arguments, operandStandsAnywhereBehindTheCommand) {
+  for (const Words& words : {Words{"places", "coral books", "--data", "d"},
+                             Words{"places", "--data", "d", "--json", "coral books"},
+                             Words{"--data", "d", "places", "coral books"}}) {
+    EXPECT_EQ(parsed(words).request, Value::map({{"op", "places"}, {"text", "coral books"}}));
+  }
+  EXPECT_EQ(parsed({"places", "--data", "d"}).request, Value::map({{"op", "places"}}));
+}
+
+TEST(Arguments, moreThanOneOperandIsNotUnderstood) {
+  EXPECT_THAT(refusalOf({"places", "coral", "books", "more", "--data", "d"}),
+              StartsWith("\"books\" is not understood here"));
+  EXPECT_THAT(refusalOf({"places", "--books", "--data", "d"}),
+              StartsWith("\"--books\" is not understood here"));
+  EXPECT_THAT(refusalOf({"places", "", "--data", "d"}), StartsWith("TEXT: a value is wanted"));
+}
+
 TEST(Arguments, repeatedOptionIsRefused) {
   EXPECT_THAT(refusalOf({"route", "--data", "d", "--from", "1", "--from", "2", "--to", "3"}),
               StartsWith("--from: stands there twice; once is enough"));
@@ -198,8 +223,8 @@ TEST(Arguments, ratiosOfAlternativesBecomeOptions) {
 TEST(Arguments, unknownCommandIsNamedWithThoseThereAre) {
   EXPECT_EQ(
       refusalOf({"fly"}),
-      "\"fly\" is no command; there are venues, info, route, nearest, alternatives, tour, closest, "
-      "convert, batch, serve, generate (see tern --help)");
+      "\"fly\" is no command; there are venues, info, places, route, nearest, alternatives, tour, "
+      "closest, convert, batch, serve, generate (see tern --help)");
 }
 
 TEST(Arguments, commandIsTheFirstWordThatIsNoOption) {

@@ -25,9 +25,9 @@ TEST(CommandTable, everyCommandIsFoundByItsName) {
 }
 
 TEST(CommandTable, namesStandInOneList) {
-  EXPECT_EQ(
-      namesOfCommands([](const Command&) { return true; }, ", "),
-      "venues, info, route, nearest, alternatives, tour, closest, convert, batch, serve, generate");
+  EXPECT_EQ(namesOfCommands([](const Command&) { return true; }, ", "),
+            "venues, info, places, route, nearest, alternatives, tour, closest, convert, batch, "
+            "serve, generate");
   EXPECT_EQ(namesOfCommands(joinsVenues, " and "), "route and batch");
   EXPECT_EQ(namesOfCommands([](const Command&) { return false; }, ", "), "");
 }
