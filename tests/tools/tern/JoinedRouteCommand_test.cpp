@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "TernCoreKit/answers/TernAnswers.hpp"
@@ -99,6 +100,22 @@ TEST_F(JoinedRouteCommandTest, thePictureHasALegForEachVenue) {
   for (const auto& venue : venues_->activeVenues()) {
     EXPECT_THAT(folder_.read("route.svg"), HasSubstr(std::string(venue->name.text())));
   }
+}
+
+TEST_F(JoinedRouteCommandTest, ofAPlaceTheCheapestWaypointIsTheGoal) {
+  Arguments call = callFor(start, end);
+  call.json = true;
+  const std::string single = answerOf(call).text;
+  call.request.set("to", Value::list({5, 111008, end, 113001}));
+  const auto costTo = [&](std::int64_t goal) {
+    return routeBetween(start, goal).items().back()["cost"].number();
+  };
+  const std::int64_t cheapest =
+      std::ranges::min({std::int64_t{111008}, end, std::int64_t{113001}}, {}, costTo);
+  const Value route = routeBetween(start, cheapest);
+  EXPECT_EQ(answerOf(call).text, jsonLine(Value::map({{"route", route}})));
+  call.request.set("to", Value::list({5, end}));
+  EXPECT_EQ(answerOf(call).text, single);
 }
 
 TEST_F(JoinedRouteCommandTest, withoutARouteThereIsNothing) {
