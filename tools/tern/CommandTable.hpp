@@ -64,6 +64,7 @@ struct Command {
 // Each in the file of its name, such as VenuesCommand.cpp.
 extern const Command venuesCommand;
 extern const Command infoCommand;
+extern const Command floorsCommand;
 extern const Command placesCommand;
 extern const Command routeCommand;
 extern const Command nearestCommand;

@@ -221,10 +221,10 @@ TEST(Arguments, ratiosOfAlternativesBecomeOptions) {
 }
 
 TEST(Arguments, unknownCommandIsNamedWithThoseThereAre) {
-  EXPECT_EQ(
-      refusalOf({"fly"}),
-      "\"fly\" is no command; there are venues, info, places, route, nearest, alternatives, tour, "
-      "closest, convert, batch, serve, generate (see tern --help)");
+  EXPECT_EQ(refusalOf({"fly"}),
+            "\"fly\" is no command; there are venues, info, floors, places, route, nearest, "
+            "alternatives, tour, "
+            "closest, convert, batch, serve, generate (see tern --help)");
 }
 
 TEST(Arguments, commandIsTheFirstWordThatIsNoOption) {
