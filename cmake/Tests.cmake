@@ -40,7 +40,7 @@ endif()
 # The heart of the library neither throws nor catches: it compiles with exceptions off.
 set(tern_no_exceptions ${tern_library_sources})
 list(FILTER tern_no_exceptions INCLUDE
-  REGEX "/TernCoreKit/(model|wayfinding|spatial|optimisation|answers)/")
+  REGEX "/TernCoreKit/(model|wayfinding|spatial|optimisation|guidance|answers)/")
 tern_add_check(tern_no_exceptions ${tern_no_exceptions})
 if(TARGET tern_no_exceptions)
   target_compile_options(tern_no_exceptions PRIVATE -fno-exceptions -O0 -Wno-shadow)
