@@ -5,6 +5,7 @@
 #include "TernCoreKit/answers/ErrorAnswer.hpp"
 #include "TernCoreKit/answers/TernAnswers.hpp"
 #include "TernCoreKit/guidance/Landmark.hpp"
+#include "TernCoreKit/guidance/Misspelling.hpp"
 #include "TernCoreKit/guidance/TernPlaces.hpp"
 #include "TernCoreKit/model/collections/RecordKey.hpp"
 #include "TernCoreKit/model/collections/RecordMap.hpp"

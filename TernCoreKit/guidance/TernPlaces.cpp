@@ -7,8 +7,8 @@
 #include <tuple>
 #include <utility>
 
+#include "TernCoreKit/guidance/Misspelling.hpp"
 #include "TernCoreKit/guidance/detail/Folding.hpp"
-#include "TernCoreKit/guidance/detail/Misspelling.hpp"
 #include "TernCoreKit/model/collections/TernAmenityCollection.hpp"
 #include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
 #include "TernCoreKit/platform/Utf8.hpp"
@@ -71,8 +71,7 @@ bool isMisspelledAt(std::string_view name, std::size_t start, std::string_view t
   for (std::size_t end = shortest; end <= longest; ++end) {
     if (!endsWord(rest, end)) continue;
     const std::string_view words = rest.substr(0, end);
-    if (detail::isOneSlipApart(words, text) && detail::lettersIn(words) >= fewestLettersToMisspell)
-      return true;
+    if (isOneSlipApart(words, text) && lettersIn(words) >= fewestLettersToMisspell) return true;
   }
   return false;
 }
@@ -149,7 +148,7 @@ std::vector<std::uint8_t> TernPlaces::rank(std::string_view text) const {
   eachWith(text_, starts_, text, [&](std::size_t place, std::size_t at) {
     ranks[place] = rankWithin(nameFrom(starts_[place]), text, at);
   });
-  if (detail::lettersIn(text) + 1 < fewestLettersToMisspell) return ranks;
+  if (lettersIn(text) + 1 < fewestLettersToMisspell) return ranks;
   for (const std::string& part : partsThatASlipLeaves(text)) {
     eachWith(text_, starts_, part, [&](std::size_t place, std::size_t) {
       if (ranks[place] == noMatch && isMisspelledIn(nameFrom(starts_[place]), text))
@@ -197,7 +196,7 @@ const TernPlace* TernPlaces::closest(std::string_view text) const {
   std::size_t fewest = std::numeric_limits<std::size_t>::max();
   for (std::size_t place = 0; place < places_.size(); ++place) {
     const std::string_view name = nameFrom(starts_[place]);
-    const std::size_t slips = name.empty() ? fewest : detail::slipsBetween(name, wanted, fewest);
+    const std::size_t slips = name.empty() ? fewest : slipsBetween(name, wanted, fewest);
     if (slips < fewest) {
       fewest = slips;
       best = &places_[place];

@@ -10,8 +10,8 @@
 #include <tuple>
 #include <vector>
 
+#include "TernCoreKit/guidance/Misspelling.hpp"
 #include "TernCoreKit/guidance/detail/Folding.hpp"
-#include "TernCoreKit/guidance/detail/Misspelling.hpp"
 #include "TernCoreKit/model/collections/TernAmenityCollection.hpp"
 #include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
@@ -179,7 +179,7 @@ int literalRank(const std::string& name, const std::string& text) {
     for (const std::size_t end : ends) {
       if (end <= start) continue;
       const std::string words = name.substr(start, end - start);
-      if (detail::lettersIn(words) >= 5 && detail::slipsBetween(words, text, 2) < 2) return 4;
+      if (lettersIn(words) >= 5 && slipsBetween(words, text, 2) < 2) return 4;
     }
   }
   return 9;

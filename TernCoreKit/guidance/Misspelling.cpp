@@ -1,4 +1,4 @@
-#include "TernCoreKit/guidance/detail/Misspelling.hpp"
+#include "TernCoreKit/guidance/Misspelling.hpp"
 
 #include <algorithm>
 #include <string>
@@ -7,7 +7,7 @@
 
 #include "TernCoreKit/platform/Utf8.hpp"
 
-namespace tern::inline v5::detail {
+namespace tern::inline v5 {
 
 namespace {
 
@@ -91,4 +91,4 @@ std::size_t slipsBetween(std::string_view a, std::string_view b, std::size_t mos
   return std::min(most, rows.last.back());
 }
 
-}  // namespace tern::detail
+}  // namespace tern

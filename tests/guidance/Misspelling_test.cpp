@@ -1,4 +1,4 @@
-#include "TernCoreKit/guidance/detail/Misspelling.hpp"
+#include "TernCoreKit/guidance/Misspelling.hpp"
 
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace tern::detail {
+namespace tern {
 namespace {
 
 // The literal definition: what the last letters may have become, tried in every way.
@@ -86,4 +86,4 @@ RC_GTEST_PROP(MisspellingProperties, slipsAreThoseOfTheDefinition, ()) {
 }
 
 }  // namespace
-}  // namespace tern::detail
+}  // namespace tern
