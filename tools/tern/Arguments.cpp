@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "TernCoreKit/Version.hpp"
+#include "TernCoreKit/guidance/Misspelling.hpp"
 #include "tools/tern/CommandTable.hpp"
 #include "tools/tern/HelpText.hpp"
 #include "tools/tern/SharedOptions.hpp"
@@ -16,6 +17,22 @@ namespace {
 
 // What is wrong, in one line.
 using Complaint = std::optional<std::string>;
+
+// "; do you mean --from?" for a word that nearly is one of these, else nothing. The names must
+// outlive the call.
+std::string meantText(std::string_view word, const std::vector<std::string_view>& names) {
+  // More slips than a third of the letters, dashes apart, make another word.
+  const auto dashes = static_cast<std::size_t>(std::ranges::count(word, '-'));
+  std::size_t fewest = (lettersIn(word) - dashes) / 3 + 1;
+  std::string_view meant;
+  for (const std::string_view name : names) {
+    const std::size_t slips = slipsBetween(word, name, fewest);
+    if (slips >= fewest) continue;
+    fewest = slips;
+    meant = name;
+  }
+  return meant.empty() ? "" : "; do you mean " + std::string(meant) + "?";
+}
 
 bool isGiven(const CLI::App& words, const Option& option) {
   return words.count(std::string(option.name)) > 0;
@@ -132,14 +149,20 @@ Arguments argumentsOf(const Command& command, const Value& values) {
 }
 
 // Adds what stands without an option before it.
-Complaint takeOperand(const Option& operand, std::span<const std::string> extras, Value& values) {
+Complaint takeOperand(const Command& command, std::span<const std::string> extras, Value& values) {
+  const Option& operand = command.operand;
   const bool isTaken = !operand.name.empty() && !extras.empty() && !extras.front().starts_with('-');
   if (isTaken) {
     auto wrong = takeTexts(operand, {extras.front()}, values);
     if (wrong) return std::string(operand.name) + *wrong;
   }
   if (extras.size() == (isTaken ? 1 : 0)) return std::nullopt;
-  return inQuotes(extras[isTaken ? 1 : 0]) + " is not understood here";
+  const std::string& word = extras[isTaken ? 1 : 0];
+  std::vector<std::string_view> names;
+  const std::vector<Option> options = optionsOf(command);
+  for (const Option& option : options) names.push_back(option.name);
+  return inQuotes(word) + " is not understood here" +
+         meantText(std::string_view(word).substr(0, word.find('=')), names);
 }
 
 // CLI11 finds out what the words are; what they should be stands in the table.
@@ -171,7 +194,7 @@ ParsedCall parseWords(const Command& command, std::vector<std::string> words) {
     const auto wrong = takeTexts(option, app.get_option(name)->results(), values);
     if (wrong) return failure(name + *wrong);
   }
-  if (const auto wrong = takeOperand(command.operand, app.remaining(), values)) {
+  if (const auto wrong = takeOperand(command, app.remaining(), values)) {
     return failure(*wrong);
   }
   Arguments call = argumentsOf(command, values);
@@ -198,6 +221,12 @@ std::vector<std::string>::iterator placeOfCommand(std::vector<std::string>& word
   return word;
 }
 
+std::vector<std::string_view> commandNames() {
+  std::vector<std::string_view> names;
+  for (const Command* command : allCommands()) names.push_back(command->name);
+  return names;
+}
+
 std::string whichCommands() {
   return "; there are " + namesOfCommands([](const Command&) { return true; }, ", ") +
          " (see tern --help)";
@@ -220,7 +249,9 @@ ParsedCall parseArguments(std::vector<std::string> words) {
   if (place == words.end()) return parseWithoutCommand(words);
   const std::string name = *place;
   const Command* command = findCommand(name);
-  if (command == nullptr) return wrongWords(inQuotes(name) + " is no command" + whichCommands());
+  if (command == nullptr)
+    return wrongWords(inQuotes(name) + " is no command" + meantText(name, commandNames()) +
+                      whichCommands());
   words.erase(place);
   return parseWords(*command, std::move(words));
 }

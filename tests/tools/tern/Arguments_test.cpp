@@ -161,7 +161,7 @@ TEST(Arguments, projectionsAreNamedWhenOneIsWrong) {
 
 TEST(Arguments, unknownWordIsNamedBeforeWhatIsMissing) {
   EXPECT_EQ(refusalOf({"route", "--form", "1"}),
-            "\"--form\" is not understood here (see tern route --help)");
+            "\"--form\" is not understood here; do you mean --from? (see tern route --help)");
   EXPECT_THAT(refusalOf({"info", "--data", "d", "more"}), StartsWith("\"more\" is not understood"));
   EXPECT_THAT(refusalOf({"info", "--data", "d", "--from", "1"}), StartsWith("\"--from\""));
   EXPECT_THAT(refusalOf({"info", "--data", "d", "--json=yes"}),
@@ -225,6 +225,16 @@ TEST(Arguments, unknownCommandIsNamedWithThoseThereAre) {
             "\"fly\" is no command; there are venues, info, floors, places, route, nearest, "
             "alternatives, tour, "
             "closest, convert, batch, serve, generate (see tern --help)");
+}
+
+TEST(Arguments, whatIsNearlyACommandOrAnOptionIsNamed) {
+  EXPECT_THAT(refusalOf({"ruote"}),
+              StartsWith("\"ruote\" is no command; do you mean route?; there are venues"));
+  EXPECT_THAT(
+      refusalOf({"route", "--acessibilty=3", "--data", "d"}),
+      StartsWith("\"--acessibilty=3\" is not understood here; do you mean --accessibility?"));
+  EXPECT_EQ(refusalOf({"route", "--fast", "--data", "d"}),
+            "\"--fast\" is not understood here (see tern route --help)");
 }
 
 TEST(Arguments, commandIsTheFirstWordThatIsNoOption) {
