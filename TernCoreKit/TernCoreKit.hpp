@@ -73,6 +73,7 @@
 #include "TernCoreKit/service/TernFileCaching.hpp"
 #include "TernCoreKit/service/TernHub.hpp"
 #include "TernCoreKit/service/coordinates/TernUtils.hpp"
+#include "TernCoreKit/spatial/ClosestWaypoint.hpp"
 #include "TernCoreKit/spatial/TernElement.hpp"
 #include "TernCoreKit/spatial/TernNearestElement.hpp"
 #include "TernCoreKit/spatial/TernNearestPoint.hpp"

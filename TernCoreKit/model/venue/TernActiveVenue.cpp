@@ -1,7 +1,6 @@
 #include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 #include <optional>
 #include <utility>
@@ -20,6 +19,7 @@
 #include "TernCoreKit/platform/Log.hpp"
 #include "TernCoreKit/platform/WorkQueue.hpp"
 #include "TernCoreKit/platform/detail/common/Attempt.hpp"
+#include "TernCoreKit/spatial/ClosestWaypoint.hpp"
 #include "TernCoreKit/spatial/TernNearestElement.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "TernCoreKit/wayfinding/TernASSearch.hpp"
@@ -71,17 +71,6 @@ float drawnLength(const TernRoute& route) {
     }
   }
   return length;
-}
-
-// As single precision holds it; 0 when there is none.
-double roundedCoordinate(const TernWaypoint& waypoint, std::size_t axis) {
-  return static_cast<float>(waypoint.coordinate(axis).number());
-}
-
-double straightDistance(const TernWaypoint& waypoint, TernCoordinate point) {
-  const double x = roundedCoordinate(waypoint, 0) - point.x;
-  const double y = roundedCoordinate(waypoint, 1) - point.y;
-  return std::sqrt(x * x + y * y);
 }
 
 std::shared_ptr<TernASGrid> gridOf(const TernVenueData& venue) {
@@ -242,16 +231,7 @@ void TernActiveVenue::searchNearestElement(const TernElement& element, TernCoord
 
 std::shared_ptr<TernWaypoint> TernActiveVenue::getClosestWaypointInArray(
     const Waypoints& waypoints, TernCoordinate toCoordinate) {
-  std::shared_ptr<TernWaypoint> best;
-  double bestDistance = std::numeric_limits<double>::infinity();
-  for (const auto& waypoint : waypoints) {
-    if (waypoint == nullptr) continue;
-    const double distance = straightDistance(*waypoint, toCoordinate);
-    if (!(distance < bestDistance)) continue;
-    best = waypoint;
-    bestDistance = distance;
-  }
-  return best;
+  return closestWaypoint(waypoints, toCoordinate);
 }
 
 std::shared_ptr<TernWaypoint> TernActiveVenue::getClosestWaypointToCoordinateOnMap(
