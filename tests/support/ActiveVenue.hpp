@@ -7,7 +7,9 @@
 // Ownership: shared. Threads: any. Fails: as `drawVenue`.
 #pragma once
 
+#include <cstddef>
 #include <memory>
+#include <vector>
 
 #include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "tests/support/DrawnVenue.hpp"
@@ -17,6 +19,9 @@ namespace tern::test {
 // The venue of these documents, its waypoints attached, without a graph and a tree.
 std::shared_ptr<TernActiveVenue> assembleVenue(Value document, Value building);
 std::shared_ptr<TernActiveVenue> assembleVenue(const Drawing& drawing);
+// The floors, by their places in the drawing, in buildings 1, 2, ...
+std::shared_ptr<TernActiveVenue> assembleVenue(
+    const Drawing& drawing, const std::vector<std::vector<std::size_t>>& floorsOfBuildings);
 
 // With both.
 std::shared_ptr<TernActiveVenue> loadVenue(Value document, Value building);

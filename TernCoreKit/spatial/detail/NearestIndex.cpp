@@ -8,6 +8,7 @@
 #include "TernCoreKit/model/collections/TernAmenityCollection.hpp"
 #include "TernCoreKit/model/collections/TernBuildingCollection.hpp"
 #include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
+#include "TernCoreKit/model/collections/TernFloorCollection.hpp"
 #include "TernCoreKit/model/collections/TernMapCollection.hpp"
 #include "TernCoreKit/model/collections/TernPathTypeCollection.hpp"
 #include "TernCoreKit/model/collections/TernVenueData.hpp"
@@ -42,13 +43,6 @@ PointsByMap pointsOf(const Collection* collection) {
   return points;
 }
 
-template <class Wanted>
-std::shared_ptr<TernFloor> first(const std::vector<std::shared_ptr<TernFloor>>& floors,
-                                 Wanted isWanted) {
-  const auto found = std::ranges::find_if(floors, isWanted);
-  return found != floors.end() ? *found : nullptr;
-}
-
 }  // namespace
 
 std::optional<std::int64_t> idOf(const Value& id) {
@@ -69,7 +63,7 @@ NearestIndex::NearestIndex(const TernVenueData& venue) {
   PointsByMap pathTypes;
   {
     const MutexLock lock(venue.recordsMutex());
-    if (venue.buildings) floors_ = venue.buildings->getAllFloors();
+    listFloors(venue);
     if (venue.maps == nullptr) return;
     maps_ = venue.maps->copyWithZone();
     destinations = pointsOf(venue.destinations.get());
@@ -81,6 +75,16 @@ NearestIndex::NearestIndex(const TernVenueData& venue) {
     destinations_[key] = Tree::init(destinations[key]);
     amenities_[key] = Tree::init(amenities[key]);
     pathTypes_[key] = Tree::init(pathTypes[key]);
+  }
+}
+
+void NearestIndex::listFloors(const TernVenueData& venue) {
+  if (!venue.buildings) return;
+  std::size_t place = 0;
+  for (const TernBuilding& building : venue.buildings->each()) {
+    ++place;
+    if (!building.floors) continue;
+    for (const auto& floor : building.floors->getAll()) floors_.push_back({floor, place});
   }
 }
 
@@ -100,16 +104,32 @@ std::shared_ptr<TernMap> NearestIndex::mapById(std::int64_t id) const {
   return maps_ != nullptr ? maps_->getById(id) : nullptr;
 }
 
-std::shared_ptr<TernFloor> NearestIndex::floorByMap(const TernMap& map) const {
+const NearestIndex::PlacedFloor* NearestIndex::placeOf(const TernMap& map) const {
   const auto id = idOf(map.id);
-  return first(floors_,
-               [&](const auto& floor) { return id && floor->map && idOf(floor->map->id) == id; });
+  const auto shows = [&](const PlacedFloor& each) {
+    return id && each.floor->map && idOf(each.floor->map->id) == id;
+  };
+  const auto found = std::ranges::find_if(floors_, shows);
+  return found != floors_.end() ? &*found : nullptr;
 }
 
-std::shared_ptr<TernFloor> NearestIndex::floorAt(std::int64_t level) const {
-  return first(floors_, [&](const auto& floor) {
-    return !floor->level.isAbsent() && floor->level.integer() == level;
-  });
+std::shared_ptr<TernFloor> NearestIndex::floorByMap(const TernMap& map) const {
+  const PlacedFloor* place = placeOf(map);
+  return place != nullptr ? place->floor : nullptr;
+}
+
+std::vector<std::shared_ptr<TernFloor>> NearestIndex::floorsAt(std::int64_t level,
+                                                               const TernMap& beside) const {
+  const PlacedFloor* place = placeOf(beside);
+  std::vector<std::shared_ptr<TernFloor>> near;
+  std::vector<std::shared_ptr<TernFloor>> others;
+  for (const PlacedFloor& each : floors_) {
+    if (each.floor->level.isAbsent() || each.floor->level.integer() != level) continue;
+    const bool isNear = place != nullptr && each.building == place->building;
+    (isNear ? near : others).push_back(each.floor);
+  }
+  near.insert(near.end(), others.begin(), others.end());
+  return near;
 }
 
 }  // namespace tern::detail

@@ -8,6 +8,7 @@
 // Fails: never; null, or no tree, for what it does not know.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -50,15 +51,27 @@ class NearestIndex {
 
   std::shared_ptr<TernMap> mapById(std::int64_t id) const;
   std::shared_ptr<TernFloor> floorByMap(const TernMap& map) const;
-  // The first of that level.
-  std::shared_ptr<TernFloor> floorAt(std::int64_t level) const;
+  // Those of that level: first those of the building that shows the map, then the others, in their
+  // order.
+  std::vector<std::shared_ptr<TernFloor>> floorsAt(std::int64_t level, const TernMap& beside) const;
 
  private:
+  struct PlacedFloor {
+    std::shared_ptr<TernFloor> floor;
+    std::size_t building;
+  };
+
+  // REQUIRES: the venue's `recordsMutex` is held.
+  void listFloors(const TernVenueData& venue);
+  // Null where no floor shows it.
+  const PlacedFloor* placeOf(const TernMap& map) const;
+
   Trees destinations_;
   Trees amenities_;
   Trees pathTypes_;
   std::shared_ptr<const TernMapCollection> maps_;
-  std::vector<std::shared_ptr<TernFloor>> floors_;
+  // One building's behind the other's.
+  std::vector<PlacedFloor> floors_;
 };
 
 }  // namespace detail

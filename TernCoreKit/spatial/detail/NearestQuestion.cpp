@@ -191,13 +191,20 @@ std::shared_ptr<TernWaypoint> NearestQuestion::walkFloors() {
 }
 
 std::shared_ptr<TernWaypoint> NearestQuestion::searchLevel(std::int64_t level, bool& isFloorValid) {
-  const auto floor = index_.floorAt(level);
-  isFloorValid = floor != nullptr;
-  if (!isFloorValid || !floor->map) return nullptr;
+  const auto floors = index_.floorsAt(level, *state_.currentMap);
+  isFloorValid = !floors.empty();
+  for (const auto& floor : floors) {
+    if (auto found = searchFloor(*floor)) return found;
+  }
+  return nullptr;
+}
+
+std::shared_ptr<TernWaypoint> NearestQuestion::searchFloor(const TernFloor& floor) {
+  if (!floor.map) return nullptr;
   TernNearestPoint query = *state_.userNode;
-  query.z = idOf(floor->map->id);
+  query.z = idOf(floor.map->id);
   state_.tree = index_.treeOn(wantedKind_, query.z);
-  return nearestAcceptable(query) != nullptr ? reach(*floor) : nullptr;
+  return nearestAcceptable(query) != nullptr ? reach(floor) : nullptr;
 }
 
 bool NearestQuestion::mayTake(const TernNearestPoint& connector) const {
@@ -235,16 +242,28 @@ std::optional<TernNearestPoint> NearestQuestion::follow(TernNearestPoint connect
   while (true) {
     level = levelBeside(level, level < target.level.integer());
     if (!entered.insert(level).second) return std::nullopt;
-    const auto floor = index_.floorAt(level);
-    if (floor == nullptr) return std::nullopt;
-    const auto arrival = step(connector, *map, *floor);
-    if (!arrival || floor.get() == &target) return arrival;
-    map = floor->map.record();
-    const auto connectors = index_.treeOn(Kind::pathType, arrival->z);
-    auto next = connectors ? connectors->nearest(*arrival, takeable) : std::nullopt;
+    const auto arrival = stepToLevel(connector, *map, level, target);
+    if (!arrival) return std::nullopt;
+    if (arrival->floor == &target) return arrival->point;
+    map = arrival->floor->map.record();
+    const auto connectors = index_.treeOn(Kind::pathType, arrival->point.z);
+    auto next = connectors ? connectors->nearest(arrival->point, takeable) : std::nullopt;
     if (!next) return std::nullopt;
     connector = std::move(*next);
   }
+}
+
+// The target is entered before the other floors of its level.
+std::optional<NearestQuestion::Arrival> NearestQuestion::stepToLevel(
+    const TernNearestPoint& connector, const TernMap& from, std::int64_t level,
+    const TernFloor& target) {
+  if (target.level.integer() == level) {
+    if (auto point = step(connector, from, target)) return Arrival{std::move(*point), &target};
+  }
+  for (const auto& floor : index_.floorsAt(level, *state_.currentMap)) {
+    if (auto point = step(connector, from, *floor)) return Arrival{std::move(*point), floor.get()};
+  }
+  return std::nullopt;
 }
 
 std::optional<TernNearestPoint> NearestQuestion::step(const TernNearestPoint& connector,

@@ -37,6 +37,10 @@ class NearestQuestion {
 
  private:
   using Kind = TernElement::Kind;
+  struct Arrival {
+    TernNearestPoint point;
+    const TernFloor* floor;  // the index's, or the target
+  };
 
   std::shared_ptr<TernMap> mapById(std::int64_t id) const;
   std::shared_ptr<TernFloor> floorByMap(const std::shared_ptr<TernMap>& map) const;
@@ -54,9 +58,12 @@ class NearestQuestion {
                                              const TernElement& element);
   std::shared_ptr<TernWaypoint> walkFloors();
   std::shared_ptr<TernWaypoint> searchLevel(std::int64_t level, bool& isFloorValid);
+  std::shared_ptr<TernWaypoint> searchFloor(const TernFloor& floor);
 
   std::shared_ptr<TernWaypoint> reach(const TernFloor& target);
   std::optional<TernNearestPoint> follow(TernNearestPoint connector, const TernFloor& target);
+  std::optional<Arrival> stepToLevel(const TernNearestPoint& connector, const TernMap& from,
+                                     std::int64_t level, const TernFloor& target);
   std::optional<TernNearestPoint> step(const TernNearestPoint& connector, const TernMap& from,
                                        const TernFloor& to);
   bool mayTake(const TernNearestPoint& connector) const;
