@@ -124,7 +124,7 @@ std::vector<std::shared_ptr<TernFloor>> NearestIndex::floorsAt(std::int64_t leve
   std::vector<std::shared_ptr<TernFloor>> near;
   std::vector<std::shared_ptr<TernFloor>> others;
   for (const PlacedFloor& each : floors_) {
-    if (each.floor->level.isAbsent() || each.floor->level.integer() != level) continue;
+    if (each.floor->level.integer() != level) continue;
     const bool isNear = place != nullptr && each.building == place->building;
     (isNear ? near : others).push_back(each.floor);
   }

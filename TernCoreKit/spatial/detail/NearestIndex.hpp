@@ -52,7 +52,7 @@ class NearestIndex {
   std::shared_ptr<TernMap> mapById(std::int64_t id) const;
   std::shared_ptr<TernFloor> floorByMap(const TernMap& map) const;
   // Those of that level: first those of the building that shows the map, then the others, in their
-  // order.
+  // order. A floor without a level lies at 0.
   std::vector<std::shared_ptr<TernFloor>> floorsAt(std::int64_t level, const TernMap& beside) const;
 
  private:

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "TernCoreKit/model/collections/TernBuildingCollection.hpp"
 #include "TernCoreKit/model/collections/TernMapCollection.hpp"
 #include "TernCoreKit/model/records/TernFloor.hpp"
 #include "tests/support/ActiveVenue.hpp"
@@ -49,6 +50,12 @@ TEST_F(NearestIndexTest, floorsOfALevelStandInOrderWhereNoFloorShowsTheMap) {
 }
 
 TEST_F(NearestIndexTest, aLevelWithoutFloorsHasNone) { EXPECT_EQ(floorsAt(7, 1), ""); }
+
+TEST_F(NearestIndexTest, aFloorWithoutALevelLiesAtLevelZero) {
+  venue_->buildings->getFloorByMap(venue_->maps->getById(3))->level = Value();
+  EXPECT_EQ(floorsAt(0, 1), "134");
+  EXPECT_EQ(floorsAt(1, 1), "256");
+}
 
 }  // namespace
 }  // namespace tern::test

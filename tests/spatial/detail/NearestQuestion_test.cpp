@@ -106,5 +106,15 @@ TEST(NearestQuestion, aStepEntersTheTargetBeforeOtherFloorsOfItsLevel) {
   EXPECT_EQ(reach(venue, 'A', 4, 7), "E by ACCE");
 }
 
+TEST(NearestQuestion, aFloorWithoutALevelIsSearchedAsLevelZero) {
+  const Venue venue = assembleVenue({.floors = {{.lines = {"A"}, .level = 1}, {.lines = {"B"}}},
+                                     .paths = {"A-B Lift"},
+                                     .pathTypes = {{.name = "Lift"}},
+                                     .destinations = {{.id = 7, .at = "B"}},
+                                     .connectors = {{.id = 2, .at = "A B"}}});
+  venue->buildings->getFloorByMap(venue->maps->getById(2))->level = Value();
+  EXPECT_EQ(search(venue, {0, 0}, 1, 7), "B by AB");
+}
+
 }  // namespace
 }  // namespace tern::test
