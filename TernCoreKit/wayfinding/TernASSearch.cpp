@@ -50,6 +50,19 @@ std::optional<TernRoute> TernASSearch::routeToAny(
   return find({startId, goalsOf(endWaypoints), accessLevel}, Nodes::ofRoute);
 }
 
+std::optional<TernRoute> TernASSearch::routeToOneOf(
+    std::int64_t startId, const std::vector<std::shared_ptr<TernWaypoint>>& endWaypoints,
+    std::int64_t accessLevel) const {
+  std::vector<std::int64_t> goals;
+  for (const auto& waypoint : endWaypoints) {
+    const bool isKnown = waypoint != nullptr && grid != nullptr &&
+                         grid->nodes_->graph.find(waypoint->id.integer()) != detail::noPosition;
+    if (isKnown) goals.push_back(waypoint->id.integer());
+  }
+  if (goals.empty()) return std::nullopt;
+  return find({startId, goals, accessLevel}, Nodes::ofRoute);
+}
+
 std::optional<TernRoute> TernASSearch::find(const detail::RouteRequest& request,
                                             Nodes nodes) const {
   if (grid == nullptr) {

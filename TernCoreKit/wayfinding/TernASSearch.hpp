@@ -29,10 +29,10 @@ struct RouteRequest;
 ///
 /// Ownership: shares the grid and the maps.
 /// Threads: any number of searches on one grid at once; one object is for one thread at a time, but
-/// `route` and `routeToAny` of one are for any. The points of what `search` and `searchInArray`
-/// find are the grid's own nodes, whose scores and parents the next search overwrites, whoever
-/// makes it; the points of what `route` and `routeToAny` find keep those of their own search.
-/// Fails: no route is none; an absent grid and a route of one node are logged too.
+/// `route`, `routeToAny` and `routeToOneOf` of one are for any. The points of what `search` and
+/// `searchInArray` find are the grid's own nodes, whose scores and parents the next search
+/// overwrites, whoever makes it; the points of what those three find keep those of their own
+/// search. Fails: no route is none; an absent grid and a route of one node are logged too.
 ///
 ///     TernASSearch search;
 ///     search.grid = venue.globalASGrid();
@@ -60,6 +60,11 @@ class TERN_API TernASSearch {
                                  std::int64_t accessLevel) const;
   /// The same for the first of several waypoints, as `searchInArray`.
   std::optional<TernRoute> routeToAny(
+      std::int64_t startId, const std::vector<std::shared_ptr<TernWaypoint>>& endWaypoints,
+      std::int64_t accessLevel) const;
+  /// The same, but nothing else counts as a goal: neither a waypoint whose id is 0 nor, in the
+  /// place of one that the grid does not know, anything.
+  std::optional<TernRoute> routeToOneOf(
       std::int64_t startId, const std::vector<std::shared_ptr<TernWaypoint>>& endWaypoints,
       std::int64_t accessLevel) const;
   /// The route that the last search's parent links give, cut where the map changes; it begins with

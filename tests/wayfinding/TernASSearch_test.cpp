@@ -359,6 +359,22 @@ TEST(TernASSearch, routeOfItsOwnIsTheRouteOfTheSearch) {
   EXPECT_THAT(drawn.log.take(), ElementsAre(noPath));
 }
 
+// B has the id 0, which any of several goals may have.
+TEST(TernASSearch, routeToOneOfEndsNowhereElse) {
+  SearchedDrawing drawn(corridorDrawing);
+  drawn.venue.waypoint('B')->id = 0;
+  drawn.venue.paths[0]->waypointIds = Value::list({idOf('A'), 0});
+  drawn.venue.paths[1]->waypointIds = Value::list({0, idOf('C')});
+  drawn.search.grid = listsOf(drawn.venue).makeGrid();
+  const auto c = drawn.venue.waypoint('C');
+  EXPECT_EQ(lettersOf(drawn.search.routeToAny(idOf('A'), {c}, 0).value()), "A@");
+  EXPECT_EQ(lettersOf(drawn.search.routeToOneOf(idOf('A'), {nullptr, c}, 0).value()), "A@C");
+  const auto unknown = TernWaypoint::initWithDictionary(Value::map({{"id", 99}}));
+  EXPECT_FALSE(drawn.search.routeToOneOf(idOf('A'), {unknown}, 0));
+  EXPECT_FALSE(drawn.search.routeToOneOf(idOf('A'), {}, 0));
+  EXPECT_FALSE(TernASSearch().routeToOneOf(idOf('A'), {c}, 0)) << "there is no grid";
+}
+
 TEST(TernASSearch, laterSearchLeavesARouteOfItsOwnAsItWas) {
   SearchedDrawing drawn(corridorDrawing);
   const TernRoute own = drawn.search.route(idOf('A'), idOf('C'), 0).value();
