@@ -76,8 +76,11 @@ struct TernNearestResult {
 ///
 /// "Near" is measured in straight lines, in map units of each floor; a change of floor counts
 /// nothing. Connectors are the path types placed on waypoints; one is taken only when the path
-/// type's `accessibility` is at most `accessible`, and no try enters a floor twice, so a search
-/// ends whatever the data says.
+/// type's `accessibility` is at most `accessible`, and no try enters a level twice, so a search
+/// ends whatever the data says. Of several floors of a level those of the start's own building are
+/// tried first; a floor without a level lies at 0. Where no connector of the start's map leads to
+/// the floor, a venue that routes (TernRouting) is asked for the way to whichever acceptable
+/// waypoint of it is cheapest to reach.
 ///
 /// Ownership: held by std::shared_ptr; holds the venue weakly, shares the records in its trees and
 ///   the delegate.
@@ -125,13 +128,15 @@ class TERN_API TernNearestElement {
   /// The nearest acceptable waypoint on the target map, reached through the first connector,
   /// nearest to the start, that leads there. The kind of the first element chooses what is
   /// searched. An accessibility of 1 and above admits connectors of up to 100, one below those of
-  /// up to 0. A target that is the start's own map is searched at once.
+  /// up to 0; a route takes links of at most the accessibility itself. A target that is the start's
+  /// own map is searched at once.
   std::optional<TernNearestResult> getNearestElementFrom(const std::shared_ptr<TernWaypoint>& from,
                                                          std::int64_t toMapId,
                                                          const Elements& elements,
                                                          std::int64_t accessibility);
   /// The nearest acceptable waypoint to a point of the map, in map units, or else on the nearest
-  /// floor above or below that has one. The completion is called once, before the call returns, and
+  /// floor above or below that has one. A route begins at the map's waypoint closest to the point
+  /// and takes links of up to 100. The completion is called once, before the call returns, and
   /// may be empty; it may search.
   void searchNearestElement(const TernElement& element, TernCoordinate at,
                             const std::shared_ptr<TernMap>& map, const Completion& completion);
@@ -176,7 +181,7 @@ class TERN_API TernNearestElement {
     state_.error = std::move(error);
   }
   /// The connectors that the last search took: where each is entered and where it is left, in
-  /// order.
+  /// order. Of a route these are the ends of each link from one map to another.
   const Waypoints& arrayOfPathTypeTaken() const { return state_.arrayOfPathTypeTaken; }
   /// The highest accessibility of a connector that the last search takes.
   std::int64_t accessible() const { return state_.accessible; }

@@ -152,12 +152,19 @@ TEST_F(TernPOIOptimizationTest, ofEquallyNearLevelsTheLowerMapIdComesFirst) {
 
 TEST_F(TernPOIOptimizationTest, unreachableDestinationsAreLeftOut) {
   Drawing drawing = threeFloors;
-  drawing.connectors.clear();
+  drawing.paths = {"A-B", "B-C", "C-D", "E-F", "F-G", "G-H"};
   load(drawing, {{7, "H"}, {8, "D"}});
   const Tour tour = visitAll('A');
   EXPECT_THAT(tour.order, ElementsAre(8));
   EXPECT_FALSE(ordering_->isReachable(2));
   EXPECT_TRUE(ordering_->isReachable(1));
+}
+
+TEST_F(TernPOIOptimizationTest, whatOnlyARouteReachesIsVisited) {
+  Drawing drawing = threeFloors;
+  drawing.connectors.clear();
+  load(drawing, {{7, "H"}, {8, "D"}});
+  EXPECT_THAT(visitAll('A').order, ElementsAre(8, 7));
 }
 
 TEST_F(TernPOIOptimizationTest, accessibilityClosesConnectors) {
@@ -169,10 +176,10 @@ TEST_F(TernPOIOptimizationTest, accessibilityClosesConnectors) {
 }
 
 TEST_F(TernPOIOptimizationTest, levelFoundByNoSearchIsTakenNextAndStartsAtItsFirstStop) {
-  // Connectors lead from the first floor only: from the second the search finds no way on.
+  // Lifts go up from the first floor only: from the second the search finds no way on.
   Drawing drawing = threeFloors;
-  drawing.paths = {"A-B", "B-C", "C-D", "E-F",      "F-G",     "G-H",
-                   "I-J", "J-K", "K-L", "B-F lift", "B-J lift"};
+  drawing.paths = {"A-B", "B-C", "C-D", "E-F",         "F-G",        "G-H",
+                   "I-J", "J-K", "K-L", "B>F lift up", "B>J lift up"};
   load(drawing, {{7, "G"}, {8, "I"}, {9, "L"}, {10, "K"}});
   EXPECT_THAT(visitAll('A').order, ElementsAre(7, 10, 9, 8));
 }

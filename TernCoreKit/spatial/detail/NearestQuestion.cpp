@@ -11,6 +11,10 @@
 #include "TernCoreKit/model/collections/TernVenueData.hpp"
 #include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
 #include "TernCoreKit/model/records/TernFloor.hpp"
+#include "TernCoreKit/spatial/ClosestWaypoint.hpp"
+#include "TernCoreKit/wayfinding/TernASGrid.hpp"
+#include "TernCoreKit/wayfinding/TernASSearch.hpp"
+#include "TernCoreKit/wayfinding/TernRouting.hpp"
 
 namespace tern::inline v5::detail {
 
@@ -113,6 +117,8 @@ std::optional<TernNearestResult> NearestQuestion::nearestOnMap(
     const std::shared_ptr<TernWaypoint>& from, std::int64_t toMapId,
     const TernNearestElement::Elements& elements, std::int64_t accessibility) {
   state_.accessible = accessibility >= 1 ? 100 : 0;
+  from_ = from;
+  routeLevel_ = accessibility;
   if (!canSearchFor(elements)) return std::nullopt;
   if (!standsOn(from != nullptr ? mapById(from->mapId.integer()) : nullptr)) return std::nullopt;
   auto targetMap = mapById(toMapId);
@@ -122,8 +128,8 @@ std::optional<TernNearestResult> NearestQuestion::nearestOnMap(
   const auto start = floorByMap(state_.currentMap);
   if (start == nullptr || start->level.isAbsent()) return std::nullopt;
   startAt(pointOf(from), elements, start->level.integer());
-  const auto found =
-      targetMap == state_.currentMap ? nearestAcceptable(*state_.userNode) : reach(*target);
+  const auto found = targetMap == state_.currentMap ? nearestAcceptable(*state_.userNode)
+                                                    : reach(*target, idOf(targetMap->id));
   if (found == nullptr) return std::nullopt;
   return TernNearestResult{found, lengthOfChain(from.get(), found.get())};
 }
@@ -204,7 +210,7 @@ std::shared_ptr<TernWaypoint> NearestQuestion::searchFloor(const TernFloor& floo
   TernNearestPoint query = *state_.userNode;
   query.z = idOf(floor.map->id);
   state_.tree = index_.treeOn(wantedKind_, query.z);
-  return nearestAcceptable(query) != nullptr ? reach(floor) : nullptr;
+  return nearestAcceptable(query) != nullptr ? reach(floor, query.z) : nullptr;
 }
 
 bool NearestQuestion::mayTake(const TernNearestPoint& connector) const {
@@ -214,7 +220,8 @@ bool NearestQuestion::mayTake(const TernNearestPoint& connector) const {
 }
 
 // Tries the connectors of the start's map, the nearest first.
-std::shared_ptr<TernWaypoint> NearestQuestion::reach(const TernFloor& target) {
+std::shared_ptr<TernWaypoint> NearestQuestion::reach(const TernFloor& target,
+                                                     std::optional<std::int64_t> mapId) {
   const NearestIndex::Tree connectors = state_.treePathType.value_or(NearestIndex::Tree());
   const auto count = static_cast<std::ptrdiff_t>(connectors.count());
   const auto takeable = [this](const TernNearestPoint& point) { return mayTake(point); };
@@ -226,8 +233,9 @@ std::shared_ptr<TernWaypoint> NearestQuestion::reach(const TernFloor& target) {
     }
   }
   state_.arrayOfPathTypeTaken.clear();
-  fail(TernErrorTypeObjectNotFound, noConnectorMessage);
-  return nullptr;
+  auto found = reachByRoute(mapId);
+  if (found == nullptr) fail(TernErrorTypeObjectNotFound, noConnectorMessage);
+  return found;
 }
 
 // Where one arrives on the target floor: at once if the connector leads there, else floor by floor,
@@ -275,6 +283,49 @@ std::optional<TernNearestPoint> NearestQuestion::step(const TernNearestPoint& co
   TernNearestPoint arrival = pointOf(arrived);
   arrival.z = idOf(to.map->id);
   return arrival;
+}
+
+// The acceptable waypoint that is cheapest to reach. Where the route changes maps it takes a
+// connector, from the waypoint that it leaves to the one that it enters.
+std::shared_ptr<TernWaypoint> NearestQuestion::reachByRoute(std::optional<std::int64_t> mapId) {
+  const auto* routing = dynamic_cast<const TernRouting*>(venue_);
+  TernASSearch search;
+  if (routing != nullptr) search.grid = routing->getGrid();
+  const auto start = startOfRoute();
+  if (search.grid == nullptr || start == nullptr) return nullptr;
+  const auto goals = acceptableOn(mapId);
+  const auto route = search.routeToOneOf(start->id.integer(), goals, routeLevel_);
+  if (!route) return nullptr;
+  for (std::size_t i = 1; i < route->size(); ++i) {
+    auto left = search.grid->getWPById((*route)[i - 1].points.back().nodeId());
+    auto entered = search.grid->getWPById((*route)[i].points.front().nodeId());
+    if (left == nullptr || entered == nullptr) continue;
+    state_.arrayOfPathTypeTaken.push_back(std::move(left));
+    state_.arrayOfPathTypeTaken.push_back(std::move(entered));
+  }
+  const std::int64_t reached = route->back().points.back().nodeId();
+  return *std::ranges::find_if(
+      goals, [reached](const auto& goal) { return goal->id.integer() == reached; });
+}
+
+std::shared_ptr<TernWaypoint> NearestQuestion::startOfRoute() const {
+  if (from_ != nullptr) return from_;
+  const auto& map = *state_.currentMap;
+  if (!map.waypoints) return nullptr;
+  return closestWaypoint(map.waypoints->getAll(), {state_.userNode->x, state_.userNode->y});
+}
+
+TernNearestElement::Waypoints NearestQuestion::acceptableOn(
+    std::optional<std::int64_t> mapId) const {
+  TernNearestElement::Waypoints acceptable;
+  TernNearestPoint query;
+  query.z = mapId;
+  if (const auto tree = index_.treeOn(wantedKind_, mapId)) {
+    tree->forEach([&](const TernNearestPoint& candidate) {
+      if (isAcceptable(candidate, query)) acceptable.push_back(candidate.waypoint);
+    });
+  }
+  return acceptable;
 }
 
 float NearestQuestion::lengthOfChain(const TernWaypoint* from, const TernWaypoint* found) const {

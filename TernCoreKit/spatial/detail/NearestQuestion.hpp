@@ -60,13 +60,19 @@ class NearestQuestion {
   std::shared_ptr<TernWaypoint> searchLevel(std::int64_t level, bool& isFloorValid);
   std::shared_ptr<TernWaypoint> searchFloor(const TernFloor& floor);
 
-  std::shared_ptr<TernWaypoint> reach(const TernFloor& target);
+  std::shared_ptr<TernWaypoint> reach(const TernFloor& target, std::optional<std::int64_t> mapId);
   std::optional<TernNearestPoint> follow(TernNearestPoint connector, const TernFloor& target);
   std::optional<Arrival> stepToLevel(const TernNearestPoint& connector, const TernMap& from,
                                      std::int64_t level, const TernFloor& target);
   std::optional<TernNearestPoint> step(const TernNearestPoint& connector, const TernMap& from,
                                        const TernFloor& to);
   bool mayTake(const TernNearestPoint& connector) const;
+
+  // What the connectors do not reach, by the venue's graph.
+  std::shared_ptr<TernWaypoint> reachByRoute(std::optional<std::int64_t> mapId);
+  std::shared_ptr<TernWaypoint> startOfRoute() const;
+  TernNearestElement::Waypoints acceptableOn(std::optional<std::int64_t> mapId) const;
+
   float lengthOfChain(const TernWaypoint* from, const TernWaypoint* found) const;
 
   const NearestIndex& index_;
@@ -76,6 +82,10 @@ class NearestQuestion {
   Kind wantedKind_ = Kind::other;
   // Ids of the wanted elements, sorted; none stands for an absent one.
   std::vector<std::optional<std::int64_t>> wantedIds_;
+  // Null where the search starts from a point.
+  std::shared_ptr<TernWaypoint> from_;
+  // What routes may take; `accessible` knows two levels only.
+  std::int64_t routeLevel_ = 100;
 };
 
 }  // namespace tern::detail
