@@ -135,9 +135,9 @@ class TERN_API TernNearestElement {
                                                          const Elements& elements,
                                                          std::int64_t accessibility);
   /// The nearest acceptable waypoint to a point of the map, in map units, or else on the nearest
-  /// floor above or below that has one. A route begins at the map's waypoint closest to the point
-  /// and takes links of up to 100. The completion is called once, before the call returns, and
-  /// may be empty; it may search.
+  /// floor above or below that has one, and last on one of the same level in another building. A
+  /// route begins at the map's waypoint closest to the point and takes links of up to 100. The
+  /// completion is called once, before the call returns, and may be empty; it may search.
   void searchNearestElement(const TernElement& element, TernCoordinate at,
                             const std::shared_ptr<TernMap>& map, const Completion& completion);
 

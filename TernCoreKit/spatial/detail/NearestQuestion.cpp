@@ -179,6 +179,8 @@ std::shared_ptr<TernWaypoint> NearestQuestion::nearestAcceptable(
   return found ? found->waypoint : nullptr;
 }
 
+// Up and down in turn; what is left then are the floors of the start's own level in other
+// buildings.
 std::shared_ptr<TernWaypoint> NearestQuestion::walkFloors() {
   std::shared_ptr<TernWaypoint> found;
   std::int64_t up = *state_.currentFloorLevel;
@@ -193,7 +195,9 @@ std::shared_ptr<TernWaypoint> NearestQuestion::walkFloors() {
       found = searchLevel(down, state_.isLowerFloorValid);
     }
   }
-  return found;
+  if (found != nullptr) return found;
+  bool isFloorValid = true;
+  return searchLevel(*state_.currentFloorLevel, isFloorValid);
 }
 
 std::shared_ptr<TernWaypoint> NearestQuestion::searchLevel(std::int64_t level, bool& isFloorValid) {

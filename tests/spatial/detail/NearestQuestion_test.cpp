@@ -161,6 +161,15 @@ TEST(NearestQuestion, fromAPointTheGraphIsSearchedFromItsClosestWaypointAtEveryb
   EXPECT_EQ(nearestTo(twoHousesVenue(), {29, 4}, 1, 8), "G by BCEF");
 }
 
+// Destination 7 is on the start's level in the other building; 9 is there and upstairs.
+TEST(NearestQuestion, fromAPointTheOtherBuildingsFloorOfTheStartsLevelIsSearchedLast) {
+  Drawing drawing = twoHouses;
+  drawing.destinations = {{.id = 7, .at = "ED"}, {.id = 9, .at = "C G"}};
+  const Venue venue = built(assembleVenue(drawing, {{0}, {1, 2}}));
+  EXPECT_EQ(nearestTo(venue, {0, 0}, 1, 7), "D by BC");
+  EXPECT_EQ(nearestTo(venue, {0, 0}, 1, 9), "G by BCEF");
+}
+
 TEST(NearestQuestion, aRoutesLengthIsMeasuredInStraightLinesAlongItsChangesOfMap) {
   const Venue venue = twoHousesVenue();
   const auto found = venue->nearestElement()->getNearestElementFrom(waypointAt(*venue, 'A'), 3,
