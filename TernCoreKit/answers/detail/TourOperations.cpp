@@ -5,6 +5,7 @@
 
 #include "TernCoreKit/answers/detail/AnswerParts.hpp"
 #include "TernCoreKit/answers/detail/Operations.hpp"
+#include "TernCoreKit/answers/detail/TourRest.hpp"
 #include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
 #include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "TernCoreKit/optimisation/TernTSP.hpp"
@@ -12,28 +13,42 @@
 
 namespace tern::inline v5::detail {
 
+namespace {
+
+TourStops knownDestinations(const TernActiveVenue& venue, const std::vector<std::int64_t>& ids) {
+  TourStops known;
+  for (const std::int64_t id : ids) {
+    auto destination = venue.destinations ? venue.destinations->getById(id) : nullptr;
+    if (destination != nullptr) known.push_back(std::move(destination));
+  }
+  return known;
+}
+
+Value tourPart(const Tour& tour) {
+  Value legs = Value::list();
+  Value destinations = Value::list();
+  for (const TernRoute& leg : tour.legs) legs.append(routePart(leg));
+  for (const auto& each : tour.destinations) destinations.append(each->id.integer());
+  Value part = answerOf("legs", std::move(legs));
+  part.set("destinations", std::move(destinations));
+  return part;
+}
+
+}  // namespace
+
 Value answerTour(TernActiveVenue& venue, RequestFields& fields) {
   const std::int64_t from = fields.integer("from");
   const std::vector<std::int64_t> wanted = fields.integers("destinations");
   const std::int64_t level = fields.level();
   if (fields.error()) return {};
-  std::vector<std::shared_ptr<TernDestination>> known;
-  for (const std::int64_t id : wanted) {
-    auto destination = venue.destinations ? venue.destinations->getById(id) : nullptr;
-    if (destination != nullptr) known.push_back(std::move(destination));
-  }
-  Value legs = Value::list();
-  Value destinations = Value::list();
-  venue.wayfindToMultipleDestinations(known, venue.globalASGrid()->getWPById(from), level,
-                                      [&](const auto& routes, const auto& order) {
-                                        for (const TernRoute& route : routes)
-                                          legs.append(routePart(route));
-                                        for (const auto& destination : order)
-                                          destinations.append(destination->id.integer());
-                                      });
-  Value answer = answerOf("legs", std::move(legs));
-  answer.set("destinations", std::move(destinations));
-  return answer;
+  const TourStops known = knownDestinations(venue, wanted);
+  const auto start = venue.globalASGrid()->getWPById(from);
+  Tour tour;
+  venue.wayfindToMultipleDestinations(known, start, level, [&](auto legs, auto destinations) {
+    tour = {std::move(legs), std::move(destinations)};
+  });
+  if (start != nullptr) appendTheRest(venue, *start, known, level, tour);
+  return tourPart(tour);
 }
 
 Value answerSolve(TernActiveVenue&, RequestFields& fields) {
