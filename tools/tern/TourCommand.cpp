@@ -1,12 +1,16 @@
 #include <algorithm>
 #include <cstdint>
+#include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "TernCoreKit/answers/TernAnswers.hpp"
 #include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
+#include "TernCoreKit/model/collections/TernPathTypeCollection.hpp"
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
+#include "TernCoreKit/wayfinding/TernASSearch.hpp"
 #include "tools/tern/AnsweredRoute.hpp"
 #include "tools/tern/AskedAnswers.hpp"
 #include "tools/tern/CommandTable.hpp"
@@ -55,10 +59,31 @@ std::vector<const Value*> waysOf(const Value& answer) {
   return ways;
 }
 
-std::string nameWithId(const TernDestination& destination) {
+// The least of the venue's levels above the given one at which a route leads on to the destination.
+std::optional<std::int64_t> levelThatReaches(const TernActiveVenue& venue, std::int64_t from,
+                                             const TernDestination& destination,
+                                             std::int64_t above) {
+  if (!venue.pathTypes) return std::nullopt;
+  std::set<std::int64_t> levels;
+  for (const TernPathType& type : venue.pathTypes->each()) {
+    levels.insert(type.accessibility.integer());
+  }
+  TernASSearch search;
+  search.grid = venue.globalASGrid();
+  for (auto level = levels.upper_bound(above); level != levels.end(); ++level) {
+    if (search.routeToOneOf(from, destination.waypoints, *level)) return *level;
+  }
+  return std::nullopt;
+}
+
+// "Coral Books (destination 7; no way to it at accessibility 0; 60 reaches it)"
+std::string leftOut(const TernActiveVenue& venue, std::int64_t from,
+                    const TernDestination& destination, std::int64_t level) {
   const std::string id = "destination " + destination.id.printed();
   const std::string name(destination.name.text());
-  return name.empty() ? id : name + " (" + id + ")";
+  const auto other = levelThatReaches(venue, from, destination, level);
+  return (name.empty() ? id + " (" : name + " (" + id + "; ") + "no way to it at accessibility " +
+         std::to_string(level) + (other ? "; " + std::to_string(*other) + " reaches it" : "") + ")";
 }
 
 // A destination is visited when one of its waypoints is the start or ends a way.
@@ -73,7 +98,9 @@ std::string leftOutText(const TernActiveVenue& venue, const Value& request,
         destination == nullptr || std::ranges::any_of(destination->waypoints, [&](const auto& at) {
           return std::ranges::count(visited, at->id.integer()) > 0;
         });
-    if (!isVisited) text += "Left out: " + nameWithId(*destination) + "; no way to it was found\n";
+    if (isVisited) continue;
+    text += "Left out: " +
+            leftOut(venue, visited.back(), *destination, request["accessibility"].integer()) + "\n";
   }
   return text;
 }
@@ -84,7 +111,7 @@ std::string leftOutText(const TernActiveVenue& venue, const Value& request,
 //   1. Shoe World (waypoint 40)
 //   ...
 //   143 m in all
-//   Left out: Toy Land (destination 5); no way to it was found
+//   Left out: Toy Land (destination 5; no way to it at accessibility 0; 60 reaches it)
 std::string textOf(const TernActiveVenue& venue, const Value& request,
                    const std::vector<const Value*>& ways) {
   std::int64_t here = request["from"].integer();
@@ -144,9 +171,9 @@ const Command tourCommand{
   tern tour --data mall --from 12002 --visit 7,9,30 --picture tour.html
 
 Stops of one floor are visited in the shortest order that there is, up to 21 of
-them; more in the order of going to the nearest next. Other floors are reached
-by what the venue places as lifts, escalators and stairs, not by a walk into
-another building. Exits with 1 when nothing is reached.
+them; more in the order of going to the nearest next. What no route reaches at
+that accessibility is left out, and named with the level that would reach it.
+Exits with 1 when nothing is reached.
 )"};
 
 }  // namespace tern::command

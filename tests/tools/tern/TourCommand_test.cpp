@@ -74,23 +74,37 @@ TEST_F(TourCommandTest, unreachableDestinationsAreNamedOnceBehindTheTour) {
   const Answer answer = visit("1", "11,7,11");
   EXPECT_EQ(answer.status, ExitStatus::answered);
   EXPECT_THAT(answer.text, HasSubstr("1. Diner (waypoint 4)\n9 m in all\n"));
-  EXPECT_THAT(answer.text, testing::EndsWith("Left out: destination 11; no way to it was found\n"));
+  EXPECT_THAT(answer.text,
+              testing::EndsWith("Left out: destination 11 (no way to it at accessibility 100)\n"));
 }
 
 TEST_F(TourCommandTest, stopWithoutAWayToItIsLeftOut) {
   EXPECT_EQ(visit("1", "10").text,
             "From Attic (waypoint 1)\n"
-            "Left out: destination 10; no way to it was found\n");
+            "Left out: destination 10 (no way to it at accessibility 100)\n");
   EXPECT_EQ(visit("8", "9,12").text,
             "From near Garden (waypoint 8) on First Floor\n"
-            "Left out: Garden (destination 9); no way to it was found\n"
-            "Left out: destination 12; no way to it was found\n");
+            "Left out: Garden (destination 9; no way to it at accessibility 100)\n"
+            "Left out: destination 12 (no way to it at accessibility 100)\n");
+}
+
+TEST_F(TourCommandTest, whatIsLeftOutIsNamedWithTheLevelThatReachesIt) {
+  venue_ = test::loadDrawnVenue({.floors = {{.lines = {"A  B"}}, {.lines = {"C"}}},
+                                 .paths = {"A-B", "B-C Stairs", "B-C Ramp"},
+                                 .pathTypes = {{.name = "Ramp", .accessibility = 90},
+                                               {.name = "Stairs", .accessibility = 60}},
+                                 .destinations = {{7, "C", "Coral Books"}, {8, "B"}}});
+  EXPECT_THAT(ask({"--from", "1", "--visit", "7,8", "--accessibility", "0"}).text,
+              testing::EndsWith("\n3 m in all\nLeft out: Coral Books (destination 7; no way to "
+                                "it at accessibility 0; 60 reaches it)\n"));
+  EXPECT_THAT(ask({"--from", "1", "--visit", "7,8", "--accessibility", "60"}).text,
+              testing::Not(HasSubstr("Left out")));
 }
 
 TEST_F(TourCommandTest, nothingReachableIsNothingFound) {
   const Answer answer = visit("2", "11");
   EXPECT_EQ(answer.status, ExitStatus::nothingFound);
-  EXPECT_EQ(answer.text, "Left out: destination 11; no way to it was found\n");
+  EXPECT_EQ(answer.text, "Left out: destination 11 (no way to it at accessibility 100)\n");
   EXPECT_EQ(answer.remark, "");
 }
 
