@@ -117,10 +117,13 @@ std::vector<Value> smallRequests() {
         R"({"op":"nearest","map":1,"at":[1,2],"destination":9})",
         R"({"op":"nearest","map":2,"at":[1,2],"amenity":8})",
         R"({"op":"nearestOnMap","from":1,"toMap":2,"destinations":[9,10],"amenities":[7]})",
+        R"({"op":"nearestByWalk","from":1,"destinations":[9,10],"accessibility":1})",
         R"({"op":"convert","point":[3,4],"from":"tern:local","to":"EPSG:4326"})",
-        R"({"op":"center"})", R"({"op":"blockEdge","from":1,"to":2,"blocked":true})",
+        R"({"op":"center"})",
+        R"({"op":"blockEdge","from":1,"to":2,"blocked":true})",
         R"({"op":"blockEntry","node":3,"blocked":true})",
-        R"({"op":"blockExit","node":3,"blocked":false})", R"({"op":"neighbors","node":2})"}) {
+        R"({"op":"blockExit","node":3,"blocked":false})",
+        R"({"op":"neighbors","node":2})"}) {
     requests.push_back(request(text));
   }
   return requests;

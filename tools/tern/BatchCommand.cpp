@@ -43,6 +43,9 @@ Requests, one a line, with what each is answered:
        "connectors":[ids],"error":null}     or "amenity", "pathType"
   {"op":"nearestOnMap","from":12002,"toMap":11,"destinations":[7,9]}
       {"waypoint":55,"totalDistance":120.5,"connectors":[ids],"error":null}
+  {"op":"nearestByWalk","from":12002,"amenity":2,"accessibility":0}
+      {"waypoint":55,"element":{"kind":"amenity","id":2},
+       "route":[SEGMENT,...]}     or "destination", "pathType", or lists of them
   {"op":"closest","map":11,"at":[400,300]}
       {"waypoint":12 or null}
   {"op":"closestByRoute","candidates":[22001,12001],"to":14016}

@@ -1,5 +1,6 @@
 // The nearest destination, amenity or path type: from a point over the floors in straight lines,
-// and from a waypoint on a given map.
+// from a waypoint on a given map, and from a waypoint by walk.
+#include <algorithm>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -16,6 +17,7 @@
 #include "TernCoreKit/platform/Json.hpp"
 #include "TernCoreKit/spatial/TernNearestElement.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
+#include "TernCoreKit/wayfinding/TernASSearch.hpp"
 
 namespace tern::inline v5::detail {
 
@@ -81,6 +83,81 @@ Value errorPart(const std::optional<TernError>& error) {
   return error ? errorAnswer(*error)["error"] : Value(nullptr);
 }
 
+// What is wanted by one name, or by several.
+TernNearestElement::Elements wantedElements(const TernActiveVenue& venue, RequestFields& fields) {
+  const bool hasLists =
+      fields.has("destinations") || fields.has("amenities") || fields.has("pathTypes");
+  const bool hasOne = fields.has("destination") || fields.has("amenity") || fields.has("pathType");
+  if (hasLists && !hasOne) return elementsOf(venue, fields);
+  return {elementOf(venue, fields)};
+}
+
+bool areKnown(const TernNearestElement::Elements& elements) {
+  const auto isKnown = [](const TernElement& each) {
+    return each.kind != TernElement::Kind::other;
+  };
+  return !elements.empty() && std::ranges::all_of(elements, isKnown);
+}
+
+// What the library says of elements that it does not know.
+Value objectionPart(const TernNearestElement::Elements& elements) {
+  TernNearestElement nearest;
+  nearest.getNearestElementFrom(nullptr, 0, elements, 0);
+  return errorPart(nearest.error());
+}
+
+const std::vector<std::shared_ptr<TernWaypoint>>& doorsOf(const TernElement& element) {
+  const TernBaseModel& record = *element.record;
+  if (element.kind == TernElement::Kind::destination) {
+    return static_cast<const TernDestination&>(record).waypoints;
+  }
+  if (element.kind == TernElement::Kind::amenity) {
+    return static_cast<const TernAmenity&>(record).waypoints;
+  }
+  return static_cast<const TernPathType&>(record).waypoints;
+}
+
+// Where an element is reached.
+struct Door {
+  const TernElement* element;
+  std::shared_ptr<TernWaypoint> waypoint;
+};
+
+std::vector<Door> doorsOf(const TernActiveVenue& venue,
+                          const TernNearestElement::Elements& elements) {
+  std::vector<Door> doors;
+  const MutexLock lock(venue.recordsMutex());
+  for (const TernElement& element : elements) {
+    for (const auto& waypoint : doorsOf(element)) doors.push_back({&element, waypoint});
+  }
+  return doors;
+}
+
+// The cheapest way to a door, which has no segment where one stands there already.
+struct WayToDoor {
+  const Door* door = nullptr;
+  TernRoute route = {};
+};
+
+WayToDoor cheapestWay(const TernActiveVenue& venue, std::int64_t from,
+                      const std::vector<Door>& doors, std::int64_t level) {
+  const auto doorAt = [&](std::int64_t id) -> const Door* {
+    const auto found = std::ranges::find_if(
+        doors, [id](const Door& each) { return each.waypoint->id.integer() == id; });
+    return found != doors.end() ? &*found : nullptr;
+  };
+  if (const Door* here = doorAt(from)) return {here};
+  TernASSearch search;
+  search.grid = venue.globalASGrid();
+  search.maps = venue.maps;
+  TernActiveVenue::Waypoints goals;
+  for (const Door& door : doors) goals.push_back(door.waypoint);
+  auto route = search.routeToOneOf(from, goals, level);
+  if (!route) return {};
+  const Door* reached = doorAt(route->back().points.back().nodeId());
+  return {reached, *std::move(route)};
+}
+
 // One of this request's own, which shows no other's connectors and error.
 std::shared_ptr<TernNearestElement> searcherOf(const TernActiveVenue& venue) {
   const auto shared = venue.nearestElement();
@@ -130,6 +207,27 @@ Value answerNearestOnMap(TernActiveVenue& venue, RequestFields& fields) {
                      {"totalDistance", shortestDouble(found->totalDistance)},
                      {"connectors", waypointsPart(nearest->arrayOfPathTypeTaken())},
                      {"error", nullptr}});
+}
+
+Value answerNearestByWalk(TernActiveVenue& venue, RequestFields& fields) {
+  const std::int64_t from = fields.integer("from");
+  const std::int64_t level = fields.level();
+  const TernNearestElement::Elements elements = wantedElements(venue, fields);
+  if (fields.error()) return {};
+  Value answer =
+      Value::map({{"waypoint", nullptr}, {"element", nullptr}, {"route", Value::list()}});
+  if (!areKnown(elements)) {
+    answer.set("error", objectionPart(elements));
+    return answer;
+  }
+  if (venue.globalASGrid()->getWPById(from) == nullptr) return answer;
+  const std::vector<Door> doors = doorsOf(venue, elements);
+  const WayToDoor way = cheapestWay(venue, from, doors, level);
+  if (way.door == nullptr) return answer;
+  answer.set("waypoint", waypointPart(way.door->waypoint));
+  answer.set("element", elementPart(*way.door->element));
+  answer.set("route", routePart(way.route));
+  return answer;
 }
 
 }  // namespace tern::detail

@@ -17,6 +17,7 @@ constexpr std::array table{
     Operation{"closestByRoute", answerClosestByRoute},
     Operation{"nearest", answerNearest},
     Operation{"nearestOnMap", answerNearestOnMap},
+    Operation{"nearestByWalk", answerNearestByWalk},
     Operation{"convert", answerConvert},
     Operation{"center", answerCenter},
     Operation{"blockEdge", answerBlockEdge},

@@ -32,7 +32,7 @@ AnswerJoined answerJoinedRoute;
 // TourOperations.cpp
 AnswerVenue answerTour, answerSolve;
 // NearestOperations.cpp
-AnswerVenue answerNearest, answerNearestOnMap;
+AnswerVenue answerNearest, answerNearestOnMap, answerNearestByWalk;
 // PointOperations.cpp
 AnswerVenue answerClosest, answerConvert, answerCenter;
 // GraphOperations.cpp
