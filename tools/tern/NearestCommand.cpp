@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <string>
 #include <utility>
 
@@ -20,6 +21,11 @@
 namespace tern::command {
 
 namespace {
+
+// How the kinds of element are called in a request, and by people.
+constexpr std::array elementNames{std::pair{"destination", "destination"},
+                                  std::pair{"amenity", "amenity"},
+                                  std::pair{"pathType", "path type"}};
 
 // The name of the first path type that is placed at both ends of the connector.
 std::string connectorName(const TernActiveVenue& venue, std::int64_t in, std::int64_t out) {
@@ -55,6 +61,7 @@ std::string unknownPart(const TernActiveVenue& venue, const Value& request) {
     text.append("there is no ").append(name).append(" " + id->printed() + " in ");
     text += venueTitle(venue);
   };
+  text = unknownWaypoints(request, *venue.globalASGrid(), venueTitle(venue));
   check("map", "map", venue.maps);
   check("destination", "destination", venue.destinations);
   check("amenity", "amenity", venue.amenities);
@@ -95,8 +102,46 @@ Telling tellFound(const TernActiveVenue& venue, const Value& request, const Valu
   return told;
 }
 
+// "No way from Bakery (waypoint 1) to amenity 7"
+std::string noWayText(const TernActiveVenue& venue, const Value& request) {
+  std::string text = "No way from " + placeNameWithId(venue, request["from"].integer()) + " to ";
+  for (const auto& [key, name] : elementNames) {
+    if (const Value* id = request.find(key)) text.append(name).append(" " + id->printed());
+  }
+  return text + "\n";
+}
+
+// By walk the answer says the way, and where one stands already there is none.
+Telling tellByWalk(const TernActiveVenue& venue, const Value& request, const Value& answer) {
+  Telling told;
+  if (answer["waypoint"].isNull()) {
+    told.isFound = false;
+    told.remark = unknownPart(venue, request);
+    if (told.remark.empty()) told.text = noWayText(venue, request);
+    return told;
+  }
+  const auto waypoint = venue.globalASGrid()->getWPById(answer["waypoint"].integer());
+  const bool hasRoute = answer["route"].size() > 0;
+  told.text = placeOnFloor(venue, *waypoint) + (hasRoute ? "\n" : ", right there\n");
+  if (!hasRoute) return told;
+  told.text += routeText(venue, answer["route"]);
+  told.picture.emplace(pictureOf(venue, answer["route"]));
+  return told;
+}
+
+Outcome answerNearestByWalk(const Arguments& call, const TernActiveVenue& venue,
+                            const TernAnswers& answers) {
+  Value request = call.request;
+  request.set("op", "nearestByWalk");
+  const Value answer = answerTo(request, answers);
+  Telling told = tellByWalk(venue, request, answer);
+  if (call.json) told.remark.clear();
+  return outcomeOf(call, answer, told);
+}
+
 Outcome answerNearest(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
   TernAnswers answers(venue);
+  if (call.request.find("from") != nullptr) return answerNearestByWalk(call, *venue, answers);
   const Value answer = answerTo(call.request, answers);
   if (answer["waypoint"].isNull()) {
     Telling told{.isFound = false};
@@ -110,22 +155,34 @@ Outcome answerNearest(const Arguments& call, const std::shared_ptr<TernActiveVen
   return outcomeOf(call, answer, tellFound(*venue, call.request, answer, route));
 }
 
-std::optional<std::string> objectionToElements(const Arguments& call) {
+std::optional<std::string> objectionToPlaces(const Arguments& call) {
+  const auto has = [&](std::string_view key) { return call.request.find(key) != nullptr; };
+  const bool isByWalk = has("from") && !has("map") && !has("at");
+  const bool isByLine = !has("from") && has("map") && has("at");
+  if (!isByWalk && !isByLine) return "either --from W or --map M with --at X,Y is wanted";
+  if (isByLine && has("accessibility")) return "--accessibility goes with --from W";
   int elements = 0;
-  for (const char* kind : {"destination", "amenity", "pathType"}) {
-    if (call.request.find(kind) != nullptr) ++elements;
-  }
+  for (const auto& [key, name] : elementNames) elements += has(key) ? 1 : 0;
   if (elements == 1) return std::nullopt;
   return "one of --destination D, --amenity A and --path-type P is wanted";
 }
+
+constexpr Option pointOption{"--at", "X,Y", "a point of that map, in map units", readPoint};
 
 }  // namespace
 
 const Command nearestCommand{
     .name = "nearest",
     .summary = "find the nearest destination, amenity, lift or stairs",
-    .options = {{"--map", "M", "the map to start from", readWhole, required},
-                atOption,
+    .options = {{"--map", "M", "the map to start from, in straight lines", readWhole},
+                pointOption,
+                {"--from",
+                 "W",
+                 "the waypoint to start from, by walk, by id or name",
+                 readPlace,
+                 optional,
+                 {},
+                 Naming::start},
                 {"--destination",
                  "D",
                  "the destination to look for, by id or name",
@@ -142,17 +199,21 @@ const Command nearestCommand{
                  Naming::amenity},
                 {"--path-type", "P", "the path type to look for, such as lifts", readWhole,
                  optional, "pathType"},
+                {"--accessibility", "N", "by walk take only paths of this level or below (all)",
+                 readWhole},
                 pictureOption},
     .about = AboutVenue{answerNearest},
-    .objection = objectionToElements,
+    .objection = objectionToPlaces,
     .help = R"(Examples:
   tern generate --out mall
   tern nearest --data mall --map 11 --at 400,300 --amenity 2
   tern nearest --data mall --map 22 --at 400,300 --path-type 2
   tern nearest --data mall --map 12 --at 9,8 --destination 7 --picture way.svg
+  tern nearest --data mall --from 22001 --amenity 2 --accessibility 0
 
-Looks on that map first, then floor by floor above and below. Exits with 1 when
-there is none.
+From a point it looks on that map first, then floor by floor above and below.
+From a waypoint the cheapest to reach is the nearest. Exits with 1 when there
+is none.
 )"};
 
 }  // namespace tern::command

@@ -99,6 +99,66 @@ TEST_F(NearestCommandTest, thePictureShowsTheWay) {
   EXPECT_EQ(folder.read("none.svg"), "");
 }
 
+TEST_F(NearestCommandTest, byWalkTheRouteIsTold) {
+  const Answer answer = ask({"--from", "1", "--amenity", "7"});
+  EXPECT_EQ(answer.status, ExitStatus::answered);
+  EXPECT_THAT(answer.text,
+              testing::AllOf(StartsWith("Exit (waypoint 4) on First Floor\nFrom Bakery"),
+                             HasSubstr("To Exit (waypoint 4)")));
+}
+
+TEST_F(NearestCommandTest, byWalkOneMayStandThereAlready) {
+  const Answer answer = ask({"--from", "1", "--destination", "7"});
+  EXPECT_EQ(answer.status, ExitStatus::answered);
+  EXPECT_EQ(answer.text, "Bakery (waypoint 1) on Ground Floor, right there\n");
+}
+
+TEST_F(NearestCommandTest, byWalkOneMayFindNoWay) {
+  const auto grid = venue_->globalASGrid();
+  grid->shouldBlockEntryToNode(*grid->getNodeById(4), true);
+  const Answer answer = ask({"--from", "1", "--amenity", "7"});
+  EXPECT_EQ(answer.status, ExitStatus::nothingFound);
+  EXPECT_EQ(answer.text, "No way from Bakery (waypoint 1) to amenity 7\n");
+  EXPECT_EQ(answer.remark, "");
+}
+
+TEST_F(NearestCommandTest, byWalkWhatIsUnknownIsNamed) {
+  const Answer answer = ask({"--from", "98", "--amenity", "7"});
+  EXPECT_EQ(answer.status, ExitStatus::nothingFound);
+  EXPECT_EQ(answer.text, "");
+  EXPECT_EQ(answer.remark, "there is no waypoint 98 in venue 1");
+  EXPECT_EQ(ask({"--from", "1", "--amenity", "99"}).remark, "there is no amenity 99 in venue 1");
+}
+
+TEST_F(NearestCommandTest, byWalkItsJsonIsThatOfTheRequest) {
+  EXPECT_EQ(ask({"--from", "1", "--amenity", "7", "--accessibility", "2", "--json"}).text,
+            TernAnswers(venue_).answerText(
+                R"({"op":"nearestByWalk","from":1,"amenity":7,"accessibility":2})") +
+                "\n");
+}
+
+TEST_F(NearestCommandTest, byWalkThePictureShowsTheWay) {
+  const test::TemporaryFolder folder;
+  ask({"--from", "1", "--amenity", "7", "--picture", folder.at("way.svg")});
+  EXPECT_THAT(folder.read("way.svg"), HasSubstr("<svg"));
+}
+
+TEST(NearestWords, eitherAWaypointOrAPointIsWanted) {
+  for (const std::vector<std::string>& place : {std::vector<std::string>{},
+                                                {"--map", "1"},
+                                                {"--at", "3,4"},
+                                                {"--from", "1", "--map", "1"}}) {
+    std::vector<std::string> words{"nearest", "--data", "d", "--amenity", "1"};
+    words.insert(words.end(), place.begin(), place.end());
+    EXPECT_THAT(std::get<Failure>(parseArguments(words)).sentence,
+                HasSubstr("either --from W or --map M with --at X,Y is wanted"));
+  }
+  EXPECT_THAT(std::get<Failure>(parseArguments({"nearest", "--data", "d", "--map", "1", "--at",
+                                                "3,4", "--amenity", "1", "--accessibility", "0"}))
+                  .sentence,
+              HasSubstr("--accessibility goes with --from W"));
+}
+
 TEST(NearestWords, exactlyOneElementIsWanted) {
   for (const std::vector<std::string>& more :
        {std::vector<std::string>{}, {"--amenity", "1", "--path-type", "2"}}) {
