@@ -92,6 +92,7 @@ double costOf(const Value& answer) {
 
 // The answer to whichever of a place's waypoints is cheapest to reach.
 Value cheapestAnswer(Value request, const TernAnswers& answers) {
+  if (isNoWay(request)) request.set("to", request["from"]);
   if (!request["to"].isList()) return answerTo(request, answers);
   Value best;
   const Value goals = request["to"];
@@ -131,6 +132,9 @@ Outcome answerJoinedRoute(const Arguments& call,
   if (!legs.empty()) {
     told.text = textOf(legs);
     told.picture.emplace(legsPicture(legs));
+  } else if (told.remark.empty() && isNoWay(call.request)) {
+    told.isFound = true;
+    told.text = placeAmong(*venues, call.request["from"].integer()) + ": you are there already\n";
   } else if (told.remark.empty()) {
     told.text = "No route from " + placeAmong(*venues, call.request["from"].integer()) + " to " +
                 placeAmong(*venues, goalOf(call.request)) + "\n";

@@ -27,6 +27,10 @@ Outcome answerRoute(const Arguments& call, const std::shared_ptr<TernActiveVenue
   if (told.isFound) {
     told.text = routeText(*venue, route);
     told.picture.emplace(pictureOf(*venue, route));
+  } else if (told.remark.empty() && isNoWay(call.request)) {
+    told.isFound = true;
+    told.text =
+        placeNameWithId(*venue, call.request["from"].integer()) + ": you are there already\n";
   } else if (told.remark.empty()) {
     told.text = noRouteText(*venue, call.request);
   }
@@ -47,7 +51,7 @@ const Command routeCommand{.name = "route",
   tern generate --out two --venues 2
   tern route --data two --venue 1,2 --from 12013 --to 111008
 
-Exits with 1 when there is no route.
+Exits with 1 when there is no route; from a waypoint to itself none is needed.
 )"};
 
 }  // namespace tern::command

@@ -1,5 +1,7 @@
 #include "tools/tern/RouteText.hpp"
 
+#include <algorithm>
+
 #include "tools/tern/AnsweredRoute.hpp"
 #include "tools/tern/Whereabouts.hpp"
 
@@ -20,6 +22,11 @@ std::string visitText(const picture::FloorVisit& visit) {
 std::int64_t goalOf(const Value& request) {
   const Value& to = request["to"];
   return to.isList() ? to.items().front().integer() : to.integer();
+}
+
+bool isNoWay(const Value& request) {
+  const Value& to = request["to"];
+  return to.isList() ? std::ranges::count(to.items(), request["from"]) > 0 : to == request["from"];
 }
 
 std::string noRouteText(const TernVenueData& venue, const Value& request) {

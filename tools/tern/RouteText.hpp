@@ -15,6 +15,9 @@ namespace tern::command {
 // Where a request asks to; of a place with several waypoints the first.
 std::int64_t goalOf(const Value& request);
 
+// Whether the request begins where it ends, so that nobody has to walk.
+bool isNoWay(const Value& request);
+
 // "No route from ... to ...", with a line break, for a request that names both.
 std::string noRouteText(const TernVenueData& venue, const Value& request);
 

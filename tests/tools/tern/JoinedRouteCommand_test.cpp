@@ -83,6 +83,17 @@ TEST_F(JoinedRouteCommandTest, legsLieOnTheirVenuesMapsInMapUnits) {
   }
 }
 
+TEST_F(JoinedRouteCommandTest, fromAWaypointToItselfNoWayIsNeeded) {
+  Arguments call = callFor(end, end);
+  EXPECT_EQ(answerOf(call).status, ExitStatus::answered);
+  EXPECT_THAT(answerOf(call).text, testing::EndsWith(": you are there already\n"));
+  call.request.set("to", Value::list({start, end}));
+  EXPECT_EQ(answerOf(call).status, ExitStatus::answered) << "a place that one stands at a door of";
+  call.json = true;
+  EXPECT_EQ(answerOf(call).status, ExitStatus::answered);
+  EXPECT_EQ(answerOf(call).text, "{\"route\":[]}\n");
+}
+
 TEST_F(JoinedRouteCommandTest, theRouteSaysWhereOneLeavesAndEnters) {
   const Answer answer = answerOf(callFor(start, end));
   EXPECT_EQ(answer.status, ExitStatus::answered);
@@ -122,7 +133,9 @@ TEST_F(JoinedRouteCommandTest, withoutARouteThereIsNothing) {
   const Answer answer = answerOf(callFor(start, 5));
   EXPECT_EQ(answer.status, ExitStatus::nothingFound);
   EXPECT_EQ(answer.remark, "there is no waypoint 5 in these venues");
-  Arguments call = callFor(start, start);
+  Arguments call = callFor(start, end);
+  call.request.set("accessibility", -1);
+  EXPECT_EQ(answerOf(call).status, ExitStatus::nothingFound);
   EXPECT_THAT(answerOf(call).text,
               StartsWith("No route from near Lumen Department Store (waypoint 13001)"));
   call.json = true;

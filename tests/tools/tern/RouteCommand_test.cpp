@@ -54,6 +54,16 @@ TEST_F(RouteCommandTest, noRouteIsSaid) {
   EXPECT_EQ(answer.remark, "");
 }
 
+TEST_F(RouteCommandTest, fromAWaypointToItselfNoWayIsNeeded) {
+  const Answer answer = ask({"route", "--from", "1", "--to", "1"});
+  EXPECT_EQ(answer.status, ExitStatus::answered);
+  EXPECT_EQ(answer.text, "Bakery (waypoint 1): you are there already\n");
+  EXPECT_EQ(answer.remark, "");
+  const Answer json = ask({"route", "--from", "1", "--to", "1", "--json"});
+  EXPECT_EQ(json.status, ExitStatus::answered);
+  EXPECT_EQ(json.text, "{\"route\":[]}\n");
+}
+
 TEST_F(RouteCommandTest, unknownWaypointsAreNamed) {
   const auto remark = [&](const char* from, const char* to) {
     const Answer answer = ask({"route", "--from", from, "--to", to});
