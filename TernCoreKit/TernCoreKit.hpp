@@ -90,5 +90,6 @@
 #include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
 #include "TernCoreKit/wayfinding/TernPoint.hpp"
 #include "TernCoreKit/wayfinding/TernRouting.hpp"
+#include "TernCoreKit/wayfinding/TernWalks.hpp"
 #include "TernCoreKit/wayfinding/VenueGrid.hpp"
 #include "TernCoreKit/wayfinding/joined/TernMultiActiveVenues.hpp"

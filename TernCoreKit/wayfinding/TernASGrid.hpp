@@ -148,6 +148,7 @@ class TERN_API TernASGrid {
  private:
   friend class TernASAlternativePath;
   friend class TernASSearch;
+  friend class TernWalks;
   TERN_INTERNAL explicit TernASGrid(std::shared_ptr<detail::GridNodes> nodes);
   TERN_INTERNAL std::vector<TernASNode> nodesAt(std::span<const detail::Position> positions) const;
   TERN_INTERNAL detail::PlacedNode placed(const TernASNode& n) const;

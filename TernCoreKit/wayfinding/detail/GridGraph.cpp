@@ -148,6 +148,19 @@ float GridGraph::distanceTo(const SearchState& state, Position position) const {
   return distance;
 }
 
+Indexed<LinkIndex, float> GridGraph::linkLengths() const {
+  Indexed<LinkIndex, float> lengths;
+  lengths.reserve(graph.links.size());
+  for (Position node{0}; numberOf(node) < graph.nodeCount(); ++node) {
+    const FloorPoint from = pointOf(node);
+    for (const Link& link : graph.linksOf(node)) {
+      const bool leadsOn = link.target != noPosition;
+      lengths.push_back(leadsOn ? lengthOf(lengths.endIndex(), from, pointOf(link.target)) : 0);
+    }
+  }
+  return lengths;
+}
+
 // Anywhere, where no length is measured between points.
 FloorPoint GridGraph::pointOf(Position position) const {
   if (facts.hidesPoints() || graph.walksCostTheirLength) return {};

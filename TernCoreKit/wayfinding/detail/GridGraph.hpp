@@ -47,9 +47,10 @@ class GridGraph {
   std::shared_ptr<TernPathType> pathTypeById(std::int64_t id) const;
 
   std::int64_t nodeId(Position position) const { return facts.idOf(order.waypointAt(position)); }
-  std::int64_t mapId(Position position) const {
-    return facts.maps[facts.waypoints.mapOf(numberOf(order.waypointAt(position)))].mapId;
+  MapIndex mapOf(Position position) const {
+    return facts.waypoints.mapOf(numberOf(order.waypointAt(position)));
   }
+  std::int64_t mapId(Position position) const { return facts.maps[mapOf(position)].mapId; }
   NodeFacts nodeFacts(Position position) const;
 
   // What the search that the state is of knows of the node.
@@ -59,6 +60,8 @@ class GridGraph {
                                   std::span<const Position> positions) const;
   // Length of the way on which the search came to the node, map units.
   float distanceTo(const SearchState& state, Position position) const;
+  // What each link adds to a way, map units; of one that leads nowhere 0.
+  Indexed<LinkIndex, float> linkLengths() const;
 
   // The node's edges: the first, and the one behind the last.
   std::pair<EdgeIndex, EdgeIndex> edgesOf(Position position) const {
