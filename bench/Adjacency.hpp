@@ -5,6 +5,10 @@
 #include <cstdint>
 #include <vector>
 
+namespace tern::inline v5 {
+class TernASGrid;
+}  // namespace tern
+
 namespace tern::bench {
 
 // Nodes are numbered as the grid lists its waypoints; the links of node n stand from first[n] to
@@ -18,6 +22,8 @@ struct Adjacency {
 
   std::size_t nodeCount() const { return first.size() - 1; }
 };
+
+Adjacency adjacencyOf(const TernASGrid& grid);
 
 // One pair of nodes to find a route between.
 struct Query {

@@ -3,7 +3,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <random>
-#include <unordered_map>
 
 #include "TernCoreKit/model/collections/TernMapCollection.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
@@ -26,24 +25,6 @@ struct Scene {
   std::vector<std::int64_t> ids;  // in walking order
   Adjacency adjacency;
 };
-
-Adjacency adjacencyOf(const TernASGrid& grid) {
-  const std::vector<TernASNode> nodes = grid.nodes();
-  std::unordered_map<std::int64_t, std::uint32_t> numbers;
-  for (std::uint32_t i = 0; i < nodes.size(); ++i) numbers.emplace(nodes[i].nodeId(), i);
-  Adjacency adjacency;
-  for (const TernASNode& node : nodes) {
-    adjacency.first.push_back(static_cast<std::uint32_t>(adjacency.target.size()));
-    for (const TernNeighbor& neighbor : node.neighbors()) {
-      adjacency.target.push_back(numbers.at(neighbor.neighborId.integer()));
-      adjacency.cost.push_back(neighbor.cost);
-      adjacency.distance.push_back(neighbor.distance);
-      adjacency.accessibility.push_back(static_cast<std::int32_t>(neighbor.acc.integer()));
-    }
-  }
-  adjacency.first.push_back(static_cast<std::uint32_t>(adjacency.target.size()));
-  return adjacency;
-}
 
 Scene makeScene(std::size_t waypoints, IdOrder order) {
   IndoorVenue documents = makeIndoorVenue(waypoints, order);
