@@ -44,5 +44,6 @@ void benchThreads();
 void benchJoined();
 void benchTour();
 void benchPlaces();
+void benchWalks();
 
 }  // namespace tern::bench

@@ -18,7 +18,8 @@ constexpr Named benchmarks[] = {
     {"graph", tern::bench::benchGraph},     {"search", tern::bench::benchSearch},
     {"spatial", tern::bench::benchSpatial}, {"alternatives", tern::bench::benchAlternatives},
     {"threads", tern::bench::benchThreads}, {"joined", tern::bench::benchJoined},
-    {"tour", tern::bench::benchTour},       {"places", tern::bench::benchPlaces}};
+    {"tour", tern::bench::benchTour},       {"places", tern::bench::benchPlaces},
+    {"walks", tern::bench::benchWalks}};
 
 bool runNamed(std::string_view name) {
   for (const Named& each : benchmarks) {
