@@ -118,6 +118,8 @@ std::vector<Value> smallRequests() {
         R"({"op":"nearest","map":2,"at":[1,2],"amenity":8})",
         R"({"op":"nearestOnMap","from":1,"toMap":2,"destinations":[9,10],"amenities":[7]})",
         R"({"op":"nearestByWalk","from":1,"destinations":[9,10],"accessibility":1})",
+        R"({"op":"matrix","from":[1,4,99],"to":[7,2],"accessibility":1})",
+        R"({"op":"reach","from":[1,8],"metres":9.5,"cost":700})",
         R"({"op":"convert","point":[3,4],"from":"tern:local","to":"EPSG:4326"})",
         R"({"op":"center"})",
         R"({"op":"blockEdge","from":1,"to":2,"blocked":true})",

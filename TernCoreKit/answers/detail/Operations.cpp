@@ -18,6 +18,8 @@ constexpr std::array table{
     Operation{"nearest", answerNearest},
     Operation{"nearestOnMap", answerNearestOnMap},
     Operation{"nearestByWalk", answerNearestByWalk},
+    Operation{"matrix", answerMatrix},
+    Operation{"reach", answerReach},
     Operation{"convert", answerConvert},
     Operation{"center", answerCenter},
     Operation{"blockEdge", answerBlockEdge},

@@ -33,6 +33,8 @@ AnswerJoined answerJoinedRoute;
 AnswerVenue answerTour, answerSolve;
 // NearestOperations.cpp
 AnswerVenue answerNearest, answerNearestOnMap, answerNearestByWalk;
+// WalkOperations.cpp
+AnswerVenue answerMatrix, answerReach;
 // PointOperations.cpp
 AnswerVenue answerClosest, answerConvert, answerCenter;
 // GraphOperations.cpp

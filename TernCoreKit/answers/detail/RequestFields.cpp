@@ -58,6 +58,19 @@ std::vector<std::int64_t> RequestFields::integers(std::string_view name) {
   return numbers;
 }
 
+std::vector<std::int64_t> RequestFields::integerOrIntegers(std::string_view name) {
+  const Value* field = request_.find(name);
+  if (field != nullptr && field->isNumber()) return {integer(name)};
+  return integers(name);
+}
+
+double RequestFields::number(std::string_view name) {
+  const Value* field = required(name);
+  if (field == nullptr) return 0;
+  if (!field->isNumber()) complain(name, " must be a number");
+  return field->number();
+}
+
 std::vector<std::vector<double>> RequestFields::matrix(std::string_view name, std::size_t most) {
   const Value* field = required(name);
   if (field == nullptr) return {};

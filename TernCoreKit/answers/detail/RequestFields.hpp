@@ -32,6 +32,9 @@ class RequestFields {
   // The accessibility level; everyone's, 100, when the request names none.
   std::int64_t level();
   std::vector<std::int64_t> integers(std::string_view name);
+  // A list of them, or one alone as a list of one.
+  std::vector<std::int64_t> integerOrIntegers(std::string_view name);
+  double number(std::string_view name);
   // A list of as many lists of numbers, at most so many; the diagonal may be anything and reads as
   // 0.
   std::vector<std::vector<double>> matrix(std::string_view name, std::size_t most);

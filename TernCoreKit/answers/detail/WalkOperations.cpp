@@ -1,0 +1,149 @@
+// How far it is: from each of several waypoints to each of several, and how far one gets. Costs and
+// lengths are those that a route says of its pair of waypoints.
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <new>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+#include "TernCoreKit/answers/detail/AnswerParts.hpp"
+#include "TernCoreKit/answers/detail/Operations.hpp"
+#include "TernCoreKit/model/collections/TernMapCollection.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
+#include "TernCoreKit/model/venue/TernActiveVenue.hpp"
+#include "TernCoreKit/platform/Json.hpp"
+#include "TernCoreKit/wayfinding/TernASGrid.hpp"
+#include "TernCoreKit/wayfinding/TernWalks.hpp"
+
+namespace tern::inline v5::detail {
+
+namespace {
+
+using Ids = std::vector<std::int64_t>;
+using Rows = std::vector<TernWalks::Row>;
+
+// The venue's routes know ids of 32 bits.
+Ids narrowed(const Ids& ids) {
+  Ids narrow;
+  for (const std::int64_t id : ids) narrow.push_back(static_cast<std::int32_t>(id));
+  return narrow;
+}
+
+// Between waypoints that the venue knows. Fails: by std::bad_alloc, which becomes the answer.
+Rows walksBetween(const TernActiveVenue& venue, const Ids& from, const Ids& to,
+                  std::int64_t level) {
+  TernWalks walks;
+  walks.grid = venue.globalASGrid();
+  walks.maps = venue.maps;
+  auto rows = walks.between(narrowed(from), narrowed(to), level);
+  if (!rows) throw std::bad_alloc();
+  const auto isUnknown = [&](std::int64_t id) { return walks.grid->getWPById(id) == nullptr; };
+  for (std::size_t i = 0; i < from.size(); ++i) {
+    if (isUnknown(from[i])) (*rows)[i].assign(to.size(), std::nullopt);
+  }
+  for (std::size_t j = 0; j < to.size(); ++j) {
+    if (!isUnknown(to[j])) continue;
+    for (TernWalks::Row& row : *rows) row[j].reset();
+  }
+  return *std::move(rows);
+}
+
+// A list for each row, of one of the numbers of its walks; null where there is none.
+Value tablePart(const Rows& rows, float TernWalk::*number) {
+  Value table = Value::list();
+  for (const TernWalks::Row& row : rows) {
+    Value cells = Value::list();
+    for (const auto& walk : row) {
+      cells.append(walk ? Value(shortestDouble((*walk).*number)) : Value(nullptr));
+    }
+    table.append(std::move(cells));
+  }
+  return table;
+}
+
+// Each once, in the order of the list.
+Ids allWaypoints(const TernASGrid& grid) {
+  std::unordered_set<std::int64_t> seen;
+  Ids ids;
+  for (const auto& waypoint : grid.waypoints()) {
+    if (seen.insert(waypoint->id.integer()).second) ids.push_back(waypoint->id.integer());
+  }
+  return ids;
+}
+
+// The cheapest walk to each of the waypoints from any start, of equally cheap ones the first.
+TernWalks::Row cheapestWalks(const TernActiveVenue& venue, const Ids& from, const Ids& to,
+                             std::int64_t level) {
+  TernWalks::Row best(to.size());
+  std::unordered_set<std::int64_t> asked;
+  for (const std::int64_t start : from) {
+    if (!asked.insert(start).second) continue;
+    const Rows rows = walksBetween(venue, {start}, to, level);
+    for (std::size_t i = 0; i < to.size(); ++i) {
+      const auto& walk = rows[0][i];
+      if (walk && (!best[i] || walk->cost < best[i]->cost)) best[i] = walk;
+    }
+  }
+  return best;
+}
+
+struct Reached {
+  std::int64_t waypoint;
+  double cost;
+  double mm;
+};
+
+struct Limits {
+  double cost;
+  double mm;
+};
+
+// By what the answer says of them, the cheapest first.
+std::vector<Reached> reachedWithin(const Limits& limits, const Ids& waypoints,
+                                   const TernWalks::Row& walks) {
+  std::vector<Reached> reached;
+  for (std::size_t i = 0; i < waypoints.size(); ++i) {
+    if (!walks[i] || !std::isfinite(walks[i]->cost)) continue;
+    const Reached each{waypoints[i], shortestDouble(walks[i]->cost),
+                       shortestDouble(walks[i]->millimetres)};
+    if (each.cost <= limits.cost && each.mm <= limits.mm) reached.push_back(each);
+  }
+  std::ranges::stable_sort(reached, {}, &Reached::cost);
+  return reached;
+}
+
+}  // namespace
+
+Value answerMatrix(TernActiveVenue& venue, RequestFields& fields) {
+  const Ids from = fields.integers("from");
+  const Ids to = fields.integers("to");
+  const std::int64_t level = fields.level();
+  if (fields.error()) return {};
+  const Rows rows = walksBetween(venue, from, to, level);
+  Value answer = answerOf("costs", tablePart(rows, &TernWalk::cost));
+  answer.set("mmDistances", tablePart(rows, &TernWalk::millimetres));
+  return answer;
+}
+
+Value answerReach(TernActiveVenue& venue, RequestFields& fields) {
+  constexpr double unlimited = std::numeric_limits<double>::infinity();
+  constexpr double mmPerMetre = 1000;
+  const Ids from = fields.integerOrIntegers("from");
+  const std::int64_t level = fields.level();
+  const bool isByCost = fields.has("cost");
+  const bool isByLength = fields.has("metres") || !isByCost;
+  const Limits limits{isByCost ? fields.number("cost") : unlimited,
+                      isByLength ? fields.number("metres") * mmPerMetre : unlimited};
+  if (fields.error()) return {};
+  const Ids waypoints = allWaypoints(*venue.globalASGrid());
+  const TernWalks::Row walks = cheapestWalks(venue, from, waypoints, level);
+  Value list = Value::list();
+  for (const Reached& each : reachedWithin(limits, waypoints, walks)) {
+    list.append(Value::map({{"waypoint", each.waypoint}, {"cost", each.cost}, {"mm", each.mm}}));
+  }
+  return answerOf("reached", std::move(list));
+}
+
+}  // namespace tern::detail
