@@ -46,6 +46,10 @@ Requests, one a line, with what each is answered:
   {"op":"nearestByWalk","from":12002,"amenity":2,"accessibility":0}
       {"waypoint":55,"element":{"kind":"amenity","id":2},
        "route":[SEGMENT,...]}     or "destination", "pathType", or lists of them
+  {"op":"matrix","from":[12002,12003],"to":[11001,11002]}
+      {"costs":[[c,c],[c,null]],"mmDistances":[[d,d],[d,null]]}
+  {"op":"reach","from":12002,"metres":40}     "cost" in its place or beside it
+      {"reached":[{"waypoint":12,"cost":c,"mm":d},...]}
   {"op":"closest","map":11,"at":[400,300]}
       {"waypoint":12 or null}
   {"op":"closestByRoute","candidates":[22001,12001],"to":14016}

@@ -10,9 +10,9 @@ namespace tern::command {
 namespace {
 
 constexpr std::array commands{
-    &venuesCommand,  &infoCommand,         &floorsCommand,   &placesCommand,  &routeCommand,
-    &nearestCommand, &alternativesCommand, &tourCommand,     &closestCommand, &convertCommand,
-    &batchCommand,   &serveCommand,        &generateCommand,
+    &venuesCommand,  &infoCommand,         &floorsCommand, &placesCommand, &routeCommand,
+    &nearestCommand, &alternativesCommand, &tourCommand,   &matrixCommand, &reachCommand,
+    &closestCommand, &convertCommand,      &batchCommand,  &serveCommand,  &generateCommand,
 };
 
 }  // namespace

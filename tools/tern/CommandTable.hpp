@@ -70,6 +70,8 @@ extern const Command routeCommand;
 extern const Command nearestCommand;
 extern const Command alternativesCommand;
 extern const Command tourCommand;
+extern const Command matrixCommand;
+extern const Command reachCommand;
 extern const Command closestCommand;
 extern const Command convertCommand;
 extern const Command batchCommand;

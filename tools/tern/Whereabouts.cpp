@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
+#include <span>
 
 #include "TernCoreKit/guidance/Landmark.hpp"
 #include "TernCoreKit/model/collections/TernAmenityCollection.hpp"
@@ -103,11 +105,15 @@ std::string awayText(const TernVenueData& venue, const TernWaypoint& waypoint, c
 std::string unknownWaypoints(const Value& request, const TernASGrid& grid,
                              const std::string& place) {
   std::string names;
+  std::set<std::string> named;
   for (const char* field : {"from", "to"}) {
-    const Value* id = request.find(field);
-    if (id == nullptr || id->isList() || grid.getWPById(id->integer()) != nullptr) continue;
-    const std::string name = "waypoint " + id->printed();
-    if (name != names) names += names.empty() ? name : " and no " + name;
+    const Value* ids = request.find(field);
+    if (ids == nullptr) continue;
+    for (const Value& id : ids->isList() ? ids->items() : std::span(ids, 1)) {
+      const std::string name = "waypoint " + id.printed();
+      if (grid.getWPById(id.integer()) != nullptr || !named.insert(name).second) continue;
+      names += names.empty() ? name : " and no " + name;
+    }
   }
   return names.empty() ? names : "there is no " + names + " in " + place;
 }

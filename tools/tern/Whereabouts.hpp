@@ -26,8 +26,8 @@ std::string placeOnFloor(const TernVenueData& venue, const TernWaypoint& waypoin
 // ", 23 m away", or ", right there", as the crow flies from a point of the waypoint's map.
 std::string awayText(const TernVenueData& venue, const TernWaypoint& waypoint, const Value& point);
 
-// Names what the request asks from and to that the graph does not have, as missing from that place;
-// empty when it has both. A list is that of a place, which it has.
+// Names what the request asks from and to, each a waypoint or a list of them, that the graph does
+// not have, as missing from that place; empty when it has all.
 std::string unknownWaypoints(const Value& request, const TernASGrid& grid,
                              const std::string& place);
 

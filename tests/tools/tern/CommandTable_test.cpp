@@ -27,7 +27,8 @@ TEST(CommandTable, everyCommandIsFoundByItsName) {
 TEST(CommandTable, namesStandInOneList) {
   EXPECT_EQ(
       namesOfCommands([](const Command&) { return true; }, ", "),
-      "venues, info, floors, places, route, nearest, alternatives, tour, closest, convert, batch, "
+      "venues, info, floors, places, route, nearest, alternatives, tour, matrix, reach, closest, "
+      "convert, batch, "
       "serve, generate");
   EXPECT_EQ(namesOfCommands(joinsVenues, " and "), "route and batch");
   EXPECT_EQ(namesOfCommands([](const Command&) { return false; }, ", "), "");
