@@ -1,0 +1,141 @@
+#include "TernCoreKit/guidance/detail/WalkedRoute.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+#include "TernCoreKit/guidance/detail/LineTurns.hpp"
+#include "TernCoreKit/model/collections/TernBuildingCollection.hpp"
+#include "TernCoreKit/model/collections/TernFloorCollection.hpp"
+#include "TernCoreKit/model/collections/TernMapCollection.hpp"
+
+namespace tern::inline v5::detail {
+
+namespace {
+
+// The path type that is simply walked: the only one whose links count by their length.
+constexpr std::int64_t walking = 1;
+// What a map without a scale is taken to be across, in metres.
+constexpr double ordinaryBuilding = 150;
+
+TernCoordinate scaled(TernCoordinate point, double factor) {
+  return {point.x * factor, point.y * factor};
+}
+
+// The places of a route's maps, each looked up once.
+class MapPlaces {
+ public:
+  explicit MapPlaces(Venues venues) : venues_(venues) {}
+
+  const MapPlace& of(std::int64_t mapId) {
+    const auto known = std::ranges::find(places_, mapId, &Known::mapId);
+    if (known != places_.end()) return known->place;
+    return places_.emplace_back(mapId, placeOfMap(venues_, mapId)).place;
+  }
+
+ private:
+  struct Known {
+    Known(std::int64_t id, MapPlace at) : mapId(id), place(std::move(at)) {}
+    std::int64_t mapId;
+    MapPlace place;
+  };
+  Venues venues_;
+  std::vector<Known> places_;
+};
+
+double walkedMm(const WalkedNode& node, TernCoordinate before, double units, const MapPlace& place,
+                bool isJoined) {
+  if (isJoined) return 1000 * std::hypot(node.at.x - before.x, node.at.y - before.y);
+  const double mmPerPixel = place.map != nullptr ? place.map->mmPerPixel.number() : 0;
+  return units * mmPerPixel;
+}
+
+// A node's own distance runs from the route's start.
+std::vector<WalkedNode> walkedNodes(const TernRoute& route, Venues venues) {
+  const bool isJoined = venues.size() > 1;
+  MapPlaces places(venues);
+  std::vector<WalkedNode> nodes;
+  double walked = 0;
+  for (const TernPathPerFloor& segment : route) {
+    const MapPlace& place = places.of(segment.mapId);
+    for (const TernASNode& node : segment.points) {
+      const double distance = node.distance().value_or(0);
+      WalkedNode next{node.nodeId(), segment.mapId, onMap(node, place, isJoined), 0,
+                      node.usedEdgeTypeId()};
+      const bool isOnTheSameMap = !nodes.empty() && nodes.back().mapId == next.mapId;
+      if (!nodes.empty() && (isOnTheSameMap || !isJoined)) {
+        next.mm = walkedMm(next, nodes.back().at, distance - walked, place, isJoined);
+      }
+      walked = distance;
+      nodes.push_back(next);
+    }
+  }
+  return nodes;
+}
+
+// Whether a ride goes on behind a walk so short that it is a landing.
+bool isLanding(std::span<const WalkedNode> nodes, const Ride& ride, std::size_t entry) {
+  double mm = 0;
+  for (std::size_t i = ride.exit + 1; i <= entry; ++i) {
+    if (nodes[i].mapId != nodes[ride.exit].mapId) return false;
+    mm += std::max(nodes[i].mm, 1000 * std::hypot(nodes[i].at.x - nodes[i - 1].at.x,
+                                                  nodes[i].at.y - nodes[i - 1].at.y));
+  }
+  return mm < 1000 * (tellableApart + 1);
+}
+
+std::vector<Ride> ridesOf(std::span<const WalkedNode> nodes) {
+  std::vector<Ride> rides;
+  for (std::size_t i = 1; i < nodes.size(); ++i) {
+    const std::int64_t type = nodes[i].pathTypeId;
+    if (type == walking) continue;
+    if (!rides.empty() && rides.back().pathTypeId == type &&
+        isLanding(nodes, rides.back(), i - 1)) {
+      rides.back().exit = i;
+    } else {
+      rides.push_back({i - 1, i, type});
+    }
+  }
+  return rides;
+}
+
+}  // namespace
+
+MapPlace placeOfMap(Venues venues, std::int64_t mapId) {
+  for (const auto& venue : venues) {
+    auto map = venue->maps != nullptr ? venue->maps->getById(mapId) : nullptr;
+    if (map == nullptr) continue;
+    if (venue->buildings) {
+      for (const auto& building : venue->buildings->getAll()) {
+        if (!building->floors) continue;
+        for (const auto& floor : building->floors->getAll()) {
+          if (floor->map && floor->map->id.integer() == mapId) return {venue, building, floor, map};
+        }
+      }
+    }
+    return {venue, nullptr, nullptr, map};
+  }
+  return {};
+}
+
+double metresPerUnit(const TernMap* map) {
+  if (map == nullptr) return 1;
+  const double mmPerPixel = map->mmPerPixel.number();
+  if (mmPerPixel > 0 && std::isfinite(mmPerPixel)) return mmPerPixel / 1000;
+  const double across = std::max(map->width.number(), map->height.number());
+  return across > 0 ? ordinaryBuilding / across : 1;
+}
+
+TernCoordinate onMap(const TernASNode& node, const MapPlace& place, bool isJoined) {
+  TernCoordinate at{node.x(), node.y()};
+  if (place.map == nullptr) return {};
+  if (isJoined) at = TernUtils::convertPoint(at, "EPSG:4326", "tern:local", place.venue.get());
+  return scaled(at, metresPerUnit(place.map.get()));
+}
+
+WalkedRoute walkedRoute(const TernRoute& route, Venues venues) {
+  WalkedRoute walked{walkedNodes(route, venues), {}};
+  walked.rides = ridesOf(walked.nodes);
+  return walked;
+}
+
+}  // namespace tern::detail
