@@ -1,0 +1,95 @@
+#include "TernCoreKit/guidance/detail/Landmarks.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
+
+namespace tern::inline v5::detail {
+
+namespace {
+
+// How far off somebody takes a door for one that is at the turn, or on the way. Metres.
+constexpr double atHand = 10;
+// How long before a turn what one passes still tells it. Metres.
+constexpr double stillRemembered = 15;
+
+double distance(TernCoordinate a, TernCoordinate b) { return std::hypot(a.x - b.x, a.y - b.y); }
+
+// Where a door lies beside a straight stretch: how far behind its end, and how far to the right.
+struct Beside {
+  double behind = 0;
+  double right = 0;
+};
+
+Beside besideOf(TernCoordinate door, TernCoordinate from, TernCoordinate to) {
+  const double length = distance(from, to);
+  const TernCoordinate way{(to.x - from.x) / length, (to.y - from.y) / length};
+  const TernCoordinate off{door.x - to.x, door.y - to.y};
+  return {-(off.x * way.x + off.y * way.y), way.x * off.y - way.y * off.x};
+}
+
+}  // namespace
+
+Landmarks::Landmarks(const MapPlace& place) {
+  if (place.map == nullptr || !place.venue->destinations) return;
+  const std::int64_t mapId = place.map->id.integer();
+  const double scale = metresPerUnit(place.map.get());
+  for (const auto& destination : place.venue->destinations->each()) {
+    Landmark landmark{destination.id.integer(), std::string(destination.name.text()), {}};
+    if (landmark.name.empty()) continue;
+    for (const auto& waypoint : destination.waypoints) {
+      if (waypoint->mapId.integer() != mapId) continue;
+      landmark.doors.push_back(
+          {waypoint->coordinate(0).number() * scale, waypoint->coordinate(1).number() * scale});
+    }
+    if (!landmark.doors.empty()) all_.push_back(std::move(landmark));
+  }
+}
+
+std::optional<SeenLandmark> Landmarks::before(std::span<const TernCoordinate> line,
+                                              std::size_t turn, std::optional<std::int64_t> told,
+                                              std::optional<std::int64_t> goal) const {
+  std::optional<SeenLandmark> best;
+  double least = std::numeric_limits<double>::infinity();
+  std::size_t from = turn;
+  while (from > 0 && distance(line[from], line[turn]) < stillRemembered) --from;
+  for (const Landmark& landmark : all_) {
+    if (landmark.id == told || landmark.id == goal) continue;
+    for (const TernCoordinate door : landmark.doors) {
+      // What is at the turn goes before all that is passed.
+      const double away = distance(door, line[turn]);
+      if (away <= atHand && away < least) {
+        least = away;
+        best = {&landmark, false, false};
+      }
+      if (from == turn || line[from] == line[turn]) continue;
+      const Beside beside = besideOf(door, line[from], line[turn]);
+      const double rank = atHand + beside.behind;
+      if (beside.behind > 0 && beside.behind <= stillRemembered &&
+          std::abs(beside.right) <= atHand && std::abs(beside.right) > 0.5 && rank < least) {
+        least = rank;
+        best = {&landmark, true, beside.right > 0};
+      }
+    }
+  }
+  return best;
+}
+
+const Landmark* Landmarks::nearest(TernCoordinate point) const {
+  const Landmark* best = nullptr;
+  double least = std::numeric_limits<double>::infinity();
+  for (const Landmark& landmark : all_) {
+    for (const TernCoordinate door : landmark.doors) {
+      const double away = distance(door, point);
+      if (away >= least) continue;
+      least = away;
+      best = &landmark;
+    }
+  }
+  return best;
+}
+
+}  // namespace tern::detail
