@@ -10,6 +10,7 @@ namespace {
 constexpr std::array table{
     Operation{"route", answerRoute, answerJoinedRoute},
     Operation{"routeToAny", answerRouteToAny},
+    Operation{"directions", answerDirections},
     Operation{"alternatives", answerAlternatives},
     Operation{"tour", answerTour},
     Operation{"solve", answerSolve},

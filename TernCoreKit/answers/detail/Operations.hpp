@@ -29,6 +29,8 @@ using AnswerPlaces = Value(const TernPlaces& places, RequestFields& fields);
 // RouteOperations.cpp
 AnswerVenue answerRoute, answerRouteToAny, answerAlternatives, answerClosestByRoute;
 AnswerJoined answerJoinedRoute;
+// DirectionsOperation.cpp
+AnswerVenue answerDirections;
 // TourOperations.cpp
 AnswerVenue answerTour, answerSolve;
 // NearestOperations.cpp
