@@ -211,11 +211,14 @@ TEST_F(CommandTest, routeIsToldAndExitsWithZero) {
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.output,
             "From Bakery (waypoint 1)\n"
-            "  Ground Floor: walk 6 m\n"
-            "  Stairs up to First Floor\n"
-            "  First Floor: walk 1 map units\n"
             "To Exit (waypoint 4)\n"
-            "61 map units in all\n");
+            "\n"
+            "Ground Floor\n"
+            "   1. Start at Bakery, 6 m\n"
+            "   2. Take the stairs up to First Floor\n"
+            "First Floor\n"
+            "   3. You have reached Exit\n"
+            "6 m, about 1 minute\n");
   EXPECT_EQ(result.diagnostics, "");
 }
 
@@ -533,14 +536,14 @@ TEST_F(CommandSampleTest, everyShopIsReachedFromTheFirst) {
   }
 }
 
-TEST_F(CommandSampleTest, longRouteIsToldInMetresAndFloors) {
+TEST_F(CommandSampleTest, longRouteIsToldInStepsMetresAndFloors) {
   const std::vector<std::int64_t> ids = doors();
   const ProcessResult result =
       ask({"route", "--from", std::to_string(ids.front()), "--to", std::to_string(ids.back())});
   EXPECT_EQ(result.status, 0);
   EXPECT_THAT(result.output, testing::ContainsRegex("From .+ \\(waypoint [0-9]+\\)\n"));
-  EXPECT_THAT(result.output, testing::ContainsRegex(": walk [0-9]+ m\n"));
-  EXPECT_THAT(result.output, EndsWith(" m in all\n"));
+  EXPECT_THAT(result.output, testing::ContainsRegex("   2\\. .+, [0-9]+ m\n"));
+  EXPECT_THAT(result.output, testing::ContainsRegex("\n[0-9]+ m, about [0-9]+ minutes?\n$"));
 }
 
 }  // namespace

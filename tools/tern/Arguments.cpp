@@ -119,14 +119,15 @@ HostOptions hostOptionsOf(const Value& values) {
           .trace = values["--trace"].flag()};
 }
 
-// Each value under its key; that of "a.b" lies under "b" in a map under "a".
+// Each value under its key, flags that are set among them; that of "a.b" lies under "b" in a map
+// under "a".
 Value requestOf(const Command& command, const Value& values) {
   Value request = Value::map({{"op", command.name}});
   std::vector<Option> options = command.options;
   options.push_back(command.operand);
   for (const Option& option : options) {
     const Value* value = values.find(option.name);
-    if (value == nullptr) continue;
+    if (value == nullptr || (option.isFlag() && !value->flag())) continue;
     const std::string_view key = option.requestKey();
     const std::size_t dot = key.find('.');
     Value inner = dot == key.npos ? *value : request[key.substr(0, dot)];

@@ -1,10 +1,14 @@
 #include "TernCoreKit/answers/TernAnswers.hpp"
+#include "TernCoreKit/guidance/TernGuidance.hpp"
+#include "TernCoreKit/wayfinding/TernASGrid.hpp"
+#include "tools/tern/AnsweredRoute.hpp"
 #include "tools/tern/AskedAnswers.hpp"
 #include "tools/tern/CommandTable.hpp"
 #include "tools/tern/JoinedRouteCommand.hpp"
 #include "tools/tern/RouteFile.hpp"
 #include "tools/tern/RouteText.hpp"
 #include "tools/tern/SharedOptions.hpp"
+#include "tools/tern/StepText.hpp"
 #include "tools/tern/Telling.hpp"
 #include "tools/tern/Whereabouts.hpp"
 
@@ -18,14 +22,39 @@ Value routeOrAny(Value request) {
   return request;
 }
 
+// Of the same route again, since an answer does not have its nodes.
+std::string stepsOf(const TernActiveVenue& venue, const Value& route, const Value& request) {
+  const auto grid = venue.globalASGrid();
+  const std::string_view language = request["language"].text();
+  const TernRoute found =
+      venue.wayfind(grid->getWPById(startOf(route)), grid->getWPById(endOf(route)),
+                    request["accessibility"].integer());
+  const std::shared_ptr<const TernVenueData> shared(std::shared_ptr<void>(), &venue);
+  return stepsText(
+      TernGuidance({shared}, grid).stepsOf(found, language),
+      [&](std::int64_t mapId) { return words::floorName(venue, mapId).text(); }, language);
+}
+
+// With --steps the answer to "directions".
+Value shownAnswer(const Arguments& call, const Value& answer, const TernAnswers& answers) {
+  if (!call.json || !call.request["steps"].flag() || answer["route"].size() == 0) return answer;
+  Value request = call.request;
+  request.set("op", "directions");
+  request.set("to", endOf(answer["route"]));
+  return answerTo(request, answers);
+}
+
 Outcome answerRoute(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
-  const Value answer = answerTo(routeOrAny(call.request), TernAnswers(venue));
+  const TernAnswers answers(venue);
+  const Value answer = answerTo(routeOrAny(call.request), answers);
   const Value& route = answer["route"];
   Telling told{
       .isFound = route.size() > 0,
       .remark = unknownWaypoints(call.request, *venue->globalASGrid(), venueTitle(*venue))};
   if (told.isFound) {
-    told.text = routeText(*venue, route);
+    told.text = "From " + placeNameWithId(*venue, startOf(route)) + "\nTo " +
+                placeNameWithId(*venue, endOf(route)) + "\n\n" +
+                stepsOf(*venue, route, call.request);
     told.picture.emplace(pictureOf(*venue, route));
   } else if (told.remark.empty() && isNoWay(call.request)) {
     told.isFound = true;
@@ -34,14 +63,19 @@ Outcome answerRoute(const Arguments& call, const std::shared_ptr<TernActiveVenue
   } else if (told.remark.empty()) {
     told.text = noRouteText(*venue, call.request);
   }
-  return outcomeOf(call, answer, told);
+  return outcomeOf(call, shownAnswer(call, answer, answers), told);
 }
 
 }  // namespace
 
 const Command routeCommand{.name = "route",
                            .summary = "find a route between two waypoints",
-                           .options = {fromOption, toOption, accessibilityOption, pictureOption},
+                           .options = {fromOption,
+                                       toOption,
+                                       accessibilityOption,
+                                       languageOption,
+                                       {"--steps", "", "with --json: the steps too"},
+                                       pictureOption},
                            .about = AboutVenue{answerRoute, answerJoinedRoute},
                            .help = R"(Examples:
   tern generate --out mall

@@ -6,18 +6,13 @@
 #include <cmath>
 #include <utility>
 
+#include "TernCoreKit/guidance/detail/Folding.hpp"
 #include "TernCoreKit/guidance/detail/LanguageFiles.hpp"
 #include "TernCoreKit/platform/Json.hpp"
 
 namespace tern::inline v5::detail {
 
 namespace {
-
-std::string lowered(std::string_view text) {
-  std::string low(text);
-  for (char& c : low) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-  return low;
-}
 
 constexpr std::string_view fallback = "en";
 constexpr double mmPerFoot = 304.8;
@@ -58,7 +53,7 @@ const std::vector<KnownMover>& knownMovers() {
     for (const Value& file : files()) {
       for (const auto& [kind, texts] : file["mover"].entries()) {
         for (const Value& word : texts["known"].items()) {
-          words.push_back({lowered(word.text()), kind.text()});
+          words.push_back({folded(word.text()), kind.text()});
         }
       }
     }
@@ -88,7 +83,7 @@ std::string filledIn(std::string_view text, std::span<const PhraseBook::Filling>
 }  // namespace
 
 PhraseBook PhraseBook::of(std::string_view tag) {
-  const std::string whole = lowered(tag);
+  const std::string whole = folded(tag);
   const std::string_view language = std::string_view(whole).substr(0, whole.find_first_of("-_"));
   const bool isImperial = whole.ends_with("-us") || whole.ends_with("_us");
   return {fileOf(language), isImperial};
@@ -101,7 +96,7 @@ std::vector<std::string> PhraseBook::languages() {
 }
 
 std::string_view PhraseBook::moverKind(std::string_view name) {
-  const std::string low = lowered(name);
+  const std::string low = folded(name);
   const auto found = std::ranges::find_if(
       knownMovers(), [&](const KnownMover& known) { return low.find(known.word) != low.npos; });
   return found != knownMovers().end() ? found->kind : std::string_view();

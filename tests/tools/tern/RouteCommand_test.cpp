@@ -46,6 +46,23 @@ TEST_F(RouteCommandTest, routeIsToldInWords) {
   EXPECT_THAT(answer.text, StartsWith("From Bakery (waypoint 1)\n"));
 }
 
+TEST_F(RouteCommandTest, jsonWithStepsIsTheAnswerToDirections) {
+  EXPECT_EQ(
+      ask({"route", "--from", "1", "--to", "4", "--json", "--steps", "--language", "de"}).text,
+      TernAnswers(venue_).answerText(
+          R"({"op":"directions","from":1,"to":4,"accessibility":100,"language":"de"})") +
+          "\n");
+}
+
+TEST_F(RouteCommandTest, stepsAreToldInTheLanguageThatIsAskedFor) {
+  EXPECT_THAT(ask({"route", "--from", "1", "--to", "4", "--language", "de"}).text,
+              HasSubstr("1. Start bei Bakery, 6 m\n"));
+  EXPECT_THAT(ask({"route", "--from", "1", "--to", "4", "--language", "en-US"}).text,
+              HasSubstr("1. Start at Bakery, 20 ft\n"));
+  EXPECT_THAT(ask({"route", "--from", "1", "--to", "4", "--language", "xx"}).text,
+              HasSubstr("1. Start at Bakery, 6 m\n"));
+}
+
 TEST_F(RouteCommandTest, noRouteIsSaid) {
   const Answer answer = ask({"route", "--from", "1", "--to", "5"});
   EXPECT_EQ(answer.status, ExitStatus::nothingFound);

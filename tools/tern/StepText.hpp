@@ -1,0 +1,22 @@
+// A route told in steps, floor by floor, for a person to read.
+//
+// Threads: any. Fails: never.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "TernCoreKit/guidance/TernStep.hpp"
+
+namespace tern::command {
+
+// Each floor's name on a line of its own, its steps below it with how far each goes, and in the end
+// how far and how long it all is, where a scale tells that.
+std::string stepsText(const std::vector<TernStep>& steps,
+                      const std::function<std::string(std::int64_t mapId)>& floorName,
+                      std::string_view language);
+
+}  // namespace tern::command
