@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <new>
 #include <unordered_set>
 #include <utility>
 #include <vector>
@@ -14,6 +13,7 @@
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "TernCoreKit/platform/Json.hpp"
+#include "TernCoreKit/platform/detail/common/Attempt.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "TernCoreKit/wayfinding/TernWalks.hpp"
 
@@ -38,7 +38,7 @@ Rows walksBetween(const TernActiveVenue& venue, const Ids& from, const Ids& to,
   walks.grid = venue.globalASGrid();
   walks.maps = venue.maps;
   auto rows = walks.between(narrowed(from), narrowed(to), level);
-  if (!rows) throw std::bad_alloc();
+  if (!rows) breakOffAttempt();
   const auto isUnknown = [&](std::int64_t id) { return walks.grid->getWPById(id) == nullptr; };
   for (std::size_t i = 0; i < from.size(); ++i) {
     if (isUnknown(from[i])) (*rows)[i].assign(to.size(), std::nullopt);

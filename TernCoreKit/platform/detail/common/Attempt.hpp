@@ -30,6 +30,9 @@ bool attempt(Work&& work) {
   return attemptCall([](void* self) { (*static_cast<Called*>(self))(); }, const_cast<void*>(word));
 }
 
+// Breaks the attempt around this call off, for whoever is told by value that there is no memory.
+[[noreturn]] void breakOffAttempt();
+
 // A function that several share: copies of it take no memory.
 template <class Function>
 class Kept {
