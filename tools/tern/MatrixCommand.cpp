@@ -59,26 +59,25 @@ Outcome answerMatrix(const Arguments& call, const std::shared_ptr<TernActiveVenu
 
 }  // namespace
 
-const Command matrixCommand{
-    .name = "matrix",
-    .summary = "tell how far it is between many waypoints",
-    .options = {{"--from",
-                 "W,...",
-                 "where the routes begin: waypoints, or places by their names",
-                 readPlaces,
-                 required,
-                 {},
-                 Naming::start},
-                {"--to",
-                 "W,...",
-                 "where they end: waypoints, or places by their names",
-                 readPlaces,
-                 required,
-                 {},
-                 Naming::start},
-                accessibilityOption},
-    .about = AboutVenue{answerMatrix},
-    .help = R"(Examples:
+const Command matrixCommand{.name = "matrix",
+                            .summary = "tell how far it is between many waypoints",
+                            .options = {{"--from",
+                                         "W,...",
+                                         "where to start: waypoints, or places by name",
+                                         readPlaces,
+                                         required,
+                                         {},
+                                         Naming::start},
+                                        {"--to",
+                                         "W,...",
+                                         "where they end: waypoints, or places by their names",
+                                         readPlaces,
+                                         required,
+                                         {},
+                                         Naming::start},
+                                        accessibilityOption},
+                            .about = AboutVenue{answerMatrix},
+                            .help = R"(Examples:
   tern generate --out mall
   tern matrix --data mall --from 22001,12002 --to 14016,11001,13001
   tern matrix --data mall --from 22001,12002 --to 14016 --accessibility 0 --json

@@ -77,25 +77,24 @@ std::optional<std::string> objectionToLimits(const Arguments& call) {
 
 }  // namespace
 
-const Command reachCommand{
-    .name = "reach",
-    .summary = "find how far one gets",
-    .options = {{"--from",
-                 "W,...",
-                 "where one may start: a waypoint or a place by its name, or several",
-                 readPlaces,
-                 required,
-                 {},
-                 Naming::start},
-                {"--metres", "N", "the longest walk", readNumber},
-                {"--cost", "C", "the highest cost of a route", readNumber},
-                accessibilityOption},
-    .about = AboutVenue{answerReach},
-    .objection = objectionToLimits,
-    .help = R"(Examples:
+const Command reachCommand{.name = "reach",
+                           .summary = "find how far one gets",
+                           .options = {{"--from",
+                                        "W,...",
+                                        "where to start: waypoints, or places by name",
+                                        readPlaces,
+                                        required,
+                                        {},
+                                        Naming::start},
+                                       {"--metres", "N", "the longest walk", readNumber},
+                                       {"--cost", "C", "the highest cost of a route", readNumber},
+                                       accessibilityOption},
+                           .about = AboutVenue{answerReach},
+                           .objection = objectionToLimits,
+                           .help = R"(Examples:
   tern generate --out mall
   tern reach --data mall --from 22001 --metres 40
-  tern reach --data mall --from 22001,12002 --metres 25.5 --accessibility 0 --json
+  tern reach --data mall --from 22001,12002 --metres 25.5 --json
 
 Cost and length are those of the cheapest route from any of the starts. Exits
 with 1 for a waypoint that the venue does not have.

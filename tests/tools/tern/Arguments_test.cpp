@@ -223,7 +223,7 @@ TEST(Arguments, ratiosOfAlternativesBecomeOptions) {
 TEST(Arguments, unknownCommandIsNamedWithThoseThereAre) {
   EXPECT_EQ(refusalOf({"fly"}),
             "\"fly\" is no command; there are venues, info, floors, places, route, nearest, "
-            "alternatives, tour, "
+            "alternatives, tour, matrix, reach, "
             "closest, convert, batch, serve, generate (see tern --help)");
 }
 
