@@ -151,8 +151,8 @@ TernGuidance::TernGuidance(std::vector<std::shared_ptr<const TernVenueData>> ven
                            std::shared_ptr<TernASGrid> grid)
     : venues_(std::move(venues)), grid_(std::move(grid)) {}
 
-std::vector<TernStep> TernGuidance::stepsOf(const TernRoute& route,
-                                            std::string_view language) const {
+std::optional<std::vector<TernStep>> TernGuidance::stepsOf(const TernRoute& route,
+                                                           std::string_view language) const {
   std::vector<TernStep> steps;
   const auto work = [&] {
     // In the order of their addresses, as whoever locks several.
@@ -163,7 +163,7 @@ std::vector<TernStep> TernGuidance::stepsOf(const TernRoute& route,
     const auto book = detail::PhraseBook::of(language);
     steps = Telling(venues_, *grid_, route, book).steps();
   };
-  if (!detail::attempt(work)) steps.clear();
+  if (!detail::attempt(work)) return std::nullopt;
   return steps;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,11 +26,12 @@ struct TernVenueData;
 ///
 /// Threads: any number at a time; while a route is told, its venues' records are locked.
 ///
-/// Fails: by no steps: for a route without a node, and where there is no memory.
+/// Fails: by none, for want of memory; a route without a node has no steps.
 ///
 ///     TernGuidance guidance({venue}, venue->globalASGrid());
-///     for (const TernStep& step : guidance.stepsOf(venue->wayfind(a, b, 100), "de"))
-///     show(step.text);
+///     if (const auto steps = guidance.stepsOf(venue->wayfind(a, b, 100), "de")) {
+///       for (const TernStep& step : *steps) show(step.text);
+///     }
 class TERN_API TernGuidance {
  public:
   /// About routes of that graph: a venue's own, or the joined one of several. REQUIRES: neither the
@@ -39,7 +41,8 @@ class TERN_API TernGuidance {
 
   /// The steps of a route, in a language: a tag such as "de" or "en-US", whose region decides on
   /// feet or metres; English for one that is not known.
-  std::vector<TernStep> stepsOf(const TernRoute& route, std::string_view language = "en") const;
+  std::optional<std::vector<TernStep>> stepsOf(const TernRoute& route,
+                                               std::string_view language = "en") const;
 
   /// "320 m, about 5 minutes" for all of them.
   static std::string sumOf(const std::vector<TernStep>& steps, std::string_view language = "en");

@@ -211,6 +211,10 @@ INSTANTIATE_TEST_SUITE_P(
                     R"({"op":"nearestOnMap","from":1,"toMap":2,"destinations":[9,10]})",
                     R"({"op":"closestByRoute","candidates":[2,3],"to":7})",
                     R"({"op":"solve","matrix":[[0,1,2],[1,0,3],[2,3,0]]})",
+                    R"({"op":"directions","from":1,"to":7,"language":"fr"})",
+                    R"({"op":"nearestByWalk","from":1,"destinations":[9,12]})",
+                    R"({"op":"matrix","from":[1],"to":[7,4]})",
+                    R"({"op":"reach","from":1,"metres":20})", R"({"op":"places","text":"toilets"})",
                     R"({"op":"neighbors","node":2})"));
 
 TEST_F(TernAnswersTest, withoutAVenueThereIsAnError) {

@@ -87,7 +87,7 @@ class StepLaws : public testing::Test {
       told.route = venue->wayfind(any(), any(), random() % 2 == 0 ? 100 : 0);
       if (told.route.empty()) continue;
       told.walked = walkedOf(told.route);
-      told.steps = guidance.stepsOf(told.route);
+      told.steps = guidance.stepsOf(told.route).value();
       ASSERT_FALSE(told.steps.empty());
       for (const TernStep& step : told.steps) {
         std::size_t i = told.at.empty() ? 0 : told.at.back();

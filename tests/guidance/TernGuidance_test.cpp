@@ -23,7 +23,7 @@ using Steps = std::vector<TernStep>;
 Steps stepsOn(const Drawing& drawing, char from, char to, std::string_view language = "en") {
   const auto venue = test::loadDrawnVenue(drawing);
   const TernGuidance guidance({venue}, venue->globalASGrid());
-  return guidance.stepsOf(
+  return *guidance.stepsOf(
       venue->wayfind(test::waypointAt(*venue, from), test::waypointAt(*venue, to), 100), language);
 }
 
@@ -68,7 +68,8 @@ TEST(TernGuidance, tellsTheSameInEveryLanguage) {
 
 TEST(TernGuidance, noRouteHasNoSteps) {
   const auto venue = test::loadDrawnVenue(corner);
-  EXPECT_THAT(TernGuidance({venue}, venue->globalASGrid()).stepsOf({}), IsEmpty());
+  EXPECT_THAT(TernGuidance({venue}, venue->globalASGrid()).stepsOf({}),
+              testing::Optional(IsEmpty()));
 }
 
 TEST(TernGuidance, aTurnIsToldByADestinationAtItOrByOnePassedBefore) {

@@ -1,3 +1,5 @@
+#include <new>
+
 #include "TernCoreKit/answers/TernAnswers.hpp"
 #include "TernCoreKit/guidance/TernGuidance.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
@@ -30,17 +32,19 @@ std::string stepsOf(const TernActiveVenue& venue, const Value& route, const Valu
       venue.wayfind(grid->getWPById(startOf(route)), grid->getWPById(endOf(route)),
                     request["accessibility"].integer());
   const std::shared_ptr<const TernVenueData> shared(std::shared_ptr<void>(), &venue);
+  const auto steps = TernGuidance({shared}, grid).stepsOf(found, language);
+  if (!steps) throw std::bad_alloc();
   return stepsText(
-      TernGuidance({shared}, grid).stepsOf(found, language),
-      [&](std::int64_t mapId) { return words::floorName(venue, mapId).text(); }, language);
+      *steps, [&](std::int64_t mapId) { return words::floorName(venue, mapId).text(); }, language);
 }
 
 // With --steps the answer to "directions".
 Value shownAnswer(const Arguments& call, const Value& answer, const TernAnswers& answers) {
-  if (!call.json || !call.request["steps"].flag() || answer["route"].size() == 0) return answer;
+  if (!call.json || !call.request["steps"].flag()) return answer;
   Value request = call.request;
   request.set("op", "directions");
-  request.set("to", endOf(answer["route"]));
+  const Value& route = answer["route"];
+  request.set("to", route.size() > 0 ? endOf(route) : goalOf(request));
   return answerTo(request, answers);
 }
 

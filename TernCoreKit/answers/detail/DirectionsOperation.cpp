@@ -1,5 +1,6 @@
-// A route told in steps.
+// A route told in steps. Fails: by std::bad_alloc, which becomes the answer.
 #include <array>
+#include <optional>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -8,6 +9,7 @@
 #include "TernCoreKit/answers/detail/Operations.hpp"
 #include "TernCoreKit/guidance/TernGuidance.hpp"
 #include "TernCoreKit/model/venue/TernActiveVenue.hpp"
+#include "TernCoreKit/platform/detail/common/Attempt.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 
 namespace tern::inline v5::detail {
@@ -61,7 +63,9 @@ Value answerDirections(TernActiveVenue& venue, RequestFields& fields) {
   double mm = 0;
   double seconds = 0;
   std::vector<Value> steps;
-  for (const TernStep& step : TernGuidance({shared}, grid).stepsOf(route, language)) {
+  const auto told = TernGuidance({shared}, grid).stepsOf(route, language);
+  if (!told) breakOffAttempt();
+  for (const TernStep& step : *told) {
     mm += step.mm;
     seconds += step.seconds;
     steps.push_back(stepPart(step));

@@ -9,6 +9,7 @@
 #include "TernCoreKit/guidance/detail/Folding.hpp"
 #include "TernCoreKit/guidance/detail/LanguageFiles.hpp"
 #include "TernCoreKit/platform/Json.hpp"
+#include "TernCoreKit/platform/detail/common/Attempt.hpp"
 
 namespace tern::inline v5::detail {
 
@@ -22,7 +23,10 @@ const std::vector<Value>& files() {
   static const std::vector<Value> read = [] {
     std::vector<Value> values;
     for (const std::string_view file : languageFiles()) {
-      values.push_back(decodeJson(std::string(file)).value);
+      JsonResult parsed = decodeJson(std::string(file));
+      // A constant is read or there is no memory for it; then the next one to ask tries again.
+      if (parsed.error) breakOffAttempt();
+      values.push_back(std::move(parsed.value));
     }
     return values;
   }();

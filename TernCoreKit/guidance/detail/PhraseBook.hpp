@@ -3,8 +3,7 @@
 // Texts hold names in braces, such as {place}, which are filled in. What a language lacks is
 // English.
 //
-// Threads: any, after it is made. Fails: never; a file that cannot be read is an empty one, which a
-// test finds.
+// Threads: any. Fails: for want of memory, by std::bad_alloc.
 #pragma once
 
 #include <initializer_list>

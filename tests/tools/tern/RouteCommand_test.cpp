@@ -54,6 +54,11 @@ TEST_F(RouteCommandTest, jsonWithStepsIsTheAnswerToDirections) {
           "\n");
 }
 
+TEST_F(RouteCommandTest, stepsOfNoRouteAreNone) {
+  EXPECT_EQ(ask({"route", "--from", "1", "--to", "99", "--json", "--steps"}).text,
+            "{\"route\":[],\"steps\":[],\"mm\":0,\"seconds\":0}\n");
+}
+
 TEST_F(RouteCommandTest, stepsAreToldInTheLanguageThatIsAskedFor) {
   EXPECT_THAT(ask({"route", "--from", "1", "--to", "4", "--language", "de"}).text,
               HasSubstr("1. Start bei Bakery, 6 m\n"));
