@@ -23,6 +23,7 @@ enum class TernDirection {
 ///
 /// Ownership: plain values. Threads: plain values. Fails: never.
 struct TERN_API TernStep {
+  /// What is done at a step.
   enum class Kind {
     /// The beginning; always the first step.
     depart,
@@ -39,9 +40,11 @@ struct TERN_API TernStep {
   struct Landmark {
     /// Id of a destination.
     std::int64_t id = 0;
+    /// Whether it is the same destination.
     friend bool operator==(const Landmark&, const Landmark&) = default;
   };
 
+  /// What is done.
   Kind kind = Kind::depart;
   /// Of a turn; of a mover, a crossing or the beginning when there is a turn right at it; at the
   /// end the side where the place lies, when that is known.
@@ -58,6 +61,7 @@ struct TERN_API TernStep {
   std::optional<std::int64_t> mover;
   /// Id of the map that a mover or a crossing leads to, when it is another one.
   std::optional<std::int64_t> toMapId;
+  /// What is seen at it: of a turn what tells it, at the beginning and the end the place itself.
   std::optional<Landmark> landmark;
   /// One sentence, or two, in the language that was asked for.
   std::string text;
