@@ -1,10 +1,12 @@
 #include "tools/tern/JoinedRouteCommand.hpp"
 
 #include <limits>
+#include <new>
 #include <string>
 #include <utility>
 
 #include "TernCoreKit/answers/TernAnswers.hpp"
+#include "TernCoreKit/guidance/TernGuidance.hpp"
 #include "TernCoreKit/model/collections/TernMapCollection.hpp"
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/service/coordinates/TernUtils.hpp"
@@ -12,8 +14,10 @@
 #include "tools/tern/AnsweredRoute.hpp"
 #include "tools/tern/AskedAnswers.hpp"
 #include "tools/tern/RouteText.hpp"
+#include "tools/tern/StepText.hpp"
 #include "tools/tern/Telling.hpp"
 #include "tools/tern/Whereabouts.hpp"
+#include "tools/tern/words/FloorName.hpp"
 
 namespace tern::command {
 
@@ -46,29 +50,30 @@ Value onItsMap(const Value& segment, const TernActiveVenue& venue, double walked
   return local;
 }
 
-// " at Exit (waypoint 12)", " near Coral Books (waypoint 13) on First Floor"
-std::string atPlace(const TernActiveVenue& venue, std::int64_t waypointId) {
-  const std::string place = placeNameWithId(venue, waypointId);
-  return (place.starts_with("near ") ? " " : " at ") + place;
-}
-
 std::string placeAmong(const TernMultiActiveVenues& venues, std::int64_t waypointId) {
   const auto waypoint = venues.globalASGrid()->getWPById(waypointId);
   const auto venue = waypoint ? venues.getVenueByMapId(waypoint->mapId.integer()) : nullptr;
   return venue ? placeNameWithId(*venue, waypointId) : "waypoint " + std::to_string(waypointId);
 }
 
-std::string textOf(const std::vector<VenueLeg>& legs) {
-  std::string text;
-  for (std::size_t i = 0; i < legs.size(); ++i) {
-    if (i > 0) {
-      const auto& [left, walked] = legs[i - 1];
-      text += "\nLeave " + nameOf(*left) + atPlace(*left, endOf(walked)) + " and enter " +
-              nameOf(*legs[i].venue) + atPlace(*legs[i].venue, startOf(legs[i].segments)) + "\n\n";
-    }
-    text += "In " + nameOf(*legs[i].venue) + "\n" + routeText(*legs[i].venue, legs[i].segments);
-  }
-  return text;
+// "Harbour Mall, Ground Floor"
+std::string floorAmong(const TernMultiActiveVenues& venues, std::int64_t mapId) {
+  const auto venue = venues.getVenueByMapId(mapId);
+  if (venue == nullptr) return "map " + std::to_string(mapId);
+  return nameOf(*venue) + ", " + words::floorName(*venue, mapId).text();
+}
+
+// Of the same route again, since an answer does not have its nodes.
+std::string stepsOf(const TernMultiActiveVenues& venues, const Value& route, const Value& request) {
+  const auto grid = venues.globalASGrid();
+  const std::string_view language = request["language"].text();
+  const TernRoute found = venues.wayfind(grid->getWPById(startOf(route)),
+                                         grid->getWPById(endOf(route)), levelOf(request));
+  const auto all = venues.activeVenues();
+  const auto steps = TernGuidance({all.begin(), all.end()}, grid).stepsOf(found, language);
+  if (!steps) throw std::bad_alloc();
+  return stepsText(
+      *steps, [&](std::int64_t mapId) { return floorAmong(venues, mapId); }, language);
 }
 
 picture::RoutePicture legsPicture(const std::vector<VenueLeg>& legs) {
@@ -130,7 +135,9 @@ Outcome answerJoinedRoute(const Arguments& call,
   Telling told{.isFound = answer["route"].size() > 0,
                .remark = unknownWaypoints(call.request, *venues->globalASGrid(), "these venues")};
   if (!legs.empty()) {
-    told.text = textOf(legs);
+    const Value& route = answer["route"];
+    told.text = "From " + placeAmong(*venues, startOf(route)) + "\nTo " +
+                placeAmong(*venues, endOf(route)) + "\n\n" + stepsOf(*venues, route, call.request);
     told.picture.emplace(legsPicture(legs));
   } else if (told.remark.empty() && isNoWay(call.request)) {
     told.isFound = true;

@@ -28,9 +28,8 @@ Value routeOrAny(Value request) {
 std::string stepsOf(const TernActiveVenue& venue, const Value& route, const Value& request) {
   const auto grid = venue.globalASGrid();
   const std::string_view language = request["language"].text();
-  const TernRoute found =
-      venue.wayfind(grid->getWPById(startOf(route)), grid->getWPById(endOf(route)),
-                    request["accessibility"].integer());
+  const TernRoute found = venue.wayfind(grid->getWPById(startOf(route)),
+                                        grid->getWPById(endOf(route)), levelOf(request));
   const std::shared_ptr<const TernVenueData> shared(std::shared_ptr<void>(), &venue);
   const auto steps = TernGuidance({shared}, grid).stepsOf(found, language);
   if (!steps) throw std::bad_alloc();

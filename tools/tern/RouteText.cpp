@@ -29,6 +29,11 @@ bool isNoWay(const Value& request) {
   return to.isList() ? std::ranges::count(to.items(), request["from"]) > 0 : to == request["from"];
 }
 
+std::int64_t levelOf(const Value& request) {
+  const Value* level = request.find("accessibility");
+  return level != nullptr ? level->integer() : 100;
+}
+
 std::string noRouteText(const TernVenueData& venue, const Value& request) {
   return "No route from " + placeNameWithId(venue, request["from"].integer()) + " to " +
          placeNameWithId(venue, goalOf(request)) + "\n";

@@ -18,6 +18,9 @@ std::int64_t goalOf(const Value& request);
 // Whether the request begins where it ends, so that nobody has to walk.
 bool isNoWay(const Value& request);
 
+// The level that an answer goes by: everyone's when the request names none.
+std::int64_t levelOf(const Value& request);
+
 // "No route from ... to ...", with a line break, for a request that names both.
 std::string noRouteText(const TernVenueData& venue, const Value& request);
 

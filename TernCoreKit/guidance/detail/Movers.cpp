@@ -49,7 +49,7 @@ MoverKind moverKindOf(const TernPathType* pathType) {
                                   : MoverKind::other;
 }
 
-std::string_view nameOf(MoverKind kind) { return kindNames[static_cast<std::size_t>(kind)]; }
+std::string_view moverName(MoverKind kind) { return kindNames[static_cast<std::size_t>(kind)]; }
 
 std::shared_ptr<const TernPathType> pathTypeOf(const MapPlace& place, std::int64_t id) {
   if (place.venue == nullptr || !place.venue->pathTypes) return nullptr;

@@ -17,7 +17,7 @@ enum class MoverKind { lift, escalator, stairs, ramp, movingWalkway, other };
 // By the words of its name, in the languages that are known, as a phrase book lists them.
 MoverKind moverKindOf(const TernPathType* pathType);
 // "lift" and so on, as the languages' files call it.
-std::string_view nameOf(MoverKind kind);
+std::string_view moverName(MoverKind kind);
 
 std::shared_ptr<const TernPathType> pathTypeOf(const MapPlace& place, std::int64_t id);
 

@@ -10,7 +10,6 @@ namespace tern::inline v5::detail {
 
 namespace {
 
-constexpr std::int64_t walking = 1;
 // What somebody has behind or before them when they choose a way. Metres.
 constexpr double glance = 2;
 // By how much another way has to be the straighter one. Degrees.
@@ -37,8 +36,8 @@ TernCoordinate glanced(std::span<const WalkedNode> nodes, std::size_t from, int 
 
 bool isWalkedThrough(std::span<const WalkedNode> nodes, std::size_t i) {
   return i > 0 && i + 1 < nodes.size() && nodes[i - 1].mapId == nodes[i].mapId &&
-         nodes[i + 1].mapId == nodes[i].mapId && nodes[i].pathTypeId == walking &&
-         nodes[i + 1].pathTypeId == walking;
+         nodes[i + 1].mapId == nodes[i].mapId && nodes[i].pathTypeId == walkingType &&
+         nodes[i + 1].pathTypeId == walkingType;
 }
 
 bool isParting(std::span<const WalkedNode> nodes, std::size_t i, const TernASGrid& grid,
@@ -49,16 +48,16 @@ bool isParting(std::span<const WalkedNode> nodes, std::size_t i, const TernASGri
   if (own < hardlyATurn) return false;
   const auto node = grid.getNodeById(nodes[i].id);
   if (!node) return false;
-  const MapPlace place = placeOfMap(venues, nodes[i].mapId);
   for (const TernNeighbor& neighbor : node->neighbors()) {
     const std::int64_t id = neighbor.neighborId.integer();
-    if (neighbor.edgeTypeId.integer() != walking || id == nodes[i - 1].id ||
+    if (neighbor.edgeTypeId.integer() != walkingType || id == nodes[i - 1].id ||
         id == nodes[i + 1].id) {
       continue;
     }
     const auto other = grid.getNodeById(id);
     if (!other || other->mapId() != nodes[i].mapId) continue;
-    const TernCoordinate there = onMap(*other, place, venues.size() > 1);
+    const TernCoordinate there =
+        onMap(*other, placeOfMap(venues, nodes[i].mapId), venues.size() > 1);
     if (std::abs(degreesBetween(before, way(here, there))) + clearlyStraighter < own) return true;
   }
   return false;

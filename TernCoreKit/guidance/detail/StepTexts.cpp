@@ -51,13 +51,14 @@ std::string venueText(const MapPlace& place) {
 // "Turn left at Coral Books"
 std::string turnText(const PhraseBook& book, TernDirection direction,
                      const std::optional<SeenLandmark>& seen) {
-  if (!seen) return book.text(keyOf("turn", nameOf(direction)));
+  if (!seen) return book.text(keyOf("turn", directionName(direction)));
   if (!seen->isPassed) {
-    return book.text(keyOf("turnAt", nameOf(direction)), {{"landmark", seen->landmark->name}});
+    return book.text(keyOf("turnAt", directionName(direction)),
+                     {{"landmark", seen->landmark->name}});
   }
   const std::string passed = book.text(seen->isOnTheRight ? "seen.right" : "seen.left",
                                        {{"landmark", seen->landmark->name}});
-  return book.text(keyOf("turnAfter", nameOf(direction)), {{"landmark", passed}});
+  return book.text(keyOf("turnAfter", directionName(direction)), {{"landmark", passed}});
 }
 
 // With its building where that is another one.
@@ -79,7 +80,7 @@ int climb(const MapPlace& from, const MapPlace& to) {
 
 std::string moverText(const PhraseBook& book, const StepWords& words) {
   const auto pathType = pathTypeOf(words.from, words.step.mover.value_or(0));
-  const std::string group = keyOf("mover", nameOf(moverKindOf(pathType.get())));
+  const std::string group = keyOf("mover", moverName(moverKindOf(pathType.get())));
   std::string name(pathType != nullptr ? pathType->name.text() : "");
   if (name.empty()) name = book.text("passage");
   const std::string floor = floorLedTo(book, words);
@@ -114,7 +115,7 @@ std::string arrivalText(const PhraseBook& book, const StepWords& words) {
 
 }  // namespace
 
-std::string_view nameOf(TernDirection direction) {
+std::string_view directionName(TernDirection direction) {
   return directionNames[static_cast<std::size_t>(direction)];
 }
 

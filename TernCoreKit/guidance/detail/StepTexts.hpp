@@ -15,7 +15,7 @@
 namespace tern::inline v5::detail {
 
 // "left" and so on, as the languages' files call it.
-std::string_view nameOf(TernDirection direction);
+std::string_view directionName(TernDirection direction);
 
 // What is at a waypoint: a destination, else an amenity.
 struct NamedPlace {

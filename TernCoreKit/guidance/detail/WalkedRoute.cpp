@@ -12,8 +12,6 @@ namespace tern::inline v5::detail {
 
 namespace {
 
-// The path type that is simply walked: the only one whose links count by their length.
-constexpr std::int64_t walking = 1;
 // What a map without a scale is taken to be across, in metres.
 constexpr double ordinaryBuilding = 150;
 
@@ -87,7 +85,7 @@ std::vector<Ride> ridesOf(std::span<const WalkedNode> nodes) {
   std::vector<Ride> rides;
   for (std::size_t i = 1; i < nodes.size(); ++i) {
     const std::int64_t type = nodes[i].pathTypeId;
-    if (type == walking) continue;
+    if (type == walkingType) continue;
     if (!rides.empty() && rides.back().pathTypeId == type &&
         isLanding(nodes, rides.back(), i - 1)) {
       rides.back().exit = i;

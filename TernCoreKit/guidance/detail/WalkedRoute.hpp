@@ -20,6 +20,9 @@
 
 namespace tern::inline v5::detail {
 
+// The path type that is simply walked: the only one whose links count by their length.
+inline constexpr std::int64_t walkingType = 1;
+
 using Venues = std::span<const std::shared_ptr<const TernVenueData>>;
 
 // Where a map is: null where there is none.

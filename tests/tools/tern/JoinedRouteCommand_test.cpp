@@ -99,9 +99,10 @@ TEST_F(JoinedRouteCommandTest, theRouteSaysWhereOneLeavesAndEnters) {
   EXPECT_EQ(answer.status, ExitStatus::answered);
   const std::string first(venues_->getVenueById(1)->name.text());
   const std::string second(venues_->getVenueById(2)->name.text());
-  EXPECT_THAT(answer.text, StartsWith("In " + first + "\n"));
-  EXPECT_THAT(answer.text, HasSubstr("\nLeave " + first + " at Exit (waypoint 22003) and enter "));
-  EXPECT_THAT(answer.text, HasSubstr(" and enter " + second + " at Exit (waypoint 112002)\n"));
+  EXPECT_THAT(answer.text, StartsWith("From near Lumen Department Store (waypoint 13001)"));
+  EXPECT_THAT(answer.text, HasSubstr("\n" + first + ", "));
+  EXPECT_THAT(answer.text, HasSubstr(". Go on into " + second));
+  EXPECT_THAT(answer.text, HasSubstr("\n" + second + ", "));
 }
 
 TEST_F(JoinedRouteCommandTest, thePictureHasALegForEachVenue) {
