@@ -81,16 +81,22 @@ set_source_files_properties(
   ${PROJECT_SOURCE_DIR}/tests/support/FailingSystemCall.cpp
   PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
 
-# Leaves out of a list of sources what includes RapidCheck itself or by a header of tests/support.
+# Leaves out of a list of sources what includes RapidCheck itself or by headers of tests/support, one
+# of which may include another.
 function(tern_without_rapidcheck list)
   set(words rapidcheck)
   file(GLOB_RECURSE headers RELATIVE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/tests/*.hpp)
-  foreach(header IN LISTS headers)
-    file(STRINGS ${PROJECT_SOURCE_DIR}/${header} uses REGEX "^#include <rapidcheck" LIMIT_COUNT 1)
-    if(uses)
-      string(APPEND words "|${header}")
-    endif()
-  endforeach()
+  set(before)
+  while(NOT words STREQUAL before)
+    set(before ${words})
+    foreach(header IN LISTS headers)
+      file(STRINGS ${PROJECT_SOURCE_DIR}/${header} uses REGEX "^#include .(${words})" LIMIT_COUNT 1)
+      if(uses)
+        list(REMOVE_ITEM headers ${header})
+        string(APPEND words "|${header}")
+      endif()
+    endforeach()
+  endwhile()
   set(kept)
   foreach(source IN LISTS ${list})
     file(STRINGS ${source} uses REGEX "^#include .(${words})" LIMIT_COUNT 1)
