@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdarg>
+#include <cstdio>
 #include <type_traits>
 #include <utility>
 
@@ -62,6 +63,10 @@ int openat(int folder, const char* path, int flags, ...) {
   const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(more, mode_t) : 0;
   va_end(more);
   return callOr(EMFILE, "openat", &openat, folder, path, flags, mode);
+}
+// How libc++ opens a stream, below which no call can be seen.
+FILE* fopen(const char* path, const char* mode) {
+  return callOr(EMFILE, "fopen", &fopen, path, mode);
 }
 ssize_t read(int file, void* bytes, size_t size) {
   return callOr(EIO, "read", &read, file, bytes, size);
