@@ -1,13 +1,10 @@
-// A grid's links as plain lists, for the peers that are measured beside it.
+// A grid's links as plain lists, for the peers that are measured beside it. Nothing of ours is
+// included, since LEMON wants an older C++ than we do.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <vector>
-
-namespace tern::inline v5 {
-class TernASGrid;
-}  // namespace tern
 
 namespace tern::bench {
 
@@ -22,8 +19,6 @@ struct Adjacency {
 
   std::size_t nodeCount() const { return first.size() - 1; }
 };
-
-Adjacency adjacencyOf(const TernASGrid& grid);
 
 // One pair of nodes to find a route between.
 struct Query {

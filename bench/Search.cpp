@@ -7,9 +7,9 @@
 #include "TernCoreKit/model/collections/TernMapCollection.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "TernCoreKit/wayfinding/TernASSearch.hpp"
-#include "bench/Adjacency.hpp"
 #include "bench/Bench.hpp"
 #include "bench/GraphPeers.hpp"
+#include "bench/GridAdjacency.hpp"
 #include "bench/LoadedVenue.hpp"
 #include "bench/Yardstick.hpp"
 

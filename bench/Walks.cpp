@@ -8,8 +8,8 @@
 #include "TernCoreKit/model/collections/TernMapCollection.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "TernCoreKit/wayfinding/TernWalks.hpp"
-#include "bench/Adjacency.hpp"
 #include "bench/Bench.hpp"
+#include "bench/GridAdjacency.hpp"
 #include "bench/LoadedVenue.hpp"
 #include "bench/Yardstick.hpp"
 

@@ -1,4 +1,4 @@
-#include "bench/Adjacency.hpp"
+#include "bench/GridAdjacency.hpp"
 
 #include <unordered_map>
 
