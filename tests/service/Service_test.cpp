@@ -140,6 +140,11 @@ void askJoined(TernActiveVenue& venue, Draw& draw) {
     joined->getExitWayPoints({venue.id.integer()});
     joined->updateActiveVenues({venue.shared_from_this()});
   }
+  // Rebuilds wait in one queue: whoever asks for more before these are done makes it longer and
+  // longer.
+  auto isBuilt = std::make_shared<std::promise<void>>();
+  joined->updateMultiVenueWayfindDataWithCompletion([isBuilt](bool) { isBuilt->set_value(); });
+  await(*isBuilt, "the joined rebuilds");
   if (draw.below(4) == 0) joined->destroyAllActiveVenues();
 }
 
