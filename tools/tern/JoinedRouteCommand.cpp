@@ -1,12 +1,10 @@
 #include "tools/tern/JoinedRouteCommand.hpp"
 
 #include <limits>
-#include <new>
 #include <string>
 #include <utility>
 
 #include "TernCoreKit/answers/TernAnswers.hpp"
-#include "TernCoreKit/guidance/TernGuidance.hpp"
 #include "TernCoreKit/model/collections/TernMapCollection.hpp"
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/service/coordinates/TernUtils.hpp"
@@ -70,10 +68,9 @@ std::string stepsOf(const TernMultiActiveVenues& venues, const Value& route, con
   const TernRoute found = venues.wayfind(grid->getWPById(startOf(route)),
                                          grid->getWPById(endOf(route)), levelOf(request));
   const auto all = venues.activeVenues();
-  const auto steps = TernGuidance({all.begin(), all.end()}, grid).stepsOf(found, language);
-  if (!steps) throw std::bad_alloc();
   return stepsText(
-      *steps, [&](std::int64_t mapId) { return floorAmong(venues, mapId); }, language);
+      TernGuidance({all.begin(), all.end()}, grid), found,
+      [&](std::int64_t mapId) { return floorAmong(venues, mapId); }, language);
 }
 
 picture::RoutePicture legsPicture(const std::vector<VenueLeg>& legs) {

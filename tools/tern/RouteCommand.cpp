@@ -1,7 +1,4 @@
-#include <new>
-
 #include "TernCoreKit/answers/TernAnswers.hpp"
-#include "TernCoreKit/guidance/TernGuidance.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "tools/tern/AnsweredRoute.hpp"
 #include "tools/tern/AskedAnswers.hpp"
@@ -31,10 +28,9 @@ std::string stepsOf(const TernActiveVenue& venue, const Value& route, const Valu
   const TernRoute found = venue.wayfind(grid->getWPById(startOf(route)),
                                         grid->getWPById(endOf(route)), levelOf(request));
   const std::shared_ptr<const TernVenueData> shared(std::shared_ptr<void>(), &venue);
-  const auto steps = TernGuidance({shared}, grid).stepsOf(found, language);
-  if (!steps) throw std::bad_alloc();
   return stepsText(
-      *steps, [&](std::int64_t mapId) { return words::floorName(venue, mapId).text(); }, language);
+      TernGuidance({shared}, grid), found,
+      [&](std::int64_t mapId) { return words::floorName(venue, mapId).text(); }, language);
 }
 
 // With --steps the answer to "directions".

@@ -43,6 +43,9 @@ inline constexpr Option fromOption{
     "--from",     "W",      "where to start: a waypoint, or a place by its name",
     readPlace,    required, {},
     Naming::start};
+inline constexpr Option startsOption{
+    "--from", "W,...",      "where to start: waypoints, or places by name", readPlaces, required,
+    {},       Naming::start};
 inline constexpr Option toOption{
     "--to", "W",         "where to go: a waypoint, or a place by its name", readPlace, required,
     {},     Naming::goal};

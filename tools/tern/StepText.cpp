@@ -1,8 +1,8 @@
 #include "tools/tern/StepText.hpp"
 
 #include <algorithm>
+#include <new>
 
-#include "TernCoreKit/guidance/TernGuidance.hpp"
 #include "tools/tern/Wording.hpp"
 
 namespace tern::command {
@@ -34,6 +34,14 @@ std::string stepsText(const std::vector<TernStep>& steps,
   const bool hasScale =
       std::ranges::any_of(steps, [](const TernStep& step) { return step.mm > 0; });
   return hasScale ? text + TernGuidance::sumOf(steps, language) + "\n" : text;
+}
+
+std::string stepsText(const TernGuidance& guidance, const TernRoute& route,
+                      const std::function<std::string(std::int64_t mapId)>& floorName,
+                      std::string_view language) {
+  const auto steps = guidance.stepsOf(route, language);
+  if (!steps) throw std::bad_alloc();
+  return stepsText(*steps, floorName, language);
 }
 
 }  // namespace tern::command

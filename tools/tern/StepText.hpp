@@ -1,6 +1,6 @@
 // A route told in steps, floor by floor, for a person to read.
 //
-// Threads: any. Fails: never.
+// Threads: any. Fails: for want of memory, by std::bad_alloc.
 #pragma once
 
 #include <cstdint>
@@ -9,13 +9,18 @@
 #include <string_view>
 #include <vector>
 
-#include "TernCoreKit/guidance/TernStep.hpp"
+#include "TernCoreKit/guidance/TernGuidance.hpp"
 
 namespace tern::command {
 
 // Each floor's name on a line of its own, its steps below it with how far each goes, and in the end
 // how far and how long it all is, where a scale tells that.
 std::string stepsText(const std::vector<TernStep>& steps,
+                      const std::function<std::string(std::int64_t mapId)>& floorName,
+                      std::string_view language);
+
+// The same of a route that is to be told first.
+std::string stepsText(const TernGuidance& guidance, const TernRoute& route,
                       const std::function<std::string(std::int64_t mapId)>& floorName,
                       std::string_view language);
 
