@@ -120,8 +120,9 @@ class Telling {
   std::string placeAtEnd(TernStep& step, std::size_t node) {
     const detail::NamedPlace place = placeOf(route_.nodes[node]);
     if (place.destination) step.landmark = TernStep::Landmark{*place.destination};
+    if (!place.name.empty()) return place.name;
     const detail::Landmark* near = landmarksOf(node).nearest(route_.nodes[node].at);
-    const std::string text = placeText(book_, place, mapOf(node), near);
+    const std::string text = placeText(book_, mapOf(node), near);
     if (!text.empty()) return text;
     return book_.text(step.kind == TernStep::Kind::depart ? "somewhere" : "goal");
   }
@@ -132,7 +133,7 @@ class Telling {
     std::size_t first = node;
     while (first > 0 && route_.nodes[first - 1].mapId == route_.nodes[node].mapId) --first;
     for (std::size_t i = first; i <= node; ++i) line.push_back(route_.nodes[i].at);
-    return landmarksOf(node).before(line, line.size() - 1, told_, goal_);
+    return landmarksOf(node).atEnd(line, told_, goal_);
   }
 
   detail::Venues venues_;

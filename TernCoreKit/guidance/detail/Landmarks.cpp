@@ -41,7 +41,7 @@ Landmarks::Landmarks(const MapPlace& place) {
     Landmark landmark{destination.id.integer(), std::string(destination.name.text()), {}};
     if (landmark.name.empty()) continue;
     for (const auto& waypoint : destination.waypoints) {
-      if (waypoint->mapId.integer() != mapId) continue;
+      if (waypoint == nullptr || waypoint->mapId.integer() != mapId) continue;
       landmark.doors.push_back(
           {waypoint->coordinate(0).number() * scale, waypoint->coordinate(1).number() * scale});
     }
@@ -49,24 +49,26 @@ Landmarks::Landmarks(const MapPlace& place) {
   }
 }
 
-std::optional<SeenLandmark> Landmarks::before(std::span<const TernCoordinate> line,
-                                              std::size_t turn, std::optional<std::int64_t> told,
-                                              std::optional<std::int64_t> goal) const {
+std::optional<SeenLandmark> Landmarks::atEnd(std::span<const TernCoordinate> line,
+                                             std::optional<std::int64_t> told,
+                                             std::optional<std::int64_t> goal) const {
+  const TernCoordinate end = line.back();
   std::optional<SeenLandmark> best;
   double least = std::numeric_limits<double>::infinity();
-  std::size_t from = turn;
-  while (from > 0 && distance(line[from], line[turn]) < stillRemembered) --from;
+  std::size_t first = line.size() - 1;
+  while (first > 0 && distance(line[first], end) < stillRemembered) --first;
+  const TernCoordinate from = line[first];
   for (const Landmark& landmark : all_) {
     if (landmark.id == told || landmark.id == goal) continue;
     for (const TernCoordinate door : landmark.doors) {
       // What is at the turn goes before all that is passed.
-      const double away = distance(door, line[turn]);
+      const double away = distance(door, end);
       if (away <= atHand && away < least) {
         least = away;
         best = {&landmark, false, false};
       }
-      if (from == turn || line[from] == line[turn]) continue;
-      const Beside beside = besideOf(door, line[from], line[turn]);
+      if (from == end) continue;
+      const Beside beside = besideOf(door, from, end);
       const double rank = atHand + beside.behind;
       if (beside.behind > 0 && beside.behind <= stillRemembered &&
           std::abs(beside.right) <= atHand && std::abs(beside.right) > 0.5 && rank < least) {

@@ -35,12 +35,12 @@ class Landmarks {
   // Of one map. REQUIRES: the caller holds the venue's `recordsMutex`.
   explicit Landmarks(const MapPlace& place);
 
-  // The one by which somebody who walks along the line knows its point `turn`: near it, else one
-  // passed shortly before it. Neither the one that was told last nor the goal.
-  std::optional<SeenLandmark> before(std::span<const TernCoordinate> line, std::size_t turn,
-                                     std::optional<std::int64_t> told,
-                                     std::optional<std::int64_t> goal) const;
-  // The one nearest to a point within sight.
+  // The one by which somebody who has walked along the line knows its end: near it, else one passed
+  // shortly before it. Neither the one that was told last nor the goal. REQUIRES: a point.
+  std::optional<SeenLandmark> atEnd(std::span<const TernCoordinate> line,
+                                    std::optional<std::int64_t> told,
+                                    std::optional<std::int64_t> goal) const;
+  // The one nearest to a point, however far; null where there is none.
   const Landmark* nearest(TernCoordinate point) const;
 
  private:

@@ -48,6 +48,7 @@ bool isParting(std::span<const WalkedNode> nodes, std::size_t i, const TernASGri
   if (own < hardlyATurn) return false;
   const auto node = grid.getNodeById(nodes[i].id);
   if (!node) return false;
+  const MapPlace place = placeOfMap(venues, nodes[i].mapId);
   for (const TernNeighbor& neighbor : node->neighbors()) {
     const std::int64_t id = neighbor.neighborId.integer();
     if (neighbor.edgeTypeId.integer() != walkingType || id == nodes[i - 1].id ||
@@ -56,8 +57,7 @@ bool isParting(std::span<const WalkedNode> nodes, std::size_t i, const TernASGri
     }
     const auto other = grid.getNodeById(id);
     if (!other || other->mapId() != nodes[i].mapId) continue;
-    const TernCoordinate there =
-        onMap(*other, placeOfMap(venues, nodes[i].mapId), venues.size() > 1);
+    const TernCoordinate there = onMap(*other, place, venues.size() > 1);
     if (std::abs(degreesBetween(before, way(here, there))) + clearlyStraighter < own) return true;
   }
   return false;

@@ -130,9 +130,7 @@ NamedPlace placeAt(const MapPlace& map, std::int64_t waypointId) {
   return {};
 }
 
-std::string placeText(const PhraseBook& book, const NamedPlace& place, const MapPlace& map,
-                      const Landmark* near) {
-  if (!place.name.empty()) return place.name;
+std::string placeText(const PhraseBook& book, const MapPlace& map, const Landmark* near) {
   if (near != nullptr) return book.text("near", {{"landmark", near->name}});
   const std::string floor = floorText(map);
   return floor.empty() ? std::string() : book.text("onFloor", {{"floor", floor}});

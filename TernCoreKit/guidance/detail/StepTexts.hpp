@@ -24,9 +24,9 @@ struct NamedPlace {
 };
 NamedPlace placeAt(const MapPlace& map, std::int64_t waypointId);
 
-// The name, else "a place near ...", else the floor.
-std::string placeText(const PhraseBook& book, const NamedPlace& place, const MapPlace& map,
-                      const Landmark* near);
+// Of a place without a name: "a place near ...", else the floor; empty when that has no name
+// either.
+std::string placeText(const PhraseBook& book, const MapPlace& map, const Landmark* near);
 
 // A step and what its text speaks of.
 struct StepWords {
