@@ -425,6 +425,8 @@ struct Tally {
   int asMarked = 0;
   int missed = 0;
   int unmarked = 0;
+  double steps = 0;
+  double kilometres = 0;
 };
 
 void compare(const test::MarkedRoute& marked, const TernRoute& route,
@@ -444,6 +446,8 @@ void compare(const test::MarkedRoute& marked, const TernRoute& route,
   // A turn that is part of a ride may be one at its landing, which nobody marked.
   std::erase_if(told, [](const TernStep& step) { return step.kind == Kind::mover; });
   tally.unmarked += static_cast<int>(told.size());
+  tally.steps += static_cast<double>(steps.size());
+  tally.kilometres += metres.at(steps.back().at) / 1000;
 }
 
 // The figures of docs/guidance.md.
@@ -471,6 +475,8 @@ TEST(Guidance, tellsTheTurnsThatAPersonMarkedInRealBuildings) {
   EXPECT_GE(tally.asMarked, 57);
   EXPECT_LE(tally.missed, 1);
   EXPECT_LE(tally.unmarked, 1);
+  EXPECT_NEAR((tally.asMarked + tally.missed) / tally.kilometres, 25.3, 0.05);
+  EXPECT_NEAR(tally.steps / tally.kilometres, 43.2, 0.05);
 }
 
 }  // namespace
