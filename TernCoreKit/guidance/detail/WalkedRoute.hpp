@@ -1,20 +1,13 @@
 // A route as the line that is walked: its nodes on their maps, and how each is reached.
 //
-// Ownership: the records are shared. Threads: as readers of the venues. Fails: never; a node of a
-// map that no venue has lies at (0, 0).
+// Threads: as readers of the venues. Fails: never; a node of a map that no venue has lies at (0, 0).
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
-#include <optional>
-#include <span>
 #include <vector>
 
-#include "TernCoreKit/model/collections/TernVenueData.hpp"
-#include "TernCoreKit/model/records/TernBuilding.hpp"
-#include "TernCoreKit/model/records/TernFloor.hpp"
-#include "TernCoreKit/model/records/TernMap.hpp"
+#include "TernCoreKit/guidance/detail/MapPlaces.hpp"
 #include "TernCoreKit/service/coordinates/TernUtils.hpp"
 #include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
 
@@ -22,22 +15,6 @@ namespace tern::inline v5::detail {
 
 // The path type that is simply walked: the only one whose links count by their length.
 inline constexpr std::int64_t walkingType = 1;
-
-using Venues = std::span<const std::shared_ptr<const TernVenueData>>;
-
-// Where a map is: null where there is none.
-struct MapPlace {
-  std::shared_ptr<const TernVenueData> venue;
-  std::shared_ptr<const TernBuilding> building;
-  std::shared_ptr<const TernFloor> floor;
-  std::shared_ptr<const TernMap> map;
-};
-
-MapPlace placeOfMap(Venues venues, std::int64_t mapId);
-
-// The scale of a map in metres; where none is known one for which an ordinary building fits the
-// map.
-double metresPerUnit(const TernMap* map);
 
 // Where a node of a graph lies on its map, in metres, y down. Joined venues have their nodes on the
 // globe.
