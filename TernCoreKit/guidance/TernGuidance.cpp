@@ -27,10 +27,10 @@ class Telling {
  public:
   Telling(detail::Venues venues, const TernASGrid& grid, const TernRoute& route,
           const detail::PhraseBook& book)
-      : venues_(venues),
+      : places_(venues),
         book_(book),
-        route_(detail::walkedRoute(route, venues)),
-        partings_(partings(route_, grid, venues)) {}
+        route_(detail::walkedRoute(route, places_)),
+        partings_(partings(route_, grid, places_)) {}
 
   std::vector<TernStep> steps() {
     std::vector<TernStep> all;
@@ -45,12 +45,7 @@ class Telling {
   }
 
  private:
-  const MapPlace& mapOf(std::size_t node) {
-    const std::int64_t id = route_.nodes[node].mapId;
-    const auto known = maps_.find(id);
-    return known != maps_.end() ? known->second
-                                : maps_.emplace(id, detail::placeOfMap(venues_, id)).first->second;
-  }
+  const MapPlace& mapOf(std::size_t node) { return places_.of(route_.nodes[node].mapId); }
   const detail::Landmarks& landmarksOf(std::size_t node) {
     const MapPlace& map = mapOf(node);
     return landmarks_.try_emplace(route_.nodes[node].mapId, map).first->second;
@@ -136,11 +131,10 @@ class Telling {
     return landmarksOf(node).atEnd(line, told_, goal_);
   }
 
-  detail::Venues venues_;
+  detail::MapPlaces places_;
   const detail::PhraseBook& book_;
   const detail::WalkedRoute route_;
   const std::vector<std::size_t> partings_;
-  std::map<std::int64_t, MapPlace> maps_;
   std::map<std::int64_t, detail::Landmarks> landmarks_;
   std::optional<std::int64_t> told_;
   std::optional<std::int64_t> goal_;

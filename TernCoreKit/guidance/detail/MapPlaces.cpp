@@ -14,9 +14,7 @@ namespace {
 // What a map without a scale is taken to be across, in metres.
 constexpr double ordinaryBuilding = 150;
 
-}  // namespace
-
-MapPlace placeOfMap(Venues venues, std::int64_t mapId) {
+MapPlace placeOf(Venues venues, std::int64_t mapId) {
   for (const auto& venue : venues) {
     auto map = venue->maps != nullptr ? venue->maps->getById(mapId) : nullptr;
     if (map == nullptr) continue;
@@ -31,6 +29,14 @@ MapPlace placeOfMap(Venues venues, std::int64_t mapId) {
     return {venue, nullptr, nullptr, map};
   }
   return {};
+}
+
+}  // namespace
+
+const MapPlace& MapPlaces::of(std::int64_t mapId) {
+  const auto known = known_.find(mapId);
+  return known != known_.end() ? known->second
+                               : known_.emplace(mapId, placeOf(venues_, mapId)).first->second;
 }
 
 double metresPerUnit(const TernMap* map) {

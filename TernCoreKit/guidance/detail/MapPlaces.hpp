@@ -1,10 +1,11 @@
 // Where maps are: their venue, building and floor.
 //
-// Ownership: the records are shared. Threads: as readers of the venues. Fails: never; a map that no
+// Ownership: the records are shared, the list of venues is borrowed. Threads: one. Fails: never; a map that no
 // venue has is nowhere.
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <span>
 
@@ -25,7 +26,19 @@ struct MapPlace {
   std::shared_ptr<const TernMap> map;
 };
 
-MapPlace placeOfMap(Venues venues, std::int64_t mapId);
+// Each map is looked up once.
+class MapPlaces {
+ public:
+  explicit MapPlaces(Venues venues) : venues_(venues) {}
+
+  bool areOfJoinedVenues() const { return venues_.size() > 1; }
+  // Stays where it is.
+  const MapPlace& of(std::int64_t mapId);
+
+ private:
+  Venues venues_;
+  std::map<std::int64_t, MapPlace> known_;
+};
 
 // The scale of a map in metres; where none is known one for which an ordinary building fits the
 // map.

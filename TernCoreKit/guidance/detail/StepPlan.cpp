@@ -41,14 +41,14 @@ bool isWalkedThrough(std::span<const WalkedNode> nodes, std::size_t i) {
 }
 
 bool isParting(std::span<const WalkedNode> nodes, std::size_t i, const TernASGrid& grid,
-               Venues venues) {
+               MapPlaces& places) {
   const TernCoordinate here = nodes[i].at;
   const TernCoordinate before = way(glanced(nodes, i, -1), here);
   const double own = std::abs(degreesBetween(before, way(here, glanced(nodes, i, 1))));
   if (own < hardlyATurn) return false;
   const auto node = grid.getNodeById(nodes[i].id);
   if (!node) return false;
-  const MapPlace place = placeOfMap(venues, nodes[i].mapId);
+  const MapPlace& place = places.of(nodes[i].mapId);
   for (const TernNeighbor& neighbor : node->neighbors()) {
     const std::int64_t id = neighbor.neighborId.integer();
     if (neighbor.edgeTypeId.integer() != walkingType || id == nodes[i - 1].id ||
@@ -57,7 +57,7 @@ bool isParting(std::span<const WalkedNode> nodes, std::size_t i, const TernASGri
     }
     const auto other = grid.getNodeById(id);
     if (!other || other->mapId() != nodes[i].mapId) continue;
-    const TernCoordinate there = onMap(*other, place, venues.size() > 1);
+    const TernCoordinate there = onMap(*other, place, places.areOfJoinedVenues());
     if (std::abs(degreesBetween(before, way(here, there))) + clearlyStraighter < own) return true;
   }
   return false;
@@ -144,10 +144,11 @@ std::optional<TernDirection> directionOf(std::optional<double> degrees) {
   return isRight ? TernDirection::slightRight : TernDirection::slightLeft;
 }
 
-std::vector<std::size_t> partings(const WalkedRoute& route, const TernASGrid& grid, Venues venues) {
+std::vector<std::size_t> partings(const WalkedRoute& route, const TernASGrid& grid,
+                                  MapPlaces& places) {
   std::vector<std::size_t> found;
   for (std::size_t i = 0; i < route.nodes.size(); ++i) {
-    if (isWalkedThrough(route.nodes, i) && isParting(route.nodes, i, grid, venues)) {
+    if (isWalkedThrough(route.nodes, i) && isParting(route.nodes, i, grid, places)) {
       found.push_back(i);
     }
   }

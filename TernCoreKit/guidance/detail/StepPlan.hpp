@@ -27,7 +27,8 @@ struct Decision {
 std::optional<TernDirection> directionOf(std::optional<double> degrees);
 
 // The nodes, ascending, where another way goes straighter on than the route does.
-std::vector<std::size_t> partings(const WalkedRoute& route, const TernASGrid& grid, Venues venues);
+std::vector<std::size_t> partings(const WalkedRoute& route, const TernASGrid& grid,
+                                  MapPlaces& places);
 
 // REQUIRES: the route has a node.
 std::vector<Decision> planOf(const WalkedRoute& route, std::span<const std::size_t> partings);

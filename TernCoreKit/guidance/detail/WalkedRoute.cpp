@@ -13,27 +13,6 @@ TernCoordinate scaled(TernCoordinate point, double factor) {
   return {point.x * factor, point.y * factor};
 }
 
-// The places of a route's maps, each looked up once.
-class MapPlaces {
- public:
-  explicit MapPlaces(Venues venues) : venues_(venues) {}
-
-  const MapPlace& of(std::int64_t mapId) {
-    const auto known = std::ranges::find(places_, mapId, &Known::mapId);
-    if (known != places_.end()) return known->place;
-    return places_.emplace_back(mapId, placeOfMap(venues_, mapId)).place;
-  }
-
- private:
-  struct Known {
-    Known(std::int64_t id, MapPlace at) : mapId(id), place(std::move(at)) {}
-    std::int64_t mapId;
-    MapPlace place;
-  };
-  Venues venues_;
-  std::vector<Known> places_;
-};
-
 double walkedMm(const WalkedNode& node, TernCoordinate before, double units, const MapPlace& place,
                 bool isJoined) {
   if (isJoined) return 1000 * std::hypot(node.at.x - before.x, node.at.y - before.y);
@@ -42,9 +21,8 @@ double walkedMm(const WalkedNode& node, TernCoordinate before, double units, con
 }
 
 // A node's own distance runs from the route's start.
-std::vector<WalkedNode> walkedNodes(const TernRoute& route, Venues venues) {
-  const bool isJoined = venues.size() > 1;
-  MapPlaces places(venues);
+std::vector<WalkedNode> walkedNodes(const TernRoute& route, MapPlaces& places) {
+  const bool isJoined = places.areOfJoinedVenues();
   std::vector<WalkedNode> nodes;
   double walked = 0;
   for (const TernPathPerFloor& segment : route) {
@@ -99,8 +77,8 @@ TernCoordinate onMap(const TernASNode& node, const MapPlace& place, bool isJoine
   return scaled(at, metresPerUnit(place.map.get()));
 }
 
-WalkedRoute walkedRoute(const TernRoute& route, Venues venues) {
-  WalkedRoute walked{walkedNodes(route, venues), {}};
+WalkedRoute walkedRoute(const TernRoute& route, MapPlaces& places) {
+  WalkedRoute walked{walkedNodes(route, places), {}};
   walked.rides = ridesOf(walked.nodes);
   return walked;
 }

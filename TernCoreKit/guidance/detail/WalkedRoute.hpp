@@ -43,6 +43,6 @@ struct WalkedRoute {
   std::vector<Ride> rides;
 };
 
-WalkedRoute walkedRoute(const TernRoute& route, Venues venues);
+WalkedRoute walkedRoute(const TernRoute& route, MapPlaces& places);
 
 }  // namespace tern::detail
