@@ -116,8 +116,7 @@ class Telling {
     const detail::NamedPlace place = placeOf(route_.nodes[node]);
     if (place.destination) step.landmark = TernStep::Landmark{*place.destination};
     if (!place.name.empty()) return place.name;
-    const detail::Landmark* near = landmarksOf(node).nearest(route_.nodes[node].at);
-    const std::string text = placeText(book_, mapOf(node), near);
+    const std::string text = placeText(book_, mapOf(node), route_.nodes[node].id);
     if (!text.empty()) return text;
     return book_.text(step.kind == TernStep::Kind::depart ? "somewhere" : "goal");
   }

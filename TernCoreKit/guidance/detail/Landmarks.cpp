@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
+#include "TernCoreKit/model/collections/TernMapCollection.hpp"
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 
 namespace tern::inline v5::detail {
@@ -29,6 +30,18 @@ Beside besideOf(TernCoordinate door, TernCoordinate from, TernCoordinate to) {
   const TernCoordinate way{(to.x - from.x) / length, (to.y - from.y) / length};
   const TernCoordinate off{door.x - to.x, door.y - to.y};
   return {-(off.x * way.x + off.y * way.y), way.x * off.y - way.y * off.x};
+}
+
+double boundPx(const TernVenueData& venue, std::int64_t mapId) {
+  const TernMap* map = venue.maps ? venue.maps->findById(mapId) : nullptr;
+  const double mmPerPixel = map != nullptr ? map->mmPerPixel.number() : 0;
+  return mmPerPixel > 0 ? furthestLandmarkMetres * 1000 / mmPerPixel
+                        : std::numeric_limits<double>::max();
+}
+
+double distancePx(const TernWaypoint& a, const TernWaypoint& b) {
+  return std::hypot(a.coordinate(0).number() - b.coordinate(0).number(),
+                    a.coordinate(1).number() - b.coordinate(1).number());
 }
 
 }  // namespace
@@ -80,18 +93,20 @@ std::optional<SeenLandmark> Landmarks::atEnd(std::span<const TernCoordinate> lin
   return best;
 }
 
-const Landmark* Landmarks::nearest(TernCoordinate point) const {
-  const Landmark* best = nullptr;
-  double least = std::numeric_limits<double>::infinity();
-  for (const Landmark& landmark : all_) {
-    for (const TernCoordinate door : landmark.doors) {
-      const double away = distance(door, point);
-      if (away >= least) continue;
-      least = away;
-      best = &landmark;
+const TernDestination* destinationNear(const TernVenueData& venue, const TernWaypoint& waypoint) {
+  const TernDestination* found = nullptr;
+  if (!venue.destinations) return found;
+  const std::int64_t mapId = waypoint.mapId.integer();
+  double nearest = std::nextafter(boundPx(venue, mapId), std::numeric_limits<double>::infinity());
+  for (const TernDestination& destination : venue.destinations->each()) {
+    if (destination.name.text().empty()) continue;
+    for (const auto& at : destination.waypoints) {
+      if (at->mapId.integer() != mapId || distancePx(*at, waypoint) >= nearest) continue;
+      nearest = distancePx(*at, waypoint);
+      found = &destination;
     }
   }
-  return best;
+  return found;
 }
 
 }  // namespace tern::detail

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "TernCoreKit/guidance/Landmark.hpp"
 #include "TernCoreKit/guidance/detail/WalkedRoute.hpp"
 
 namespace tern::inline v5::detail {
@@ -40,11 +41,12 @@ class Landmarks {
   std::optional<SeenLandmark> atEnd(std::span<const TernCoordinate> line,
                                     std::optional<std::int64_t> told,
                                     std::optional<std::int64_t> goal) const;
-  // The one nearest to a point, however far; null where there is none.
-  const Landmark* nearest(TernCoordinate point) const;
 
  private:
   std::vector<Landmark> all_;
 };
+
+// What `landmarkNear` finds. REQUIRES: the caller holds the venue's `recordsMutex`.
+const TernDestination* destinationNear(const TernVenueData& venue, const TernWaypoint& waypoint);
 
 }  // namespace tern::detail

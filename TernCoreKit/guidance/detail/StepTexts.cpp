@@ -6,6 +6,7 @@
 #include "TernCoreKit/guidance/detail/Movers.hpp"
 #include "TernCoreKit/model/collections/TernAmenityCollection.hpp"
 #include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
+#include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 
@@ -130,8 +131,12 @@ NamedPlace placeAt(const MapPlace& map, std::int64_t waypointId) {
   return {};
 }
 
-std::string placeText(const PhraseBook& book, const MapPlace& map, const Landmark* near) {
-  if (near != nullptr) return book.text("near", {{"landmark", near->name}});
+std::string placeText(const PhraseBook& book, const MapPlace& map, std::int64_t waypointId) {
+  const bool hasWaypoints = map.map != nullptr && map.map->waypoints;
+  const TernWaypoint* waypoint = hasWaypoints ? map.map->waypoints->findById(waypointId) : nullptr;
+  const TernDestination* near =
+      waypoint != nullptr ? destinationNear(*map.venue, *waypoint) : nullptr;
+  if (near != nullptr) return book.text("near", {{"landmark", std::string(near->name.text())}});
   const std::string floor = floorText(map);
   return floor.empty() ? std::string() : book.text("onFloor", {{"floor", floor}});
 }

@@ -24,9 +24,9 @@ struct NamedPlace {
 };
 NamedPlace placeAt(const MapPlace& map, std::int64_t waypointId);
 
-// Of a place without a name: "a place near ...", else the floor; empty when that has no name
+// Of a waypoint without a name: "a place near ...", else the floor; empty when that has no name
 // either.
-std::string placeText(const PhraseBook& book, const MapPlace& map, const Landmark* near);
+std::string placeText(const PhraseBook& book, const MapPlace& map, std::int64_t waypointId);
 
 // A step and what its text speaks of.
 struct StepWords {
