@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "TernCoreKit/guidance/Landmark.hpp"
 #include "TernCoreKit/guidance/TernGuidance.hpp"
 #include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
 #include "TernCoreKit/model/collections/TernMapCollection.hpp"
@@ -223,6 +224,20 @@ double bentAt(const std::vector<Walked>& walked, std::size_t at, std::size_t nex
     if (lengthOf(before) > 0 && lengthOf(after) > 0) bent += degrees(before, after);
   }
   return bent;
+}
+
+TEST_F(StepLaws, aStartWithoutANameIsCalledByTheLandmarkNearIt) {
+  int withoutAName = 0;
+  forRoutes(300, [&](const Told& told) {
+    const std::string& text = told.steps.front().text;
+    const auto start = venue->globalASGrid()->getWPById(told.steps.front().at);
+    const auto near = landmarkNear(*venue, *start);
+    if (text.find("a place ") == std::string::npos) return;
+    ASSERT_NE(near, nullptr) << text;
+    EXPECT_NE(text.find("a place near " + std::string(near->name.text())), std::string::npos);
+    ++withoutAName;
+  });
+  EXPECT_GT(withoutAName, 0);
 }
 
 TEST_F(StepLaws, theSideOfATurnAgreesWithTheDrawnLine) {

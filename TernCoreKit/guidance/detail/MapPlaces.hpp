@@ -1,7 +1,7 @@
 // Where maps are: their venue, building and floor.
 //
-// Ownership: the records are shared, the list of venues is borrowed. Threads: one. Fails: never; a map that no
-// venue has is nowhere.
+// Ownership: the records are shared, the list of venues is borrowed. Threads: one. Fails: never; a
+// map that no venue has is nowhere.
 #pragma once
 
 #include <cstdint>

@@ -1,6 +1,7 @@
 // A route as the line that is walked: its nodes on their maps, and how each is reached.
 //
-// Threads: as readers of the venues. Fails: never; a node of a map that no venue has lies at (0, 0).
+// Threads: as readers of the venues. Fails: never; a node of a map that no venue has lies at (0,
+// 0).
 #pragma once
 
 #include <cstddef>
