@@ -21,17 +21,16 @@ Places placesOf(const detail::GridGraph& graph, std::span<const std::int64_t> id
   return places;
 }
 
-// The walks to the places that the last search has come to from the start. A node that is closed
-// keeps its score and its parent, so going on past one goal changes nothing of the way to it.
-void measure(const detail::SearchState& state, Position start, const Places& to,
-             detail::WalkLengths& lengths, TernWalks::Row& row) {
-  lengths.begin();
+// The walks to the places that the search has come to from the start. A node that is closed keeps
+// its score and its parent, so going on past one goal changes nothing of the way to it.
+void read(const detail::SearchState& state, Position start, const Places& to,
+          const detail::WalkLengths& lengths, TernWalks::Row& row) {
   for (std::size_t i = 0; i < to.size(); ++i) {
     const Position end = to[i];
     if (end == start) {
       row[i] = TernWalk{};
     } else if (end != detail::noPosition && state.isVisited(end)) {
-      row[i] = {state.nodes[end].score, lengths.millimetresTo(state, end)};
+      row[i] = {state.nodes[end].score, lengths.millimetresTo(end)};
     }
   }
 }
@@ -53,11 +52,13 @@ std::optional<std::vector<TernWalks::Row>> TernWalks::between(std::span<const st
     detail::shareWork(from.size(), [&](detail::Pieces& pieces) {
       detail::SearchTurn turn(nodes);
       detail::WalkLengths lengths(scales);
+      std::vector<Position> settled;
       while (const auto piece = pieces.next()) {
         const Position start = nodes.graph.find(from[*piece]);
         if (start == detail::noPosition) continue;
-        turn.search({from[*piece], {}, accessLevel}, first.links());
-        measure(turn.state(), start, ends, lengths, rows[*piece]);
+        turn.searchWhole(start, accessLevel, first.links(), settled);
+        lengths.measure(turn.state(), settled);
+        read(turn.state(), start, ends, lengths, rows[*piece]);
       }
     });
   };

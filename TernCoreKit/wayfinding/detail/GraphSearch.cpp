@@ -9,11 +9,21 @@ namespace {
 // From this size on a graph outgrows the nearer caches, and fetching ahead pays for itself.
 constexpr std::size_t largeGraph = 150'000;
 
-template <class Order, bool fetchesAhead>
+// What becomes of the nodes that are closed.
+struct Forgotten {
+  void add(Position) {}
+};
+struct Listed {
+  Position* next;
+  void add(Position closed) { *next++ = closed; }
+};
+
+template <class Order, bool fetchesAhead, class Closed>
 class Loop {
  public:
-  Loop(const Links& links, SearchState& state)
-      : links_(links.data()),
+  Loop(const Links& links, SearchState& state, Closed& closed)
+      : closed_(closed),
+        links_(links.data()),
         state_(state),
         nodes_(state.nodes.data()),
         round_(state.round),
@@ -36,6 +46,7 @@ class Loop {
       NodeState& current = node(at);
       if (current.mark == round_ + NodeState::visitedGoal) return at;
       current.mark = round_ + NodeState::closed;
+      closed_.add(at);
       if (fetchesAhead && !open_.isEmpty()) fetchNeighbours(node(open_.first()));
       expand(at, current, limit);
     }
@@ -90,6 +101,7 @@ class Loop {
     open(to, target, tentative);
   }
 
+  Closed& closed_;
   const Link* const links_;
   SearchState& state_;
   NodeState* const nodes_;
@@ -97,17 +109,32 @@ class Loop {
   OpenList<Order> open_;
 };
 
+template <class Closed>
+Position search(const Graph& graph, const Links& links, SearchState& state, Position start,
+                TypeRank limit, Closed& closed) {
+  if (!graph.costsArePlain) {
+    return Loop<AnyOrder, false, Closed>(links, state, closed).run(start, limit);
+  }
+  if (graph.nodeCount() < largeGraph) {
+    return Loop<PlainOrder, false, Closed>(links, state, closed).run(start, limit);
+  }
+  return Loop<PlainOrder, true, Closed>(links, state, closed).run(start, limit);
+}
+
 }  // namespace
 
 Position searchGraph(const Graph& graph, const Links& links, SearchState& state, Position start,
                      TypeRank limit) {
-  if (!graph.costsArePlain) {
-    return Loop<AnyOrder, false>(links, state).run(start, limit);
-  }
-  if (graph.nodeCount() < largeGraph) {
-    return Loop<PlainOrder, false>(links, state).run(start, limit);
-  }
-  return Loop<PlainOrder, true>(links, state).run(start, limit);
+  Forgotten closed;
+  return search(graph, links, state, start, limit, closed);
+}
+
+void searchWhole(const Graph& graph, const Links& links, SearchState& state, Position start,
+                 TypeRank limit, std::vector<Position>& settled) {
+  settled.resize(graph.nodeCount());
+  Listed closed{settled.data()};
+  search(graph, links, state, start, limit, closed);
+  settled.resize(static_cast<std::size_t>(closed.next - settled.data()));
 }
 
 }  // namespace tern::detail

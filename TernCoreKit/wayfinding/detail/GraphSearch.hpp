@@ -5,6 +5,8 @@
 // opened again, also where costs are negative.
 #pragma once
 
+#include <vector>
+
 #include "TernCoreKit/wayfinding/detail/Graph.hpp"
 #include "TernCoreKit/wayfinding/detail/SearchState.hpp"
 
@@ -17,5 +19,11 @@ namespace tern::inline v5::detail {
 // marked.
 Position searchGraph(const Graph& graph, const Links& links, SearchState& state, Position start,
                      TypeRank limit);
+
+// The same without a goal: `settled` becomes all nodes that are reached, in the order in which they
+// were closed, so that each stands behind its parent. REQUIRES: no goal is marked. Allocates while
+// `settled` is smaller than the graph.
+void searchWhole(const Graph& graph, const Links& links, SearchState& state, Position start,
+                 TypeRank limit, std::vector<Position>& settled);
 
 }  // namespace tern::detail

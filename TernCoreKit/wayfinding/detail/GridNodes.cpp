@@ -133,6 +133,13 @@ Position SearchTurn::search(const RouteRequest& request, const Links& links) {
   return searchGraph(graph.graph, links, *state_, start, graph.rankLimit(request.accessLevel));
 }
 
+void SearchTurn::searchWhole(Position start, std::int64_t accessLevel, const Links& links,
+                             std::vector<Position>& settled) {
+  const GridGraph& graph = nodes_.graph;
+  state_->clear();
+  detail::searchWhole(graph.graph, links, *state_, start, graph.rankLimit(accessLevel), settled);
+}
+
 std::vector<Position> SearchTurn::routeTo(Position end) const {
   std::vector<Position> route = state_->chainTo(end);
   std::ranges::reverse(route);

@@ -91,6 +91,9 @@ class SearchTurn {
 
   // The goal that is reached first, or none; over those of the links that are open.
   Position search(const RouteRequest& request, const Links& links);
+  // All that is reached from the start: see `searchWhole` of the graph.
+  void searchWhole(Position start, std::int64_t accessLevel, const Links& links,
+                   std::vector<Position>& settled);
 
   const SearchState& state() const { return *state_; }
   // Null when nothing is closed.

@@ -4,8 +4,7 @@
 
 namespace tern::inline v5::detail {
 
-WalkScales::WalkScales(const GridGraph& graph, const TernMapCollection* maps)
-    : linkLengths(graph.linkLengths()) {
+WalkScales::WalkScales(const GridGraph& graph, const TernMapCollection* maps) {
   mapOf.reserve(graph.graph.nodeCount());
   for (Position node{0}; numberOf(node) < graph.graph.nodeCount(); ++node) {
     mapOf.push_back(graph.mapOf(node));
@@ -14,47 +13,30 @@ WalkScales::WalkScales(const GridGraph& graph, const TernMapCollection* maps)
     const auto map = maps != nullptr ? maps->getById(facts.mapId) : nullptr;
     mmPerUnit.push_back(map != nullptr ? static_cast<float>(map->mmPerPixel.number()) : 0.0F);
   }
-}
-
-void WalkLengths::begin() {
-  ++search_;
-  if (search_ != 0) return;
-  for (Way& way : ways_) way.search = 0;
-  search_ = 1;
-}
-
-float WalkLengths::millimetres(const Way& way, Position node) const {
-  return way.closedMm +
-         (way.distance - way.closedDistance) * scales_.mmPerUnit[scales_.mapOf[node]];
+  const Indexed<LinkIndex, float> lengths = graph.linkLengths();
+  walks.reserve(lengths.size());
+  for (LinkIndex i{0}; i < lengths.endIndex(); ++i) {
+    const Position target = graph.graph.links[i].target;
+    walks.push_back({lengths[i], target != noPosition ? mapOf[target] : MapIndex{0}});
+  }
 }
 
 // Where the map changes, the segment ends with the node before.
-WalkLengths::Way WalkLengths::onward(const SearchState& state, Way way, Position from,
-                                     Position to) const {
-  if (scales_.mapOf[from] != scales_.mapOf[to]) {
-    way.closedMm = millimetres(way, from);
-    way.closedDistance = way.distance;
+void WalkLengths::measure(const SearchState& state, std::span<const Position> settled) {
+  if (settled.empty()) return;
+  ways_[settled.front()] = {.map = scales_.mapOf[settled.front()]};
+  for (const Position node : settled.subspan(1)) {
+    const NodeState& reached = state.nodes[node];
+    const WalkScales::Walk walk = scales_.walks[reached.link];
+    Way way = ways_[reached.parent];
+    if (way.map != walk.map) {
+      way.closedMm = millimetres(way);
+      way.closedDistance = way.distance;
+      way.map = walk.map;
+    }
+    way.distance += walk.distance;
+    ways_[node] = way;
   }
-  way.distance += scales_.linkLengths[state.nodes[to].link];
-  return way;
-}
-
-float WalkLengths::millimetresTo(const SearchState& state, Position end) {
-  Position at = end;
-  unmeasured_.clear();
-  while (ways_[at].search != search_ && state.isVisited(at)) {
-    unmeasured_.push_back(at);
-    at = state.nodes[at].parent;
-  }
-  if (ways_[at].search != search_) ways_[at] = {.search = search_};
-  Way way = ways_[at];
-  for (std::size_t i = unmeasured_.size(); i > 0; --i) {
-    const Position next = unmeasured_[i - 1];
-    way = onward(state, way, at, next);
-    ways_[next] = way;
-    at = next;
-  }
-  return millimetres(way, end);
 }
 
 }  // namespace tern::detail
