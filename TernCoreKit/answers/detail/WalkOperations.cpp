@@ -63,27 +63,37 @@ Value tablePart(const Rows& rows, float TernWalk::*number) {
   return table;
 }
 
-// Each once, in the order of the list.
-Ids allWaypoints(const TernASGrid& grid) {
+// In the order of the list.
+Ids withoutRepeats(const Ids& ids) {
   std::unordered_set<std::int64_t> seen;
-  Ids ids;
-  for (const auto& waypoint : grid.waypoints()) {
-    if (seen.insert(waypoint->id.integer()).second) ids.push_back(waypoint->id.integer());
+  Ids distinct;
+  for (const std::int64_t id : ids) {
+    if (seen.insert(id).second) distinct.push_back(id);
   }
-  return ids;
+  return distinct;
 }
 
-// The cheapest walk to each of the waypoints from any start, of equally cheap ones the first.
+Ids allWaypoints(const TernASGrid& grid) {
+  Ids ids;
+  for (const auto& waypoint : grid.waypoints()) ids.push_back(waypoint->id.integer());
+  return withoutRepeats(ids);
+}
+
+// The cheapest walk to each of the waypoints from any start, of equally cheap ones the first. Some
+// starts at a time: together they share what is prepared, and all at once would take a table.
 TernWalks::Row cheapestWalks(const TernActiveVenue& venue, const Ids& from, const Ids& to,
                              std::int64_t level) {
+  constexpr std::size_t together = 16;
   TernWalks::Row best(to.size());
-  std::unordered_set<std::int64_t> asked;
-  for (const std::int64_t start : from) {
-    if (!asked.insert(start).second) continue;
-    const Rows rows = walksBetween(venue, {start}, to, level);
-    for (std::size_t i = 0; i < to.size(); ++i) {
-      const auto& walk = rows[0][i];
-      if (walk && (!best[i] || walk->cost < best[i]->cost)) best[i] = walk;
+  const Ids starts = withoutRepeats(from);
+  for (std::size_t first = 0; first < starts.size(); first += together) {
+    const auto begin = starts.begin() + static_cast<std::ptrdiff_t>(first);
+    const std::size_t count = std::min(together, starts.size() - first);
+    const Ids some(begin, begin + static_cast<std::ptrdiff_t>(count));
+    for (const TernWalks::Row& row : walksBetween(venue, some, to, level)) {
+      for (std::size_t i = 0; i < to.size(); ++i) {
+        if (row[i] && (!best[i] || row[i]->cost < best[i]->cost)) best[i] = row[i];
+      }
     }
   }
   return best;
