@@ -395,7 +395,9 @@ TEST(CurlTransportConcurrent, aRequestEndsWhateverSystemCallFails) {
       test::FailingAllocation::Reach::process,
       [&] { last = exchange(transport, {.url = server.url() + "/to//b"}); },
       [&] { ASSERT_TRUE(last.error.has_value() || last.body == "there"); });
-  EXPECT_GE(failed, 8);
+  // How many calls a request makes depends on when its thread is woken, but it sends and receives
+  // always: each fails alone, and with all that follow it.
+  EXPECT_GE(failed, 4);
   EXPECT_EQ(exchange(transport, {.url = server.url() + "/to//b"}).body, "there");
 }
 
