@@ -13,7 +13,7 @@ namespace {
 // Colours of the page around the maps; the maps themselves stay light.
 constexpr std::string_view style = R"(
 :root { color-scheme: light dark; --page: #f5f6f8; --ink: #1c2430; --quiet: #5a6472; }
-@media (prefers-color-scheme: dark) {
+@media screen and (prefers-color-scheme: dark) {
   :root { --page: #14181f; --ink: #e8ebf0; --quiet: #a3adba; }
 }
 * { box-sizing: border-box; }
@@ -36,6 +36,12 @@ li { margin-top: 20px; }
 .map { display: block; width: 100%; height: auto; margin: 8px 0 6px; }
 .change { display: flex; gap: 10px; align-items: center; margin-top: 10px; }
 .sign { flex: none; width: 26px; height: 34px; }
+@media print {
+  :root { --page: #fff; --ink: #1c2430; --quiet: #5a6472; }
+  main { padding: 0; }
+  header, h2, h2 + .quiet { break-inside: avoid; break-after: avoid; }
+  li { break-inside: avoid; }
+}
 )";
 
 class Page {

@@ -20,6 +20,21 @@ TEST(RoutePictureHtml, pageFitsAPhoneAndForbidsLoading) {
   EXPECT_EQ(contents[1], "width=device-width, initial-scale=1");
 }
 
+TEST(RoutePictureHtml, printKeepsEachHeadingWithItsMapOnWhite) {
+  const PictureVenue venue{{.id = 1}};
+  const std::string page =
+      routePictureHtml({venue, "", RouteSet::choices, {{"", "A", "B", threeSegments()}}});
+  const std::size_t start = page.find("@media print {");
+  ASSERT_NE(start, std::string::npos);
+  const std::string print = page.substr(start, page.find("</style>") - start);
+  for (const char* rule : {"--page: #fff;", "h2 + .quiet { break-inside: avoid; break-after: avoid",
+                           "li { break-inside: avoid; }"}) {
+    EXPECT_NE(print.find(rule), std::string::npos) << rule;
+  }
+  // A screen that is dark has no say on paper.
+  EXPECT_EQ(page.find("@media (prefers-color-scheme"), std::string::npos);
+}
+
 TEST(RoutePictureHtml, everyMapIsLabelledByItsOwnWords) {
   const PictureVenue venue{{.id = 1}, {.id = 2}};
   const auto markup =
