@@ -2,20 +2,17 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstdint>
 #include <utility>
 #include <vector>
 
-#include "TernCoreKit/platform/Numbers.hpp"
 #include "tools/tern/picture/Markup.hpp"
+#include "tools/tern/picture/SvgNumbers.hpp"
+#include "tools/tern/picture/SvgTags.hpp"
 
 namespace tern::picture {
 
 namespace {
-
-constexpr std::string_view blanks = " \t\r\n";
-constexpr double largestSize = 1e7;
 
 std::string base64(std::string_view bytes) {
   constexpr std::string_view digits =
@@ -33,16 +30,6 @@ std::string base64(std::string_view bytes) {
     }
   }
   return out;
-}
-
-// Takes the number in front of the text; none when there is none or it is absurd.
-std::optional<double> takeNumber(std::string_view& text) {
-  text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n,+"), text.size()));
-  double number = 0;
-  const auto [end, error] = readDouble(text.data(), text.data() + text.size(), number);
-  if (error != std::errc() || !(std::abs(number) <= largestSize)) return std::nullopt;
-  text.remove_prefix(static_cast<std::size_t>(end - text.data()));
-  return number;
 }
 
 std::optional<Box> boxOf(double left, double top, double width, double height) {
@@ -66,7 +53,7 @@ double lengthOf(std::string_view text) {
       {"", 1},    {"px", 1},         {"pt", 96.0 / 72}, {"pc", 16},
       {"in", 96}, {"cm", 96 / 2.54}, {"mm", 96 / 25.4}};
   const double number = takeNumber(text).value_or(0);
-  text = text.substr(0, text.find_last_not_of(blanks) + 1);
+  text = text.substr(0, text.find_last_not_of(svgBlanks) + 1);
   for (const auto& [unit, length] : units) {
     if (text == unit) return number * length;
   }
@@ -81,7 +68,7 @@ class FirstTag {
   // False for what does not begin as an SVG does.
   bool read() {
     take("\xEF\xBB\xBF");
-    return skipToTag() && take("<svg") && readAttributes();
+    return skipToTag() && take("<svg") && takeAttributes(rest_, attributes_);
   }
 
   std::optional<Box> frame() const {
@@ -93,7 +80,7 @@ class FirstTag {
   std::string documentWith(const Box& frame) const {
     std::string out(documentType_);
     out += "<svg";
-    for (const Attribute& attribute : attributes_) {
+    for (const SvgAttribute& attribute : attributes_) {
       if (!isReplaced(attribute.name)) out.append(" ").append(attribute.written);
     }
     addUnlessThere(out, "xmlns", "http://www.w3.org/2000/svg");
@@ -105,13 +92,6 @@ class FirstTag {
   }
 
  private:
-  struct Attribute {
-    std::string_view name;
-    std::string_view value;
-    // Both, with the quotes.
-    std::string_view written;
-  };
-
   static bool isReplaced(std::string_view name) {
     return name == "viewBox" || name == "preserveAspectRatio" || name == "width" ||
            name == "height" || name == "x" || name == "y";
@@ -119,7 +99,7 @@ class FirstTag {
 
   // Empty when there is none of that name.
   std::string_view valueOf(std::string_view name) const {
-    for (const Attribute& attribute : attributes_) {
+    for (const SvgAttribute& attribute : attributes_) {
       if (attribute.name == name) return attribute.value;
     }
     return {};
@@ -143,14 +123,10 @@ class FirstTag {
     return true;
   }
 
-  void skipBlanks() {
-    rest_.remove_prefix(std::min(rest_.find_first_not_of(blanks), rest_.size()));
-  }
-
   // A text comes to us as UTF-8, so an XML declaration that names another encoding would be wrong.
   bool skipToTag() {
     while (true) {
-      skipBlanks();
+      rest_.remove_prefix(std::min(rest_.find_first_not_of(svgBlanks), rest_.size()));
       if (take("<!--")) {
         if (!skipPast("-->")) return false;
       } else if (take("<?")) {
@@ -174,35 +150,9 @@ class FirstTag {
     return true;
   }
 
-  bool readAttributes() {
-    while (!rest_.starts_with('>') && !rest_.starts_with("/>")) {
-      if (rest_.empty() || blanks.find(rest_.front()) == std::string_view::npos) return false;
-      skipBlanks();
-      const bool isEnd = rest_.starts_with('>') || rest_.starts_with("/>");
-      if (!isEnd && !readAttribute()) return false;
-    }
-    return true;
-  }
-
-  bool readAttribute() {
-    const std::string_view from = rest_;
-    const std::string_view name = rest_.substr(0, rest_.find_first_of(" \t\r\n=<>/\"'"));
-    rest_.remove_prefix(name.size());
-    skipBlanks();
-    if (name.empty() || !take("=")) return false;
-    skipBlanks();
-    if (!rest_.starts_with('"') && !rest_.starts_with('\'')) return false;
-    const std::size_t end = rest_.find(rest_.front(), 1);
-    if (end == std::string_view::npos) return false;
-    const std::string_view value = rest_.substr(1, end - 1);
-    rest_.remove_prefix(end + 1);
-    attributes_.push_back({name, value, from.substr(0, from.size() - rest_.size())});
-    return true;
-  }
-
   std::string_view rest_;
   std::string_view documentType_;
-  std::vector<Attribute> attributes_;
+  std::vector<SvgAttribute> attributes_;
 };
 
 }  // namespace
