@@ -175,9 +175,10 @@ ScannedMarkup scanMarkup(std::string_view markup) { return Scanner(markup).scan(
 
 std::string reachOf(const ScannedMarkup& scanned) {
   const std::set<std::string> allowed{
-      "body", "circle",  "clipPath", "defs",  "desc", "div",  "g",     "h1", "h2", "h3",
-      "head", "header",  "html",     "image", "li",   "main", "meta",  "ol", "p",  "path",
-      "rect", "section", "span",     "style", "svg",  "text", "title", "use"};
+      "body", "circle", "clipPath",      "defs",   "desc",  "div",    "g",    "h1",
+      "h2",   "h3",     "feColorMatrix", "filter", "head",  "header", "html", "image",
+      "li",   "main",   "meta",          "ol",     "p",     "path",   "rect", "section",
+      "span", "style",  "svg",           "text",   "title", "use"};
   for (const std::string& element : scanned.elements) {
     if (allowed.count(element) == 0) return "element " + element;
   }

@@ -2,6 +2,7 @@
 
 #include "TernCoreKit/model/records/TernMap.hpp"
 #include "tools/tern/picture/DrawingImage.hpp"
+#include "tools/tern/picture/MapWindow.hpp"
 
 namespace tern::picture {
 
@@ -18,6 +19,10 @@ std::optional<Box> statedFrame(const TernMap& map) {
   return isSize ? std::optional(Box{0, 0, width, height}) : std::nullopt;
 }
 
+FloorDrawing withoutDrawing(const std::optional<Box>& frame, const std::string& note) {
+  return {{}, frame, toneOf({}), {}, note};
+}
+
 }  // namespace
 
 const FloorDrawing& FloorDrawings::of(const TernMap* map) {
@@ -27,16 +32,17 @@ const FloorDrawing& FloorDrawings::of(const TernMap* map) {
 }
 
 FloorDrawing FloorDrawings::read(const TernMap* map) {
-  if (map == nullptr) return {{}, {}, "The venue has no map of this floor."};
+  if (map == nullptr) return withoutDrawing({}, "The venue has no map of this floor.");
   const std::optional<Box> stated = statedFrame(*map);
-  if (!map->svg.isText()) return {{}, stated, "This floor has no drawing."};
+  if (!map->svg.isText()) return withoutDrawing(stated, "This floor has no drawing.");
   const DrawingImage image = imageOf(map->svg.text(), stated);
   if (!image.problem.empty()) {
-    return {{}, stated, "The floor's drawing is left out: " + image.problem + "."};
+    return withoutDrawing(stated, "The floor's drawing is left out: " + image.problem + ".");
   }
   bytes_ += image.uri.size();
   if (bytes_ > mostBytes) {
-    return {{}, image.frame, "The floor's drawing is left out: the picture is too large."};
+    return withoutDrawing(image.frame,
+                          "The floor's drawing is left out: the picture is too large.");
   }
   const std::string id = "drawing-" + std::to_string(known_.size());
   images_.leaf("image", {{"id", id},
@@ -47,7 +53,24 @@ FloorDrawing FloorDrawings::read(const TernMap* map) {
                          {"preserveAspectRatio", "none"},
                          {"href", image.uri}});
   images_.line();
-  return {id, image.frame, {}};
+  FloorDrawing drawing{id, image.frame, {}, marksOf(map->svg.text(), image.frame), {}};
+  drawing.tone = toneOf(drawing.marks);
+  if (drawing.tone.light) writeFilter(id + "-light", *drawing.tone.light);
+  writeFilter(id + "-dark", drawing.tone.dark);
+  darkRules_ += "." + id + " { filter: url(#" + id + "-dark); opacity: 1; }\n";
+  return drawing;
+}
+
+// It is as large as any map's window, however large the drawing is that lies behind it.
+void FloorDrawings::writeFilter(const std::string& id, const Tone& tone) {
+  images_.open("filter", {{"id", id},
+                          {"filterUnits", "userSpaceOnUse"},
+                          {"x", 0},
+                          {"y", 0},
+                          {"width", MapWindow::width},
+                          {"height", MapWindow::mostHeight},
+                          {"color-interpolation-filters", "sRGB"}});
+  images_.leaf("feColorMatrix", {{"values", tone.matrix()}}).close().line();
 }
 
 }  // namespace tern::picture

@@ -21,7 +21,6 @@ constexpr double routeWidthPx = 6;
 constexpr double casingWidthPx = 10;
 constexpr double otherWidthPx = 4;
 constexpr double cornerPx = 12;
-constexpr double floorOpacity = 0.75;
 constexpr double smallFontPx = 12;
 constexpr double labelFontPx = 13;
 constexpr double labelHeightPx = 22;
@@ -80,7 +79,7 @@ class PanelPainter {
         .leaf("rect", {{"width", width}, {"height", height}, {"rx", cornerPx}})
         .close();
     out_.open("g", {{"clip-path", "url(#" + clip + ")"}, {"font-family", palette::fonts}});
-    out_.leaf("rect", {{"width", width}, {"height", height}, {"fill", palette::paper}}).line();
+    out_.leaf("rect", {{"width", width}, {"height", height}, {"fill", floor_.tone.card}}).line();
     paintFloor();
     for (const FloorVisit* other : panel_.others) paintOther(inPicture(other->points));
     paintRoute();
@@ -110,9 +109,9 @@ class PanelPainter {
     const Point origin = window_.toPicture({0, 0});
     const std::string placing = "translate(" + significant(origin.x) + " " + significant(origin.y) +
                                 ") scale(" + significant(window_.scale()) + ")";
-    out_.leaf("use",
-              {{"href", "#" + floor_.id}, {"transform", placing}, {"opacity", floorOpacity}});
-    out_.line();
+    const std::string filter = floor_.tone.light ? "url(#" + floor_.id + "-light)" : "none";
+    out_.open("g", {{"class", floor_.id}, {"filter", filter}, {"opacity", floor_.tone.opacity}});
+    out_.leaf("use", {{"href", "#" + floor_.id}, {"transform", placing}}).close().line();
   }
 
   void paintStroke(const std::vector<Point>& line, std::string_view colour, double width) {

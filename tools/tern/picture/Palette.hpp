@@ -1,5 +1,5 @@
 // The colours and letters of the pictures. Texts keep a contrast of at least 4.5 to 1 on their
-// grounds.
+// grounds, on a dark screen too.
 #pragma once
 
 #include <string_view>
@@ -11,6 +11,8 @@ inline constexpr std::string_view fonts =
 
 inline constexpr std::string_view page = "#f5f6f8";
 inline constexpr std::string_view paper = "#fbfbfa";
+// Under a floor that would not be seen on the other.
+inline constexpr std::string_view deepPaper = "#dde1e8";
 inline constexpr std::string_view frame = "#d9dde3";
 inline constexpr std::string_view ink = "#1c2430";
 inline constexpr std::string_view quiet = "#5a6472";
@@ -19,5 +21,24 @@ inline constexpr std::string_view casing = "#ffffff";
 inline constexpr std::string_view otherRoute = "#8a97a8";
 inline constexpr std::string_view start = "#0f766e";
 inline constexpr std::string_view goal = "#d6293e";
+
+struct Twin {
+  std::string_view light;
+  std::string_view dark;
+};
+
+// What each becomes on a dark screen; no two are alike.
+inline constexpr Twin twins[] = {
+    {page, "#14181f"},  {paper, "#0f1319"},      {deepPaper, "#0b0e13"}, {frame, "#39424e"},
+    {ink, "#e8ebf0"},   {quiet, "#a3adba"},      {route, "#5b93ff"},     {casing, "#10141a"},
+    {start, "#2dd4bf"}, {otherRoute, "#77849a"}, {goal, "#ff6b78"},
+};
+
+constexpr std::string_view darkTwin(std::string_view light) {
+  for (const Twin& twin : twins) {
+    if (twin.light == light) return twin.dark;
+  }
+  return light;
+}
 
 }  // namespace tern::picture::palette

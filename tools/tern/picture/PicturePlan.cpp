@@ -40,6 +40,7 @@ class Planner {
       plan.summary = isTour ? tourSummary() : plan.routes.front().summary;
     }
     plan.drawings = drawings_.takeMarkup();
+    plan.darkRules = drawings_.darkRules();
     return plan;
   }
 

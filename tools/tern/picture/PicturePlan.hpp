@@ -39,8 +39,9 @@ struct PicturePlan {
   std::string goal;
   std::string summary;
   std::vector<PlannedRoute> routes;
-  // SVG elements that the panels refer to.
+  // SVG elements that the panels refer to, and the rules of CSS by which they turn dark.
   std::string drawings;
+  std::string darkRules;
 
   // "Route from Juniper Bakery to North exit"
   std::string title() const;

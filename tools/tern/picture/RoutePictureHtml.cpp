@@ -1,4 +1,6 @@
+#include <string>
 #include <string_view>
+#include <utility>
 
 #include "tools/tern/picture/Markup.hpp"
 #include "tools/tern/picture/Palette.hpp"
@@ -10,12 +12,7 @@ namespace tern::picture {
 
 namespace {
 
-// Colours of the page around the maps; the maps themselves stay light.
-constexpr std::string_view style = R"(
-:root { color-scheme: light dark; --page: #f5f6f8; --ink: #1c2430; --quiet: #5a6472; }
-@media screen and (prefers-color-scheme: dark) {
-  :root { --page: #14181f; --ink: #e8ebf0; --quiet: #a3adba; }
-}
+constexpr std::string_view style = R"(:root { color-scheme: light dark; }
 * { box-sizing: border-box; }
 body { margin: 0; background: var(--page); color: var(--ink); -webkit-text-size-adjust: 100%;
   font: 16px/1.4 system-ui, -apple-system, 'Segoe UI', Roboto, 'Helvetica Neue', Arial, sans-serif; }
@@ -37,12 +34,33 @@ li { margin-top: 20px; }
 .change { display: flex; gap: 10px; align-items: center; margin-top: 10px; }
 .sign { flex: none; width: 26px; height: 34px; }
 @media print {
-  :root { --page: #fff; --ink: #1c2430; --quiet: #5a6472; }
+  :root { --page: #fff; }
   main { padding: 0; }
   header, h2, h2 + .quiet { break-inside: avoid; break-after: avoid; }
   li { break-inside: avoid; }
 }
 )";
+
+// The page has its colours by name; those that the maps have as attributes give way to rules.
+std::string colourRules(const std::string& darkRules) {
+  std::string light = ":root {";
+  std::string dark = light;
+  for (const auto& [name, colour] : {std::pair{" --page: ", palette::page},
+                                     {" --ink: ", palette::ink},
+                                     {" --quiet: ", palette::quiet}}) {
+    light.append(name).append(colour) += ';';
+    dark.append(name).append(palette::darkTwin(colour)) += ';';
+  }
+  std::string rules =
+      light + " }\n@media screen and (prefers-color-scheme: dark) {\n" + dark + " }\n";
+  for (const auto& [colour, twin] : palette::twins) {
+    for (const std::string property : {"fill", "stroke"}) {
+      rules += "[" + property + "=\"" + std::string(colour) + "\"] { " + property + ": " +
+               std::string(twin) + "; }\n";
+    }
+  }
+  return rules + darkRules + "}\n";
+}
 
 class Page {
  public:
@@ -71,7 +89,14 @@ class Page {
     page_.line();
     page_.leaf("meta", {{"name", "viewport"}, {"content", "width=device-width, initial-scale=1"}});
     page_.line().leaf("title", {}, plan_.title()).line();
-    page_.open("style").raw(style).close().line().close().line();
+    page_.open("style")
+        .line()
+        .raw(colourRules(plan_.darkRules))
+        .raw(style)
+        .close()
+        .line()
+        .close()
+        .line();
   }
 
   template <class Draw>

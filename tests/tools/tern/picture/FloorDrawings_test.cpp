@@ -32,11 +32,27 @@ TEST(FloorDrawings, everyMapIsHeldOnce) {
   const auto markup = test::scanMarkup("<defs>" + drawings.takeMarkup() + "</defs>");
   EXPECT_EQ(markup.problem, "");
   EXPECT_EQ(test::reachOf(markup), "");
-  EXPECT_EQ(markup.valuesOf("x"), (std::vector<std::string>{"1", "0"}));
-  EXPECT_EQ(markup.valuesOf("y"), (std::vector<std::string>{"2", "0"}));
-  EXPECT_EQ(markup.valuesOf("width"), (std::vector<std::string>{"30", "9"}));
-  EXPECT_EQ(markup.valuesOf("height"), (std::vector<std::string>{"40", "9"}));
+  // Each with its filter, which is as large as a window.
+  EXPECT_EQ(markup.valuesOf("x"), (std::vector<std::string>{"1", "0", "0", "0"}));
+  EXPECT_EQ(markup.valuesOf("y"), (std::vector<std::string>{"2", "0", "0", "0"}));
+  EXPECT_EQ(markup.valuesOf("width"), (std::vector<std::string>{"30", "358", "9", "358"}));
+  EXPECT_EQ(markup.valuesOf("height"), (std::vector<std::string>{"40", "420", "9", "420"}));
   EXPECT_EQ(markup.valuesOf("preserveAspectRatio"), (std::vector<std::string>{"none", "none"}));
+}
+
+TEST(FloorDrawings, paleDrawingHasAFilterForTheLightToo) {
+  const auto fine = mapWith("<svg viewBox='0 0 9 9'><path d='M0 0h9v9' stroke='#000'/></svg>");
+  const auto pale =
+      mapWith("<svg viewBox='0 0 9 9'><path d='M0 0h9v9' fill='#fff' stroke='#ddd'/></svg>");
+  FloorDrawings drawings;
+  EXPECT_FALSE(drawings.of(fine.get()).tone.light);
+  EXPECT_TRUE(drawings.of(pale.get()).tone.light);
+  EXPECT_EQ(test::scanMarkup("<defs>" + drawings.takeMarkup() + "</defs>").valuesOf("id"),
+            (std::vector<std::string>{"drawing-1", "drawing-1-dark", "drawing-2", "drawing-2-light",
+                                      "drawing-2-dark"}));
+  EXPECT_EQ(drawings.darkRules(),
+            ".drawing-1 { filter: url(#drawing-1-dark); opacity: 1; }\n"
+            ".drawing-2 { filter: url(#drawing-2-dark); opacity: 1; }\n");
 }
 
 TEST(FloorDrawings, whatCannotBeShownIsSaid) {

@@ -5,6 +5,7 @@
 
 #include "tests/support/ScannedMarkup.hpp"
 #include "tests/tools/tern/picture/PictureVenue.hpp"
+#include "tools/tern/picture/Palette.hpp"
 #include "tools/tern/picture/RoutePicture.hpp"
 
 namespace tern::picture {
@@ -33,6 +34,21 @@ TEST(RoutePictureHtml, printKeepsEachHeadingWithItsMapOnWhite) {
   }
   // A screen that is dark has no say on paper.
   EXPECT_EQ(page.find("@media (prefers-color-scheme"), std::string::npos);
+}
+
+TEST(RoutePictureHtml, darkScreenHasATwinOfEveryColourAndOfTheDrawing) {
+  const PictureVenue venue{{.id = 1}};
+  const std::string page =
+      routePictureHtml({venue, "", RouteSet::choices, {{"", "A", "B", threeSegments()}}});
+  const std::size_t start = page.find("@media screen and (prefers-color-scheme: dark) {");
+  ASSERT_NE(start, std::string::npos);
+  for (const auto& [light, dark] : palette::twins) {
+    const std::string rule = "[fill=\"" + std::string(light) + "\"] { fill: " + std::string(dark);
+    EXPECT_NE(page.find(rule, start), std::string::npos) << rule;
+  }
+  EXPECT_NE(page.find(".drawing-1 { filter: url(#drawing-1-dark)", start), std::string::npos);
+  EXPECT_NE(page.find("<g class=\"drawing-1\""), std::string::npos);
+  EXPECT_NE(page.find("<filter id=\"drawing-1-dark\""), std::string::npos);
 }
 
 TEST(RoutePictureHtml, everyMapIsLabelledByItsOwnWords) {
