@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "tools/tern/picture/FloorCanvas.hpp"
 #include "tools/tern/picture/FloorDrawings.hpp"
-#include "tools/tern/picture/Geometry.hpp"
 #include "tools/tern/picture/Itinerary.hpp"
 
 namespace tern::picture {
@@ -25,14 +25,6 @@ struct FloorPanel {
   std::string goal;
   // Of every id in the panel: letters, digits and -.
   std::string idPrefix;
-};
-
-struct PanelDrawing {
-  // SVG elements between (0, 0) and the size, in pixels of the picture. They refer to the drawing.
-  std::string markup;
-  Size size;
-  // What the reader of the picture should know; empty when there is nothing.
-  std::string note;
 };
 
 // REQUIRES: a visit and a drawing.
