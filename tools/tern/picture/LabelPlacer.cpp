@@ -1,16 +1,15 @@
 #include "tools/tern/picture/LabelPlacer.hpp"
 
 #include <algorithm>
-#include <cmath>
 
 namespace tern::picture {
 
 namespace {
 
-constexpr double lineStepPx = 4;
-constexpr std::size_t mostLinePoints = 20'000;
 constexpr double edgePx = 6;
 constexpr double gapPx = 3;
+// As bad as hiding so much of other labels is it to hide a part of a line.
+constexpr double lineWeight = 0.5;
 
 Box boxAt(Point point, Point direction, double clearance, Size size) {
   const Point middle{point.x + direction.x * (clearance + size.width / 2),
@@ -29,23 +28,32 @@ Box movedInto(const Box& box, Size window) {
 
 }  // namespace
 
-void LabelPlacer::avoidLine(const std::vector<Point>& line) {
+void LabelPlacer::avoidLine(const std::vector<Point>& line, double halfWidth) {
   for (std::size_t i = 0; i + 1 < line.size(); ++i) {
-    const Point way{line[i + 1].x - line[i].x, line[i + 1].y - line[i].y};
-    const double steps = std::ceil(std::hypot(way.x, way.y) / lineStepPx);
-    for (double step = 0; step < steps && line_.size() < mostLinePoints; ++step) {
-      line_.push_back({line[i].x + way.x * step / steps, line[i].y + way.y * step / steps});
-    }
+    lines_.takeLine(line[i], line[i + 1], halfWidth);
   }
 }
 
 double LabelPlacer::penalty(const Box& box) const {
-  double total = 0;
-  for (const Box& other : taken_) total += box.grownBy(gapPx).overlap(other);
   const Box near = box.grownBy(gapPx);
-  const auto hidden =
-      std::count_if(line_.begin(), line_.end(), [&](Point point) { return near.contains(point); });
-  return total + 20.0 * static_cast<double>(hidden);
+  return taken_.takenArea(near) + lineWeight * lines_.takenArea(near);
+}
+
+bool LabelPlacer::isFree(const Box& box) const {
+  const bool isWhole = box.left >= edgePx && box.top >= edgePx &&
+                       box.right <= window_.width - edgePx && box.bottom <= window_.height - edgePx;
+  return isWhole && taken_.areFree(box.grownBy(gapPx)) && lines_.areFree(box.grownBy(gapPx));
+}
+
+std::optional<Box> LabelPlacer::fit(Point point, double clearance, Size size) {
+  constexpr Point directions[] = {{0, 0}, {0, 1}, {0, -1}, {1, 0}, {-1, 0}};
+  for (Point direction : directions) {
+    const Box box = boxAt(point, direction, clearance, size);
+    if (!isFree(box)) continue;
+    avoid(box);
+    return box;
+  }
+  return std::nullopt;
 }
 
 Box LabelPlacer::place(Point point, double clearance, Size size) {
