@@ -2,38 +2,16 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <optional>
 #include <string>
 
+#include "tests/support/ScopedVariable.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 
 namespace tern {
 namespace {
 
-// Sets a variable of the environment as long as it lives.
-class ScopedVariable {
- public:
-  ScopedVariable(const char* name, const char* value) : name_(name) {
-    if (const char* before = std::getenv(name)) before_ = before;
-    set(value);
-  }
-  ~ScopedVariable() { set(before_ ? before_->c_str() : nullptr); }
-  ScopedVariable(const ScopedVariable&) = delete;
-  ScopedVariable& operator=(const ScopedVariable&) = delete;
-
- private:
-  void set(const char* value) const {
-    if (value != nullptr) {
-      setenv(name_, value, 1);
-    } else {
-      unsetenv(name_);
-    }
-  }
-
-  const char* const name_;
-  std::optional<std::string> before_;
-};
+using test::ScopedVariable;
 
 TEST(Files, defaultFolderLiesBelowTheUsersDataFolder) {
   const ScopedVariable data("XDG_DATA_HOME", "/data");

@@ -3,11 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <optional>
 #include <string>
 
+#include "tests/support/ScopedVariable.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 
 namespace tern::command {
@@ -16,29 +16,7 @@ namespace {
 using testing::EndsWith;
 using testing::HasSubstr;
 
-// A variable of the environment as long as it lives.
-class ScopedVariable {
- public:
-  ScopedVariable(const char* name, const char* value) : name_(name) {
-    if (const char* const old = std::getenv(name)) old_ = old;
-    if (value != nullptr) {
-      setenv(name, value, 1);
-    } else {
-      unsetenv(name);
-    }
-  }
-  ~ScopedVariable() {
-    if (old_) {
-      setenv(name_, old_->c_str(), 1);
-    } else {
-      unsetenv(name_);
-    }
-  }
-
- private:
-  const char* name_;
-  std::optional<std::string> old_;
-};
+using test::ScopedVariable;
 
 HostOptions optionsFor(const std::string& host, std::int64_t customer, std::string cache = "") {
   HostOptions options;
