@@ -1,7 +1,6 @@
 # The command `tern` and the mapping service that it can run. Everything but its main() is a library
 # of objects, which the tests link too.
 
-find_package(CLI11 REQUIRED)
 find_path(TERN_MICROHTTPD_INCLUDE microhttpd.h REQUIRED)
 find_library(TERN_MICROHTTPD microhttpd REQUIRED)
 
@@ -9,7 +8,7 @@ file(GLOB_RECURSE tern_tool_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tool
 set(tern_main ${PROJECT_SOURCE_DIR}/tools/tern/main.cpp)
 list(REMOVE_ITEM tern_tool_sources ${tern_main})
 
-set(tern_tool_libraries TernCoreKit::TernCoreKit CLI11::CLI11 ${TERN_MICROHTTPD})
+set(tern_tool_libraries TernCoreKit::TernCoreKit ${TERN_MICROHTTPD})
 if(tern_tool_sources)
   add_library(tern_tool OBJECT ${tern_tool_sources})
   tern_own_target(tern_tool)

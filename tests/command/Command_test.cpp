@@ -19,7 +19,9 @@
 #include "tests/support/MemoryFile.hpp"
 #include "tests/support/Paths.hpp"
 #include "tests/support/Process.hpp"
+#include "tests/support/ScopedVariable.hpp"
 #include "tests/support/TemporaryFolder.hpp"
+#include "tests/support/Terminal.hpp"
 #include "tests/support/VenueFolders.hpp"
 #include "tools/tern/Arguments.hpp"
 
@@ -399,13 +401,41 @@ TEST_F(CommandTest, wordsThatAreWrongExitWithTwo) {
   expectFailure(withData({"info", "--venue", "1,x"}), 2, StartsWith("--venue: \"1,x\""));
   expectFailure(withData({"closest", "--map", "1", "--at", "1;2"}), 2, StartsWith("--at: \"1;2\""));
   expectFailure(withData({"convert", "--point", "1,2", "--from", "EPSG:1", "--to", "EPSG:4326"}), 2,
-                HasSubstr("there are EPSG:4326, EPSG:3857 and tern:local"));
+                HasSubstr("must be EPSG:4326, EPSG:3857 or tern:local"));
   expectFailure({"generate", "--out", folder_.at("new"), "--floors", "-1"}, 2,
                 StartsWith("--floors: -1 is out of range"));
 }
 
 TEST_F(CommandTest, wordsOfAnyBytesGiveJsonThatCanBeRead) {
   expectFailure({"fl\xFFy\n"}, 2, HasSubstr("is no command"));
+}
+
+// What both streams show when they are a terminal.
+std::string onTerminal(const Words& words, unsigned short columns = 80) {
+  const test::ScopedVariable kind("TERM", "xterm");
+  const test::ScopedVariable none("NO_COLOR", nullptr);
+  test::MemoryFile input;
+  test::Terminal terminal(columns);
+  runCommand(words, {input.descriptor(), terminal.descriptor(), terminal.descriptor()});
+  return terminal.text();
+}
+
+TEST_F(CommandTest, helpFitsTheTerminal) {
+  std::istringstream lines(onTerminal({"nearest", "--help"}, 50));
+  std::size_t longest = 0;
+  for (std::string line; std::getline(lines, line);) longest = std::max(longest, line.size());
+  EXPECT_LE(longest, 50U);
+  EXPECT_GE(longest, 40U);
+}
+
+TEST_F(CommandTest, terminalShowsErrorsInRedAndIdsFaint) {
+  EXPECT_THAT(onTerminal({"fly"}), StartsWith("\x1B[31mtern:\x1B[0m \"fly\" is no command"));
+  EXPECT_EQ(onTerminal(withData({"places", "bakery"})),
+            "Bakery \x1B[2m(destination 7)\x1B[0m on Ground Floor \x1B[2m(waypoint 1)\x1B[0m\n");
+}
+
+TEST_F(CommandTest, jsonHasNoColours) {
+  EXPECT_THAT(onTerminal(withData({"places", "--json"})), Not(HasSubstr("\x1B")));
 }
 
 TEST_F(CommandTest, withoutWordsHelpIsShownAsAnError) {

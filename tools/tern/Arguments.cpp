@@ -1,6 +1,5 @@
 #include "tools/tern/Arguments.hpp"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdlib>
 #include <utility>
@@ -34,42 +33,98 @@ std::string meantText(std::string_view word, const std::vector<std::string_view>
   return meant.empty() ? "" : "; do you mean " + std::string(meant) + "?";
 }
 
-bool isGiven(const CLI::App& words, const Option& option) {
-  return words.count(std::string(option.name)) > 0;
+// An option as it stands among the words.
+struct Given {
+  const Option* option;
+  // Absent without one: of a flag, or at the end of the words.
+  std::optional<std::string> text;
+};
+
+struct SortedWords {
+  std::vector<Given> given;
+  // What belongs to no option, in order.
+  std::vector<std::string> others;
+
+  std::vector<const Given*> of(const Option& option) const {
+    std::vector<const Given*> found;
+    for (const Given& each : given) {
+      if (each.option->name == option.name) found.push_back(&each);
+    }
+    return found;
+  }
+  bool has(const Option& option) const { return !of(option).empty(); }
+};
+
+// "--from 12" and "--from=12" are the same. The options must outlive what is returned.
+SortedWords sorted(std::span<const Option> options, std::span<const std::string> words) {
+  SortedWords all;
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    const std::size_t sign = words[i].find('=');
+    const auto option = std::ranges::find(options, words[i].substr(0, sign), &Option::name);
+    if (option == options.end()) {
+      all.others.push_back(words[i]);
+    } else if (sign != std::string::npos) {
+      all.given.push_back({&*option, words[i].substr(sign + 1)});
+    } else if (option->isFlag() || i + 1 == words.size()) {
+      all.given.push_back({&*option, std::nullopt});
+    } else {
+      all.given.push_back({&*option, words[++i]});
+    }
+  }
+  return all;
 }
 
-// Adds what the texts stand for, or what counts without one, to the values under the option's name.
-Complaint takeTexts(const Option& option, const std::vector<std::string>& texts, Value& values) {
-  if (option.isFlag()) {
-    // CLI11 gives one that stands alone so.
-    if (std::ranges::count(texts, "true") != std::ssize(texts)) return " takes no value";
-    values.set(option.name, !texts.empty());
-    return std::nullopt;
+std::string titleOf(const Option& option) {
+  const bool hasLabel = option.label != option.name && !option.isFlag();
+  return std::string(option.name) + (hasLabel ? " " + std::string(option.label) : "");
+}
+
+// Adds what the text stands for to the values under the option's name.
+Complaint takeText(const Option& option, const std::optional<std::string>& text, Value& values) {
+  const std::string meaning = ": " + std::string(option.meaning);
+  if (!text) return titleOf(option) + ": a value is wanted" + meaning;
+  if (text->empty()) return titleOf(option) + ": a value is wanted, not an empty text" + meaning;
+  if (text->starts_with("--")) {
+    return titleOf(option) + ": a value is wanted before " + inQuotes(*text) + meaning;
   }
-  if (texts.size() > 1) return ": stands there twice; once is enough";
-  const std::string text(texts.empty() ? option.need.fallback : texts.front());
-  if (text.empty() && texts.empty()) return std::nullopt;
-  if (text.empty()) return ": a value is wanted, not an empty text";
-  if (text.starts_with("--")) return ": a value is wanted before " + inQuotes(text);
-  const Reading reading = option.read(text);
-  if (const auto* wrong = std::get_if<std::string>(&reading)) return ": " + *wrong;
+  const Reading reading = option.read(*text);
+  if (const auto* wrong = std::get_if<std::string>(&reading)) {
+    return std::string(option.name) + ": " + *wrong;
+  }
   values.set(option.name, std::get<Value>(reading));
   return std::nullopt;
 }
 
-Complaint firstMissing(std::span<const Option> options, const CLI::App& words) {
+// The same of all that stands there, or of what counts when nothing does.
+Complaint takeGiven(const Option& option, const std::vector<const Given*>& given, Value& values) {
+  const std::string name(option.name);
+  if (option.isFlag()) {
+    const bool hasText = std::ranges::any_of(given, [](auto* each) { return bool(each->text); });
+    values.set(option.name, !given.empty());
+    return hasText ? Complaint(name + " takes no value") : std::nullopt;
+  }
+  if (given.size() > 1) return name + ": stands there twice; once is enough";
+  if (given.size() == 1) return takeText(option, given.front()->text, values);
+  const std::string fallback(option.need.fallback);
+  return fallback.empty() ? std::nullopt : takeText(option, fallback, values);
+}
+
+std::string missingText(const Option& option) {
+  return titleOf(option) + " is missing: " + std::string(option.meaning);
+}
+
+Complaint firstMissing(std::span<const Option> options, const SortedWords& words) {
   for (const Option& option : options) {
-    if (!option.need.isRequired || isGiven(words, option)) continue;
-    std::string missing(option.name);
-    return missing.append(" ").append(option.label).append(" is missing: ").append(option.meaning);
+    if (!option.need.isRequired || words.has(option)) continue;
+    return missingText(option);
   }
   return std::nullopt;
 }
 
-Complaint complaintOfSource(const Arguments& call, const CLI::App& words) {
+Complaint complaintOfSource(const Arguments& call, const SortedWords& words) {
   if (call.service.host.empty()) {
     for (const Option& option : hostOptions) {
-      if (isGiven(words, option)) return std::string(option.name) + " is for --host only";
+      if (words.has(option)) return std::string(option.name) + " is for --host only";
     }
     if (!call.data.empty()) return std::nullopt;
     return "--data DIR is missing: the venue folder to read; or --host URL, a service to ask";
@@ -91,7 +146,7 @@ Complaint complaintOfSeveral(const Arguments& call) {
 }
 
 // Of several rules the first that is broken.
-Complaint complaintOf(const Arguments& call, const CLI::App& words) {
+Complaint complaintOf(const Arguments& call, const SortedWords& words) {
   const Command& command = *call.command;
   if (loadsData(command)) {
     if (auto wrong = complaintOfSource(call, words)) return wrong;
@@ -149,57 +204,47 @@ Arguments argumentsOf(const Command& command, const Value& values) {
   return call;
 }
 
-// Adds what stands without an option before it.
-Complaint takeOperand(const Command& command, std::span<const std::string> extras, Value& values) {
-  const Option& operand = command.operand;
-  const bool isTaken = !operand.name.empty() && !extras.empty() && !extras.front().starts_with('-');
-  if (isTaken) {
-    auto wrong = takeTexts(operand, {extras.front()}, values);
-    if (wrong) return std::string(operand.name) + *wrong;
-  }
-  if (extras.size() == (isTaken ? 1 : 0)) return std::nullopt;
-  const std::string& word = extras[isTaken ? 1 : 0];
+std::string notUnderstood(const Command& command, const std::string& word) {
+  std::string text = inQuotes(word) + " is not understood here";
+  if (!word.starts_with('-')) return text + "; a text of several words stands in quotes";
   std::vector<std::string_view> names;
   const std::vector<Option> options = optionsOf(command);
   for (const Option& option : options) names.push_back(option.name);
-  return inQuotes(word) + " is not understood here" +
-         meantText(std::string_view(word).substr(0, word.find('=')), names);
+  return text + meantText(std::string_view(word).substr(0, word.find('=')), names);
 }
 
-// CLI11 finds out what the words are; what they should be stands in the table.
-ParsedCall parseWords(const Command& command, std::vector<std::string> words) {
+// Adds what stands without an option before it.
+Complaint takeOperand(const Command& command, std::span<const std::string> others, Value& values) {
+  const Option& operand = command.operand;
+  if (!operand.name.empty() && !others.empty() && !others.front().starts_with('-')) {
+    if (auto wrong = takeText(operand, others.front(), values)) return wrong;
+    others = others.subspan(1);
+  }
+  if (!others.empty()) return notUnderstood(command, others.front());
+  const bool isMissing = operand.need.isRequired && values.find(operand.name) == nullptr;
+  return isMissing ? Complaint(missingText(operand)) : std::nullopt;
+}
+
+bool asksForHelp(std::span<const std::string> words) {
+  return std::ranges::any_of(words,
+                             [](const auto& word) { return word == "--help" || word == "-h"; });
+}
+
+ParsedCall parseWords(const Command& command, std::span<const std::string> words,
+                      const Look& look) {
+  if (asksForHelp(words)) return Information{helpOf(command, look)};
   const auto failure = [&](const std::string& message) {
     return wrongWords(message + " (see tern " + std::string(command.name) + " --help)");
   };
-  CLI::App app;
-  app.allow_extras();
   const std::vector<Option> options = optionsOf(command);
-  for (const Option& option : options) {
-    app.add_option(std::string(option.name), CLI::callback_t([](const auto&) { return true; }))
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-        ->expected(option.isFlag() ? 0 : 1);
-  }
-  const std::string last = words.empty() ? std::string() : words.back();
-  std::ranges::reverse(words);
-  try {
-    app.parse(std::move(words));
-  } catch (const CLI::CallForHelp&) {
-    return Information{helpOf(command)};
-  } catch (const CLI::ParseError&) {
-    // All that it can refuse here is an option without a value, with nothing behind it.
-    return failure(last.substr(0, last.find('=')) + ": a value is wanted");
-  }
+  const SortedWords all = sorted(options, words);
   Value values = Value::map();
   for (const Option& option : options) {
-    const std::string name(option.name);
-    const auto wrong = takeTexts(option, app.get_option(name)->results(), values);
-    if (wrong) return failure(name + *wrong);
+    if (const auto wrong = takeGiven(option, all.of(option), values)) return failure(*wrong);
   }
-  if (const auto wrong = takeOperand(command, app.remaining(), values)) {
-    return failure(*wrong);
-  }
+  if (const auto wrong = takeOperand(command, all.others, values)) return failure(*wrong);
   Arguments call = argumentsOf(command, values);
-  if (const auto wrong = complaintOf(call, app)) return failure(*wrong);
+  if (const auto wrong = complaintOf(call, all)) return failure(*wrong);
   return call;
 }
 
@@ -234,27 +279,25 @@ std::string whichCommands() {
 }
 
 // Without a command only help and the version make sense.
-ParsedCall parseWithoutCommand(std::span<const std::string> words) {
-  const auto isThere = [&](const char* word) {
-    return std::ranges::find(words, word) != words.end();
-  };
-  if (isThere("--help") || isThere("-h")) return Information{generalHelp()};
-  if (isThere("--version")) return Information{"tern " + std::string(version()) + "\n"};
+ParsedCall parseWithoutCommand(std::span<const std::string> words, const Look& look) {
+  if (asksForHelp(words)) return Information{generalHelp(look)};
+  if (std::ranges::find(words, "--version") != words.end())
+    return Information{"tern " + std::string(version()) + "\n"};
   return wrongWords("a command is missing" + whichCommands());
 }
 
 }  // namespace
 
-ParsedCall parseArguments(std::vector<std::string> words) {
+ParsedCall parseArguments(std::vector<std::string> words, const Look& look) {
   const auto place = placeOfCommand(words);
-  if (place == words.end()) return parseWithoutCommand(words);
+  if (place == words.end()) return parseWithoutCommand(words, look);
   const std::string name = *place;
   const Command* command = findCommand(name);
   if (command == nullptr)
     return wrongWords(inQuotes(name) + " is no command" + meantText(name, commandNames()) +
                       whichCommands());
   words.erase(place);
-  return parseWords(*command, std::move(words));
+  return parseWords(*command, words, look);
 }
 
 bool asksForJson(std::span<const std::string> words) {

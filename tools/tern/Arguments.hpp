@@ -13,6 +13,7 @@
 #include "TernCoreKit/platform/Value.hpp"
 #include "tools/tern/Failure.hpp"
 #include "tools/tern/HostOptions.hpp"
+#include "tools/tern/Look.hpp"
 
 namespace tern::command {
 
@@ -44,8 +45,8 @@ struct Information {
 using ParsedCall = std::variant<Arguments, Information, Failure>;
 
 // The words are those behind the program's name. Options that stand before the command count as if
-// they stood behind it.
-ParsedCall parseArguments(std::vector<std::string> words);
+// they stood behind it. The look is that of help.
+ParsedCall parseArguments(std::vector<std::string> words, const Look& look = {});
 
 // Whether the words ask for JSON, even if nothing else in them is right.
 bool asksForJson(std::span<const std::string> words);

@@ -25,38 +25,37 @@ const Command batchCommand{.name = "batch",
                            .about = answerRequests,
                            .help = R"(Examples:
   tern generate --out mall
-  echo '{"op":"route","from":22001,"to":14016,"id":"a"}' | \
-      tern batch --data mall
+  echo '{"op":"places","text":"books"}' | tern batch --data mall
 
 Requests, one a line, with what each is answered:
   {"op":"route","from":22001,"to":14016,"accessibility":1}
       {"route":[SEGMENT,...]}
   {"op":"routeToAny","from":22001,"to":[14016,14017]}
       {"route":[SEGMENT,...]}
-  {"op":"alternatives","from":22001,"to":14016,
-   "options":{"optimalPathMatchRatio":0.6}}
+  {"op":"alternatives","from":22001,"to":14016,"options":{"optimalPathMatchRatio":0.6}}
       {"optimal":[SEGMENT,...] or null,"alternatives":[[SEGMENT,...]] or null}
   {"op":"tour","from":22001,"destinations":[7,9]}
       {"legs":[[SEGMENT,...],...],"destinations":[9,7]}
   {"op":"nearest","map":11,"at":[400,300],"destination":7}
-      {"waypoint":55,"element":{"kind":"destination","id":7},
-       "connectors":[ids],"error":null}     or "amenity", "pathType"
+      {"waypoint":55,"element":{"kind":"destination","id":7},"connectors":[ids],"error":null}
+      or for "amenity" or "pathType"
   {"op":"nearestOnMap","from":12002,"toMap":11,"destinations":[7,9]}
       {"waypoint":55,"totalDistance":120.5,"connectors":[ids],"error":null}
   {"op":"nearestByWalk","from":12002,"amenity":2,"accessibility":0}
-      {"waypoint":55,"element":{"kind":"amenity","id":2},
-       "route":[SEGMENT,...]}     or "destination", "pathType", or lists of them
+      {"waypoint":55,"element":{"kind":"amenity","id":2},"route":[SEGMENT,...]}
+      or for "destination" or "pathType", or for lists of them
   {"op":"matrix","from":[12002,12003],"to":[11001,11002]}
       {"costs":[[c,c],[c,null]],"mmDistances":[[d,d],[d,null]]}
-  {"op":"reach","from":12002,"metres":40}     "cost" in its place or beside it
+  {"op":"reach","from":12002,"metres":40}
       {"reached":[{"waypoint":12,"cost":c,"mm":d},...]}
+      or for "cost" in the place of "metres" or beside it
   {"op":"closest","map":11,"at":[400,300]}
       {"waypoint":12 or null}
   {"op":"closestByRoute","candidates":[22001,12001],"to":14016}
       {"waypoint":13 or null}
   {"op":"places","text":"coral"}
-      {"places":[{"kind":"destination","id":7,"name":"Coral Books",
-       "mapIds":[3],"waypoints":[55]},...]}     best first; all without "text"
+      {"places":[{"kind":"destination","id":7,"name":"Coral Books","mapIds":[3],"waypoints":[55]},...]}
+      best first; all of them without "text"
   {"op":"convert","point":[10,20],"from":"EPSG:4326","to":"tern:local"}
       {"point":[x,y]}
   {"op":"center"}
@@ -73,8 +72,7 @@ Requests, one a line, with what each is answered:
       {"neighbors":[...]}
 
 SEGMENT, one for each stretch on one map, with sums from the route's start on:
-  {"mapId":3,"mover":2 or null,"cost":c,"pixelDistance":d,"mmDistance":mm,
-   "points":[waypoint ids],"mapPoints":[[x,y],...]}
+  {"mapId":3,"mover":2 or null,"cost":c,"pixelDistance":d,"mmDistance":mm,"points":[waypoint ids],"mapPoints":[[x,y],...]}
 
 An "id" comes back in the answer. Blocks stay until they are lifted. With
 several venues (--venue 1,2) a route runs on the graph that joins them, and

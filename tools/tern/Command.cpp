@@ -12,10 +12,12 @@
 #include "tools/service/Exhaustion.hpp"
 #include "tools/tern/Arguments.hpp"
 #include "tools/tern/CommandTable.hpp"
+#include "tools/tern/FaintIds.hpp"
 #include "tools/tern/HelpText.hpp"
 #include "tools/tern/JoinedVenues.hpp"
 #include "tools/tern/LoadingLog.hpp"
 #include "tools/tern/LoadingProgress.hpp"
+#include "tools/tern/Look.hpp"
 #include "tools/tern/PlaceNames.hpp"
 #include "tools/tern/VenueSource.hpp"
 #include "tools/tern/Wording.hpp"
@@ -46,12 +48,12 @@ class Run {
  private:
   // Without a word there is nothing to answer, so this is no answer but advice.
   ExitStatus showUsage() const {
-    Output(streams_.diagnostics).write(generalHelp());
+    Output(streams_.diagnostics).write(generalHelp(lookOf(streams_.diagnostics)));
     return ExitStatus::wrongWords;
   }
 
   ExitStatus runWords(const std::vector<std::string>& words) {
-    const ParsedCall parsed = parseArguments(words);
+    const ParsedCall parsed = parseArguments(words, lookOf(streams_.answers));
     if (const auto* failure = std::get_if<Failure>(&parsed)) return show(*failure);
     if (const auto* information = std::get_if<Information>(&parsed)) {
       answers_.write(information->text);
@@ -118,7 +120,7 @@ class Run {
     if (const auto* failure = std::get_if<Failure>(&outcome)) return show(*failure);
     const auto& answer = std::get<Answer>(outcome);
     if (!answer.remark.empty()) complain(answer.remark);
-    answers_.write(json_ ? answer.text : onItsLines(answer.text));
+    answers_.write(json_ ? answer.text : shown(answer.text));
     return answer.status;
   }
 
@@ -137,8 +139,13 @@ class Run {
     return ExitStatus::notWritten;
   }
 
+  std::string shown(const std::string& text) const {
+    return withFaintIds(onItsLines(text), lookOf(streams_.answers));
+  }
+
   void complain(const std::string& message) const {
-    Output(streams_.diagnostics).write("tern: " + onOneLine(message) + "\n");
+    const Look look = lookOf(streams_.diagnostics);
+    Output(streams_.diagnostics).write(look.red("tern:") + " " + onOneLine(message) + "\n");
   }
 
   Streams streams_;

@@ -22,16 +22,15 @@ Outcome answerConvert(const Arguments& call, const std::shared_ptr<TernActiveVen
   return outcomeOf(call, answer, told);
 }
 
-constexpr std::string_view projections = "EPSG:4326, EPSG:3857 and tern:local";
+constexpr std::string_view projections = "EPSG:4326 EPSG:3857 tern:local";
 
-Reading readProjection(const std::string& text) {
-  if (text == "EPSG:4326" || text == "EPSG:3857" || text == "tern:local") return Value(text);
-  return inQuotes(text) + " is no projection; there are " + std::string(projections);
+constexpr Option projectionOption(std::string_view name, std::string_view meaning) {
+  return {name, "PROJ", meaning, readOneOf<projections>, required, {}, Naming::none, projections};
 }
 
 std::optional<std::string> objectionToProjections(const Arguments& call) {
   if (call.request["from"] != call.request["to"]) return std::nullopt;
-  return "--from and --to must be two different ones of " + std::string(projections);
+  return "--from and --to: two different projections are wanted";
 }
 
 }  // namespace
@@ -40,8 +39,8 @@ const Command convertCommand{
     .name = "convert",
     .summary = "convert a point between projections",
     .options = {{"--point", "X,Y", "the point to convert", readPoint, required},
-                {"--from", "PROJ", "the projection of the point", readProjection, required},
-                {"--to", "PROJ", "the projection that is wanted", readProjection, required}},
+                projectionOption("--from", "the projection of the point"),
+                projectionOption("--to", "the projection that is wanted")},
     .about = AboutVenue{answerConvert},
     .objection = objectionToProjections,
     .help = R"(Examples:

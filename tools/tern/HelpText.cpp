@@ -1,80 +1,96 @@
 #include "tools/tern/HelpText.hpp"
 
-#include "tools/tern/CommandTable.hpp"
-#include "tools/tern/SharedOptions.hpp"
+#include <algorithm>
+
+#include "tools/tern/HelpPage.hpp"
 #include "tools/tern/Wording.hpp"
+#include "tools/tern/Wrapping.hpp"
 
 namespace tern::command {
 
 namespace {
 
-constexpr std::string_view generalText = R"(
-Each command says more with --help, e.g. tern route --help.
+using Kind = HelpPart::Kind;
 
-Examples:
-  tern generate --out mall
-  tern info --data mall
-  tern route --data mall --from 22001 --to 14016 --picture route.html
-  echo '{"op":"route","from":22001,"to":14016}' | tern batch --data mall
-  tern serve --data mall --port 8080
-  TERN_CLIENT_SECRET=local tern info --host http://127.0.0.1:8080 \
-      --customer 1 --client-id local
-
-Wherever --data stands, --host with --customer and --client-id may stand too:
-the venues then come from a mapping service. Its answers are kept below the
-user's data folder, or in --cache DIR, and are what there is when the service
-cannot be reached. --no-reload asks for nothing that is kept.
-
-A venue folder holds the documents of a mapping service: full.json,
-venue/1/full.json, venue/1/building/1/full.json and so on. With --json every
-command prints one JSON object.
-
-Exit status: 0 answered; 1 answered, and there is nothing to be found; 2 the
-words of the call are wrong; 3 the data could not be loaded; 4 the answer could
-not be written.
-)";
-
-// "  --from W    the waypoint ..."
-std::string entry(std::string_view name, std::string_view meaning) {
-  return "  " + padded(name, 22) + " " + std::string(meaning) + "\n";
+// Where meanings begin: behind the longest name, or below each where that leaves them no room.
+std::size_t columnOf(const HelpPage& page, std::size_t width) {
+  std::size_t longest = 0;
+  for (const HelpPart& part : page) {
+    if (part.kind == Kind::entry) longest = std::max(longest, part.text.size());
+  }
+  const std::size_t column = longest + 4;
+  return column <= width / 2 ? column : 6;
 }
 
-std::string entry(const Option& option) {
-  std::string name(option.name);
-  if (!option.isFlag()) name.append(" ").append(option.label);
-  std::string meaning(option.meaning);
-  const std::string_view fallback = option.need.fallback;
-  if (!fallback.empty()) meaning.append(" (default ").append(fallback).append(")");
-  return entry(name, meaning);
+std::string entryText(const HelpPart& entry, std::size_t column, std::size_t width) {
+  const std::string name = "  " + entry.text;
+  const Wrap wrap{.width = width, .first = column, .further = column};
+  const std::string meaning = wrapped(entry.meaning, wrap);
+  if (name.size() + 2 > column) return name + "\n" + meaning;
+  return name + meaning.substr(name.size());
+}
+
+std::string codeText(const HelpPart& code, std::size_t width) {
+  const std::size_t indent = code.text.find_first_not_of(' ');
+  return wrapped(
+      code.text.substr(indent),
+      {.width = width, .first = indent, .further = indent + 1, .breaks = Breaks::atCommas});
+}
+
+class Layout {
+ public:
+  Layout(const HelpPage& page, const Look& look)
+      : look_(look), column_(columnOf(page, look.width)) {}
+
+  std::string textOf(const HelpPart& part) const {
+    switch (part.kind) {
+      case Kind::usage:
+        return wrapped("Usage: " + part.text, {.width = look_.width, .further = 4});
+      case Kind::heading:
+        return look_.bold(part.text + ":") + "\n";
+      case Kind::entry:
+        return entryText(part, column_, look_.width);
+      case Kind::example:
+        return wrapped(part.text,
+                       {.width = look_.width, .first = 2, .further = 4, .breaks = Breaks::inShell});
+      case Kind::code:
+        return codeText(part, look_.width);
+      case Kind::paragraph:
+        break;
+    }
+    return wrapped(part.text, {.width = look_.width});
+  }
+
+ private:
+  const Look& look_;
+  std::size_t column_;
+};
+
+// Parts of one kind stand close, and so do a heading or a line of prose with the lines below it.
+bool isApart(const HelpPart& before, const HelpPart& part) {
+  if (part.kind == Kind::heading) return true;
+  if (part.kind == Kind::paragraph) return true;
+  return before.kind == Kind::entry && part.kind != Kind::entry;
+}
+
+std::string laidOut(const HelpPage& page, const Look& look) {
+  const Layout layout(page, look);
+  std::string text;
+  const HelpPart* before = nullptr;
+  for (const HelpPart& part : page) {
+    if (before != nullptr && isApart(*before, part)) text += "\n";
+    text += layout.textOf(part);
+    before = &part;
+  }
+  return text;
 }
 
 }  // namespace
 
-std::string generalHelp() {
-  std::string help = "Indoor maps and wayfinding\nUsage: tern COMMAND [OPTIONS]\n\nCommands:\n";
-  for (const Command* command : allCommands()) help += entry(command->name, command->summary);
-  return help.append(generalText);
-}
+std::string generalHelp(const Look& look) { return laidOut(generalPage(), look); }
 
-std::string helpOf(const Command& command) {
-  std::string usage = "Usage: tern " + std::string(command.name);
-  const Option& operand = command.operand;
-  std::string options = entry("-h, --help", "print this help");
-  if (!operand.name.empty()) {
-    usage.append(" [").append(operand.name).append("]");
-    options = entry(operand.name, operand.meaning) + options;
-  }
-  for (const Option& option : optionsOf(command)) {
-    if (option.name == hostOptions.front().name && loadsData(command))
-      options += "\nBeside --host:\n";
-    options += entry(option);
-  }
-  for (const Option& option : command.options) {
-    if (option.need.isRequired)
-      usage.append(" ").append(option.name).append(" ").append(option.label);
-  }
-  return std::string(command.summary) + "\n" + usage + " [OPTIONS]\n\nOptions:\n" + options + "\n" +
-         std::string(command.help);
+std::string helpOf(const Command& command, const Look& look) {
+  return laidOut(pageOf(command), look);
 }
 
 }  // namespace tern::command

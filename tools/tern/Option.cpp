@@ -1,11 +1,29 @@
 #include "tools/tern/Option.hpp"
 
 #include <algorithm>
+#include <limits>
 
 #include "TernCoreKit/answers/ErrorAnswer.hpp"
 #include "tools/tern/Wording.hpp"
 
 namespace tern::command {
+
+namespace {
+
+constexpr std::int64_t leastWhole = std::numeric_limits<std::int64_t>::min();
+constexpr std::int64_t mostWhole = std::numeric_limits<std::int64_t>::max();
+
+// Whether it is a whole number of which 64 bits do not hold as many digits.
+bool isTooLong(std::string_view text) {
+  if (text.starts_with('-')) text.remove_prefix(1);
+  return text.size() > 18 && text.find_first_not_of("0123456789") == text.npos;
+}
+
+std::string outOfRange(const std::string& number, std::int64_t least, std::int64_t most) {
+  return number + " is out of range, " + std::to_string(least) + " to " + std::to_string(most);
+}
+
+}  // namespace
 
 std::string inQuotes(std::string_view text) { return "\"" + shortened(text) + "\""; }
 
@@ -13,6 +31,7 @@ Reading readText(const std::string& text) { return Value(text); }
 
 Reading readWhole(const std::string& text) {
   if (const auto whole = parseWhole(text)) return Value(*whole);
+  if (isTooLong(text)) return outOfRange(inQuotes(text), leastWhole, mostWhole);
   return inQuotes(text) + " must be a whole number, such as 12";
 }
 
@@ -20,13 +39,12 @@ Reading readWholeWithin(std::int64_t least, std::int64_t most, const std::string
   Reading reading = readWhole(text);
   const auto* value = std::get_if<Value>(&reading);
   if (value == nullptr || (value->integer() >= least && value->integer() <= most)) return reading;
-  return value->printed() + " is out of range, " + std::to_string(least) + " to " +
-         std::to_string(most);
+  return outOfRange(value->printed(), least, most);
 }
 
 Reading readNumber(const std::string& text) {
   if (const auto number = parseNumber(text)) return Value(*number);
-  return inQuotes(text) + " must be a number, such as 0.5";
+  return inQuotes(text) + " must be a finite number, such as 0.5";
 }
 
 Reading readWholes(const std::string& text) {
@@ -64,6 +82,18 @@ Reading readVenueIds(const std::string& text) {
   std::ranges::sort(*ids);
   if (std::ranges::adjacent_find(*ids) == ids->end()) return readWholes(text);
   return inQuotes(text) + " names a venue twice";
+}
+
+Reading readWordOf(std::string_view words, const std::string& text) {
+  std::string list;
+  for (std::size_t start = 0; start < words.size();) {
+    const std::size_t end = std::min(words.find(' ', start), words.size());
+    const std::string_view word = words.substr(start, end - start);
+    if (word == text) return Value(text);
+    list.append(start == 0 ? "" : end == words.size() ? " or " : ", ").append(word);
+    start = end + 1;
+  }
+  return inQuotes(text) + " must be " + list;
 }
 
 Reading readUrl(const std::string& text) {

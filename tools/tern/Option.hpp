@@ -38,6 +38,13 @@ Reading readWholeBetween(const std::string& text) {
   return readWholeWithin(least, most, text);
 }
 
+// One of these words, which have a space between each two.
+Reading readWordOf(std::string_view words, const std::string& text);
+template <const std::string_view& words>
+Reading readOneOf(const std::string& text) {
+  return readWordOf(words, text);
+}
+
 // Whether an option may be left out, and what counts then: the text, which the help names, or
 // nothing.
 struct Need {
@@ -56,7 +63,8 @@ enum class Naming { none, start, goal, destination, amenity };
 struct Option {
   // With its dashes: "--from". That of an operand has none.
   std::string_view name;
-  // Stands for the value in the help: "W". An option without one is a flag and has no value.
+  // Stands for the value in the help: "W". That of a file is "FILE" and that of a folder "DIR". An
+  // option without one is a flag and has no value.
   std::string_view label;
   std::string_view meaning;
   Reading (*read)(const std::string& text) = nullptr;
@@ -66,6 +74,8 @@ struct Option {
   std::string_view key = {};
   // REQUIRES: the value is read by `readPlace` or `readPlaces`, but for `none`.
   Naming naming = Naming::none;
+  // Values that a shell may offer, with a space between each two; empty where they are not known.
+  std::string_view choices = {};
 
   std::string_view requestKey() const { return key.empty() ? name.substr(2) : key; }
   bool isFlag() const { return label.empty(); }

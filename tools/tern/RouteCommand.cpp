@@ -79,12 +79,13 @@ const Command routeCommand{.name = "route",
                            .help = R"(Examples:
   tern generate --out mall
   tern route --data mall --from 22001 --to 14016
-  tern route --data mall --from 22001 --to 14016 --accessibility 0  # step-free
+  tern route --data mall --from 22001 --to 14016 --accessibility 0
   tern route --data mall --from 22001 --to 14016 --picture route.svg
   tern generate --out two --venues 2
   tern route --data two --venue 1,2 --from 12013 --to 111008
 
-Exits with 1 when there is no route; from a waypoint to itself none is needed.
+Accessibility 0 takes only what a wheelchair can, 100 takes everything. Exits
+with 1 when there is no route; from a waypoint to itself none is needed.
 )"};
 
 }  // namespace tern::command

@@ -51,8 +51,14 @@ inline constexpr Option toOption{
     {},     Naming::goal};
 inline constexpr Option accessibilityOption{
     "--accessibility", "N", "take only paths of this level or below", readWhole, orElse("100")};
-inline constexpr Option languageOption{
-    "--language", "L", "tell the steps in en, de, fr, es or ja; en-US has feet", readText};
+inline constexpr Option languageOption{"--language",
+                                       "L",
+                                       "tell the steps in en, de, fr, es or ja; en-US has feet",
+                                       readText,
+                                       optional,
+                                       {},
+                                       Naming::none,
+                                       "en en-US de fr es ja"};
 inline constexpr Option pictureOption{"--picture", "FILE", "draw the way to FILE.svg or FILE.html",
                                       readPictureFile};
 inline constexpr Option atOption{"--at", "X,Y", "a point of the map, in map units", readPoint,

@@ -120,10 +120,10 @@ TEST(Arguments, missingOptionIsNamedWithItsMeaning) {
             "--from W is missing: where to start: a waypoint, or a place by its name "
             "(see tern route --help)");
   EXPECT_EQ(refusalOf({"route", "--data", "d", "--from"}),
-            "--from: a value is wanted (see tern route --help)");
-  EXPECT_THAT(refusalOf({"route", "--data", "d", "--from="}), StartsWith("--from: a value is"));
+            "--from W: a value is wanted: where to start: a waypoint, or a place by its name "
+            "(see tern route --help)");
   EXPECT_THAT(refusalOf({"route", "--data", "--json", "--from", "1"}),
-              StartsWith("--data: a value is wanted before \"--json\""));
+              StartsWith("--data DIR: a value is wanted before \"--json\": the venue folder"));
   EXPECT_THAT(refusalOf({"generate"}), StartsWith("--out DIR is missing"));
 }
 
@@ -134,8 +134,9 @@ TEST(Arguments, wrongValueIsNamedWithWhatWouldBeRight) {
               StartsWith("--map: \"1.5\""));
   EXPECT_THAT(refusalOf({"tour", "--data", "d", "--from", "1", "--visit", "7,,9"}),
               StartsWith("--visit: \"7,,9\" must be ids or names"));
-  EXPECT_THAT(refusalOf({"route", "--data", "d", "--from=", "--to", "2"}), StartsWith("--from: "));
-  EXPECT_THAT(refusalOf({"info", "--data", ""}), StartsWith("--data: "));
+  EXPECT_THAT(refusalOf({"route", "--data", "d", "--from=", "--to", "2"}),
+              StartsWith("--from W: a value is wanted, not an empty text"));
+  EXPECT_THAT(refusalOf({"info", "--data=", "mall"}), StartsWith("--data DIR: a value is wanted"));
   for (const char* text : {"1,", ",1", "1,,2", "1 2", "1,two", "1,2,1"}) {
     EXPECT_THAT(refusalOf({"batch", "--data", "d", "--venue", text}),
                 StartsWith("--venue: \"" + std::string(text)));
@@ -151,12 +152,11 @@ TEST(Arguments, projectionsAreNamedWhenOneIsWrong) {
     return refusalOf({"convert", "--data", "d", "--point", "1,2", "--from", from, "--to", to});
   };
   EXPECT_THAT(convert("EPSG:1", "EPSG:3857"),
-              StartsWith("--from: \"EPSG:1\" is no projection; there are EPSG:4326, EPSG:3857 and "
-                         "tern:local"));
+              StartsWith("--from: \"EPSG:1\" must be EPSG:4326, EPSG:3857 or tern:local"));
   EXPECT_THAT(convert("EPSG:3857", "epsg:4326"),
-              StartsWith("--to: \"epsg:4326\" is no projection"));
+              StartsWith("--to: \"epsg:4326\" must be EPSG:4326"));
   EXPECT_THAT(convert("EPSG:4326", "EPSG:4326"),
-              StartsWith("--from and --to must be two different ones of EPSG:4326"));
+              StartsWith("--from and --to: two different projections are wanted"));
 }
 
 TEST(Arguments, unknownWordIsNamedBeforeWhatIsMissing) {
@@ -166,6 +166,12 @@ TEST(Arguments, unknownWordIsNamedBeforeWhatIsMissing) {
   EXPECT_THAT(refusalOf({"info", "--data", "d", "--from", "1"}), StartsWith("\"--from\""));
   EXPECT_THAT(refusalOf({"info", "--data", "d", "--json=yes"}),
               StartsWith("--json takes no value"));
+}
+
+TEST(Arguments, textOfSeveralWordsWantsQuotes) {
+  EXPECT_EQ(refusalOf({"route", "--data", "d", "--from", "Everly", "Toys", "--to", "1"}),
+            "\"Toys\" is not understood here; a text of several words stands in quotes "
+            "(see tern route --help)");
 }
 
 TEST(Arguments, namesStandInTheRequestUntilTheVenueIsThere) {
@@ -217,7 +223,7 @@ TEST(Arguments, ratiosOfAlternativesBecomeOptions) {
             R"("options":{"optimalPathMatchRatio":0.3,"optimalPathDistanceRatio":1.5}})");
   EXPECT_THAT(
       refusalOf({"alternatives", "--data", "d", "--from", "1", "--to", "2", "--match", "x"}),
-      StartsWith("--match: \"x\" must be a number"));
+      StartsWith("--match: \"x\" must be a finite number"));
 }
 
 TEST(Arguments, unknownCommandIsNamedWithThoseThereAre) {
@@ -253,8 +259,8 @@ TEST(Arguments, helpComesBeforeComplaints) {
   EXPECT_THAT(informationOf({"--help"}), HasSubstr("tern COMMAND"));
   EXPECT_THAT(informationOf({"-h"}), HasSubstr("tern COMMAND"));
   EXPECT_THAT(informationOf({"--help", "route"}), HasSubstr("tern route --data mall"));
-  EXPECT_EQ(informationOf({"route", "--help"}), helpOf(routeCommand));
-  EXPECT_EQ(informationOf({"route", "--from", "x", "-h"}), helpOf(routeCommand));
+  EXPECT_EQ(informationOf({"route", "--help"}), helpOf(routeCommand, {}));
+  EXPECT_EQ(informationOf({"route", "--from", "x", "-h"}), helpOf(routeCommand, {}));
 }
 
 TEST(Arguments, versionIsThatOfTheLibrary) {
@@ -267,6 +273,120 @@ TEST(Arguments, jsonIsSeenInWordsThatAreWrong) {
   EXPECT_FALSE(asksForJson(Words{"fly", "--jsonx"}));
   EXPECT_FALSE(asksForJson(Words{}));
 }
+
+// Every way in which each option of each command can be wrong.
+class WrongOptionTest : public testing::TestWithParam<const Command*> {
+ protected:
+  // What is said of these words, without the help that it names.
+  static std::string said(Words words) {
+    words.insert(words.begin(), std::string(GetParam()->name));
+    const std::string refusal = refusalOf(words);
+    const std::string help = " (see tern " + std::string(GetParam()->name) + " --help)";
+    EXPECT_TRUE(refusal.ends_with(help)) << refusal;
+    return refusal.substr(0, refusal.size() - std::min(refusal.size(), help.size()));
+  }
+  static std::vector<Option> valued() {
+    std::vector<Option> options = optionsOf(*GetParam());
+    std::erase_if(options, [](const Option& option) { return option.isFlag(); });
+    return options;
+  }
+  static std::string nameOf(const Option& option) { return std::string(option.name); }
+  static std::string titleOf(const Option& option) {
+    return nameOf(option) + " " + std::string(option.label);
+  }
+  static std::string meaningOf(const Option& option) { return ": " + std::string(option.meaning); }
+  static std::optional<std::string> complaintOf(const Option& option, const std::string& text) {
+    const Reading reading = option.read(text);
+    const auto* complaint = std::get_if<std::string>(&reading);
+    return complaint != nullptr ? std::optional(*complaint) : std::nullopt;
+  }
+  // A value that is right.
+  static std::string valueFor(const Option& option) {
+    for (const char* text : {"1", "1,2", "http://h", "a.svg", "EPSG:4326", "bash"}) {
+      if (!complaintOf(option, text)) return text;
+    }
+    ADD_FAILURE() << "nothing is right for " << option.name;
+    return "";
+  }
+};
+
+TEST_P(WrongOptionTest, missingValueIsTold) {
+  for (const Option& option : valued()) {
+    EXPECT_EQ(said({nameOf(option)}), titleOf(option) + ": a value is wanted" + meaningOf(option));
+    EXPECT_EQ(said({nameOf(option), "--json"}),
+              titleOf(option) + ": a value is wanted before \"--json\"" + meaningOf(option));
+  }
+}
+
+TEST_P(WrongOptionTest, emptyValueIsTold) {
+  for (const Option& option : valued()) {
+    const std::string expected =
+        titleOf(option) + ": a value is wanted, not an empty text" + meaningOf(option);
+    EXPECT_EQ(said({nameOf(option), ""}), expected);
+    EXPECT_EQ(said({nameOf(option) + "=", "1"}), expected);
+  }
+}
+
+TEST_P(WrongOptionTest, valueOfTheWrongKindIsTold) {
+  for (const Option& option : valued()) {
+    bool isRefused = false;
+    for (const char* text : {"x", "1.5", "-1", "99999999999999999999", "1e999", "1,,2", "nan"}) {
+      const auto complaint = complaintOf(option, text);
+      if (!complaint) continue;
+      isRefused = true;
+      EXPECT_EQ(said({nameOf(option), text}), nameOf(option) + ": " + *complaint);
+      EXPECT_EQ(said({nameOf(option) + "=" + text}), nameOf(option) + ": " + *complaint);
+    }
+    const bool takesAnything = option.read == readText || option.read == readPlace;
+    EXPECT_NE(isRefused, takesAnything) << option.name;
+  }
+}
+
+TEST_P(WrongOptionTest, optionThatStandsThereTwiceIsTold) {
+  for (const Option& option : valued()) {
+    EXPECT_EQ(said({nameOf(option), valueFor(option), nameOf(option) + "=" + valueFor(option)}),
+              nameOf(option) + ": stands there twice; once is enough");
+  }
+}
+
+TEST_P(WrongOptionTest, flagWithAValueIsTold) {
+  for (const Option& option : optionsOf(*GetParam())) {
+    if (!option.isFlag()) continue;
+    EXPECT_EQ(said({nameOf(option) + "=true"}), nameOf(option) + " takes no value");
+    EXPECT_EQ(said({nameOf(option) + "="}), nameOf(option) + " takes no value");
+  }
+}
+
+TEST_P(WrongOptionTest, misspelledOptionIsTold) {
+  for (const Option& option : optionsOf(*GetParam())) {
+    EXPECT_EQ(
+        said({nameOf(option) + "x"}),
+        "\"" + nameOf(option) + "x\" is not understood here; do you mean " + nameOf(option) + "?");
+  }
+}
+
+TEST_P(WrongOptionTest, missingOptionIsTold) {
+  for (const Option& missing : GetParam()->options) {
+    if (!missing.need.isRequired) continue;
+    Words words;
+    if (loadsData(*GetParam())) words = {"--data", "d"};
+    for (const Option& option : GetParam()->options) {
+      if (!option.need.isRequired || option.name == missing.name) continue;
+      words.insert(words.end(), {nameOf(option), valueFor(option)});
+    }
+    EXPECT_EQ(said(words), titleOf(missing) + " is missing" + meaningOf(missing));
+  }
+}
+
+TEST_P(WrongOptionTest, wordTooManyIsTold) {
+  EXPECT_EQ(said({"bash", "more"}).find("\"bash\" is not"),
+            GetParam()->operand.name.empty() ? 0U : std::string::npos);
+  EXPECT_THAT(said({"bash", "more"}), HasSubstr("is not understood here; a text of several words"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Arguments, WrongOptionTest,
+                         testing::ValuesIn(allCommands().begin(), allCommands().end()),
+                         [](const auto& tested) { return std::string(tested.param->name); });
 
 }  // namespace
 }  // namespace tern::command

@@ -33,7 +33,7 @@ TEST(Option, textsBecomeValuesOfTheirKind) {
 
 TEST(Option, wrongTextIsToldWithWhatWouldBeRight) {
   EXPECT_EQ(complaintOf(readWhole("1.5")), "\"1.5\" must be a whole number, such as 12");
-  EXPECT_EQ(complaintOf(readNumber("x")), "\"x\" must be a number, such as 0.5");
+  EXPECT_EQ(complaintOf(readNumber("x")), "\"x\" must be a finite number, such as 0.5");
   EXPECT_EQ(complaintOf(readWholes("7,")), "\"7,\" must be whole numbers, such as 7,9,30");
   EXPECT_EQ(complaintOf(readPlaces("7,")), "\"7,\" must be ids or names, such as 7,9,Coral Books");
   EXPECT_EQ(complaintOf(readPoint("10")),
@@ -45,11 +45,22 @@ TEST(Option, wrongTextIsToldWithWhatWouldBeRight) {
   EXPECT_EQ(complaintOf(readPictureFile("a.pdf")), "\"a.pdf\" must end in .svg or .html");
 }
 
+constexpr std::string_view fruits = "apple pear plum";
+
+TEST(Option, wordIsOneOfThoseThatThereAre) {
+  EXPECT_EQ(valueOf(readOneOf<fruits>("pear")), Value("pear"));
+  EXPECT_EQ(complaintOf(readOneOf<fruits>("pea")), "\"pea\" must be apple, pear or plum");
+  EXPECT_EQ(complaintOf(readWordOf("apple", "")), "\"\" must be apple");
+}
+
 TEST(Option, rangesIncludeTheirEnds) {
   EXPECT_EQ(valueOf(readWholeWithin(0, 9, "0")), Value(0));
   EXPECT_EQ(valueOf(readWholeBetween<0, 9>("9")), Value(9));
   EXPECT_EQ(complaintOf(readWholeWithin(0, 9, "10")), "10 is out of range, 0 to 9");
   EXPECT_EQ(complaintOf(readWholeWithin(0, 9, "-1")), "-1 is out of range, 0 to 9");
+  EXPECT_EQ(complaintOf(readWhole("-99999999999999999999")),
+            "\"-99999999999999999999\" is out of range, -9223372036854775808 to "
+            "9223372036854775807");
   EXPECT_EQ(complaintOf(readWholeWithin(0, 9, "x")), "\"x\" must be a whole number, such as 12");
 }
 
