@@ -1,4 +1,4 @@
-# Headers, library, CMake package and pkg-config file. Headers in a detail/ folder stay out, and no
+# Headers, library, CMake package, pkg-config file and the command with its manual and completions. Headers in a detail/ folder stay out, and no
 # header outside one may include them (scripts/checks/file-includes).
 
 include(GNUInstallDirs)
@@ -9,6 +9,13 @@ install(TARGETS TernCoreKit EXPORT TernCoreKitTargets
   INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 if(TARGET tern)
   install(TARGETS tern)
+endif()
+if(tern_said)
+  install(FILES ${tern_said}/tern.bash
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME tern)
+  install(FILES ${tern_said}/_tern DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
+  install(FILES ${tern_said}/tern.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+  install(FILES ${tern_said}/tern.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 endif()
 install(DIRECTORY TernCoreKit DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
   FILES_MATCHING PATTERN "*.hpp" PATTERN "detail" EXCLUDE)

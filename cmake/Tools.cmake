@@ -23,3 +23,15 @@ if(EXISTS ${tern_main})
   tern_own_target(tern)
   target_link_libraries(tern PRIVATE ${tern_tool_libraries})
 endif()
+
+# What the command says of itself for shells and for man, unless it cannot run on this machine.
+if(TARGET tern AND (NOT CMAKE_CROSSCOMPILING OR CMAKE_CROSSCOMPILING_EMULATOR))
+  set(tern_said ${PROJECT_BINARY_DIR}/said)
+  file(MAKE_DIRECTORY ${tern_said})
+  add_custom_command(TARGET tern POST_BUILD
+    COMMAND tern completion bash > ${tern_said}/tern.bash
+    COMMAND tern completion zsh > ${tern_said}/_tern
+    COMMAND tern completion fish > ${tern_said}/tern.fish
+    COMMAND tern man > ${tern_said}/tern.1
+    VERBATIM)
+endif()

@@ -1,5 +1,5 @@
 // The table of commands. A command is an entry in a file of its own and a line in the list;
-// parsing, help and dispatch read the entries and know no command by its name.
+// parsing, help, completion, manual and dispatch read the entries and know no command by its name.
 //
 // Ownership: entries are constants, and so is all that they name. Threads: any. Fails: never.
 #pragma once
@@ -77,6 +77,8 @@ extern const Command convertCommand;
 extern const Command batchCommand;
 extern const Command serveCommand;
 extern const Command generateCommand;
+extern const Command completionCommand;
+extern const Command manCommand;
 
 // In the order of the help.
 std::span<const Command* const> allCommands();

@@ -182,6 +182,14 @@ TEST(Arguments, namesStandInTheRequestUntilTheVenueIsThere) {
   EXPECT_EQ(tour.request["destinations"], Value::list({7, "Bread", " Co"}));
 }
 
+TEST(Arguments, operandThatIsNeededIsAskedFor) {
+  EXPECT_EQ(refusalOf({"completion"}),
+            "SHELL is missing: the shell: bash, zsh or fish (see tern completion --help)");
+  EXPECT_EQ(refusalOf({"completion", "ksh"}),
+            "SHELL: \"ksh\" must be bash, zsh or fish (see tern completion --help)");
+  EXPECT_EQ(parsed({"completion", "zsh"}).request["shell"], Value("zsh"));
+}
+
 TEST(Arguments, operandStandsAnywhereBehindTheCommand) {
   for (const Words& words : {Words{"places", "coral books", "--data", "d"},
                              Words{"places", "--data", "d", "--json", "coral books"},
@@ -230,7 +238,7 @@ TEST(Arguments, unknownCommandIsNamedWithThoseThereAre) {
   EXPECT_EQ(refusalOf({"fly"}),
             "\"fly\" is no command; there are venues, info, floors, places, route, nearest, "
             "alternatives, tour, matrix, reach, "
-            "closest, convert, batch, serve, generate (see tern --help)");
+            "closest, convert, batch, serve, generate, completion, man (see tern --help)");
 }
 
 TEST(Arguments, whatIsNearlyACommandOrAnOptionIsNamed) {
