@@ -1,5 +1,9 @@
 #include "tools/tern/HelpPage.hpp"
 
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
 #include "tools/tern/CommandTable.hpp"
 #include "tools/tern/SharedOptions.hpp"
 

@@ -1,5 +1,6 @@
 #include "tools/tern/Wrapping.hpp"
 
+#include <utility>
 #include <vector>
 
 namespace tern::command {
