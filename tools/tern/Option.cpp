@@ -104,8 +104,10 @@ Reading readUrl(const std::string& text) {
 }
 
 Reading readPictureFile(const std::string& text) {
-  if (text.ends_with(".svg") || text.ends_with(".html")) return Value(text);
-  return inQuotes(text) + " must end in .svg or .html";
+  for (const char* end : {".svg", ".html", ".geojson"}) {
+    if (text.ends_with(end)) return Value(text);
+  }
+  return inQuotes(text) + " must end in .svg, .html or .geojson";
 }
 
 }  // namespace tern::command

@@ -5,6 +5,8 @@
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "tools/tern/AskedAnswers.hpp"
 #include "tools/tern/CommandTable.hpp"
+#include "tools/tern/ReachFeatures.hpp"
+#include "tools/tern/RouteFile.hpp"
 #include "tools/tern/SharedOptions.hpp"
 #include "tools/tern/Telling.hpp"
 #include "tools/tern/Whereabouts.hpp"
@@ -65,6 +67,9 @@ Outcome answerReach(const Arguments& call, const std::shared_ptr<TernActiveVenue
       .remark = unknownWaypoints(call.request, *venue->globalASGrid(), venueTitle(*venue))};
   told.isFound = told.remark.empty() && answer["reached"].size() > 0;
   if (told.remark.empty()) told.text = textOf(*venue, call.request, answer);
+  if (told.isFound && isForFeatures(call.picture)) {
+    told.features.emplace(featuresOfReach(*venue, call.request, answer));
+  }
   return outcomeOf(call, answer, told);
 }
 
@@ -82,13 +87,15 @@ const Command reachCommand{.name = "reach",
                            .options = {startsOption,
                                        {"--metres", "N", "the longest walk", readNumber},
                                        {"--cost", "C", "the highest cost of a route", readNumber},
-                                       accessibilityOption},
+                                       accessibilityOption,
+                                       pictureOption},
                            .about = AboutVenue{answerReach},
                            .objection = objectionToLimits,
                            .help = R"(Examples:
   tern generate --out mall
   tern reach --data mall --from 22001 --metres 40
   tern reach --data mall --from 22001,12002 --metres 25.5 --json
+  tern reach --data mall --from 22001 --metres 40 --picture reach.geojson
 
 Cost and length are those of the cheapest route from any of the starts. Exits
 with 1 for a waypoint that the venue does not have.

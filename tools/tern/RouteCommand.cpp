@@ -81,11 +81,15 @@ const Command routeCommand{.name = "route",
   tern route --data mall --from 22001 --to 14016
   tern route --data mall --from 22001 --to 14016 --accessibility 0
   tern route --data mall --from 22001 --to 14016 --picture route.svg
+  tern route --data mall --from 22001 --to 14016 --picture route.geojson
   tern generate --out two --venues 2
   tern route --data two --venue 1,2 --from 12013 --to 111008
 
 Accessibility 0 takes only what a wheelchair can, 100 takes everything. Exits
 with 1 when there is no route; from a waypoint to itself none is needed.
+
+A picture in GeoJSON holds longitudes and latitudes, each feature with its
+floor, for a map of the world.
 )"};
 
 }  // namespace tern::command

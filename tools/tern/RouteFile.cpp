@@ -3,9 +3,23 @@
 #include <fstream>
 
 #include "tools/tern/AnsweredRoute.hpp"
+#include "tools/tern/Outcome.hpp"
+#include "tools/tern/RouteFeatures.hpp"
 #include "tools/tern/Whereabouts.hpp"
 
 namespace tern::command {
+
+namespace {
+
+std::optional<Failure> write(const std::string& file, const std::string& text) {
+  std::ofstream stream(file, std::ios::binary | std::ios::trunc);
+  stream << text;
+  stream.close();
+  if (stream) return std::nullopt;
+  return wrongWords("--picture: cannot write " + file);
+}
+
+}  // namespace
 
 picture::RoutePicture pictureOf(const TernActiveVenue& venue, const Value& segments) {
   picture::RoutePicture drawn{venue, std::string(venue.name.text()), {}, {}};
@@ -14,12 +28,16 @@ picture::RoutePicture pictureOf(const TernActiveVenue& venue, const Value& segme
   return drawn;
 }
 
+bool isForFeatures(const std::string& file) { return file.ends_with(".geojson"); }
+
 std::optional<Failure> writePicture(const std::string& file, const picture::RoutePicture& drawn) {
-  std::ofstream stream(file, std::ios::binary | std::ios::trunc);
-  stream << (file.ends_with(".html") ? routePictureHtml(drawn) : routePictureSvg(drawn));
-  stream.close();
-  if (stream) return std::nullopt;
-  return wrongWords("--picture: cannot write " + file);
+  if (isForFeatures(file)) return writeFeatures(file, featuresOf(drawn));
+  return write(file, file.ends_with(".html") ? routePictureHtml(drawn) : routePictureSvg(drawn));
+}
+
+std::optional<Failure> writeFeatures(const std::string& file, const GeoFeatures& features) {
+  if (!features.objection()) return write(file, jsonLine(features.collection()));
+  return wrongWords("--picture: " + *features.objection() + "; .svg and .html do without");
 }
 
 }  // namespace tern::command

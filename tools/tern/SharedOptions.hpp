@@ -59,8 +59,8 @@ inline constexpr Option languageOption{"--language",
                                        {},
                                        Naming::none,
                                        "en en-US de fr es ja"};
-inline constexpr Option pictureOption{"--picture", "FILE", "draw the way to FILE.svg or FILE.html",
-                                      readPictureFile};
+inline constexpr Option pictureOption{
+    "--picture", "FILE", "draw the way to FILE.svg, FILE.html or FILE.geojson", readPictureFile};
 inline constexpr Option atOption{"--at", "X,Y", "a point of the map, in map units", readPoint,
                                  required};
 

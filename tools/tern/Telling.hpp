@@ -9,6 +9,7 @@
 
 #include "TernCoreKit/platform/Value.hpp"
 #include "tools/tern/Arguments.hpp"
+#include "tools/tern/GeoFeatures.hpp"
 #include "tools/tern/Outcome.hpp"
 #include "tools/tern/picture/RoutePicture.hpp"
 
@@ -22,6 +23,8 @@ struct Telling {
   std::string remark = {};
   // Absent when there is nothing to draw.
   std::optional<picture::RoutePicture> picture = std::nullopt;
+  // What --picture is to hold instead, of an answer that is no route.
+  std::optional<GeoFeatures> features = std::nullopt;
 };
 
 // With --json the answer itself, else its words; with --picture its picture, too.

@@ -144,7 +144,7 @@ TEST(Arguments, wrongValueIsNamedWithWhatWouldBeRight) {
   EXPECT_THAT(refusalOf({"closest", "--data", "d", "--map", "3", "--at", "10"}),
               StartsWith("--at: \"10\" must be two numbers"));
   EXPECT_THAT(refusalOf({"route", "--data", "d", "--from", "1", "--to", "2", "--picture", "a.pdf"}),
-              StartsWith("--picture: \"a.pdf\" must end in .svg or .html"));
+              StartsWith("--picture: \"a.pdf\" must end in .svg, .html or .geojson"));
 }
 
 TEST(Arguments, projectionsAreNamedWhenOneIsWrong) {

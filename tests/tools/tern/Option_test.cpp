@@ -29,6 +29,7 @@ TEST(Option, textsBecomeValuesOfTheirKind) {
   EXPECT_EQ(valueOf(readUrl("http://h:1//")), Value("http://h:1"));
   EXPECT_EQ(valueOf(readPictureFile("a.svg")), Value("a.svg"));
   EXPECT_EQ(valueOf(readPictureFile("a.html")), Value("a.html"));
+  EXPECT_EQ(valueOf(readPictureFile("a.geojson")), Value("a.geojson"));
 }
 
 TEST(Option, wrongTextIsToldWithWhatWouldBeRight) {
@@ -42,7 +43,7 @@ TEST(Option, wrongTextIsToldWithWhatWouldBeRight) {
             "\"1,x\" must be a whole number, such as 12, or several: 1,2");
   EXPECT_EQ(complaintOf(readVenueIds("1,2,1")), "\"1,2,1\" names a venue twice");
   EXPECT_EQ(complaintOf(readUrl("h:1")), "\"h:1\" must begin with http:// or https://");
-  EXPECT_EQ(complaintOf(readPictureFile("a.pdf")), "\"a.pdf\" must end in .svg or .html");
+  EXPECT_EQ(complaintOf(readPictureFile("a.pdf")), "\"a.pdf\" must end in .svg, .html or .geojson");
 }
 
 constexpr std::string_view fruits = "apple pear plum";
