@@ -31,11 +31,13 @@ packages_of() {
   done
 }
 
-# missing_of PACKAGE...: those of them that are not installed.
+# missing_of PACKAGE...: those of them that are not installed, and that no installed one stands for,
+# as some of Node.js do for npm.
 missing_of() {
-  local installed
-  installed=$(dpkg-query -W -f '${Package} ${db:Status-Status}\n' "$@" 2>/dev/null || true)
-  printf '%s\n' "$@" | grep -vxF -f <(awk '$2 == "installed" { print $1 }' <<<"$installed") || true
+  local there
+  there=$(dpkg-query -W -f '${db:Status-Status}, ${Package}, ${Provides}\n' |
+    sed -n '/^installed,/{ s/([^)]*)//g; s/ //g; s/,/\n/gp }')
+  printf '%s\n' "$@" | grep -vxF -f <(say "$there") || true
 }
 
 # may_sudo: whether sudo gives root, asking for a password only where there is somebody to ask.
