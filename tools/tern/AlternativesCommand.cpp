@@ -32,6 +32,7 @@ picture::RoutePicture choicesPicture(const TernActiveVenue& venue, const Value& 
   for (const Value& route : answer["alternatives"].items()) {
     drawn.routes.push_back({"Alternative", from, to, routeOf(venue, route)});
   }
+  for (picture::PictureRoute& route : drawn.routes) route.labels = venue.mapLabels.get();
   return drawn;
 }
 

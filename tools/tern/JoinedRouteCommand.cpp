@@ -62,25 +62,24 @@ std::string floorAmong(const TernMultiActiveVenues& venues, std::int64_t mapId) 
 }
 
 // Of the same route again, since an answer does not have its nodes.
-std::string stepsOf(const TernMultiActiveVenues& venues, const Value& route, const Value& request) {
+std::vector<TernStep> stepsOfAnswer(const TernMultiActiveVenues& venues, const Value& route,
+                                    const Value& request) {
   const auto grid = venues.globalASGrid();
-  const std::string_view language = request["language"].text();
   const TernRoute found = venues.wayfind(grid->getWPById(startOf(route)),
                                          grid->getWPById(endOf(route)), levelOf(request));
   const auto all = venues.activeVenues();
-  return stepsText(
-      TernGuidance({all.begin(), all.end()}, grid), found,
-      [&](std::int64_t mapId) { return floorAmong(venues, mapId); }, language);
+  return stepsOf(TernGuidance({all.begin(), all.end()}, grid), found, request["language"].text());
 }
 
-picture::RoutePicture legsPicture(const std::vector<VenueLeg>& legs) {
+picture::RoutePicture legsPicture(const std::vector<VenueLeg>& legs,
+                                  const std::vector<std::int64_t>& landmarks) {
   picture::RoutePicture drawn{*legs.front().venue, {}, picture::RouteSet::legs, {}};
   for (const auto& [venue, segments] : legs) {
     const std::string name = nameOf(*venue);
     drawn.venueName += drawn.venueName.empty() ? name : ", " + name;
     drawn.routes.push_back({name, placeName(*venue, startOf(segments)),
                             placeName(*venue, endOf(segments)), routeOf(*venue, segments),
-                            venue.get()});
+                            venue.get(), landmarks, venue->mapLabels.get()});
   }
   return drawn;
 }
@@ -133,9 +132,13 @@ Outcome answerJoinedRoute(const Arguments& call,
                .remark = unknownWaypoints(call.request, *venues->globalASGrid(), "these venues")};
   if (!legs.empty()) {
     const Value& route = answer["route"];
+    const std::vector<TernStep> steps = stepsOfAnswer(*venues, route, call.request);
     told.text = "From " + placeAmong(*venues, startOf(route)) + "\nTo " +
-                placeAmong(*venues, endOf(route)) + "\n\n" + stepsOf(*venues, route, call.request);
-    told.picture.emplace(legsPicture(legs));
+                placeAmong(*venues, endOf(route)) + "\n\n" +
+                stepsText(
+                    steps, [&](std::int64_t mapId) { return floorAmong(*venues, mapId); },
+                    call.request["language"].text());
+    told.picture.emplace(legsPicture(legs, landmarksOf(steps)));
   } else if (told.remark.empty() && isNoWay(call.request)) {
     told.isFound = true;
     told.text = placeAmong(*venues, call.request["from"].integer()) + ": you are there already\n";

@@ -22,15 +22,13 @@ Value routeOrAny(Value request) {
 }
 
 // Of the same route again, since an answer does not have its nodes.
-std::string stepsOf(const TernActiveVenue& venue, const Value& route, const Value& request) {
+std::vector<TernStep> stepsOfAnswer(const TernActiveVenue& venue, const Value& route,
+                                    const Value& request) {
   const auto grid = venue.globalASGrid();
-  const std::string_view language = request["language"].text();
   const TernRoute found = venue.wayfind(grid->getWPById(startOf(route)),
                                         grid->getWPById(endOf(route)), levelOf(request));
   const std::shared_ptr<const TernVenueData> shared(std::shared_ptr<void>(), &venue);
-  return stepsText(
-      TernGuidance({shared}, grid), found,
-      [&](std::int64_t mapId) { return words::floorName(venue, mapId).text(); }, language);
+  return stepsOf(TernGuidance({shared}, grid), found, request["language"].text());
 }
 
 // With --steps the answer to "directions".
@@ -51,10 +49,15 @@ Outcome answerRoute(const Arguments& call, const std::shared_ptr<TernActiveVenue
       .isFound = route.size() > 0,
       .remark = unknownWaypoints(call.request, *venue->globalASGrid(), venueTitle(*venue))};
   if (told.isFound) {
-    told.text = "From " + placeNameWithId(*venue, startOf(route)) + "\nTo " +
-                placeNameWithId(*venue, endOf(route)) + "\n\n" +
-                stepsOf(*venue, route, call.request);
+    const std::vector<TernStep> steps = stepsOfAnswer(*venue, route, call.request);
+    told.text =
+        "From " + placeNameWithId(*venue, startOf(route)) + "\nTo " +
+        placeNameWithId(*venue, endOf(route)) + "\n\n" +
+        stepsText(
+            steps, [&](std::int64_t mapId) { return words::floorName(*venue, mapId).text(); },
+            call.request["language"].text());
     told.picture.emplace(pictureOf(*venue, route));
+    told.picture->routes.front().landmarks = landmarksOf(steps);
   } else if (told.remark.empty() && isNoWay(call.request)) {
     told.isFound = true;
     told.text =

@@ -25,6 +25,7 @@ picture::RoutePicture pictureOf(const TernActiveVenue& venue, const Value& segme
   picture::RoutePicture drawn{venue, std::string(venue.name.text()), {}, {}};
   drawn.routes.push_back({"", placeName(venue, startOf(segments)),
                           placeName(venue, endOf(segments)), routeOf(venue, segments)});
+  drawn.routes.back().labels = venue.mapLabels.get();
   return drawn;
 }
 

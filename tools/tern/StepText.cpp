@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <new>
+#include <utility>
 
 #include "tools/tern/Wording.hpp"
 
@@ -36,12 +37,19 @@ std::string stepsText(const std::vector<TernStep>& steps,
   return hasScale ? text + TernGuidance::sumOf(steps, language) + "\n" : text;
 }
 
-std::string stepsText(const TernGuidance& guidance, const TernRoute& route,
-                      const std::function<std::string(std::int64_t mapId)>& floorName,
-                      std::string_view language) {
-  const auto steps = guidance.stepsOf(route, language);
+std::vector<TernStep> stepsOf(const TernGuidance& guidance, const TernRoute& route,
+                              std::string_view language) {
+  auto steps = guidance.stepsOf(route, language);
   if (!steps) throw std::bad_alloc();
-  return stepsText(*steps, floorName, language);
+  return *std::move(steps);
+}
+
+std::vector<std::int64_t> landmarksOf(const std::vector<TernStep>& steps) {
+  std::vector<std::int64_t> ids;
+  for (const TernStep& step : steps) {
+    if (step.landmark) ids.push_back(step.landmark->id);
+  }
+  return ids;
 }
 
 }  // namespace tern::command

@@ -19,9 +19,11 @@ std::string stepsText(const std::vector<TernStep>& steps,
                       const std::function<std::string(std::int64_t mapId)>& floorName,
                       std::string_view language);
 
-// The same of a route that is to be told first.
-std::string stepsText(const TernGuidance& guidance, const TernRoute& route,
-                      const std::function<std::string(std::int64_t mapId)>& floorName,
-                      std::string_view language);
+// The steps of a route, which is to be told first.
+std::vector<TernStep> stepsOf(const TernGuidance& guidance, const TernRoute& route,
+                              std::string_view language);
+
+// Ids of the destinations that the steps are told by.
+std::vector<std::int64_t> landmarksOf(const std::vector<TernStep>& steps);
 
 }  // namespace tern::command

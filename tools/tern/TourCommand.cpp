@@ -137,6 +137,7 @@ picture::RoutePicture tourPicture(const TernActiveVenue& venue,
     const std::string goal = placeName(venue, endOf(*way));
     const std::string title = std::to_string(drawn.routes.size() + 1) + ". " + goal;
     drawn.routes.push_back({title, placeName(venue, startOf(*way)), goal, routeOf(venue, *way)});
+    drawn.routes.back().labels = venue.mapLabels.get();
   }
   return drawn;
 }

@@ -36,5 +36,11 @@ TEST(StepText, whatTheDataCallsItselfCommandsNoTerminal) {
 
 TEST(StepText, noStepsAreNoText) { EXPECT_EQ(stepsText({}, nameOf, "en"), ""); }
 
+TEST(StepText, landmarksAreThoseThatStepsAreToldBy) {
+  std::vector<TernStep> steps{stepOf("Start", 1, 0), stepOf("Turn", 1, 0), stepOf("Arrive", 1, 0)};
+  steps[1].landmark = TernStep::Landmark{7};
+  EXPECT_EQ(landmarksOf(steps), std::vector<std::int64_t>{7});
+}
+
 }  // namespace
 }  // namespace tern::command

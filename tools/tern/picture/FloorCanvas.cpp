@@ -21,6 +21,17 @@ constexpr double widestLabelPx = 240;
 // Closer together than this, points of a line are one.
 constexpr double finestPx = 0.3;
 constexpr double widestScaleBarPx = 64;
+constexpr double nameFontPx = 12;
+constexpr double nameLinePx = 14;
+constexpr std::size_t mostNameBytes = 80;
+constexpr double nameClearancePx = 5;
+// A name that is wider is broken into two lines where it has a blank.
+constexpr double widestNameLinePx = 84;
+// Letters of a drawing that are smaller cannot be read.
+constexpr double leastReadablePx = 8;
+// What is a sign in a drawing: neither a dot nor a room.
+constexpr double leastSignPx = 12;
+constexpr double mostSignPx = 36;
 constexpr double leastSpanMetres = 45;
 constexpr double leastSpanOfFloor = 1.0 / 6;
 
@@ -39,6 +50,27 @@ std::string pathOf(const std::vector<Point>& line) {
   return path;
 }
 
+// The name in one line, or in two that are as alike in width as they can be.
+std::vector<std::string> linesOf(std::string_view name, double fontSize) {
+  const double whole = textWidth(name, fontSize);
+  std::size_t best = std::string_view::npos;
+  double least = whole;
+  for (std::size_t at = name.find(' '); at != std::string_view::npos; at = name.find(' ', at + 1)) {
+    const double wider =
+        std::max(textWidth(name.substr(0, at), fontSize), textWidth(name.substr(at + 1), fontSize));
+    if (wider >= least) continue;
+    best = at;
+    least = wider;
+  }
+  if (whole <= widestNameLinePx || best == std::string_view::npos) return {std::string(name)};
+  return {std::string(name.substr(0, best)), std::string(name.substr(best + 1))};
+}
+
+bool isSign(const Box& box) {
+  const auto [less, more] = std::minmax({box.width(), box.height()});
+  return less >= leastSignPx && more <= mostSignPx && more < 1.6 * less;
+}
+
 }  // namespace
 
 FloorCanvas::FloorCanvas(const CanvasRequest& request)
@@ -47,6 +79,7 @@ FloorCanvas::FloorCanvas(const CanvasRequest& request)
       window_({request.points, floor_.frame, leastSpanOf(map_, floor_.frame)}),
       placer_(window_.size()) {
   begin(request.idPrefix);
+  readTexts();
 }
 
 void FloorCanvas::begin(const std::string& idPrefix) {
@@ -79,6 +112,25 @@ void FloorCanvas::drawFloor() {
   const std::string filter = floor_.tone.light ? "url(#" + floor_.id + "-light)" : "none";
   out_.open("g", {{"class", floor_.id}, {"filter", filter}, {"opacity", floor_.tone.opacity}});
   out_.leaf("use", {{"href", "#" + floor_.id}, {"transform", placing}}).close().line();
+}
+
+// What can be read or known in the drawing is not to be written over.
+void FloorCanvas::readTexts() {
+  const auto inPixels = [&](const Box& box) {
+    const Point from = window_.toPicture({box.left, box.top});
+    const Point to = window_.toPicture({box.right, box.bottom});
+    return Box{from.x, from.y, to.x, to.y};
+  };
+  drawnWords_ = " ";
+  for (const DrawnText& text : floor_.marks.texts) {
+    if (text.fontSize * window_.scale() < leastReadablePx) continue;
+    drawnWords_ += text.text + " ";
+    placer_.avoidLightly(inPixels(text.box));
+  }
+  for (const Box& shape : floor_.marks.shapes) {
+    const Box box = inPixels(shape);
+    if (isSign(box)) placer_.avoidLightly(box);
+  }
 }
 
 void FloorCanvas::stroke(const std::vector<Point>& line, std::string_view colour, double width) {
@@ -155,6 +207,41 @@ void FloorCanvas::label(Point at, double clearance, std::string_view name, Weigh
              {"font-weight", isStrong ? 600 : 400},
              {"fill", palette::ink}},
             text);
+  out_.line();
+}
+
+void FloorCanvas::name(const std::vector<Point>& places, std::string_view text, Weight weight) {
+  if (text.size() > mostNameBytes) return;
+  if (drawnWords_.find(" " + std::string(text) + " ") != std::string::npos) return;
+  const std::vector<std::string> lines = linesOf(text, nameFontPx);
+  double width = 0;
+  for (const std::string& line : lines) width = std::max(width, textWidth(line, nameFontPx));
+  const double boldness = weight == Weight::strong ? 1.12 : 1;
+  const Size size{width * boldness, nameLinePx * static_cast<double>(lines.size())};
+  for (const Point at : places) {
+    const auto box = placer_.fit(at, nameClearancePx, size);
+    if (box) return drawName(*box, lines, weight);
+  }
+}
+
+void FloorCanvas::drawName(const Box& box, const std::vector<std::string>& lines, Weight weight) {
+  double baseline = box.top + nameLinePx - 3.5;
+  for (const std::string& line : lines) {
+    out_.leaf("text",
+              {{"x", box.centre().x},
+               {"y", baseline},
+               {"text-anchor", "middle"},
+               {"font-size", nameFontPx},
+               {"font-weight", weight == Weight::strong ? 600 : 400},
+               {"fill", palette::ink},
+               {"stroke", palette::casing},
+               {"stroke-width", 3},
+               {"stroke-opacity", 0.85},
+               {"stroke-linejoin", "round"},
+               {"paint-order", "stroke"}},
+              line);
+    baseline += nameLinePx;
+  }
   out_.line();
 }
 

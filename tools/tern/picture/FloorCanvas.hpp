@@ -7,7 +7,7 @@
 // Threads: one caller at a time.
 // Fails: never.
 //
-//   FloorCanvas canvas({map, &drawing, points, "r1f1-"});
+//   FloorCanvas canvas({map, &drawing, "r1f1-", points});
 //   canvas.stroke(canvas.inPicture(points), palette::route, 6);
 //   canvas.label(at, 12, "Juniper Bakery", FloorCanvas::Weight::strong);
 //   const PanelDrawing panel = canvas.finish();
@@ -38,10 +38,10 @@ struct CanvasRequest {
   // Null when the venue has no such map.
   const TernMap* map = nullptr;
   const FloorDrawing* drawing = nullptr;
-  // What must be seen, in map units.
-  std::vector<Point> points;
   // Of every id in the panel: letters, digits and -.
   std::string idPrefix;
+  // What must be seen, in map units.
+  std::vector<Point> points;
 };
 
 class FloorCanvas {
@@ -60,17 +60,23 @@ class FloorCanvas {
   void scaleBar(const std::vector<Point>& points);
   // A label at least `clearance` from its point; a name that is too long is cut.
   void label(Point at, double clearance, std::string_view text, Weight weight);
+  // A name on the first of the points where all of it has room, or nowhere; one that the drawing
+  // itself says there in letters that can be read is left to it.
+  void name(const std::vector<Point>& places, std::string_view text, Weight weight);
 
   // For what is drawn besides; labels keep off what the placer is told.
   Markup& out() { return out_; }
   LabelPlacer& placer() { return placer_; }
   Size size() const { return window_.size(); }
+  Point toPicture(Point map) const { return window_.toPicture(map); }
 
   PanelDrawing finish();
 
  private:
   void begin(const std::string& idPrefix);
   void drawFloor();
+  void readTexts();
+  void drawName(const Box& box, const std::vector<std::string>& lines, Weight weight);
   void drawBar(const Box& box, double length, const std::string& label);
   void drawBorder();
 
@@ -78,6 +84,8 @@ class FloorCanvas {
   const FloorDrawing& floor_;
   MapWindow window_;
   LabelPlacer placer_;
+  // All that the drawing says in letters that can be read, with a blank around each text.
+  std::string drawnWords_;
   Markup out_;
 };
 

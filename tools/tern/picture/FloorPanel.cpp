@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <string_view>
+#include <utility>
 
 #include "tools/tern/picture/Palette.hpp"
 #include "tools/tern/picture/Symbols.hpp"
@@ -18,6 +20,8 @@ constexpr double casingWidthPx = 10;
 constexpr double otherWidthPx = 4;
 constexpr double chevronEveryPx = 54;
 constexpr int mostChevrons = 200;
+// Of the points of a line, so many say how far off a name is.
+constexpr std::size_t mostMeasured = 200;
 
 // A change of building is named by the building: there is no room for more on the map.
 std::string otherEnd(const FloorName& there, const FloorName& here) {
@@ -37,7 +41,7 @@ class PanelPainter {
   explicit PanelPainter(const FloorPanel& panel)
       : panel_(panel),
         visit_(*panel.visit),
-        canvas_({visit_.map, panel.drawing, visit_.points, panel.idPrefix}),
+        canvas_({visit_.map, panel.drawing, panel.idPrefix, visit_.points}),
         line_(canvas_.inPicture(visit_.points)) {}
 
   PanelDrawing paint() {
@@ -46,6 +50,7 @@ class PanelPainter {
     canvas_.scaleBar(line_);
     paintSymbols();
     paintLabels();
+    paintNames();
     PanelDrawing drawing = canvas_.finish();
     addNote(drawing.note);
     return drawing;
@@ -54,6 +59,7 @@ class PanelPainter {
  private:
   void paintOther(const std::vector<Point>& line) {
     if (line.size() < 2) return;
+    canvas_.placer().avoidLine(line, (otherWidthPx + 3) / 2);
     canvas_.stroke(line, palette::casing, otherWidthPx + 3);
     canvas_.stroke(line, palette::otherRoute, otherWidthPx);
   }
@@ -143,6 +149,58 @@ class PanelPainter {
     if (visit_.arrival && panel_.goal.empty()) {
       canvas_.label(first, arrivalRadiusPx + 4, arrivalLabel(*visit_.arrival), Weight::normal);
     }
+  }
+
+  // Those that the route is told by come first, then those near the way; a place of several doors
+  // is larger, and seen from further off.
+  void paintNames() {
+    if (panel_.names == nullptr) return;
+    struct Wish {
+      const PlaceName* name;
+      bool isLandmark;
+      std::vector<Point> places;
+      double rank;
+    };
+    std::vector<Wish> wishes;
+    for (const PlaceName& name : *panel_.names) {
+      if (isAnEnd(name.name)) continue;
+      const bool isLandmark = name.destination && panel_.landmarks.contains(*name.destination);
+      Wish wish{&name, isLandmark, nearestFirst(name.places), 0};
+      if (wish.places.empty()) continue;
+      wish.rank = distanceToWay(wish.places.front()) / static_cast<double>(wish.places.size());
+      wishes.push_back(std::move(wish));
+    }
+    std::ranges::stable_sort(
+        wishes, {}, [](const Wish& wish) { return std::pair(!wish.isLandmark, wish.rank); });
+    for (const Wish& wish : wishes) {
+      canvas_.name(wish.places, wish.name->name, wish.isLandmark ? Weight::strong : Weight::normal);
+    }
+  }
+
+  bool isAnEnd(std::string_view name) const {
+    return panel_.start.find(name) != std::string::npos ||
+           panel_.goal.find(name) != std::string::npos;
+  }
+
+  // Those that are seen, in pixels.
+  std::vector<Point> nearestFirst(const std::vector<Point>& places) const {
+    const auto [width, height] = canvas_.size();
+    std::vector<Point> seen;
+    for (const Point place : places) {
+      const Point at = canvas_.toPicture(place);
+      if (Box{0, 0, width, height}.contains(at)) seen.push_back(at);
+    }
+    std::ranges::stable_sort(seen, {}, [&](Point at) { return distanceToWay(at); });
+    return seen;
+  }
+
+  double distanceToWay(Point at) const {
+    double least = std::numeric_limits<double>::infinity();
+    const std::size_t step = line_.size() / mostMeasured + 1;
+    for (std::size_t i = 0; i < line_.size(); i += step) {
+      least = std::min(least, std::hypot(line_[i].x - at.x, line_[i].y - at.y));
+    }
+    return line_.empty() ? 0 : least;
   }
 
   void addNote(std::string& note) const {

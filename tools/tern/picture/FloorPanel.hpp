@@ -6,11 +6,14 @@
 // Fails: never.
 #pragma once
 
+#include <cstdint>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "tools/tern/picture/FloorCanvas.hpp"
 #include "tools/tern/picture/FloorDrawings.hpp"
+#include "tools/tern/picture/FloorNames.hpp"
 #include "tools/tern/picture/Itinerary.hpp"
 
 namespace tern::picture {
@@ -18,13 +21,17 @@ namespace tern::picture {
 struct FloorPanel {
   const FloorVisit* visit = nullptr;
   const FloorDrawing* drawing = nullptr;
-  // Other stretches on the same map, drawn faintly.
-  std::vector<const FloorVisit*> others;
-  // What the ends are called; empty where the route neither begins nor ends.
-  std::string start;
-  std::string goal;
   // Of every id in the panel: letters, digits and -.
   std::string idPrefix;
+  // Other stretches on the same map, drawn faintly.
+  std::vector<const FloorVisit*> others = {};
+  // What the ends are called; empty where the route neither begins nor ends.
+  std::string start = {};
+  std::string goal = {};
+  // Names to write where they have room; may be null.
+  const std::vector<PlaceName>* names = nullptr;
+  // Ids of the destinations among them that the route is told by.
+  std::set<std::int64_t> landmarks = {};
 };
 
 // REQUIRES: a visit and a drawing.

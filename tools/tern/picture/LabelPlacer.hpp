@@ -28,6 +28,8 @@ class LabelPlacer {
   explicit LabelPlacer(Size window) : window_(window), taken_(window), lines_(window) {}
 
   void avoid(const Box& box) { taken_.take(box); }
+  // What labels that must be there may hide if need be, as they may a line.
+  void avoidLightly(const Box& box) { lines_.take(box); }
   void avoidLine(const std::vector<Point>& line, double halfWidth);
 
   // A box of that size for a label at least `clearance` from its point; it is taken from now on.

@@ -1,10 +1,12 @@
 #include "tools/tern/picture/PicturePlan.hpp"
 
 #include <cstdint>
+#include <map>
 #include <set>
 #include <utility>
 
 #include "tools/tern/picture/FloorDrawings.hpp"
+#include "tools/tern/picture/FloorNames.hpp"
 
 namespace tern::picture {
 
@@ -68,8 +70,11 @@ class Planner {
     panel.visit = &visit;
     panel.drawing = &drawings_.of(visit.map);
     panel.others = othersOn(visit);
-    if (j == 0) panel.start = picture_.routes[i].start;
-    if (j + 1 == walk.visits.size()) panel.goal = picture_.routes[i].goal;
+    const PictureRoute& route = picture_.routes[i];
+    if (j == 0) panel.start = route.start;
+    if (j + 1 == walk.visits.size()) panel.goal = route.goal;
+    panel.names = &namesOf(route).on(visit.mapId);
+    panel.landmarks.insert(route.landmarks.begin(), route.landmarks.end());
     panel.idPrefix = "r" + std::to_string(i + 1) + "f" + std::to_string(j + 1) + "-";
     return {visit.name, visit.length.text(), drawFloor(panel), inWords(panel), visit.departure};
   }
@@ -83,6 +88,11 @@ class Planner {
       }
     }
     return others;
+  }
+
+  const FloorNames& namesOf(const PictureRoute& route) {
+    const TernVenueData& venue = route.venue != nullptr ? *route.venue : picture_.venue;
+    return names_.try_emplace(&venue, venue, route.labels).first->second;
   }
 
   std::set<std::int64_t> floorsOf(std::size_t i) const {
@@ -105,6 +115,7 @@ class Planner {
   std::vector<Itinerary> walks_;
   std::size_t panels_ = 0;
   FloorDrawings drawings_;
+  std::map<const TernVenueData*, FloorNames> names_;
 };
 
 }  // namespace

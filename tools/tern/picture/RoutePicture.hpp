@@ -19,9 +19,11 @@
 //   write(routePictureHtml(picture));
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
+#include "TernCoreKit/model/collections/TernMapLabelCollection.hpp"
 #include "TernCoreKit/model/collections/TernVenueData.hpp"
 #include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
 
@@ -36,6 +38,10 @@ struct PictureRoute {
   TernRoute route;
   // Where it lies when that is another venue than the picture's; borrowed, too.
   const TernVenueData* venue = nullptr;
+  // Ids of the destinations that the route is told by.
+  std::vector<std::int64_t> landmarks = {};
+  // The labels of its venue's maps; may be null, and is borrowed, too.
+  const TernMapLabelCollection* labels = nullptr;
 };
 
 enum class RouteSet {

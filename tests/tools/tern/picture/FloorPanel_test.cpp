@@ -23,7 +23,7 @@ DrawnPanel drawnPanel(const PictureFloor& floor, const TernPathPerFloor& stretch
   FloorDrawings drawings;
   const FloorVisit& visit = walk.visits[0];
   DrawnPanel panel;
-  panel.drawing = drawFloor({&visit, &drawings.of(visit.map), {}, "Start", "Goal", "p-"});
+  panel.drawing = drawFloor({&visit, &drawings.of(visit.map), "p-", {}, "Start", "Goal"});
   panel.scanned =
       test::scanMarkup("<svg>" + drawings.takeMarkup() + panel.drawing.markup + "</svg>");
   EXPECT_EQ(panel.scanned.problem, "");
@@ -111,21 +111,48 @@ TEST(FloorPanel, changesOfFloorAreNamedOnTheMap) {
   const Itinerary walk = itineraryOf(venue, {segment(1, {{40, 40}, {90, 40}}, 50, pathType("Lift")),
                                              segment(2, {{90, 40}, {200, 40}}, 160)});
   const FloorDrawing none;
-  const FloorPanel first{&walk.visits[0], &none, {}, "Café <A>", "", "p1-"};
-  const FloorPanel second{&walk.visits[1], &none, {&walk.visits[0]}, "", "", "p2-"};
+  const FloorPanel first{&walk.visits[0], &none, "p1-", {}, "Café <A>", ""};
+  const FloorPanel second{&walk.visits[1], &none, "p2-", {&walk.visits[0]}};
   EXPECT_TRUE(contains(drawFloor(first).markup, "Lift to First"));
   EXPECT_TRUE(contains(drawFloor(first).markup, "Café &lt;A&gt;"));
   EXPECT_TRUE(contains(drawFloor(second).markup, "From Ground floor"));
   EXPECT_TRUE(contains(drawFloor(second).markup, "#8a97a8"));
 }
 
+TEST(FloorPanel, namesThatTheRouteIsToldByComeFirstThenThoseNearTheWay) {
+  const PictureVenue venue{{.id = 1}};
+  const Itinerary walk = itineraryOf(venue, {segment(1, {{40, 250}, {300, 250}}, 260)});
+  FloorDrawings drawings;
+  const FloorDrawing& drawing = drawings.of(walk.visits[0].map);
+  const std::vector<PlaceName> names{{"Far", 1, {{200, 150}}},
+                                     {"Near", 2, {{202, 151}}},
+                                     {"Landmark", 3, {{190, 148}}},
+                                     {"Goal", 4, {{100, 100}}},
+                                     {"Elsewhere", 5, {{900, 900}}}};
+  const auto drawn = [&](const std::set<std::int64_t>& landmarks) {
+    return drawFloor({.visit = &walk.visits[0],
+                      .drawing = &drawing,
+                      .idPrefix = "p-",
+                      .start = "Start",
+                      .goal = "The Goal",
+                      .names = &names,
+                      .landmarks = landmarks})
+        .markup;
+  };
+  const std::string told = drawn({3});
+  EXPECT_LT(told.find(">Landmark<"), told.find(">Near<"));
+  EXPECT_LT(drawn({}).find(">Near<"), drawn({}).find(">Landmark<"));
+  EXPECT_FALSE(contains(told, ">Goal<"));
+  EXPECT_FALSE(contains(told, "Elsewhere"));
+}
+
 TEST(FloorPanel, wordsTellTheSameAsThePicture) {
   const PictureVenue venue{{.id = 1}, {.id = 2, .name = "First", .level = 1}};
   const Itinerary walk = itineraryOf(venue, {segment(1, {{40, 40}, {90, 40}}, 50, pathType("Lift")),
                                              segment(2, {{90, 40}, {200, 40}}, 160)});
-  EXPECT_EQ(inWords({&walk.visits[0], {}, {}, "Bakery", "", ""}),
+  EXPECT_EQ(inWords({&walk.visits[0], {}, {}, {}, "Bakery"}),
             "Ground floor. Start at Bakery. Walk 50 m. Lift up to First.");
-  EXPECT_EQ(inWords({&walk.visits[1], {}, {}, "", "Exit", ""}),
+  EXPECT_EQ(inWords({&walk.visits[1], {}, {}, {}, "", "Exit"}),
             "First. Arrive from Ground floor. Walk 110 m. Arrive at Exit.");
 }
 
