@@ -61,7 +61,8 @@ std::string earlyNames(bool areValued) {
   return names;
 }
 
-constexpr std::string_view start = R"(# Words of tern for bash; written by "tern completion bash".
+constexpr std::string_view bashBeginning =
+    R"(# Words of tern for bash; written by "tern completion bash".
 
 _tern() {
   local word=${COMP_WORDS[COMP_CWORD]} at=$COMP_CWORD command= before= words= i
@@ -98,7 +99,7 @@ complete -F _tern tern
 }  // namespace
 
 std::string bashCompletion() {
-  std::string script(start);
+  std::string script(bashBeginning);
   script += "      " + earlyNames(true) + ")\n";
   script += "        [[ ${COMP_WORDS[i + 1]} == = ]] || ((++i)) ;;\n";
   script += "      -*) ;;\n      *)\n        command=${COMP_WORDS[i]}\n        break ;;\n";

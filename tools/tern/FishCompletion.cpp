@@ -17,7 +17,7 @@ std::string quoted(std::string_view text) {
   return escaped + "'";
 }
 
-std::string valueOf(const Option& option) {
+std::string fishValueOf(const Option& option) {
   switch (offerFor(option)) {
     case Offer::flag:
       return {};
@@ -46,11 +46,12 @@ std::string placeOf(const std::vector<std::string_view>& commands) {
 std::string lineOf(const CompletedOption& each) {
   const bool isHelp = each.option.name == "--help";
   return "complete -c tern" + placeOf(each.commands) + (isHelp ? " -s h" : "") + " -l " +
-         std::string(each.option.name.substr(2)) + valueOf(each.option) + " -d " +
+         std::string(each.option.name.substr(2)) + fishValueOf(each.option) + " -d " +
          quoted(each.option.meaning) + "\n";
 }
 
-constexpr std::string_view start = R"(# Words of tern for fish; written by "tern completion fish".
+constexpr std::string_view fishBeginning =
+    R"(# Words of tern for fish; written by "tern completion fish".
 
 # Whether the command among the words is one of these; "" when there is none yet.
 function __tern_is
@@ -79,7 +80,7 @@ complete -c tern -f
 }  // namespace
 
 std::string fishCompletion() {
-  std::string script = std::string(start) + "      case";
+  std::string script = std::string(fishBeginning) + "      case";
   for (const Option& option : earlyOptions()) {
     if (!option.isFlag()) script.append(" ").append(option.name);
   }

@@ -23,7 +23,7 @@ std::string walkText(const Value& cost, const Value& mm) {
 //   From Juniper Bakery (waypoint 12)
 //     to Shoe World (waypoint 40): 81 m, cost 565
 //     to waypoint 41: no route
-std::string textOf(const TernActiveVenue& venue, const Value& request, const Value& answer) {
+std::string matrixText(const TernActiveVenue& venue, const Value& request, const Value& answer) {
   const auto from = request["from"].items();
   const auto to = request["to"].items();
   std::string text;
@@ -51,7 +51,7 @@ bool hasWalk(const Value& answer) {
 Outcome answerMatrix(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
   const Value answer = answerTo(call.request, TernAnswers(venue));
   Telling told{
-      .text = textOf(*venue, call.request, answer),
+      .text = matrixText(*venue, call.request, answer),
       .remark = unknownWaypoints(call.request, *venue->globalASGrid(), venueTitle(*venue))};
   told.isFound = told.remark.empty() && hasWalk(answer);
   return outcomeOf(call, answer, told);

@@ -45,7 +45,7 @@ bool hasName(const TernActiveVenue& venue, std::int64_t waypointId) {
 //   Within 150 m of Juniper Bakery (waypoint 12): 37 waypoints
 //     Juniper Bakery (waypoint 12) on Ground Floor
 //     Shoe World (waypoint 40) on Ground Floor, 81 m
-std::string textOf(const TernActiveVenue& venue, const Value& request, const Value& answer) {
+std::string reachText(const TernActiveVenue& venue, const Value& request, const Value& answer) {
   const auto reached = answer["reached"].items();
   std::string text = "Within " + limitsText(request) + " of " + startsText(venue, request) + ": " +
                      std::to_string(reached.size()) +
@@ -66,7 +66,7 @@ Outcome answerReach(const Arguments& call, const std::shared_ptr<TernActiveVenue
       .text = {},
       .remark = unknownWaypoints(call.request, *venue->globalASGrid(), venueTitle(*venue))};
   told.isFound = told.remark.empty() && answer["reached"].size() > 0;
-  if (told.remark.empty()) told.text = textOf(*venue, call.request, answer);
+  if (told.remark.empty()) told.text = reachText(*venue, call.request, answer);
   if (told.isFound && isForFeatures(call.picture)) {
     told.features.emplace(featuresOfReach(*venue, call.request, answer));
   }

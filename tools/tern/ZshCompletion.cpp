@@ -19,7 +19,7 @@ std::string quoted(std::string_view text, std::string_view special) {
 }
 
 // ":DIR:_files -/", behind the name of an option that has a value.
-std::string valueOf(const Option& option) {
+std::string zshValueOf(const Option& option) {
   const std::string label = ":" + std::string(option.label) + ":";
   switch (offerFor(option)) {
     case Offer::flag:
@@ -39,7 +39,7 @@ std::string valueOf(const Option& option) {
 // "'--from=[where to start]:W: '"
 std::string argumentOf(const Option& option) {
   return "'" + std::string(option.name) + (option.isFlag() ? "[" : "=[") +
-         quoted(option.meaning, "[]\\") + "]" + valueOf(option) + "'";
+         quoted(option.meaning, "[]\\") + "]" + zshValueOf(option) + "'";
 }
 
 template <class Options>
@@ -53,7 +53,7 @@ std::string caseOf(const Command& command) {
   const Option& operand = command.operand;
   std::string text = "    " + std::string(command.name) + ")\n      _arguments -S \\\n        ";
   text += argumentsOf(optionsOf(command), "        ");
-  if (!operand.name.empty()) text += " \\\n        '1" + valueOf(operand) + "'";
+  if (!operand.name.empty()) text += " \\\n        '1" + zshValueOf(operand) + "'";
   return text + " ;;\n";
 }
 

@@ -18,6 +18,8 @@ struct Colour {
   double blue = 0;
 };
 
+inline constexpr Colour white{1, 1, 1};
+
 struct Paint {
   Colour colour;
   double opacity = 1;

@@ -24,7 +24,6 @@ constexpr double ofGround = 0.95;
 constexpr std::size_t mostBlank = 3;
 // No drawing of a person goes deeper.
 constexpr std::size_t deepest = 256;
-constexpr Colour white{1, 1, 1};
 
 // How much of a drawing has each colour.
 class Tally {

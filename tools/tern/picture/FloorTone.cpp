@@ -11,7 +11,6 @@ namespace tern::picture {
 
 namespace {
 
-constexpr Colour white{1, 1, 1};
 constexpr double mutedOpacity = 0.75;
 // The luma of a floor on a dark screen; one that is darker stays as it is.
 constexpr double darkFloor = 0.15;

@@ -11,8 +11,6 @@ namespace tern::picture {
 
 namespace {
 
-constexpr auto nowhere = std::string_view::npos;
-
 // One of the functions of a transform, such as "rotate", of so many numbers.
 Affine functionOf(std::string_view name, const std::array<double, 6>& numbers, std::size_t count) {
   const auto& [p, q, r, s, t, u] = numbers;

@@ -10,7 +10,6 @@ namespace tern::picture {
 
 namespace {
 
-constexpr auto nowhere = std::string_view::npos;
 constexpr std::size_t mostClasses = 16;
 constexpr std::string_view properties[] = {"fill",        "stroke",         "fill-opacity",
                                            "opacity",     "stroke-opacity", "font-size",

@@ -6,8 +6,6 @@ namespace tern::picture {
 
 namespace {
 
-constexpr auto nowhere = std::string_view::npos;
-
 void skipBlanks(std::string_view& rest) {
   rest.remove_prefix(std::min(rest.find_first_not_of(svgBlanks), rest.size()));
 }

@@ -23,6 +23,8 @@ struct SvgAttribute {
   std::string_view written;
 };
 
+// What a search in a text gives that finds nothing.
+inline constexpr auto nowhere = std::string_view::npos;
 inline constexpr std::string_view svgBlanks = " \t\r\n";
 
 // Takes the attribute that stands in front; none when there is none.
