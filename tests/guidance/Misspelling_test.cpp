@@ -26,7 +26,7 @@ std::size_t literalSlips(const std::u32string& a, const std::u32string& b) {
 }
 
 // Letters of one to four bytes; those of equal size begin or end with the same bytes.
-const std::vector<std::string> letters{"a", "b", "é", "è", "ガ", "ギ", "😀", "😁"};
+const std::vector<std::string> alphabet{"a", "b", "é", "è", "ガ", "ギ", "😀", "😁"};
 
 struct Typed {
   std::string text;
@@ -36,7 +36,7 @@ struct Typed {
 Typed typed(const std::vector<std::size_t>& places) {
   Typed made;
   for (const std::size_t place : places) {
-    made.text += letters[place];
+    made.text += alphabet[place];
     made.letters += static_cast<char32_t>(place);
   }
   return made;
@@ -45,7 +45,7 @@ Typed typed(const std::vector<std::size_t>& places) {
 Typed someTyped() {
   const auto size = *rc::gen::inRange<std::size_t>(0, 6);
   return typed(*rc::gen::container<std::vector<std::size_t>>(
-      size, rc::gen::inRange<std::size_t>(0, letters.size())));
+      size, rc::gen::inRange<std::size_t>(0, alphabet.size())));
 }
 
 TEST(Misspelling, lettersAreCountedAndNotBytes) {

@@ -36,7 +36,7 @@ std::string errorOf(std::string_view text) {
   return result.error.value_or("no error");
 }
 
-std::string compact(const Value& value) { return encodeJson(value, JsonLayout::compact); }
+std::string compactText(const Value& value) { return encodeJson(value, JsonLayout::compact); }
 std::string pretty(const Value& value) { return encodeJson(value, JsonLayout::pretty); }
 
 std::string repeated(std::string_view text, std::size_t times) {
@@ -103,14 +103,14 @@ TEST(Json, keepsTheOrderOfKeys) {
 }
 
 TEST(Json, keepsARepeatedKeyInItsFirstPlaceWithItsLastValue) {
-  EXPECT_EQ(compact(decoded(R"({"a":1,"b":2,"a":[3],"c":4,"a":5,"b":6})")),
+  EXPECT_EQ(compactText(decoded(R"({"a":1,"b":2,"a":[3],"c":4,"a":5,"b":6})")),
             R"({"a":5,"b":6,"c":4})");
-  EXPECT_EQ(compact(decoded(R"({"":1,"":2})")), R"({"":2})");
-  EXPECT_EQ(compact(decoded(R"({"é":1,"\u00e9":2})")), R"({"é":2})");
+  EXPECT_EQ(compactText(decoded(R"({"":1,"":2})")), R"({"":2})");
+  EXPECT_EQ(compactText(decoded(R"({"é":1,"\u00e9":2})")), R"({"é":2})");
 }
 
 TEST(Json, seesARepetitionBehindKeysThatWereExpected) {
-  EXPECT_EQ(compact(decoded(R"([{"a":1,"b":2},{"a":1,"b":2,"a":3},{"b":4,"b":5},{"a":6}])")),
+  EXPECT_EQ(compactText(decoded(R"([{"a":1,"b":2},{"a":1,"b":2,"a":3},{"b":4,"b":5},{"a":6}])")),
             R"([{"a":1,"b":2},{"a":3,"b":2},{"b":5},{"a":6}])");
 }
 
@@ -354,7 +354,7 @@ TEST(Json, nestsAsDeepAsItSaysAndNoDeeper) {
       const std::string text = nested(open, close, maximumJsonDepth);
       const Value value = decoded(text);
       const Value copy = value;
-      EXPECT_EQ(compact(copy), text);
+      EXPECT_EQ(compactText(copy), text);
       EXPECT_EQ(decoded(encodeJson(copy, layout)), value);
     }
   }
@@ -410,7 +410,7 @@ TEST(Json, acceptsExactlyWhatTheGrammarDoes) {
     ASSERT_EQ(!result.error, isGood) << result.error.value_or("") << "\n" << text;
     if (!isGood) continue;
     ++accepted;
-    ASSERT_EQ(decoded(compact(result.value)), result.value) << text;
+    ASSERT_EQ(decoded(compactText(result.value)), result.value) << text;
   }
   EXPECT_GT(accepted, 1000);
 }
@@ -427,13 +427,13 @@ TEST(Json, readsRecordsWhoseKeysDiffer) {
       R"([{"":1,"a":2},{"":3,"a":4},{"a":5,"":6}])",
   };
   for (const std::string_view text : texts) {
-    EXPECT_EQ(compact(decoded(text)), text);
-    EXPECT_EQ(compact(decoded(pretty(decoded(text)))), text);
+    EXPECT_EQ(compactText(decoded(text)), text);
+    EXPECT_EQ(compactText(decoded(pretty(decoded(text)))), text);
   }
 }
 
 TEST(Json, readsAnExpectedKeyHoweverItIsWritten) {
-  EXPECT_EQ(compact(decoded("[{\"name\":1},{\"n\\u0061me\" : 2},{\"name\"\n:3},{\"name\":4}]")),
+  EXPECT_EQ(compactText(decoded("[{\"name\":1},{\"n\\u0061me\" : 2},{\"name\"\n:3},{\"name\":4}]")),
             R"([{"name":1},{"name":2},{"name":3},{"name":4}])");
   EXPECT_EQ(errorOf("[{\"name\":1},{\"name\"2}]   "), "Missing a colon after a key. (offset 19)");
 }
@@ -441,7 +441,7 @@ TEST(Json, readsAnExpectedKeyHoweverItIsWritten) {
 // ---- what is encoded ----
 
 TEST(Json, encodesOnOneLine) {
-  EXPECT_EQ(compact(decoded(everything)),
+  EXPECT_EQ(compactText(decoded(everything)),
             R"({"id":-12,"name":"Café \"é€😀\"\n","at":[0.5,1000,-0.0225],"open":true,)"
             R"("shut":false,"none":null,"empty":[{},[],""],)"
             R"("a key of more than sixteen bytes":[[[1]]]})");
@@ -462,44 +462,45 @@ TEST(Json, encodesWithFourSpacesALevel) {
 }
 
 TEST(Json, encodesWhatIsAbsentAsNullAndLeavesItOutOfAMap) {
-  EXPECT_EQ(compact(Value()), "null");
-  EXPECT_EQ(compact(Value::list({Value(), 1})), "[null,1]");
-  EXPECT_EQ(compact(Value::map({{"a", Value()}, {"b", nullptr}, {"c", Value()}})), R"({"b":null})");
-  EXPECT_EQ(compact(Value::map({{"a", Value()}})), "{}");
+  EXPECT_EQ(compactText(Value()), "null");
+  EXPECT_EQ(compactText(Value::list({Value(), 1})), "[null,1]");
+  EXPECT_EQ(compactText(Value::map({{"a", Value()}, {"b", nullptr}, {"c", Value()}})),
+            R"({"b":null})");
+  EXPECT_EQ(compactText(Value::map({{"a", Value()}})), "{}");
   EXPECT_EQ(pretty(Value::map({{"a", Value()}})), "{}");
 }
 
 TEST(Json, encodesDoublesInTheShortestForm) {
-  EXPECT_EQ(compact(0.1), "0.1");
-  EXPECT_EQ(compact(1.0), "1");
-  EXPECT_EQ(compact(-0.0), "-0");
-  EXPECT_EQ(compact(1e21), "1e+21");
-  EXPECT_EQ(compact(1.0 / 3), "0.3333333333333333");
-  EXPECT_EQ(compact(std::numeric_limits<double>::denorm_min()), "5e-324");
+  EXPECT_EQ(compactText(0.1), "0.1");
+  EXPECT_EQ(compactText(1.0), "1");
+  EXPECT_EQ(compactText(-0.0), "-0");
+  EXPECT_EQ(compactText(1e21), "1e+21");
+  EXPECT_EQ(compactText(1.0 / 3), "0.3333333333333333");
+  EXPECT_EQ(compactText(std::numeric_limits<double>::denorm_min()), "5e-324");
 }
 
 // A whole number beyond 64 bits would read back as an integer that does not fit.
 TEST(Json, encodesLargeWholeDoublesWithAnExponent) {
-  EXPECT_EQ(compact(9223372036854774784.0), "9223372036854774784");
-  EXPECT_EQ(compact(9223372036854775808.0), "9.223372036854776e+18");
-  EXPECT_EQ(compact(-18446744073709551616.0), "-1.8446744073709552e+19");
+  EXPECT_EQ(compactText(9223372036854774784.0), "9223372036854774784");
+  EXPECT_EQ(compactText(9223372036854775808.0), "9.223372036854776e+18");
+  EXPECT_EQ(compactText(-18446744073709551616.0), "-1.8446744073709552e+19");
 }
 
 TEST(Json, encodesADoubleThatIsNotFiniteAsNull) {
-  EXPECT_EQ(compact(infinite), "null");
-  EXPECT_EQ(compact(-infinite), "null");
-  EXPECT_EQ(compact(std::nan("")), "null");
+  EXPECT_EQ(compactText(infinite), "null");
+  EXPECT_EQ(compactText(-infinite), "null");
+  EXPECT_EQ(compactText(std::nan("")), "null");
 }
 
 TEST(Json, escapesWhatAStringCannotHold) {
-  EXPECT_EQ(compact(std::string("\"\\/\b\f\n\r\t\x01\x1F\x7F\0", 12)),
+  EXPECT_EQ(compactText(std::string("\"\\/\b\f\n\r\t\x01\x1F\x7F\0", 12)),
             "\"\\\"\\\\/\\b\\f\\n\\r\\t\\u0001\\u001f\x7F\\u0000\"");
-  EXPECT_EQ(compact(Value::map({{"\n", 1}})), R"({"\n":1})");
+  EXPECT_EQ(compactText(Value::map({{"\n", 1}})), R"({"\n":1})");
 }
 
 TEST(Json, encodesBytesThatAreNotUtf8AsReplacementCharacters) {
-  EXPECT_EQ(compact("a\xFF\xED\xA0\x80z\xC3"), "\"a\uFFFD\uFFFD\uFFFD\uFFFDz\uFFFD\"");
-  EXPECT_EQ(compact("é\xE2\x82"), "\"é\uFFFD\uFFFD\"");
+  EXPECT_EQ(compactText("a\xFF\xED\xA0\x80z\xC3"), "\"a\uFFFD\uFFFD\uFFFD\uFFFDz\uFFFD\"");
+  EXPECT_EQ(compactText("é\xE2\x82"), "\"é\uFFFD\uFFFD\"");
 }
 
 // ---- round trips ----
@@ -556,7 +557,7 @@ RC_GTEST_PROP(Json, keepsEveryBitOfADouble, (std::uint64_t bits)) {
   const double number = std::bit_cast<double>(bits);
   RC_PRE(std::isfinite(number));
   for (const double one : {number, std::round(number), -std::trunc(number)}) {
-    RC_ASSERT(std::bit_cast<std::uint64_t>(decoded(compact(one)).number()) ==
+    RC_ASSERT(std::bit_cast<std::uint64_t>(decoded(compactText(one)).number()) ==
               std::bit_cast<std::uint64_t>(one));
   }
 }
@@ -564,7 +565,7 @@ RC_GTEST_PROP(Json, keepsEveryBitOfADouble, (std::uint64_t bits)) {
 RC_GTEST_PROP(Json, keepsEveryBitOfAFloat, (std::uint32_t bits)) {
   const float number = std::bit_cast<float>(bits);
   RC_PRE(std::isfinite(number));
-  const double read = decoded(compact(shortestDouble(number))).number();
+  const double read = decoded(compactText(shortestDouble(number))).number();
   RC_ASSERT(std::bit_cast<std::uint32_t>(static_cast<float>(read)) == bits);
 }
 

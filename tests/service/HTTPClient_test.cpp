@@ -191,14 +191,14 @@ TEST_F(HTTPClientRequest, withoutAnAnswerThePathOfTheCallerIsNamed) {
                           Outcome{"The network is gone", 444, {}}, Outcome{std::nullopt, 304, {}}));
 }
 
-constexpr std::string_view letters =
+constexpr std::string_view latinLetters =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
 
 TEST(HTTPClient, eachByteOfAUrlStaysOrIsEscaped) {
   const auto transport =
       std::make_shared<FakeTransport>([](const HttpRequest&) { return HttpResponse{}; });
   const ScopedHttpTransport scope(transport);
-  const std::string staying = std::string(letters) + "!$&'()*+,-./:;=?@_~";
+  const std::string staying = std::string(latinLetters) + "!$&'()*+,-./:;=?@_~";
   for (int byte = 0; byte < 256; ++byte) {
     const std::string text(1, static_cast<char>(byte));
     HTTPClient::initWithHostURL("")->GET(text, {}, [](auto, auto, auto) {});
@@ -211,7 +211,7 @@ TEST(HTTPClient, eachByteOfAUrlStaysOrIsEscaped) {
 
 RC_GTEST_PROP(HTTPClient, anEscapedValueHoldsOnlyLettersDigitsAndFourMarks, (std::string text)) {
   const std::string escaped = HTTPClient::URLEncodeStringFromString(text);
-  const std::string allowed = std::string(letters) + "-._~%";
+  const std::string allowed = std::string(latinLetters) + "-._~%";
   RC_ASSERT(escaped.find_first_not_of(allowed) == std::string::npos);
   // Unescaping gives the text back.
   std::string back;

@@ -13,7 +13,7 @@ namespace {
 constexpr std::size_t typeCount = 4;
 constexpr std::size_t mostBuildings = 3;
 
-Value batchOf(Value items) {
+Value siteBatch(Value items) {
   Value batch = Value::map();
   batch.set("items", std::move(items));
   return batch;
@@ -78,13 +78,13 @@ Value SiteMaker::document() {
   }
   drawPaths();
   Value document = Value::map({{"id", 1}, {"name", "random"}});
-  document.set("pathTypes", batchOf(std::move(types)));
-  document.set("destinations", batchOf(std::move(destinations)));
+  document.set("pathTypes", siteBatch(std::move(types)));
+  document.set("destinations", siteBatch(std::move(destinations)));
   Value buildings = Value::list();
   for (std::size_t i = 1; i <= mostBuildings; ++i) {
     buildings.append(Value::map({{"id", static_cast<std::int64_t>(i)}}));
   }
-  document.set("buildings", batchOf(std::move(buildings)));
+  document.set("buildings", siteBatch(std::move(buildings)));
   return document;
 }
 
@@ -116,8 +116,8 @@ Value SiteMaker::map(std::int64_t id) {
     if (mapId == id) paths.append(path);
   }
   Value made = Value::map({{"id", id}, {"mmPerPixel", tape_.pick<Value>({100, 21.7, 0.5})}});
-  made.set("waypoints", batchOf(std::move(waypoints)));
-  made.set("paths", batchOf(std::move(paths)));
+  made.set("waypoints", siteBatch(std::move(waypoints)));
+  made.set("paths", siteBatch(std::move(paths)));
   return made;
 }
 
@@ -131,7 +131,7 @@ Value SiteMaker::building(std::int64_t id, const std::vector<std::size_t>& build
     floors.append(std::move(floor));
   }
   Value made = Value::map({{"id", id}});
-  made.set("floors", batchOf(std::move(floors)));
+  made.set("floors", siteBatch(std::move(floors)));
   return made;
 }
 

@@ -32,7 +32,7 @@ TernWalks walksIn(const DrawnVenue& venue) {
 }
 
 // A and B lie on one map, C and D on the next one, E on the first again; F stands alone.
-const Drawing upAndDown{
+const Drawing twoFloorsOfWalks{
     .floors = {{.lines = {"A  B     E  F"}, .mmPerPixel = 100},
                {.lines = {"   C  D   "}, .mmPerPixel = 50}},
     .paths = {"A-B", "B-C lift", "C-D", "D-E stairs"},
@@ -40,7 +40,7 @@ const Drawing upAndDown{
                   {.name = "stairs", .weight = 9, .accessibility = 60, .verticalWeight = -1}}};
 
 TEST(TernWalks, aWalkAddsWhatItsSegmentsGrowByOnTheirMapsScales) {
-  const TernWalks walks = walksIn(drawVenue(upAndDown));
+  const TernWalks walks = walksIn(drawVenue(twoFloorsOfWalks));
   const Rows rows =
       walks.between(Ids{idOf('A')}, Ids{idOf('B'), idOf('D'), idOf('E')}, 100).value();
   ASSERT_EQ(rows.size(), 1U);
@@ -51,12 +51,12 @@ TEST(TernWalks, aWalkAddsWhatItsSegmentsGrowByOnTheirMapsScales) {
 }
 
 TEST(TernWalks, aWaypointIsNoWayFromItself) {
-  const TernWalks walks = walksIn(drawVenue(upAndDown));
+  const TernWalks walks = walksIn(drawVenue(twoFloorsOfWalks));
   EXPECT_EQ(walks.between(Ids{idOf('C')}, Ids{idOf('C')}, 100).value()[0][0], TernWalk());
 }
 
 TEST(TernWalks, whereThereIsNoRouteThereIsNoWalk) {
-  const TernWalks walks = walksIn(drawVenue(upAndDown));
+  const TernWalks walks = walksIn(drawVenue(twoFloorsOfWalks));
   const Rows rows =
       walks.between(Ids{idOf('A'), idOf('F'), 99}, Ids{idOf('F'), idOf('E'), 99}, 59).value();
   EXPECT_EQ(rows[0], TernWalks::Row(3));
@@ -66,13 +66,13 @@ TEST(TernWalks, whereThereIsNoRouteThereIsNoWalk) {
 }
 
 TEST(TernWalks, unknownMapsHaveTheScaleZero) {
-  TernWalks walks = walksIn(drawVenue(upAndDown));
+  TernWalks walks = walksIn(drawVenue(twoFloorsOfWalks));
   walks.maps = nullptr;
   EXPECT_EQ(walks.between(Ids{idOf('A')}, Ids{idOf('B')}, 100).value()[0][0], (TernWalk{30, 0}));
 }
 
 TEST(TernWalks, wantOfMemoryEndsItAndTheNextCallAnswers) {
-  const TernWalks walks = walksIn(drawVenue(upAndDown));
+  const TernWalks walks = walksIn(drawVenue(twoFloorsOfWalks));
   const Ids all{1, 2, 3, 4, 5, 6};
   const auto expected = walks.between(all, all, 100);
   std::optional<Rows> rows;
@@ -84,7 +84,7 @@ TEST(TernWalks, wantOfMemoryEndsItAndTheNextCallAnswers) {
 }
 
 TEST(TernWalks, whatTheNodesShowOfTheLastSearchStays) {
-  const TernWalks walks = walksIn(drawVenue(upAndDown));
+  const TernWalks walks = walksIn(drawVenue(twoFloorsOfWalks));
   TernASSearch search;
   search.grid = walks.grid;
   const TernRoute route = search.search(idOf('A'), idOf('C'), 100).value();
@@ -94,7 +94,7 @@ TEST(TernWalks, whatTheNodesShowOfTheLastSearchStays) {
 }
 
 TEST(TernWalks, severalThreadsMayAskOneGridConcurrently) {
-  const TernWalks walks = walksIn(drawVenue(upAndDown));
+  const TernWalks walks = walksIn(drawVenue(twoFloorsOfWalks));
   const Ids all{1, 2, 3, 4, 5, 6};
   const auto expected = walks.between(all, all, 100);
   std::vector<std::thread> threads;

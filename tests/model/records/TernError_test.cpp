@@ -12,14 +12,14 @@
 namespace tern::test {
 namespace {
 
-struct Row {
+struct ErrorRow {
   std::uint32_t type;
   const char* code;
   const char* message;
   const char* description;
 };
 
-const Row rows[] = {
+const ErrorRow rows[] = {
     {TernErrorTypeConnection, "TN001", "Unable to connect to server",
      "SDK cannot connect to the server (incorrect URL, server down etc)."},
     {TernErrorTypeAccessDenied, "TN002", "Access Denied",
@@ -36,7 +36,7 @@ const Row rows[] = {
      "There is no information on this error."},
 };
 
-void expectRow(const TernError& error, const Row& row) {
+void expectRow(const TernError& error, const ErrorRow& row) {
   EXPECT_EQ(error.code, row.code);
   EXPECT_EQ(error.message, row.message);
   EXPECT_EQ(error.errorDescription, row.description);
@@ -45,7 +45,7 @@ void expectRow(const TernError& error, const Row& row) {
 TEST(TernError, everyTypeHasItsTexts) {
   std::uint32_t type = 0;
   std::set<std::string> codes;
-  for (const Row& row : rows) {
+  for (const ErrorRow& row : rows) {
     EXPECT_EQ(row.type, type++);
     expectRow(TernError::initWithErrorType(row.type), row);
     EXPECT_EQ(TernError::defaultErrorCodeForErrorType(row.type), row.code);
@@ -80,7 +80,7 @@ TEST(TernError, onlyAMissingTextIsReplacedAnEmptyOneStays) {
 }
 
 TEST(TernError, theTypeIsToldByTheCodeOnly) {
-  for (const Row& row : rows) EXPECT_EQ(TernError::initWithErrorType(row.type).errorType, 0U);
+  for (const ErrorRow& row : rows) EXPECT_EQ(TernError::initWithErrorType(row.type).errorType, 0U);
 }
 
 TEST(TernError, statusCodesHaveTheirTypes) {

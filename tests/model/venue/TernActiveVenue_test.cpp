@@ -381,20 +381,20 @@ TEST(TernActiveVenue, nothingIsClosestOnAMapWithoutWaypoints) {
 }
 
 // B lies next to A, but the way round it is longer than that to C.
-const Drawing detour{.floors = {{.lines = {"B A    C  Z",   //
-                                           "", "", "", "",  //
-                                           "E D"}}},
-                     .paths = {"A-C", "A-D", "D-E", "E-B"}};
+const Drawing aroundABlock{.floors = {{.lines = {"B A    C  Z",   //
+                                                 "", "", "", "",  //
+                                                 "E D"}}},
+                           .paths = {"A-C", "A-D", "D-E", "E-B"}};
 
 TEST(TernActiveVenue, theClosestByRouteIsThatOfTheShortestWay) {
-  const auto venue = readyDrawn(detour);
+  const auto venue = readyDrawn(aroundABlock);
   const auto closest =
       venue->getClosestWaypointInArray(all(*venue, "BCE"), waypointAt(*venue, 'A'), 100);
   EXPECT_EQ(closest, waypointAt(*venue, 'C'));
 }
 
 TEST(TernActiveVenue, theClosestByRouteSkipsWhatCannotBeReached) {
-  const auto venue = readyDrawn(detour);
+  const auto venue = readyDrawn(aroundABlock);
   const auto target = waypointAt(*venue, 'A');
   EXPECT_EQ(venue->getClosestWaypointInArray(all(*venue, "ZB"), target, 100),
             waypointAt(*venue, 'B'));
@@ -406,7 +406,7 @@ TEST(TernActiveVenue, theClosestByRouteSkipsWhatCannotBeReached) {
 }
 
 TEST(TernActiveVenue, theTargetItselfIsClosestEvenIfUnreachable) {
-  const auto venue = readyDrawn(detour);
+  const auto venue = readyDrawn(aroundABlock);
   const auto lonely = waypointAt(*venue, 'Z');
   EXPECT_EQ(venue->getClosestWaypointInArray(all(*venue, "BZ"), lonely, 100), lonely);
 }
@@ -737,7 +737,7 @@ double walkedLength(const TernRoute& route) {
 
 RC_GTEST_PROP(TernActiveVenue, noWaypointOfTheListHasAShorterRouteThanTheClosestByRoute, ()) {
   const CapturedLog log;
-  const auto venue = readyDrawn(detour);
+  const auto venue = readyDrawn(aroundABlock);
   const auto letters = rc::gen::element('A', 'B', 'C', 'D', 'E', 'Z');
   const std::string list = *rc::gen::container<std::string>(letters);
   const char target = *letters;

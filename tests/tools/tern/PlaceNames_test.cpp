@@ -18,23 +18,24 @@ using testing::HasSubstr;
 //   A--B--C--D    ground        E F G stand alone; Gate is at E, which has no way on, and at C
 //   E  F  G
 //   H--I          first
-const test::Drawing drawing{.floors = {{.lines = {"A  B  C  D", "E  F  G"}, .name = "Ground"},
-                                       {.lines = {"H  I"}, .name = "First"}},
-                            .paths = {"A-B", "B-C", "C-D", "D-H Lift", "H-I"},
-                            .pathTypes = {{.name = "Lift"}},
-                            .destinations = {{.id = 7, .at = "A", .name = "Café Ştefan"},
-                                             {.id = 8, .at = "EC D", .name = "Gate"},
-                                             {.id = 9, .at = "B", .name = "Bank"},
-                                             {.id = 10, .at = "I", .name = "BANK"},
-                                             {.id = 11, .name = "Nowhere"},
-                                             {.id = 12, .at = "F", .name = "99"},
-                                             {.id = 13, .at = "G", .name = "Bread, Butter, Jam"},
-                                             {.id = 14, .at = "D", .name = "Bread"},
-                                             {.id = 15, .at = "I", .name = "4"},
-                                             {.id = 16, .at = "A", .name = "カラス"},
-                                             {.id = 17, .at = "B", .name = "ガラス"},
-                                             {.id = 18, .at = "C", .name = "Toilets"}},
-                            .amenities = {{.id = 2, .at = "B H", .name = "Toilets"}}};
+const test::Drawing namedPlaces{
+    .floors = {{.lines = {"A  B  C  D", "E  F  G"}, .name = "Ground"},
+               {.lines = {"H  I"}, .name = "First"}},
+    .paths = {"A-B", "B-C", "C-D", "D-H Lift", "H-I"},
+    .pathTypes = {{.name = "Lift"}},
+    .destinations = {{.id = 7, .at = "A", .name = "Café Ştefan"},
+                     {.id = 8, .at = "EC D", .name = "Gate"},
+                     {.id = 9, .at = "B", .name = "Bank"},
+                     {.id = 10, .at = "I", .name = "BANK"},
+                     {.id = 11, .name = "Nowhere"},
+                     {.id = 12, .at = "F", .name = "99"},
+                     {.id = 13, .at = "G", .name = "Bread, Butter, Jam"},
+                     {.id = 14, .at = "D", .name = "Bread"},
+                     {.id = 15, .at = "I", .name = "4"},
+                     {.id = 16, .at = "A", .name = "カラス"},
+                     {.id = 17, .at = "B", .name = "ガラス"},
+                     {.id = 18, .at = "C", .name = "Toilets"}},
+    .amenities = {{.id = 2, .at = "B H", .name = "Toilets"}}};
 
 class PlaceNames : public testing::Test {
  protected:
@@ -60,7 +61,7 @@ class PlaceNames : public testing::Test {
     return std::get<Failure>(withIds(callOf(words), {venue_}));
   }
 
-  std::shared_ptr<TernActiveVenue> venue_ = test::loadDrawnVenue(drawing);
+  std::shared_ptr<TernActiveVenue> venue_ = test::loadDrawnVenue(namedPlaces);
 };
 
 TEST_F(PlaceNames, idsStayAsTheyAre) {

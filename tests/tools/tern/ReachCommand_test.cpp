@@ -10,10 +10,10 @@ namespace {
 
 using testing::HasSubstr;
 
-const test::Drawing row{.floors = {{.lines = {"A  B  C  D"}, .name = "Ground Floor"}},
-                        .paths = {"A-B", "B-C", "C-D Stairs"},
-                        .pathTypes = {{.name = "Stairs", .weight = 5, .accessibility = 60}},
-                        .destinations = {{7, "A", "Attic"}, {8, "C", "Cellar"}}};
+const test::Drawing fourInARow{.floors = {{.lines = {"A  B  C  D"}, .name = "Ground Floor"}},
+                               .paths = {"A-B", "B-C", "C-D Stairs"},
+                               .pathTypes = {{.name = "Stairs", .weight = 5, .accessibility = 60}},
+                               .destinations = {{7, "A", "Attic"}, {8, "C", "Cellar"}}};
 
 class ReachCommandTest : public testing::Test {
  protected:
@@ -22,7 +22,7 @@ class ReachCommandTest : public testing::Test {
     return std::get<Answer>(test::outcomeOf(words, venue_));
   }
 
-  std::shared_ptr<TernActiveVenue> venue_ = test::loadDrawnVenue(row);
+  std::shared_ptr<TernActiveVenue> venue_ = test::loadDrawnVenue(fourInARow);
 };
 
 TEST_F(ReachCommandTest, placesWithinReachAreToldInTheOrderOfCost) {

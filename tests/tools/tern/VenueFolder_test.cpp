@@ -33,7 +33,7 @@ using testing::StartsWith;
 const char* const venueFile = "venue/1/full.json";
 const char* const buildingFile = "venue/1/building/1/full.json";
 
-const Drawing drawing{.floors = {{.lines = {"A-B"}}}, .paths = {"A-B"}};
+const Drawing onePath{.floors = {{.lines = {"A-B"}}}, .paths = {"A-B"}};
 
 // A folder of one customer with the venue 1, which has one building.
 class VenueFolder : public testing::Test {
@@ -41,11 +41,11 @@ class VenueFolder : public testing::Test {
   VenueFolder() {
     write("full.json", R"({"id": 5, "name": "customer", "venues": {"items": [
         {"id": 1, "name": "Plaza"}]}})");
-    Value venue = test::drawVenueDocument(drawing);
+    Value venue = test::drawVenueDocument(onePath);
     venue.set("destinations", test::parsed(R"({"items": [{"id": 3,
         "locations": [{"mapId": 1, "waypointIds": [2]}]}]})"));
     write(venueFile, encodeJson(venue, JsonLayout::pretty));
-    write(buildingFile, encodeJson(test::drawBuildingDocument(drawing), JsonLayout::compact));
+    write(buildingFile, encodeJson(test::drawBuildingDocument(onePath), JsonLayout::compact));
   }
 
   void write(std::string_view name, std::string_view text) const { folder_.write(name, text); }

@@ -9,7 +9,7 @@ namespace tern::picture {
 namespace {
 
 // "<g><rect x=1/>text</g>" for what is read of a drawing.
-std::string told(std::string_view svg) {
+std::string piecesOf(std::string_view svg) {
   std::string out;
   SvgTags tags(svg);
   while (tags.next()) {
@@ -27,16 +27,16 @@ std::string told(std::string_view svg) {
 }
 
 TEST(SvgTags, tagsAndTextsComeInTheirOrder) {
-  EXPECT_EQ(told("<?xml version='1.0'?><!DOCTYPE svg [<!ENTITY a \">\">]><svg:g\n x = '1'>"
-                 "<!-- <b> --><rect x=\"2\" y=''/>A &amp; B<![CDATA[<c>]]></svg:g >"),
+  EXPECT_EQ(piecesOf("<?xml version='1.0'?><!DOCTYPE svg [<!ENTITY a \">\">]><svg:g\n x = '1'>"
+                     "<!-- <b> --><rect x=\"2\" y=''/>A &amp; B<![CDATA[<c>]]></svg:g >"),
             "<g x=1><rect x=2/>A &amp; B<c></g>");
 }
 
 TEST(SvgTags, whatIsNotWellFormedEndsTheReading) {
-  EXPECT_EQ(told("<g><rect x=2/><b>"), "<g>");
-  EXPECT_EQ(told("<g><!-- "), "<g>");
-  EXPECT_EQ(told("<g>a<"), "<g>a");
-  EXPECT_EQ(told("<g x='1"), "");
+  EXPECT_EQ(piecesOf("<g><rect x=2/><b>"), "<g>");
+  EXPECT_EQ(piecesOf("<g><!-- "), "<g>");
+  EXPECT_EQ(piecesOf("<g>a<"), "<g>a");
+  EXPECT_EQ(piecesOf("<g x='1"), "");
 }
 
 RC_GTEST_PROP(SvgTags, anyTextIsReadToAnEnd, ()) {

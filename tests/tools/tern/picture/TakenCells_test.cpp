@@ -10,7 +10,7 @@
 namespace tern::picture {
 namespace {
 
-constexpr Size window{358, 220};
+constexpr Size picture{358, 220};
 
 Box anyBox() {
   const double left = *rc::gen::inRange(-50, 400);
@@ -19,13 +19,13 @@ Box anyBox() {
 }
 
 TEST(TakenCells, freshOnesAreFree) {
-  const TakenCells cells(window);
+  const TakenCells cells(picture);
   EXPECT_TRUE(cells.areFree({0, 0, 358, 220}));
   EXPECT_EQ(cells.takenArea({-1e9, -1e9, 1e9, 1e9}), 0);
 }
 
 TEST(TakenCells, neighboursDoNotTouch) {
-  TakenCells cells(window);
+  TakenCells cells(picture);
   cells.take({10, 10, 20, 20});
   EXPECT_EQ(cells.takenArea({0, 0, 358, 220}), 100);
   EXPECT_TRUE(cells.areFree({20, 10, 30, 20}));
@@ -33,7 +33,7 @@ TEST(TakenCells, neighboursDoNotTouch) {
 }
 
 TEST(TakenCells, linesAreTakenAsFarAsTheyAreSeen) {
-  TakenCells cells(window);
+  TakenCells cells(picture);
   cells.takeLine({-1e7, 100}, {1e7, 100}, 5);
   EXPECT_EQ(cells.takenArea({0, 0, 358, 220}), 358 * 12);
   cells.takeLine({-1e7, -500}, {1e7, -500}, 5);
@@ -42,7 +42,7 @@ TEST(TakenCells, linesAreTakenAsFarAsTheyAreSeen) {
 }
 
 RC_GTEST_PROP(TakenCells, whatIsFreeMeetsNothingThatIsTaken, ()) {
-  TakenCells cells(window);
+  TakenCells cells(picture);
   std::vector<Box> taken;
   for (int i = *rc::gen::inRange(0, 6); i > 0; --i) {
     taken.push_back(anyBox());
@@ -51,7 +51,7 @@ RC_GTEST_PROP(TakenCells, whatIsFreeMeetsNothingThatIsTaken, ()) {
   const Box asked = anyBox();
   const auto meetsInside = [&](const Box& box) {
     const Box seen{std::max(box.left, 0.0), std::max(box.top, 0.0),
-                   std::min(box.right, window.width), std::min(box.bottom, window.height)};
+                   std::min(box.right, picture.width), std::min(box.bottom, picture.height)};
     return seen.left < seen.right && seen.top < seen.bottom && seen.meets(asked);
   };
   // Up to the squares that a box touches but does not fill.
@@ -65,7 +65,7 @@ RC_GTEST_PROP(TakenCells, noPointNearALineIsFree, ()) {
   const Point way{double(*rc::gen::inRange(-90, 90)), double(*rc::gen::inRange(-90, 90))};
   const double before = *rc::gen::inRange(0, 1000);
   const double behind = *rc::gen::inRange(0, 1000);
-  TakenCells cells(window);
+  TakenCells cells(picture);
   cells.takeLine({at.x - before * way.x, at.y - before * way.y},
                  {at.x + behind * way.x, at.y + behind * way.y}, 5);
   for (int turn = 0; turn < 8; ++turn) {
