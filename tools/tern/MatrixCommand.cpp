@@ -50,6 +50,9 @@ bool hasWalk(const Value& answer) {
 
 Outcome answerMatrix(const Arguments& call, const std::shared_ptr<TernActiveVenue>& venue) {
   const Value answer = answerTo(call.request, TernAnswers(venue));
+  if (const Value* error = answer.find("error")) {
+    return wrongWords(std::string((*error)["message"].text()));
+  }
   Telling told{
       .text = matrixText(*venue, call.request, answer),
       .remark = unknownWaypoints(call.request, *venue->globalASGrid(), venueTitle(*venue))};

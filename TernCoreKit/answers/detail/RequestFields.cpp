@@ -1,6 +1,7 @@
 #include "TernCoreKit/answers/detail/RequestFields.hpp"
 
 #include <algorithm>
+#include <utility>
 
 #include "TernCoreKit/platform/Numbers.hpp"
 
@@ -31,6 +32,10 @@ const Value* RequestFields::required(std::string_view name) {
 
 void RequestFields::complain(std::string_view name, std::string_view what) {
   if (!error_) error_.emplace("\"").append(name).append("\"").append(what);
+}
+
+void RequestFields::refuse(std::string what) {
+  if (!error_) error_ = std::move(what);
 }
 
 std::int64_t RequestFields::integer(std::string_view name) {

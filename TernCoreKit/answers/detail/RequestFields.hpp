@@ -46,6 +46,9 @@ class RequestFields {
   std::string_view text(std::string_view name);
   bool has(std::string_view name) const { return request_.find(name) != nullptr; }
 
+  // Says what is wrong with fields that are right each for itself.
+  void refuse(std::string what);
+
   // E.g. "from" is missing, or "at" must be a list of two numbers; with the field's name in quotes.
   const std::optional<std::string>& error() const { return error_; }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <string>
 #include <unordered_set>
 #include <utility>
 #include <vector>
@@ -23,6 +24,10 @@ namespace {
 
 using Ids = std::vector<std::int64_t>;
 using Rows = std::vector<TernWalks::Row>;
+
+// Of one matrix. A pair takes about eighty bytes until it is told, so that this many are what a
+// phone can spare; a larger matrix comes as well in several, since each row is a search of its own.
+constexpr std::size_t mostPairs = 4'000'000;
 
 // The venue's routes know ids of 32 bits.
 Ids narrowed(const Ids& ids) {
@@ -130,6 +135,11 @@ Value answerMatrix(TernActiveVenue& venue, RequestFields& fields) {
   const Ids from = fields.integers("from");
   const Ids to = fields.integers("to");
   const std::int64_t level = fields.level();
+  const std::size_t pairs = from.size() * to.size();
+  if (pairs > mostPairs) {
+    fields.refuse("\"from\" and \"to\" make " + std::to_string(pairs) + " pairs; at most " +
+                  std::to_string(mostPairs) + " are answered at once");
+  }
   if (fields.error()) return {};
   const Rows rows = walksBetween(venue, from, to, level);
   Value answer = answerOf("costs", tablePart(rows, &TernWalk::cost));

@@ -4,12 +4,14 @@
 #include <rapidcheck/gtest.h>
 
 #include <algorithm>
+#include <vector>
 
 #include "TernCoreKit/answers/TernAnswers.hpp"
 #include "TernCoreKit/model/collections/TernMapCollection.hpp"
 #include "TernCoreKit/model/records/TernMap.hpp"
 #include "TernCoreKit/platform/Json.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
+#include "tests/support/ActiveVenue.hpp"
 #include "tests/support/CapturedLog.hpp"
 #include "tests/support/RandomSite.hpp"
 
@@ -113,6 +115,26 @@ RC_GTEST_PROP(WalkOperations, whatIsReachedIsWhatTheMatrixHasWithinTheLimits, ()
   const auto costOf = [](const Value& each) { return each["cost"].number(); };
   RC_ASSERT(std::ranges::is_sorted(reached.items(), {}, costOf));
   log.take();
+}
+
+// Of waypoints that the venue does not have, so that only the bound takes time.
+Value matrixOf(const TernAnswers& answers, std::size_t from, std::size_t to) {
+  std::vector<Value> starts(from, Value(98));
+  std::vector<Value> ends(to, Value(99));
+  Value request = Value::map({{"op", "matrix"}});
+  request.set("from", Value::listOf(starts));
+  request.set("to", Value::listOf(ends));
+  return answers.answer(request);
+}
+
+TEST(WalkOperations, matrixOfTooManyPairsIsRefused) {
+  const TernAnswers answers(loadDrawnVenue({.floors = {{.lines = {"A-B"}}}, .paths = {"A-B"}}));
+  EXPECT_EQ(matrixOf(answers, 2'000, 20)["costs"].size(), 2'000U);
+  const Value refused = matrixOf(answers, 2'001, 2'000);
+  EXPECT_EQ(refused["error"]["code"], Value("TN006"));
+  EXPECT_EQ(refused["error"]["message"],
+            Value("matrix: \"from\" and \"to\" make 4002000 pairs; at most 4000000 are answered at "
+                  "once"));
 }
 
 }  // namespace

@@ -62,5 +62,13 @@ TEST_F(MatrixCommandTest, unknownWaypointsAreNamedOnce) {
   EXPECT_THAT(answer.text, HasSubstr("to near Attic (waypoint 2) on map 1: 3 m, cost 30\n"));
 }
 
+TEST_F(MatrixCommandTest, tooManyPairsAreWrongWords) {
+  std::string many = "1";
+  for (int i = 0; i < 2'000; ++i) many += ",1";
+  const Outcome outcome = test::outcomeOf({"matrix", "--from", many, "--to", many}, venue_);
+  EXPECT_EQ(std::get<Failure>(outcome).status, ExitStatus::wrongWords);
+  EXPECT_THAT(std::get<Failure>(outcome).sentence, HasSubstr("make 4004001 pairs"));
+}
+
 }  // namespace
 }  // namespace tern::command
