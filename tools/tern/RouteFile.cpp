@@ -11,7 +11,7 @@ namespace tern::command {
 
 namespace {
 
-std::optional<Failure> write(const std::string& file, const std::string& text) {
+std::optional<Failure> writeText(const std::string& file, const std::string& text) {
   std::ofstream stream(file, std::ios::binary | std::ios::trunc);
   stream << text;
   stream.close();
@@ -33,11 +33,12 @@ bool isForFeatures(const std::string& file) { return file.ends_with(".geojson");
 
 std::optional<Failure> writePicture(const std::string& file, const picture::RoutePicture& drawn) {
   if (isForFeatures(file)) return writeFeatures(file, featuresOf(drawn));
-  return write(file, file.ends_with(".html") ? routePictureHtml(drawn) : routePictureSvg(drawn));
+  return writeText(file,
+                   file.ends_with(".html") ? routePictureHtml(drawn) : routePictureSvg(drawn));
 }
 
 std::optional<Failure> writeFeatures(const std::string& file, const GeoFeatures& features) {
-  if (!features.objection()) return write(file, jsonLine(features.collection()));
+  if (!features.objection()) return writeText(file, jsonLine(features.collection()));
   return wrongWords("--picture: " + *features.objection() + "; .svg and .html do without");
 }
 
