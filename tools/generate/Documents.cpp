@@ -4,11 +4,13 @@
 #include <utility>
 
 #include "TernCoreKit/platform/Value.hpp"
-#include "tools/generate/DocumentText.hpp"
+#include "tools/documents/DocumentText.hpp"
 #include "tools/generate/FloorDrawing.hpp"
 #include "tools/generate/Icons.hpp"
 
 namespace tern::generate {
+
+using documents::DocumentText;
 
 namespace {
 
@@ -266,7 +268,7 @@ Value mapLabel(int id, std::string_view name, Value instances) {
 }
 
 std::string northArrow() {
-  SvgText svg(iconSizePx, iconSizePx);
+  drawing::SvgText svg(iconSizePx, iconSizePx);
   svg.shape({iconSizePx / 2, 6}, "l16 52l-16 -12l-16 12z", "fill=\"#6c7681\"");
   return svg.finished();
 }

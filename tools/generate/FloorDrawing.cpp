@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 
+#include "tools/drawing/SvgText.hpp"
 #include "tools/generate/Icons.hpp"
 #include "tools/generate/Label.hpp"
-#include "tools/generate/SvgText.hpp"
 
 namespace tern::generate {
 
@@ -381,7 +381,7 @@ class FloorDrawer {
   const VenueModel& venue_;
   const FloorModel& floor_;
   const BuildingPlan& building_;
-  SvgText svg_;
+  drawing::SvgText svg_;
 };
 
 }  // namespace

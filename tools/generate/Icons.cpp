@@ -32,7 +32,7 @@ const Picture& pictureOf(Icon icon) { return pictures[static_cast<int>(icon)]; }
 
 Icon iconOf(Amenity amenity) { return static_cast<Icon>(amenity); }
 
-void drawIcon(SvgText& svg, Icon icon, Point centre) {
+void drawIcon(drawing::SvgText& svg, Icon icon, Point centre) {
   const int half = iconSizePx / 2;
   const Picture& picture = pictureOf(icon);
   svg.rect({centre.x - half, centre.y - half, centre.x + half, centre.y + half},
@@ -41,7 +41,7 @@ void drawIcon(SvgText& svg, Icon icon, Point centre) {
 }
 
 std::string iconSvg(Icon icon) {
-  SvgText svg(iconSizePx, iconSizePx);
+  drawing::SvgText svg(iconSizePx, iconSizePx);
   drawIcon(svg, icon, {iconSizePx / 2, iconSizePx / 2});
   return svg.finished();
 }

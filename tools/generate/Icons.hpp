@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "tools/generate/SvgText.hpp"
+#include "tools/drawing/SvgText.hpp"
 #include "tools/generate/VenueModel.hpp"
 
 namespace tern::generate {
@@ -17,7 +17,7 @@ enum class Icon { exit, toilets, information, cashMachine, babyCare, lift, escal
 Icon iconOf(Amenity amenity);
 
 // Draws the icon around the point.
-void drawIcon(SvgText& svg, Icon icon, Point centre);
+void drawIcon(drawing::SvgText& svg, Icon icon, Point centre);
 
 // The icon as a document of its own, as records carry it.
 std::string iconSvg(Icon icon);

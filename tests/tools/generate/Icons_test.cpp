@@ -19,7 +19,7 @@ TEST(Icons, documentIsAsLargeAsTheTile) {
 }
 
 TEST(Icons, tileStandsAroundItsPoint) {
-  SvgText svg(200, 200);
+  drawing::SvgText svg(200, 200);
   drawIcon(svg, Icon::stairs, {100, 100});
   EXPECT_THAT(svg.finished(),
               testing::HasSubstr("<rect x=\"68\" y=\"68\" width=\"64\" height=\"64\""));

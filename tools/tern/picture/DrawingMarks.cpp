@@ -7,11 +7,11 @@
 #include <map>
 #include <utility>
 
+#include "tools/drawing/TextWidth.hpp"
 #include "tools/tern/picture/SvgNumbers.hpp"
 #include "tools/tern/picture/SvgShapes.hpp"
 #include "tools/tern/picture/SvgStyle.hpp"
 #include "tools/tern/picture/SvgTags.hpp"
-#include "tools/tern/picture/TextWidth.hpp"
 
 namespace tern::picture {
 
@@ -192,7 +192,7 @@ class MarksReader {
     std::string words = wordsOf(text);
     const double size = element.style.fontSize;
     if (words.empty() || !(size > 0)) return;
-    const double width = textWidth(words, size);
+    const double width = drawing::textWidth(words, size);
     const double left = element.at.x - width * (element.style.anchor + 1) / 2;
     const Box box{left, element.at.y - size * 0.8, left + width, element.at.y + size * 0.25};
     marks_.texts.push_back(

@@ -4,9 +4,9 @@
 #include <cmath>
 #include <optional>
 
+#include "tools/drawing/TextWidth.hpp"
 #include "tools/tern/picture/Palette.hpp"
 #include "tools/tern/picture/Symbols.hpp"
-#include "tools/tern/picture/TextWidth.hpp"
 
 namespace tern::picture {
 
@@ -52,12 +52,12 @@ std::string pathOf(const std::vector<Point>& line) {
 
 // The name in one line, or in two that are as alike in width as they can be.
 std::vector<std::string> linesOf(std::string_view name, double fontSize) {
-  const double whole = textWidth(name, fontSize);
+  const double whole = drawing::textWidth(name, fontSize);
   std::size_t best = std::string_view::npos;
   double least = whole;
   for (std::size_t at = name.find(' '); at != std::string_view::npos; at = name.find(' ', at + 1)) {
-    const double wider =
-        std::max(textWidth(name.substr(0, at), fontSize), textWidth(name.substr(at + 1), fontSize));
+    const double wider = std::max(drawing::textWidth(name.substr(0, at), fontSize),
+                                  drawing::textWidth(name.substr(at + 1), fontSize));
     if (wider >= least) continue;
     best = at;
     least = wider;
@@ -152,7 +152,7 @@ void FloorCanvas::scaleBar(const std::vector<Point>& points) {
     if (length > widestScaleBarPx || length < 12) continue;
     const std::string label = std::to_string(metres) + " m";
     const auto [width, height] = window_.size();
-    const double whole = length + 6 + textWidth(label, smallFontPx);
+    const double whole = length + 6 + drawing::textWidth(label, smallFontPx);
     Box box{10, height - 24, 10 + whole, height - 8};
     const bool isInTheWay = std::ranges::any_of(
         points, [&](Point point) { return box.grownBy(changeRadiusPx).contains(point); });
@@ -188,8 +188,9 @@ void FloorCanvas::drawBar(const Box& box, double length, const std::string& labe
 void FloorCanvas::label(Point at, double clearance, std::string_view name, Weight weight) {
   const bool isStrong = weight == Weight::strong;
   const double boldness = isStrong ? 1.12 : 1;
-  const std::string text = fittedText(name, labelFontPx, widestLabelPx / boldness);
-  const Size size{textWidth(text, labelFontPx) * boldness + 2 * labelPaddingPx, labelHeightPx};
+  const std::string text = drawing::fittedText(name, labelFontPx, widestLabelPx / boldness);
+  const Size size{drawing::textWidth(text, labelFontPx) * boldness + 2 * labelPaddingPx,
+                  labelHeightPx};
   const Box box = placer_.place(at, clearance, size);
   out_.leaf("rect", {{"x", box.left},
                      {"y", box.top},
@@ -215,7 +216,8 @@ void FloorCanvas::name(const std::vector<Point>& places, std::string_view text, 
   if (drawnWords_.find(" " + std::string(text) + " ") != std::string::npos) return;
   const std::vector<std::string> lines = linesOf(text, nameFontPx);
   double width = 0;
-  for (const std::string& line : lines) width = std::max(width, textWidth(line, nameFontPx));
+  for (const std::string& line : lines)
+    width = std::max(width, drawing::textWidth(line, nameFontPx));
   const double boldness = weight == Weight::strong ? 1.12 : 1;
   const Size size{width * boldness, nameLinePx * static_cast<double>(lines.size())};
   for (const Point at : places) {

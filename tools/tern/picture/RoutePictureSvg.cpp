@@ -1,11 +1,11 @@
 #include <string_view>
 
+#include "tools/drawing/TextWidth.hpp"
 #include "tools/tern/picture/Markup.hpp"
 #include "tools/tern/picture/Palette.hpp"
 #include "tools/tern/picture/PicturePlan.hpp"
 #include "tools/tern/picture/RoutePicture.hpp"
 #include "tools/tern/picture/Symbols.hpp"
-#include "tools/tern/picture/TextWidth.hpp"
 
 namespace tern::picture {
 
@@ -52,7 +52,8 @@ class Column {
   }
 
   void writeLines(const Letters& letters, double x, std::string_view text, std::size_t most) {
-    for (const std::string& line : wrappedText(text, letters.size, pageWidth - margin - x, most)) {
+    for (const std::string& line :
+         drawing::wrappedText(text, letters.size, pageWidth - margin - x, most)) {
       y_ += letters.size * 1.3;
       write(letters, x, y_, line);
     }
@@ -98,9 +99,9 @@ class Column {
 
   void drawPanel(const PlannedPanel& panel) {
     y_ += 20;
-    const double lengthWidth = textWidth(panel.length, small.size);
+    const double lengthWidth = drawing::textWidth(panel.length, small.size);
     write(strong, margin, y_,
-          fittedText(panel.name.floor, strong.size, columnWidth - lengthWidth - 12));
+          drawing::fittedText(panel.name.floor, strong.size, columnWidth - lengthWidth - 12));
     write(small, pageWidth - margin, y_, panel.length, true);
     if (!panel.name.building.empty()) writeLines(small, margin, panel.name.building, 1);
     y_ += 9;

@@ -9,7 +9,7 @@
 
 #include "tests/support/ScannedMarkup.hpp"
 #include "tests/tools/tern/picture/PictureVenue.hpp"
-#include "tools/tern/picture/TextWidth.hpp"
+#include "tools/drawing/TextWidth.hpp"
 
 namespace tern::picture {
 namespace {
@@ -97,7 +97,7 @@ std::vector<Written> namesIn(const std::string& markup) {
     const double size = numberOf(at, "font-size=\"");
     const double x = numberOf(at, " x=\"");
     const double y = numberOf(at, " y=\"");
-    const double half = textWidth(text, size) / 2;
+    const double half = drawing::textWidth(text, size) / 2;
     all.push_back({text, {x - half, y - 0.8 * size, x + half, y + 0.2 * size}});
     EXPECT_GE(size, 11);
   }

@@ -1,10 +1,10 @@
-#include "tools/tern/picture/TextWidth.hpp"
+#include "tools/drawing/TextWidth.hpp"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-namespace tern::picture {
+namespace tern::drawing {
 namespace {
 
 const std::string ellipsis = "\xE2\x80\xA6";
@@ -63,4 +63,4 @@ TEST(TextWidth, noRoomAtAllStillEnds) {
 }
 
 }  // namespace
-}  // namespace tern::picture
+}  // namespace tern::drawing

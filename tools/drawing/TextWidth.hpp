@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-namespace tern::picture {
+namespace tern::drawing {
 
 double textWidth(std::string_view text, double fontSize);
 
@@ -23,4 +23,4 @@ std::string fittedText(std::string_view text, double fontSize, double width);
 std::vector<std::string> wrappedText(std::string_view text, double fontSize, double width,
                                      std::size_t mostLines);
 
-}  // namespace tern::picture
+}  // namespace tern::drawing

@@ -1,10 +1,10 @@
-#include "tools/generate/SvgText.hpp"
+#include "tools/drawing/SvgText.hpp"
 
 #include <utility>
 
 #include "tools/drawing/XmlText.hpp"
 
-namespace tern::generate {
+namespace tern::drawing {
 
 namespace {
 
@@ -28,7 +28,7 @@ SvgText::SvgText(int width, int height)
     : out_("<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 " + std::to_string(width) +
            " " + std::to_string(height) + "\">") {}
 
-void SvgText::rect(const Box& box, std::string_view style) {
+void SvgText::rect(const PixelBox& box, std::string_view style) {
   out_ += "<rect";
   attribute(out_, "x", box.left);
   attribute(out_, "y", box.top);
@@ -37,7 +37,7 @@ void SvgText::rect(const Box& box, std::string_view style) {
   endTag(out_, style);
 }
 
-void SvgText::circle(Point centre, int radius, std::string_view style) {
+void SvgText::circle(PixelPoint centre, int radius, std::string_view style) {
   out_ += "<circle";
   attribute(out_, "cx", centre.x);
   attribute(out_, "cy", centre.y);
@@ -45,14 +45,14 @@ void SvgText::circle(Point centre, int radius, std::string_view style) {
   endTag(out_, style);
 }
 
-void SvgText::shape(Point at, std::string_view data, std::string_view style) {
+void SvgText::shape(PixelPoint at, std::string_view data, std::string_view style) {
   out_ += "<path d=\"M" + std::to_string(at.x) + " " + std::to_string(at.y);
   out_ += data;
   out_ += '"';
   endTag(out_, style);
 }
 
-void SvgText::text(Point at, int size, std::string_view words, std::string_view style) {
+void SvgText::text(PixelPoint at, int size, std::string_view words, std::string_view style) {
   out_ += "<text";
   attribute(out_, "x", at.x);
   attribute(out_, "y", at.y);
@@ -60,7 +60,7 @@ void SvgText::text(Point at, int size, std::string_view words, std::string_view 
   if (!style.empty()) out_ += ' ';
   out_ += style;
   out_ += '>';
-  out_ += drawing::escaped(words);
+  out_ += escaped(words);
   out_ += "</text>";
 }
 
@@ -77,4 +77,4 @@ std::string SvgText::finished() {
   return std::move(out_);
 }
 
-}  // namespace tern::generate
+}  // namespace tern::drawing

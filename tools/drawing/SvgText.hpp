@@ -6,9 +6,12 @@
 #include <string>
 #include <string_view>
 
-#include "tools/generate/Shapes.hpp"
+#include "tools/drawing/Geometry.hpp"
 
-namespace tern::generate {
+namespace tern::drawing {
+
+using PixelPoint = PointOf<int>;
+using PixelBox = BoxOf<int>;
 
 class SvgText {
  public:
@@ -16,11 +19,11 @@ class SvgText {
   SvgText(int width, int height);
 
   // `style` is further attributes, e.g. `fill="#fff" rx="4"`.
-  void rect(const Box& box, std::string_view style = {});
-  void circle(Point centre, int radius, std::string_view style = {});
+  void rect(const PixelBox& box, std::string_view style = {});
+  void circle(PixelPoint centre, int radius, std::string_view style = {});
   // `data` is path data relative to the point.
-  void shape(Point at, std::string_view data, std::string_view style = {});
-  void text(Point at, int size, std::string_view words, std::string_view style = {});
+  void shape(PixelPoint at, std::string_view data, std::string_view style = {});
+  void text(PixelPoint at, int size, std::string_view words, std::string_view style = {});
 
   void openGroup(std::string_view style);
   void closeGroup();
@@ -32,4 +35,4 @@ class SvgText {
   std::string out_;
 };
 
-}  // namespace tern::generate
+}  // namespace tern::drawing

@@ -1,10 +1,10 @@
-#include "tools/generate/DocumentText.hpp"
+#include "tools/documents/DocumentText.hpp"
 
 #include <utility>
 
 #include "TernCoreKit/platform/Json.hpp"
 
-namespace tern::generate {
+namespace tern::documents {
 
 void DocumentText::separate() {
   if (follows_) out_ += ',';
@@ -62,4 +62,4 @@ std::string DocumentText::finished() {
   return std::move(out_);
 }
 
-}  // namespace tern::generate
+}  // namespace tern::documents

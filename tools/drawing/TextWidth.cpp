@@ -1,10 +1,10 @@
-#include "tools/tern/picture/TextWidth.hpp"
+#include "tools/drawing/TextWidth.hpp"
 
 #include <algorithm>
 
 #include "TernCoreKit/platform/Utf8.hpp"
 
-namespace tern::picture {
+namespace tern::drawing {
 
 namespace {
 
@@ -74,4 +74,4 @@ std::vector<std::string> wrappedText(std::string_view text, double fontSize, dou
   return lines;
 }
 
-}  // namespace tern::picture
+}  // namespace tern::drawing

@@ -1,10 +1,10 @@
-#include "tools/generate/DocumentText.hpp"
+#include "tools/documents/DocumentText.hpp"
 
 #include <gtest/gtest.h>
 
 #include "TernCoreKit/platform/Json.hpp"
 
-namespace tern::generate {
+namespace tern::documents {
 namespace {
 
 TEST(DocumentText, recordsStandOnLinesOfTheirOwn) {
@@ -56,4 +56,4 @@ TEST(DocumentText, keysAreEscaped) {
 }
 
 }  // namespace
-}  // namespace tern::generate
+}  // namespace tern::documents

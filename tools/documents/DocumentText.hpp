@@ -18,7 +18,7 @@
 
 #include "TernCoreKit/platform/Value.hpp"
 
-namespace tern::generate {
+namespace tern::documents {
 
 class DocumentText {
  public:
@@ -46,4 +46,4 @@ class DocumentText {
   bool follows_ = false;
 };
 
-}  // namespace tern::generate
+}  // namespace tern::documents

@@ -1,8 +1,8 @@
-#include "tools/generate/SvgText.hpp"
+#include "tools/drawing/SvgText.hpp"
 
 #include <gtest/gtest.h>
 
-namespace tern::generate {
+namespace tern::drawing {
 namespace {
 
 TEST(SvgText, viewBoxHasFourNumbersBetweenSingleSpaces) {
@@ -32,4 +32,4 @@ TEST(SvgText, markupInWordsIsEscaped) {
 }
 
 }  // namespace
-}  // namespace tern::generate
+}  // namespace tern::drawing
