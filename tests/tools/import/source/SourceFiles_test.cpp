@@ -1,0 +1,58 @@
+#include "tools/import/source/SourceFiles.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include "tests/support/TemporaryFolder.hpp"
+
+namespace tern::imports {
+namespace {
+
+using testing::ElementsAre;
+
+TEST(SourceFiles, filesOfAFolderAreSorted) {
+  const test::TemporaryFolder folder;
+  folder.write("station/b.geojson", "two");
+  folder.write("station/a/c.geojson", "three");
+  folder.write("station/a.geojson", "one");
+  const OpenedSource opened = openSource(folder.at("station"));
+  ASSERT_EQ(opened.error, std::nullopt);
+  EXPECT_THAT(opened.files.names(), ElementsAre("a.geojson", "a/c.geojson", "b.geojson"));
+  EXPECT_EQ(opened.files.read("a/c.geojson").text, "three");
+  EXPECT_EQ(opened.files.name(), "station");
+}
+
+TEST(SourceFiles, nameOfAFolderDoesNotDependOnHowItIsWritten) {
+  const test::TemporaryFolder folder;
+  folder.write("station/a.geojson", "");
+  EXPECT_EQ(openSource(folder.at("station/")).files.name(), "station");
+  EXPECT_EQ(openSource(folder.at("station/../station/.")).files.name(), "station");
+}
+
+TEST(SourceFiles, singleFileIsASource) {
+  const test::TemporaryFolder folder;
+  folder.write("site.geojson", "text");
+  const OpenedSource opened = openSource(folder.at("site.geojson"));
+  EXPECT_EQ(opened.files.name(), "site");
+  ASSERT_THAT(opened.files.names(), ElementsAre("site.geojson"));
+  EXPECT_EQ(opened.files.read("site.geojson").text, "text");
+}
+
+TEST(SourceFiles, whatIsMissingIsNamed) {
+  const test::TemporaryFolder folder;
+  EXPECT_EQ(openSource(folder.at("nowhere")).error, "there is no " + folder.at("nowhere"));
+  EXPECT_TRUE(SourceFiles(folder.path(), "x", {"gone"}).read("gone").error);
+}
+
+TEST(SourceFiles, pipesAndDeepFoldersArePassedOver) {
+  const test::TemporaryFolder folder;
+  folder.write("a/b/c/d/e/deep.geojson", "");
+  folder.write("near.geojson", "");
+  ASSERT_EQ(mkfifo(folder.at("pipe.geojson").c_str(), 0600), 0);
+  EXPECT_THAT(openSource(folder.path()).files.names(), ElementsAre("near.geojson"));
+  EXPECT_TRUE(openSource(folder.at("pipe.geojson")).error);
+}
+
+}  // namespace
+}  // namespace tern::imports
