@@ -1,0 +1,20 @@
+// What an import came to: as JSON, and in a few lines for people.
+//
+// Threads: free functions. Fails: never.
+#pragma once
+
+#include <string>
+
+#include "TernCoreKit/platform/Value.hpp"
+#include "tools/import/write/WriteVenues.hpp"
+
+namespace tern::imports {
+
+// {"venues":[{"id":1,"name":"...","floors":4,...,"kinds":{"walkway":1,...},"residual":0.001}],
+//  "told":[{"id":"...","kind":"dangling","why":"..."}]}
+Value reportOf(const WrittenVenues& written);
+
+// What came in, by kind, and what did not, by reason; each line ends with a line break.
+std::string reportText(const WrittenVenues& written);
+
+}  // namespace tern::imports
