@@ -8,6 +8,11 @@ file(GLOB_RECURSE tern_tool_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tool
 set(tern_main ${PROJECT_SOURCE_DIR}/tools/tern/main.cpp)
 list(REMOVE_ITEM tern_tool_sources ${tern_main})
 
+option(TERN_WITH_IMPORT "The command that makes venues of open building data" ON)
+if(NOT TERN_WITH_IMPORT)
+  list(FILTER tern_tool_sources EXCLUDE REGEX "/tools/(import/|tern/ImportCommand)")
+endif()
+
 set(tern_tool_libraries TernCoreKit::TernCoreKit ${TERN_MICROHTTPD})
 if(tern_tool_sources)
   add_library(tern_tool OBJECT ${tern_tool_sources})
@@ -15,6 +20,9 @@ if(tern_tool_sources)
   target_include_directories(tern_tool PUBLIC ${PROJECT_SOURCE_DIR}
                                        PRIVATE ${TERN_MICROHTTPD_INCLUDE})
   target_link_libraries(tern_tool PUBLIC ${tern_tool_libraries})
+  if(TERN_WITH_IMPORT)
+    target_compile_definitions(tern_tool PUBLIC TERN_WITH_IMPORT)
+  endif()
   list(APPEND tern_tool_libraries tern_tool)
 endif()
 

@@ -30,10 +30,14 @@ std::string replaced(std::string text, std::string_view what, std::string_view w
   return text;
 }
 
-// A shell in an empty folder, which finds the command. Where an example serves on port 8080, which
-// somebody else may have, it serves on one that is free, and who asks there asks that one.
+// A shell in a folder with nothing but the data of a building, which finds the command. Where an
+// example serves on port 8080, which somebody else may have, it serves on one that is free, and who
+// asks there asks that one.
 class Shell {
  public:
+  Shell() {
+    std::filesystem::copy(test::sourcePath("tests/tools/import/station"), folder.at("station"));
+  }
   ~Shell() { endService(); }
 
   void run(const std::string& line) {

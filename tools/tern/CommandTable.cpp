@@ -13,6 +13,9 @@ constexpr std::array commands{
     &venuesCommand,     &infoCommand,         &floorsCommand, &placesCommand, &routeCommand,
     &nearestCommand,    &alternativesCommand, &tourCommand,   &matrixCommand, &reachCommand,
     &closestCommand,    &convertCommand,      &batchCommand,  &serveCommand,  &generateCommand,
+#ifdef TERN_WITH_IMPORT
+    &importCommand,
+#endif
     &completionCommand, &manCommand,
 };
 

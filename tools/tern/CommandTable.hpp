@@ -77,6 +77,9 @@ extern const Command convertCommand;
 extern const Command batchCommand;
 extern const Command serveCommand;
 extern const Command generateCommand;
+#ifdef TERN_WITH_IMPORT
+extern const Command importCommand;
+#endif
 extern const Command completionCommand;
 extern const Command manCommand;
 

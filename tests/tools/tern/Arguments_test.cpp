@@ -238,7 +238,7 @@ TEST(Arguments, unknownCommandIsNamedWithThoseThereAre) {
   EXPECT_EQ(refusalOf({"fly"}),
             "\"fly\" is no command; there are venues, info, floors, places, route, nearest, "
             "alternatives, tour, matrix, reach, "
-            "closest, convert, batch, serve, generate, completion, man (see tern --help)");
+            "closest, convert, batch, serve, generate, import, completion, man (see tern --help)");
 }
 
 TEST(Arguments, whatIsNearlyACommandOrAnOptionIsNamed) {
@@ -378,6 +378,8 @@ TEST_P(WrongOptionTest, missingOptionIsTold) {
     if (!missing.need.isRequired) continue;
     Words words;
     if (loadsData(*GetParam())) words = {"--data", "d"};
+    const Option& operand = GetParam()->operand;
+    if (operand.need.isRequired) words.push_back(valueFor(operand));
     for (const Option& option : GetParam()->options) {
       if (!option.need.isRequired || option.name == missing.name) continue;
       words.insert(words.end(), {nameOf(option), valueFor(option)});

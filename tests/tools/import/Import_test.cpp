@@ -1,0 +1,213 @@
+#include "tools/import/Import.hpp"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <map>
+#include <random>
+#include <set>
+#include <sstream>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "TernCoreKit/model/collections/TernMapCollection.hpp"
+#include "TernCoreKit/model/collections/TernPathCollection.hpp"
+#include "TernCoreKit/model/collections/TernPathTypeCollection.hpp"
+#include "TernCoreKit/model/records/TernWaypoint.hpp"
+#include "TernCoreKit/platform/Json.hpp"
+#include "TernCoreKit/service/coordinates/TernUtils.hpp"
+#include "tests/support/Paths.hpp"
+#include "tests/support/PedestrianNetwork.hpp"
+#include "tests/support/TemporaryFolder.hpp"
+#include "tools/tern/VenueFolder.hpp"
+
+namespace tern::imports {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string stationPath() { return test::sourcePath("tests/tools/import/station"); }
+
+TEST(Import, formatIsFoundFromTheFiles) {
+  const test::TemporaryFolder folder;
+  const Imported imported = importSource(stationPath(), folder.at("out"), {});
+  ASSERT_FALSE(imported.failure);
+  EXPECT_EQ(imported.written.venues.front().name, "station");
+  EXPECT_TRUE(imported.written.told.empty());
+}
+
+TEST(Import, sourceThatIsNoBuildingWritesNothing) {
+  const test::TemporaryFolder folder;
+  folder.write("source/notes.txt", "nothing");
+  folder.write("nodes/node.geojson", R"({"features":[{"properties":{"node_id":"a"}}]})");
+  for (const char* source : {"source", "nowhere", "nodes", "source/notes.txt"}) {
+    const Imported imported = importSource(folder.at(source), folder.at("out"), {});
+    ASSERT_TRUE(imported.failure) << source;
+    EXPECT_TRUE(imported.failure->isOfSource) << source;
+    EXPECT_NE(imported.failure->sentence.find(folder.at(source)), std::string::npos);
+    EXPECT_FALSE(fs::exists(folder.at("out"))) << source;
+  }
+}
+
+TEST(Import, folderThatCannotBeWrittenIsNotTheSourcesFault) {
+  const test::TemporaryFolder folder;
+  folder.write("out/mine.txt", "mine");
+  const Imported imported = importSource(stationPath(), folder.at("out"), {});
+  ASSERT_TRUE(imported.failure);
+  EXPECT_FALSE(imported.failure->isOfSource);
+}
+
+struct Site {
+  const char* folder;
+  const char* nodes;
+  const char* links;
+  std::size_t nodeCount;
+  std::size_t linkCount;
+};
+
+Value readFeatures(const fs::path& file) {
+  std::ostringstream text;
+  text << std::ifstream(file, std::ios::binary).rdbuf();
+  return decodeJson(std::move(text).str()).value["features"];
+}
+
+// Real buildings, imported once for all tests.
+class ImportedSite : public testing::TestWithParam<Site> {
+ protected:
+  void SetUp() override {
+    const auto data = test::realData();
+    if (!data) {
+      GTEST_SKIP() << "no real buildings here: TERN_REALDATA names no folder, and none lies beside";
+    }
+    const fs::path source = *data / "network" / GetParam().folder;
+    nodes = readFeatures(source / GetParam().nodes);
+    links = readFeatures(source / GetParam().links);
+    const Imported imported = importSource(source, folder.at("out"), {});
+    ASSERT_FALSE(imported.failure);
+    report = imported.written;
+    auto loaded = command::loadVenue(folder.at("out"), std::nullopt, std::nullopt);
+    ASSERT_EQ(loaded.index(), 0U);
+    venue = std::get<0>(loaded);
+    for (const auto& waypoint : venue->maps->getAllWaypoints()) {
+      waypoints.emplace(waypoint->externalId.text(), waypoint);
+    }
+  }
+
+  int levelOf(const TernPath& path) const {
+    return static_cast<int>(
+        venue->pathTypes->getById(path.pathTypeId.integer())->accessibility.integer());
+  }
+
+  std::vector<std::shared_ptr<TernPath>> paths() const {
+    std::vector<std::shared_ptr<TernPath>> all;
+    for (const auto& map : venue->maps->getAll()) {
+      for (const auto& path : map->paths->getAll()) all.push_back(path);
+    }
+    return all;
+  }
+
+  test::TemporaryFolder folder;
+  Value nodes;
+  Value links;
+  WrittenVenues report;
+  std::shared_ptr<TernActiveVenue> venue;
+  std::map<std::string, std::shared_ptr<TernWaypoint>, std::less<>> waypoints;
+};
+
+TEST_P(ImportedSite, everyNodeAndEveryLinkIsThere) {
+  EXPECT_EQ(nodes.size(), GetParam().nodeCount);
+  EXPECT_EQ(links.size(), GetParam().linkCount);
+  for (const Value& node : nodes.items()) {
+    EXPECT_TRUE(waypoints.contains(node["properties"]["node_id"].text()));
+  }
+  std::set<std::string, std::less<>> ids;
+  for (const auto& path : paths()) ids.emplace(path->externalId.text());
+  for (const Value& link : links.items()) {
+    EXPECT_TRUE(ids.contains(link["properties"]["link_id"].text()));
+  }
+  std::size_t sum = 0;
+  for (const int count : report.venues.front().kinds) sum += static_cast<std::size_t>(count);
+  EXPECT_EQ(sum, GetParam().linkCount);
+}
+
+TEST_P(ImportedSite, everyRecordIsToldOfOnce) {
+  std::set<std::string> told;
+  for (const Oddity& oddity : report.told) EXPECT_TRUE(told.insert(oddity.id).second);
+}
+
+TEST_P(ImportedSite, mapAndGlobeAgreeToACentimetre) {
+  constexpr double centimetre = 0.01 / 111'000;  // in degrees
+  EXPECT_LT(report.venues.front().residual, 0.01);
+  for (const Value& node : nodes.items()) {
+    const Value& properties = node["properties"];
+    const auto xy = waypoints.find(properties["node_id"].text())->second->coordinates.items();
+    const TernCoordinate place = TernUtils::convertToLatLongWithLocalCoordinates(
+        TernCoordinate{xy[0].number(), xy[1].number()}, venue.get());
+    EXPECT_NEAR(place.x, properties["lon"].number(), centimetre);
+    EXPECT_NEAR(place.y, properties["lat"].number(), centimetre);
+  }
+}
+
+TEST_P(ImportedSite, stairsEscalatorsAndOtherLiftsAreNotStepFree) {
+  std::unordered_map<std::string_view, const Value*> sources;
+  for (const Value& link : links.items()) {
+    sources.emplace(link["properties"]["link_id"].text(), &link["properties"]);
+  }
+  for (const auto& path : paths()) {
+    const std::string_view id = path->externalId.text();
+    const Value& source = *sources.at(id.substr(0, id.find('#')));
+    const std::string_view type = source["route_type"].text();
+    const std::string_view lift = source["elevator"].text();
+    const bool isOther = type == "4" && (lift == "2" || lift == "4");
+    const bool hasSteps = source["lev_diff"].text() == "2";
+    if (type == "5" || type == "6" || isOther || hasSteps) {
+      EXPECT_GT(levelOf(*path), 0) << id;
+    }
+  }
+}
+
+TEST_P(ImportedSite, stepFreeRoutesUseStepFreePathsOnly) {
+  std::set<std::pair<std::int64_t, std::int64_t>> stepFree;
+  for (const auto& path : paths()) {
+    if (levelOf(*path) > 0) continue;
+    const auto ends = path->waypointIds.items();
+    stepFree.insert({ends[0].integer(), ends[1].integer()});
+    stepFree.insert({ends[1].integer(), ends[0].integer()});
+  }
+  const auto all = venue->maps->getAllWaypoints();
+  std::mt19937 random(12);
+  int found = 0;
+  for (int i = 0; i < 200; ++i) {
+    std::int64_t before = -1;
+    const auto route = venue->wayfind(all[random() % all.size()], all[random() % all.size()], 0);
+    if (!route.empty()) ++found;
+    for (const auto& segment : route) {
+      for (const auto& node : segment.points) {
+        const std::int64_t id = node.nodeId();
+        EXPECT_TRUE(before == -1 || stepFree.contains({before, id}));
+        before = id;
+      }
+    }
+  }
+  EXPECT_GT(found, 0);
+}
+
+TEST_P(ImportedSite, everythingIsReachedByThoseWhoCanClimbStairs) {
+  const auto all = venue->maps->getAllWaypoints();
+  for (std::size_t i = 0; i < all.size(); i += 97) {
+    if (i == 0) continue;
+    EXPECT_FALSE(venue->wayfind(all[0], all[i], 100).empty()) << all[i]->externalId.text();
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Real, ImportedSite,
+                         testing::Values(Site{"ShinyokohamaStation", "ShinyokohamaSt_node.geojson",
+                                              "ShinyokohamaSt_link.geojson", 237, 272},
+                                         Site{"NaritaAirport", "nrt_node.geojson",
+                                              "nrt_link.geojson", 3581, 4127},
+                                         Site{"NagoyaUnimall", "UniMall_B1_Node.geojson",
+                                              "UniMall_B1_Link.geojson", 376, 386}),
+                         [](const auto& site) { return std::string(site.param.folder); });
+
+}  // namespace
+}  // namespace tern::imports

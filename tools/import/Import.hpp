@@ -1,0 +1,38 @@
+// Open building data to a venue folder.
+//
+//   const Imported imported = importSource("ShinyokohamaStation", "out", {});
+//   if (imported.failure) ...
+//
+// Threads: free functions. Fails: by value, with one line; nothing is written or replaced then.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "tools/import/write/WriteVenues.hpp"
+
+namespace tern::imports {
+
+struct ImportWishes {
+  // "network"; empty: as the source's files tell.
+  std::string format;
+  VenueWishes venue;
+};
+
+struct ImportFailure {
+  // The source, or else the folder to write.
+  bool isOfSource = true;
+  std::string sentence;
+};
+
+struct [[nodiscard]] Imported {
+  WrittenVenues written;
+  std::optional<ImportFailure> failure;
+};
+
+Imported importSource(const std::filesystem::path& source, const std::filesystem::path& out,
+                      const ImportWishes& wishes);
+
+}  // namespace tern::imports

@@ -1,0 +1,93 @@
+// The command that makes a venue folder of open building data.
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "TernCoreKit/platform/Json.hpp"
+#include "tools/import/Import.hpp"
+#include "tools/import/write/ImportReport.hpp"
+#include "tools/tern/CommandTable.hpp"
+#include "tools/tern/VenueChoice.hpp"
+#include "tools/tern/Wording.hpp"
+
+namespace tern::command {
+
+namespace {
+
+std::string textOf(const Arguments& call, std::string_view name) {
+  return std::string(call.request[name].text());
+}
+
+imports::ImportWishes wishesOf(const Arguments& call) {
+  imports::ImportWishes wishes;
+  wishes.format = textOf(call, "format");
+  wishes.venue.name = textOf(call, "name");
+  wishes.venue.language = textOf(call, "language");
+  return wishes;
+}
+
+Failure failureOf(const imports::ImportFailure& failure) {
+  if (!failure.isOfSource) return wrongWords("--out: " + failure.sentence);
+  return notLoaded(TernErrorTypeObjectNotFound, failure.sentence);
+}
+
+std::optional<Failure> writeReport(const std::string& file, const Value& report) {
+  if (file.empty()) return std::nullopt;
+  std::ofstream stream(file, std::ios::binary | std::ios::trunc);
+  stream << encodeJson(report, JsonLayout::rows) << '\n';
+  stream.close();
+  if (stream) return std::nullopt;
+  return wrongWords("--report: cannot write " + file);
+}
+
+Outcome importFolder(const Arguments& call, Console&) {
+  const imports::Imported imported =
+      imports::importSource(textOf(call, "source"), textOf(call, "out"), wishesOf(call));
+  if (imported.failure) return failureOf(*imported.failure);
+  const Value report = imports::reportOf(imported.written);
+  if (auto failure = writeReport(textOf(call, "report"), report)) return *std::move(failure);
+  if (call.json) return Answer{.text = jsonLine(report), .remark = {}};
+  return Answer{.text = onItsLines(imports::reportText(imported.written)), .remark = {}};
+}
+
+std::optional<std::string> objectionToFormat(const Arguments& call) {
+  constexpr std::array<std::string_view, 5> known{"", "network", "imdf", "gtfs", "osm"};
+  const std::string format = textOf(call, "format");
+  if (std::ranges::find(known, format) != known.end()) return std::nullopt;
+  return "--format: " + inQuotes(format) + " must be network, imdf, gtfs or osm";
+}
+
+}  // namespace
+
+const Command importCommand{
+    .name = "import",
+    .summary = "make a venue folder of open building data",
+    .options = {{"--out", "DIR", "the folder to write; a venue folder there is replaced", readText,
+                 required},
+                {"--format", "F", "network, imdf, gtfs or osm; left out: as the files tell",
+                 readText},
+                {"--name", "N", "the venue's name; left out: the source's", readText},
+                {"--language", "L", "of names, where the source has several", readText},
+                {"--report", "FILE", "what --json prints, as a file", readText}},
+    .operand = {"SOURCE", "SOURCE", "a folder of building data, or a file", readText, required,
+                "source"},
+    .about = importFolder,
+    .objection = objectionToFormat,
+    .help = R"(Examples:
+  tern import station --out venue
+  tern import station --out venue --name "Harbour Station" --language en --json
+  tern route --data venue --from 東口 --to 中央改札口
+
+Reads pedestrian networks: nodes and links as GeoJSON, with floor plans where
+they lie beside; no other format yet. What of the source did not come through as it stands is told,
+record by record with --json. docs/import.md says what becomes of what.
+
+The folder is written whole or not at all. Ids stay what they are when the same
+building is imported again, and the same source gives the same bytes. Exits with
+3 when the source cannot be read or holds no building.
+)"};
+
+}  // namespace tern::command
