@@ -9,8 +9,6 @@ namespace tern::imports {
 
 namespace {
 
-// Of WGS 84.
-constexpr double semiMajorAxis = 6378137.0;
 constexpr double squaredEccentricity = 6.69437999014e-3;
 
 }  // namespace

@@ -20,6 +20,9 @@ namespace tern::imports {
 using Point = drawing::PointOf<double>;
 using Box = drawing::BoxOf<double>;
 
+// Of the ellipsoid WGS 84 and of GRS 80, in metres.
+inline constexpr double semiMajorAxis = 6378137.0;
+
 // Degrees.
 struct LonLat {
   double longitude = 0;

@@ -12,8 +12,6 @@ namespace tern::imports {
 namespace {
 
 constexpr double degree = std::numbers::pi / 180;
-// Of GRS 80; that of WGS 84 differs by a tenth of a millimetre at the pole.
-constexpr double semiMajorAxis = 6378137.0;
 constexpr double flattening = 1 / 298.257222101;
 constexpr double n = flattening / (2 - flattening);
 constexpr double n2 = n * n;

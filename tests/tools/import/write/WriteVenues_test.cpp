@@ -24,7 +24,7 @@ namespace fs = std::filesystem;
 using test::DrawnNetwork;
 
 // A house of two floors with a lift that is step-free, an escalator up, and stairs.
-DrawnNetwork house() {
+DrawnNetwork liftHouse() {
   DrawnNetwork network;
   network.node("a", 0, {0, 0},
                {{"lon", DrawnNetwork::globe({0, 0}).longitude},
@@ -44,14 +44,14 @@ DrawnNetwork house() {
   return network;
 }
 
-Draft draftOf(const DrawnNetwork& network) {
+Draft houseDraft(const DrawnNetwork& network) {
   const test::TemporaryFolder folder;
   network.writeTo(folder.at("house"));
   return readNetwork(openSource(folder.at("house")).files).draft;
 }
 
 WrittenVenues writeHouse(const fs::path& folder, const VenueWishes& wishes = {}) {
-  const std::vector<Draft> drafts{draftOf(house())};
+  const std::vector<Draft> drafts{houseDraft(liftHouse())};
   return writeVenues(drafts, wishes, folder);
 }
 
@@ -149,7 +149,7 @@ TEST(WriteVenues, idsStayWhenTheSourceGrows) {
   DrawnNetwork larger;
   larger.node("0", 0, {-20, 0}).node("a", 0, {0, 0}).node("c", 1, {0, 0});
   larger.link("0a", "0", "a").link("ac", "a", "c", {{"route_type", "6"}});
-  const std::vector<Draft> drafts{draftOf(larger)};
+  const std::vector<Draft> drafts{houseDraft(larger)};
   ASSERT_EQ(writeVenues(drafts, {}, folder.at("out")).error, std::nullopt);
   EXPECT_EQ(waypointOf(*loaded(folder.at("out")), "c")->id.integer(), before);
 }
