@@ -91,14 +91,38 @@ std::string headline(const TernActiveVenue& venue, const Value& request, const V
   return text + "\n";
 }
 
+// Where no way is needed, the map shows the place alone.
+picture::RoutePicture pictureFrom(const TernActiveVenue& venue, const Value& request,
+                                  const TernWaypoint& found, const Value& route) {
+  picture::RoutePicture drawn = route.size() > 0
+                                    ? pictureOf(venue, route)
+                                    : picture::RoutePicture{venue, std::string(venue.name.text())};
+  if (route.size() == 0) {
+    TernPathPerFloor there;
+    there.mapId = found.mapId.integer();
+    there.mapPoints.push_back(TernPoint::initWithX(static_cast<float>(found.coordinate(0).number()),
+                                                   static_cast<float>(found.coordinate(1).number()),
+                                                   static_cast<float>(there.mapId)));
+    drawn.routes.push_back({.title = {},
+                            .start = {},
+                            .goal = placeName(venue, found.id.integer()),
+                            .route = {there},
+                            .labels = venue.mapLabels.get()});
+  }
+  const auto at = request["at"].items();
+  drawn.asked.emplace(
+      picture::AskedPoint{request["map"].integer(), {at[0].number(), at[1].number()}});
+  return drawn;
+}
+
 Telling tellFound(const TernActiveVenue& venue, const Value& request, const Value& answer,
                   const Value& route) {
   const bool hasRoute = route.size() > 0;
   Telling told{.text = headline(venue, request, answer, hasRoute)};
-  if (hasRoute) {
-    told.text += routeText(venue, route);
-    told.picture.emplace(pictureOf(venue, route));
-  }
+  if (hasRoute) told.text += routeText(venue, route);
+  if (!hasRoute && answer["connectors"].size() > 0) return told;
+  const auto found = venue.globalASGrid()->getWPById(answer["waypoint"].integer());
+  told.picture.emplace(pictureFrom(venue, request, *found, route));
   return told;
 }
 

@@ -5,6 +5,7 @@
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "tools/tern/AskedAnswers.hpp"
 #include "tools/tern/CommandTable.hpp"
+#include "tools/tern/ReachDrawing.hpp"
 #include "tools/tern/ReachFeatures.hpp"
 #include "tools/tern/RouteFile.hpp"
 #include "tools/tern/SharedOptions.hpp"
@@ -40,6 +41,13 @@ bool hasName(const TernActiveVenue& venue, std::int64_t waypointId) {
          placeName(venue, waypointId) + " (waypoint " + std::to_string(waypointId) + ")";
 }
 
+// "Within 150 m: 37 waypoints"
+std::string countText(const Value& request, const Value& answer) {
+  const std::size_t count = answer["reached"].size();
+  return "Within " + limitsText(request) + ": " + std::to_string(count) +
+         (count == 1 ? " waypoint" : " waypoints");
+}
+
 // The places that have a name, each waypoint on a line:
 //
 //   Within 150 m of Juniper Bakery (waypoint 12): 37 waypoints
@@ -69,6 +77,10 @@ Outcome answerReach(const Arguments& call, const std::shared_ptr<TernActiveVenue
   if (told.remark.empty()) told.text = reachText(*venue, call.request, answer);
   if (told.isFound && isForFeatures(call.picture)) {
     told.features.emplace(featuresOfReach(*venue, call.request, answer));
+  } else if (told.isFound && !call.picture.empty()) {
+    picture::ReachPicture drawn = reachPictureOf(*venue, call.request, answer);
+    drawn.summary = countText(call.request, answer);
+    told.picture.emplace(std::move(drawn));
   }
   return outcomeOf(call, answer, told);
 }
@@ -96,6 +108,7 @@ const Command reachCommand{.name = "reach",
   tern reach --data mall --from 22001 --metres 40
   tern reach --data mall --from 22001,12002 --metres 25.5 --json
   tern reach --data mall --from 22001 --metres 40 --picture reach.geojson
+  tern reach --data mall --from 22001 --metres 60 --picture reach.html
 
 Cost and length are those of the cheapest route from any of the starts. Exits
 with 1 for a waypoint that the venue does not have.

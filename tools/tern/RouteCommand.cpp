@@ -56,8 +56,9 @@ Outcome answerRoute(const Arguments& call, const std::shared_ptr<TernActiveVenue
         stepsText(
             steps, [&](std::int64_t mapId) { return words::floorName(*venue, mapId).text(); },
             call.request["language"].text());
-    told.picture.emplace(pictureOf(*venue, route));
-    told.picture->routes.front().landmarks = landmarksOf(steps);
+    picture::RoutePicture drawn = pictureOf(*venue, route);
+    drawn.routes.front().landmarks = landmarksOf(steps);
+    told.picture.emplace(std::move(drawn));
   } else if (told.remark.empty() && isNoWay(call.request)) {
     told.isFound = true;
     told.text =

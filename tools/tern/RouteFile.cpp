@@ -31,10 +31,12 @@ picture::RoutePicture pictureOf(const TernActiveVenue& venue, const Value& segme
 
 bool isForFeatures(const std::string& file) { return file.ends_with(".geojson"); }
 
-std::optional<Failure> writePicture(const std::string& file, const picture::RoutePicture& drawn) {
-  if (isForFeatures(file)) return writeFeatures(file, featuresOf(drawn));
-  return writeText(file,
-                   file.ends_with(".html") ? routePictureHtml(drawn) : routePictureSvg(drawn));
+std::optional<Failure> writePicture(const std::string& file, const Picture& drawn) {
+  const auto* route = std::get_if<picture::RoutePicture>(&drawn);
+  if (isForFeatures(file) && route != nullptr) return writeFeatures(file, featuresOf(*route));
+  const picture::PicturePlan plan =
+      std::visit([](const auto& each) { return planOf(each); }, drawn);
+  return writeText(file, file.ends_with(".html") ? htmlOf(plan) : svgOf(plan));
 }
 
 std::optional<Failure> writeFeatures(const std::string& file, const GeoFeatures& features) {

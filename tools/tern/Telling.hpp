@@ -11,7 +11,7 @@
 #include "tools/tern/Arguments.hpp"
 #include "tools/tern/GeoFeatures.hpp"
 #include "tools/tern/Outcome.hpp"
-#include "tools/tern/picture/RoutePicture.hpp"
+#include "tools/tern/RouteFile.hpp"
 
 namespace tern::command {
 
@@ -22,7 +22,7 @@ struct Telling {
   // What the venue does not have of what was asked; may be empty.
   std::string remark = {};
   // Absent when there is nothing to draw.
-  std::optional<picture::RoutePicture> picture = std::nullopt;
+  std::optional<Picture> picture = std::nullopt;
   // What --picture is to hold instead, of an answer that is no route.
   std::optional<GeoFeatures> features = std::nullopt;
 };

@@ -99,6 +99,19 @@ TEST_F(NearestCommandTest, thePictureShowsTheWay) {
   EXPECT_EQ(folder.read("none.svg"), "");
 }
 
+TEST_F(NearestCommandTest, thePictureShowsThePointAskedFrom) {
+  const test::TemporaryFolder folder;
+  ask({"--map", "1", "--at", "3,4", "--amenity", "7", "--picture", folder.at("way.svg")});
+  EXPECT_THAT(folder.read("way.svg"), HasSubstr("The point asked from"));
+  EXPECT_THAT(folder.read("way.svg"), HasSubstr("stroke-dasharray"));
+  // Where no way is needed, too.
+  ask({"--map", "1", "--at", "3,4", "--destination", "7", "--picture", folder.at("here.svg")});
+  EXPECT_THAT(folder.read("here.svg"), HasSubstr("stroke-dasharray"));
+  EXPECT_THAT(folder.read("here.svg"), HasSubstr(">Bakery</text>"));
+  ask({"--from", "1", "--amenity", "7", "--picture", folder.at("walk.svg")});
+  EXPECT_THAT(folder.read("walk.svg"), testing::Not(HasSubstr("The point asked from")));
+}
+
 TEST_F(NearestCommandTest, byWalkTheRouteIsTold) {
   const Answer answer = ask({"--from", "1", "--amenity", "7"});
   EXPECT_EQ(answer.status, ExitStatus::answered);

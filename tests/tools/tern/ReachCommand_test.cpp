@@ -1,9 +1,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <string>
+
 #include "TernCoreKit/answers/TernAnswers.hpp"
 #include "tests/support/ActiveVenue.hpp"
 #include "tests/support/AskedCommand.hpp"
+#include "tests/support/TemporaryFolder.hpp"
+#include "tools/tern/ReachDrawing.hpp"
 
 namespace tern::command {
 namespace {
@@ -40,6 +45,36 @@ TEST_F(ReachCommandTest, costMayLimitInPlaceOfMetresAndBesideThem) {
               testing::StartsWith("Within cost 5 of Attic (waypoint 1), Cellar (waypoint 3): 3 w"));
   EXPECT_THAT(ask({"--from", "1", "--metres", "9", "--cost", "1"}).text,
               testing::StartsWith("Within 9 m and cost 1 of Attic (waypoint 1): 1 waypoint\n"));
+}
+
+TEST_F(ReachCommandTest, pictureHasALineForEachWalkedLink) {
+  const test::TemporaryFolder folder;
+  const auto linksOf = [&](std::vector<std::string> words) {
+    words.insert(words.end(), {"--picture", folder.at("r.svg")});
+    ask(words);
+    return folder.read("r.svg");
+  };
+  // A to B to C is walked within the first two steps of 2 m, B to C to D by stairs.
+  const std::string all = linksOf({"--from", "1", "--metres", "6.2"});
+  EXPECT_THAT(all, HasSubstr("Within 6.2 m: 4 waypoints"));
+  EXPECT_THAT(all, HasSubstr("2 m"));
+  EXPECT_THAT(linksOf({"--from", "1,4", "--metres", "0"}), HasSubstr("Within 0 m"));
+}
+
+TEST_F(ReachCommandTest, linksAreThoseThatTheCheapestRoutesWalk) {
+  const Value request =
+      Value::map({{"op", "reach"}, {"from", Value::list({1, 4})}, {"metres", 99}});
+  const Value answer = TernAnswers(venue_).answer(request);
+  const picture::ReachPicture drawn = reachPictureOf(*venue_, request, answer);
+  ASSERT_EQ(drawn.starts.size(), 2U);
+  std::string links;
+  for (const picture::WalkedLink& link : drawn.links) {
+    links += std::to_string(std::lround(link.from.x)) + "-" +
+             std::to_string(std::lround(link.to.x)) + " by " +
+             std::to_string(std::lround(link.toMetres)) + "; ";
+  }
+  // C costs 5 from D, by stairs, and 6 from A; the stairs count no metres.
+  EXPECT_EQ(links, "0-30 by 3; 90-60 by 0; ");
 }
 
 TEST_F(ReachCommandTest, jsonIsTheAnswerOfTheSameRequest) {

@@ -21,14 +21,16 @@ constexpr double widestLabelPx = 240;
 // Closer together than this, points of a line are one.
 constexpr double finestPx = 0.3;
 constexpr double widestScaleBarPx = 64;
+constexpr double ghostOpacity = 0.35;
 constexpr double nameFontPx = 12;
 constexpr double nameLinePx = 14;
 constexpr std::size_t mostNameBytes = 80;
 constexpr double nameClearancePx = 5;
 // A name that is wider is broken into two lines where it has a blank.
 constexpr double widestNameLinePx = 84;
-// Letters of a drawing that are smaller cannot be read.
-constexpr double leastReadablePx = 8;
+// Letters of a drawing that are smaller cannot be read, and smaller ones yet are not even seen.
+constexpr double leastReadablePx = 6.5;
+constexpr double leastSeenPx = 4;
 // What is a sign in a drawing: neither a dot nor a room.
 constexpr double leastSignPx = 12;
 constexpr double mostSignPx = 36;
@@ -73,24 +75,34 @@ bool isSign(const Box& box) {
 
 }  // namespace
 
+MapWindow windowOf(const CanvasRequest& request) {
+  const std::optional<Box>& frame = request.drawing->frame;
+  return MapWindow({request.points, frame, leastSpanOf(request.map, frame)});
+}
+
 FloorCanvas::FloorCanvas(const CanvasRequest& request)
     : map_(request.map),
       floor_(*request.drawing),
-      window_({request.points, floor_.frame, leastSpanOf(map_, floor_.frame)}),
+      window_(windowOf(request)),
       placer_(window_.size()) {
-  begin(request.idPrefix);
+  begin(request);
   readTexts();
 }
 
-void FloorCanvas::begin(const std::string& idPrefix) {
+void FloorCanvas::begin(const CanvasRequest& request) {
   const auto [width, height] = window_.size();
-  const std::string clip = idPrefix + "window";
+  const std::string clip = request.idPrefix + "window";
   out_.open("clipPath", {{"id", clip}})
       .leaf("rect", {{"width", width}, {"height", height}, {"rx", cornerPx}})
       .close();
   out_.open("g", {{"clip-path", "url(#" + clip + ")"}, {"font-family", palette::fonts}});
   out_.leaf("rect", {{"width", width}, {"height", height}, {"fill", floor_.tone.card}}).line();
-  drawFloor();
+  if (!floor_.id.empty()) drawFloor(floor_);
+  if (request.ghost == nullptr || request.ghost->id.empty()) return;
+  // Above the floor's own drawing, of which a ground that covers all may be all there is.
+  out_.open("g", {{"opacity", ghostOpacity}});
+  drawFloor(*request.ghost);
+  out_.close().line();
 }
 
 std::vector<Point> FloorCanvas::inPicture(const std::vector<Point>& points) const {
@@ -104,14 +116,13 @@ std::vector<Point> FloorCanvas::inPicture(const std::vector<Point>& points) cons
   return line;
 }
 
-void FloorCanvas::drawFloor() {
-  if (floor_.id.empty()) return;
+void FloorCanvas::drawFloor(const FloorDrawing& floor) {
   const Point origin = window_.toPicture({0, 0});
   const std::string placing = "translate(" + significant(origin.x) + " " + significant(origin.y) +
                               ") scale(" + significant(window_.scale()) + ")";
-  const std::string filter = floor_.tone.light ? "url(#" + floor_.id + "-light)" : "none";
-  out_.open("g", {{"class", floor_.id}, {"filter", filter}, {"opacity", floor_.tone.opacity}});
-  out_.leaf("use", {{"href", "#" + floor_.id}, {"transform", placing}}).close().line();
+  const std::string filter = floor.tone.light ? "url(#" + floor.id + "-light)" : "none";
+  out_.open("g", {{"class", floor.id}, {"filter", filter}, {"opacity", floor.tone.opacity}});
+  out_.leaf("use", {{"href", "#" + floor.id}, {"transform", placing}}).close().line();
 }
 
 // What can be read or known in the drawing is not to be written over.
@@ -123,8 +134,9 @@ void FloorCanvas::readTexts() {
   };
   drawnWords_ = " ";
   for (const DrawnText& text : floor_.marks.texts) {
-    if (text.fontSize * window_.scale() < leastReadablePx) continue;
-    drawnWords_ += text.text + " ";
+    const double sizePx = text.fontSize * window_.scale();
+    if (sizePx < leastSeenPx) continue;
+    if (sizePx >= leastReadablePx) drawnWords_ += text.text + " ";
     placer_.avoidLightly(inPixels(text.box));
   }
   for (const Box& shape : floor_.marks.shapes) {
@@ -134,12 +146,30 @@ void FloorCanvas::readTexts() {
 }
 
 void FloorCanvas::stroke(const std::vector<Point>& line, std::string_view colour, double width) {
-  out_.leaf("path", {{"d", pathOf(line)},
+  strokes({line}, colour, width);
+}
+
+void FloorCanvas::strokes(const std::vector<std::vector<Point>>& lines, std::string_view colour,
+                          double width) {
+  std::string path;
+  for (const std::vector<Point>& line : lines) path += pathOf(line);
+  if (path.empty()) return;
+  out_.leaf("path", {{"d", path},
                      {"fill", "none"},
                      {"stroke", colour},
                      {"stroke-width", width},
                      {"stroke-linecap", "round"},
                      {"stroke-linejoin", "round"}});
+  out_.line();
+}
+
+void FloorCanvas::dashes(const std::vector<Point>& line, std::string_view colour, double width) {
+  stroke(line, palette::casing, width + 3);
+  out_.leaf("path", {{"d", pathOf(line)},
+                     {"fill", "none"},
+                     {"stroke", colour},
+                     {"stroke-width", width},
+                     {"stroke-dasharray", "5 4"}});
   out_.line();
 }
 

@@ -42,7 +42,12 @@ struct CanvasRequest {
   std::string idPrefix;
   // What must be seen, in map units.
   std::vector<Point> points;
+  // What is drawn faintly beneath, where the floor itself has next to nothing; may be null.
+  const FloorDrawing* ghost = nullptr;
 };
+
+// The part of the floor that a canvas shows. REQUIRES: a drawing.
+MapWindow windowOf(const CanvasRequest& request);
 
 class FloorCanvas {
  public:
@@ -55,6 +60,9 @@ class FloorCanvas {
   std::vector<Point> inPicture(const std::vector<Point>& points) const;
 
   void stroke(const std::vector<Point>& line, std::string_view colour, double width);
+  void strokes(const std::vector<std::vector<Point>>& lines, std::string_view colour, double width);
+  // A line of short strokes.
+  void dashes(const std::vector<Point>& line, std::string_view colour, double width);
   // A bar that says how long so many metres are, away from the points where that can be had;
   // nothing for a map without a scale.
   void scaleBar(const std::vector<Point>& points);
@@ -73,8 +81,8 @@ class FloorCanvas {
   PanelDrawing finish();
 
  private:
-  void begin(const std::string& idPrefix);
-  void drawFloor();
+  void begin(const CanvasRequest& request);
+  void drawFloor(const FloorDrawing& floor);
   void readTexts();
   void drawName(const Box& box, const std::vector<std::string>& lines, Weight weight);
   void drawBar(const Box& box, double length, const std::string& label);

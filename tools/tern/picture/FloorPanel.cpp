@@ -2,10 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <string_view>
-#include <utility>
 
+#include "tools/tern/picture/MapNames.hpp"
 #include "tools/tern/picture/Palette.hpp"
 #include "tools/tern/picture/Symbols.hpp"
 
@@ -20,8 +19,6 @@ constexpr double casingWidthPx = 10;
 constexpr double otherWidthPx = 4;
 constexpr double chevronEveryPx = 54;
 constexpr int mostChevrons = 200;
-// Of the points of a line, so many say how far off a name is.
-constexpr std::size_t mostMeasured = 200;
 
 // A change of building is named by the building: there is no room for more on the map.
 std::string otherEnd(const FloorName& there, const FloorName& here) {
@@ -36,16 +33,23 @@ std::string arrivalLabel(const FloorChange& change) {
   return "From " + otherEnd(change.from, change.to);
 }
 
+std::vector<Point> seenPoints(const FloorPanel& panel) {
+  std::vector<Point> points = panel.visit->points;
+  if (panel.asked) points.push_back(*panel.asked);
+  return points;
+}
+
 class PanelPainter {
  public:
   explicit PanelPainter(const FloorPanel& panel)
       : panel_(panel),
         visit_(*panel.visit),
-        canvas_({visit_.map, panel.drawing, panel.idPrefix, visit_.points}),
+        canvas_({visit_.map, panel.drawing, panel.idPrefix, seenPoints(panel), panel.ghost}),
         line_(canvas_.inPicture(visit_.points)) {}
 
   PanelDrawing paint() {
     for (const FloorVisit* other : panel_.others) paintOther(canvas_.inPicture(other->points));
+    paintAsked();
     paintRoute();
     canvas_.scaleBar(line_);
     paintSymbols();
@@ -62,6 +66,18 @@ class PanelPainter {
     canvas_.placer().avoidLine(line, (otherWidthPx + 3) / 2);
     canvas_.stroke(line, palette::casing, otherWidthPx + 3);
     canvas_.stroke(line, palette::otherRoute, otherWidthPx);
+  }
+
+  // From the point that was asked from nobody knows the way, only the direction.
+  void paintAsked() {
+    if (!panel_.asked) return;
+    const Point at = canvas_.toPicture(*panel_.asked);
+    if (!line_.empty()) {
+      canvas_.placer().avoidLine({at, line_.front()}, 2);
+      canvas_.dashes({at, line_.front()}, palette::ink, 2.5);
+    }
+    drawAsked(canvas_.out(), at);
+    avoidAround(at, askedRadiusPx);
   }
 
   void paintRoute() {
@@ -151,56 +167,9 @@ class PanelPainter {
     }
   }
 
-  // Those that the route is told by come first, then those near the way; a place of several doors
-  // is larger, and seen from further off.
   void paintNames() {
     if (panel_.names == nullptr) return;
-    struct Wish {
-      const PlaceName* name;
-      bool isLandmark;
-      std::vector<Point> places;
-      double rank;
-    };
-    std::vector<Wish> wishes;
-    for (const PlaceName& name : *panel_.names) {
-      if (isAnEnd(name.name)) continue;
-      const bool isLandmark = name.destination && panel_.landmarks.contains(*name.destination);
-      Wish wish{&name, isLandmark, nearestFirst(name.places), 0};
-      if (wish.places.empty()) continue;
-      wish.rank = distanceToWay(wish.places.front()) / static_cast<double>(wish.places.size());
-      wishes.push_back(std::move(wish));
-    }
-    std::ranges::stable_sort(
-        wishes, {}, [](const Wish& wish) { return std::pair(!wish.isLandmark, wish.rank); });
-    for (const Wish& wish : wishes) {
-      canvas_.name(wish.places, wish.name->name, wish.isLandmark ? Weight::strong : Weight::normal);
-    }
-  }
-
-  bool isAnEnd(std::string_view name) const {
-    return panel_.start.find(name) != std::string::npos ||
-           panel_.goal.find(name) != std::string::npos;
-  }
-
-  // Those that are seen, in pixels.
-  std::vector<Point> nearestFirst(const std::vector<Point>& places) const {
-    const auto [width, height] = canvas_.size();
-    std::vector<Point> seen;
-    for (const Point place : places) {
-      const Point at = canvas_.toPicture(place);
-      if (Box{0, 0, width, height}.contains(at)) seen.push_back(at);
-    }
-    std::ranges::stable_sort(seen, {}, [&](Point at) { return distanceToWay(at); });
-    return seen;
-  }
-
-  double distanceToWay(Point at) const {
-    double least = std::numeric_limits<double>::infinity();
-    const std::size_t step = line_.size() / mostMeasured + 1;
-    for (std::size_t i = 0; i < line_.size(); i += step) {
-      least = std::min(least, std::hypot(line_[i].x - at.x, line_[i].y - at.y));
-    }
-    return line_.empty() ? 0 : least;
+    writeNames(canvas_, {*panel_.names, panel_.landmarks, line_, {panel_.start, panel_.goal}});
   }
 
   void addNote(std::string& note) const {
@@ -227,6 +196,7 @@ PanelDrawing drawFloor(const FloorPanel& panel) { return PanelPainter(panel).pai
 std::string inWords(const FloorPanel& panel) {
   const FloorVisit& visit = *panel.visit;
   std::string words = visit.name.text() + ".";
+  if (panel.asked) words += " Begin at the point asked from.";
   if (!panel.start.empty()) words += " Start at " + panel.start + ".";
   if (visit.arrival) words += " Arrive from " + visit.arrival->from.text() + ".";
   if (const std::string length = visit.length.text(); !length.empty()) {

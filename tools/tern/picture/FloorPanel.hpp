@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -32,6 +33,10 @@ struct FloorPanel {
   const std::vector<PlaceName>* names = nullptr;
   // Ids of the destinations among them that the route is told by.
   std::set<std::int64_t> landmarks = {};
+  // See CanvasRequest.
+  const FloorDrawing* ghost = nullptr;
+  // The point that was asked from, in map units, where the way begins at what is closest to it.
+  std::optional<Point> asked = std::nullopt;
 };
 
 // REQUIRES: a visit and a drawing.

@@ -22,6 +22,10 @@ inline constexpr std::string_view otherRoute = "#8a97a8";
 inline constexpr std::string_view start = "#0f766e";
 inline constexpr std::string_view goal = "#d6293e";
 
+// From near to far: each is lighter than the one before, and the last still is seen on paper. On a
+// dark screen near is what is light.
+inline constexpr std::string_view ramp[] = {"#440154", "#46327e", "#365c8d", "#277f8e", "#1fa187"};
+
 struct Twin {
   std::string_view light;
   std::string_view dark;
@@ -29,9 +33,10 @@ struct Twin {
 
 // What each becomes on a dark screen; no two are alike.
 inline constexpr Twin twins[] = {
-    {page, "#14181f"},  {paper, "#0f1319"},      {deepPaper, "#0b0e13"}, {frame, "#39424e"},
-    {ink, "#e8ebf0"},   {quiet, "#a3adba"},      {route, "#5b93ff"},     {casing, "#10141a"},
-    {start, "#2dd4bf"}, {otherRoute, "#77849a"}, {goal, "#ff6b78"},
+    {page, "#14181f"},    {paper, "#0f1319"},      {deepPaper, "#0b0e13"}, {frame, "#39424e"},
+    {ink, "#e8ebf0"},     {quiet, "#a3adba"},      {route, "#5b93ff"},     {casing, "#10141a"},
+    {start, "#2dd4bf"},   {otherRoute, "#77849a"}, {goal, "#ff6b78"},      {ramp[0], "#fde725"},
+    {ramp[1], "#a0da39"}, {ramp[2], "#4ac16d"},    {ramp[3], "#1fa188"},   {ramp[4], "#277f8f"},
 };
 
 constexpr std::string_view darkTwin(std::string_view light) {

@@ -7,6 +7,9 @@
 
 #include "tools/tern/picture/FloorDrawings.hpp"
 #include "tools/tern/picture/FloorNames.hpp"
+#include "tools/tern/picture/GhostFloor.hpp"
+#include "tools/tern/picture/Palette.hpp"
+#include "tools/tern/picture/Symbols.hpp"
 
 namespace tern::picture {
 
@@ -22,12 +25,27 @@ std::string summaryOf(const WalkLength& length, std::size_t floors) {
 constexpr std::size_t mostPanels = 200;
 constexpr std::size_t mostOthers = 50;
 
+constexpr std::string_view askedWords = "The point asked from";
+
+PanelDrawing askedLegend() {
+  constexpr double height = 24;
+  Markup out;
+  drawAsked(out, {11, height / 2});
+  out.leaf("text",
+           {{"x", 30},
+            {"y", height / 2 + 5},
+            {"font-size", 13},
+            {"font-family", palette::fonts},
+            {"fill", palette::quiet}},
+           askedWords);
+  return {out.take(), {MapWindow::width, height}, {}};
+}
+
 class Planner {
  public:
   explicit Planner(const RoutePicture& picture) : picture_(picture) {
     for (const PictureRoute& route : picture.routes) {
-      const TernVenueData& venue = route.venue != nullptr ? *route.venue : picture.venue;
-      walks_.push_back(itineraryOf(venue, route.route));
+      walks_.push_back(itineraryOf(venueOf(route), route.route));
     }
   }
 
@@ -40,6 +58,10 @@ class Planner {
       plan.start = plan.routes.front().start;
       plan.goal = isTour ? plan.routes.back().goal : plan.routes.front().goal;
       plan.summary = isTour ? tourSummary() : plan.routes.front().summary;
+    }
+    if (picture_.asked) {
+      plan.legend = askedLegend();
+      plan.legendWords = std::string(askedWords) + ".";
     }
     plan.drawings = drawings_.takeMarkup();
     plan.darkRules = drawings_.darkRules();
@@ -69,14 +91,21 @@ class Planner {
     FloorPanel panel;
     panel.visit = &visit;
     panel.drawing = &drawings_.of(visit.map);
-    panel.others = othersOn(visit);
     const PictureRoute& route = picture_.routes[i];
+    const TernMap* ghost = ghostUnder(route, visit, *panel.drawing);
+    if (ghost != nullptr) panel.ghost = &drawings_.of(ghost);
+    panel.others = othersOn(visit);
     if (j == 0) panel.start = route.start;
     if (j + 1 == walk.visits.size()) panel.goal = route.goal;
+    const auto& asked = picture_.asked;
+    if (asked && i == 0 && j == 0 && asked->mapId == visit.mapId) panel.asked = asked->at;
     panel.names = &namesOf(route).on(visit.mapId);
     panel.landmarks.insert(route.landmarks.begin(), route.landmarks.end());
     panel.idPrefix = "r" + std::to_string(i + 1) + "f" + std::to_string(j + 1) + "-";
-    return {visit.name, visit.length.text(), drawFloor(panel), inWords(panel), visit.departure};
+    PlannedPanel planned{visit.name, visit.length.text(), drawFloor(panel), inWords(panel),
+                         visit.departure};
+    if (ghost != nullptr) addGhostNote(planned.drawing.note, venueOf(route), *ghost);
+    return planned;
   }
 
   std::vector<const FloorVisit*> othersOn(const FloorVisit& visit) const {
@@ -90,8 +119,26 @@ class Planner {
     return others;
   }
 
+  const TernVenueData& venueOf(const PictureRoute& route) const {
+    return route.venue != nullptr ? *route.venue : picture_.venue;
+  }
+
+  // The map that is drawn faintly where the floor's own drawing is blank around the route.
+  const TernMap* ghostUnder(const PictureRoute& route, const FloorVisit& visit,
+                            const FloorDrawing& drawing) const {
+    if (visit.points.empty()) return nullptr;
+    const Box part = windowOf({visit.map, &drawing, {}, visit.points}).shown();
+    const bool isBlank = drawing.id.empty() || drawing.marks.isBlankIn(part);
+    return isBlank ? ghostOf(venueOf(route), visit.mapId, part) : nullptr;
+  }
+
+  static void addGhostNote(std::string& note, const TernVenueData& venue, const TernMap& ghost) {
+    if (!note.empty()) note += ' ';
+    note += words::floorName(venue, ghost.id.integer()).floor + " is drawn faintly.";
+  }
+
   const FloorNames& namesOf(const PictureRoute& route) {
-    const TernVenueData& venue = route.venue != nullptr ? *route.venue : picture_.venue;
+    const TernVenueData& venue = venueOf(route);
     return names_.try_emplace(&venue, venue, route.labels).first->second;
   }
 
@@ -121,7 +168,7 @@ class Planner {
 }  // namespace
 
 std::string PicturePlan::title() const {
-  std::string text = "Route";
+  std::string text = subject;
   if (!start.empty()) text += " from " + start;
   if (!goal.empty()) text += " to " + goal;
   return text;
@@ -129,6 +176,7 @@ std::string PicturePlan::title() const {
 
 std::string PicturePlan::words() const {
   std::string text = summary;
+  if (!legendWords.empty()) text += " " + legendWords;
   for (const PlannedRoute& route : routes) {
     if (routes.size() > 1) text += " " + route.title + ": " + route.summary;
     for (const PlannedPanel& panel : route.panels) text += " " + panel.words;

@@ -33,11 +33,16 @@ struct PlannedRoute {
 };
 
 struct PicturePlan {
+  // What the picture is of, such as "Route".
+  std::string subject = "Route";
   std::string venueName;
   // The ends of the whole.
   std::string start;
   std::string goal;
   std::string summary;
+  // What colours and signs mean, where that needs saying, and the same in words.
+  std::optional<PanelDrawing> legend;
+  std::string legendWords;
   std::vector<PlannedRoute> routes;
   // SVG elements that the panels refer to, and the rules of CSS by which they turn dark.
   std::string drawings;
@@ -50,5 +55,9 @@ struct PicturePlan {
 };
 
 PicturePlan planOf(const RoutePicture& picture);
+
+// The plan as a file of either kind.
+std::string svgOf(const PicturePlan& plan);
+std::string htmlOf(const PicturePlan& plan);
 
 }  // namespace tern::picture

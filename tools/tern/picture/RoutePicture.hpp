@@ -20,12 +20,14 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "TernCoreKit/model/collections/TernMapLabelCollection.hpp"
 #include "TernCoreKit/model/collections/TernVenueData.hpp"
 #include "TernCoreKit/wayfinding/TernPathPerFloor.hpp"
+#include "tools/tern/picture/Geometry.hpp"
 
 namespace tern::picture {
 
@@ -44,6 +46,12 @@ struct PictureRoute {
   const TernMapLabelCollection* labels = nullptr;
 };
 
+// A point of a map that the ways were asked from, in map units.
+struct AskedPoint {
+  std::int64_t mapId = 0;
+  Point at;
+};
+
 enum class RouteSet {
   choices,  // one of them will be walked; the picture's length is that of the first
   legs,     // they will be walked one after another; the lengths are added
@@ -54,6 +62,8 @@ struct RoutePicture {
   std::string venueName;
   RouteSet set = RouteSet::choices;
   std::vector<PictureRoute> routes = {};
+  // Where the first route does not begin there itself.
+  std::optional<AskedPoint> asked = std::nullopt;
 };
 
 std::string routePictureSvg(const RoutePicture& picture);

@@ -62,6 +62,10 @@ std::string colourRules(const std::string& darkRules) {
   return rules + darkRules + "}\n";
 }
 
+std::string viewBoxOf(Size size) {
+  return "0 0 " + decimal(size.width) + " " + decimal(size.height);
+}
+
 class Page {
  public:
   explicit Page(const PicturePlan& plan) : plan_(plan) {}
@@ -121,7 +125,17 @@ class Page {
     writeEnd("From ", plan_.start, "-13 -17 26 34", [](Markup& out) { drawStart(out, {}); });
     writeEnd(" to ", plan_.goal, "-13 -31 26 36", [](Markup& out) { drawGoal(out, {}); });
     page_.close();
-    page_.leaf("p", {}, plan_.summary).close().line();
+    page_.leaf("p", {}, plan_.summary).line();
+    if (plan_.legend) writeLegend(*plan_.legend);
+    page_.close().line();
+  }
+
+  void writeLegend(const PanelDrawing& legend) {
+    page_.open("svg", {{"class", "map"},
+                       {"viewBox", viewBoxOf(legend.size)},
+                       {"role", "img"},
+                       {"aria-label", plan_.legendWords}});
+    page_.raw(legend.markup).close().line();
   }
 
   void writeDrawings() {
@@ -157,9 +171,8 @@ class Page {
   }
 
   void writeMap(const PlannedPanel& panel, const std::string& id) {
-    const auto [width, height] = panel.drawing.size;
     page_.line().open("svg", {{"class", "map"},
-                              {"viewBox", "0 0 " + decimal(width) + " " + decimal(height)},
+                              {"viewBox", viewBoxOf(panel.drawing.size)},
                               {"role", "img"},
                               {"aria-labelledby", id + "-title " + id + "-words"}});
     page_.leaf("title", {{"id", id + "-title"}}, panel.name.text());
@@ -173,6 +186,8 @@ class Page {
 
 }  // namespace
 
-std::string routePictureHtml(const RoutePicture& picture) { return Page(planOf(picture)).write(); }
+std::string htmlOf(const PicturePlan& plan) { return Page(plan).write(); }
+
+std::string routePictureHtml(const RoutePicture& picture) { return htmlOf(planOf(picture)); }
 
 }  // namespace tern::picture

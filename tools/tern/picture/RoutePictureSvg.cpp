@@ -68,6 +68,10 @@ class Column {
       y_ += 4;
       writeLines(normal, margin, plan_.summary, 2);
     }
+    if (plan_.legend) {
+      y_ += 10;
+      place(*plan_.legend);
+    }
     y_ += 12;
   }
 
@@ -105,14 +109,19 @@ class Column {
     write(small, pageWidth - margin, y_, panel.length, true);
     if (!panel.name.building.empty()) writeLines(small, margin, panel.name.building, 1);
     y_ += 9;
-    body_.open("g", {{"transform", "translate(" + decimal(margin) + " " + decimal(y_) + ")"}})
-        .raw(panel.drawing.markup)
-        .close()
-        .line();
-    y_ += panel.drawing.size.height + 2;
+    place(panel.drawing);
+    y_ += 2;
     if (!panel.drawing.note.empty()) writeLines(small, margin, panel.drawing.note, 3);
     if (panel.departure) drawDeparture(*panel.departure);
     y_ += 12;
+  }
+
+  void place(const PanelDrawing& drawing) {
+    body_.open("g", {{"transform", "translate(" + decimal(margin) + " " + decimal(y_) + ")"}})
+        .raw(drawing.markup)
+        .close()
+        .line();
+    y_ += drawing.size.height;
   }
 
   void drawDeparture(const FloorChange& change) {
@@ -149,6 +158,8 @@ class Column {
 
 }  // namespace
 
-std::string routePictureSvg(const RoutePicture& picture) { return Column(planOf(picture)).draw(); }
+std::string svgOf(const PicturePlan& plan) { return Column(plan).draw(); }
+
+std::string routePictureSvg(const RoutePicture& picture) { return svgOf(planOf(picture)); }
 
 }  // namespace tern::picture

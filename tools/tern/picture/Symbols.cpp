@@ -38,6 +38,20 @@ void drawStart(Markup& out, Point at) {
       .close();
 }
 
+void drawAsked(Markup& out, Point at) {
+  const std::string cross =
+      "M-" + decimal(askedRadiusPx - 1) + " 0h5m6 0h5M0-" + decimal(askedRadiusPx - 1) + "v5m0 6v5";
+  out.open("g", {{"transform", movedTo(at)}})
+      .leaf("circle", {{"r", askedRadiusPx}, {"fill", palette::casing}})
+      .leaf("circle", {{"r", askedRadiusPx - 3.5},
+                       {"fill", "none"},
+                       {"stroke", palette::ink},
+                       {"stroke-width", 1.5}})
+      .leaf("path", {{"d", cross}, {"stroke", palette::ink}, {"stroke-width", 1.5}})
+      .leaf("circle", {{"r", 1.8}, {"fill", palette::ink}})
+      .close();
+}
+
 void drawGoal(Markup& out, Point at) {
   out.open("g", {{"transform", movedTo({at.x, at.y + pinDepthPx})}})
       .leaf("path",

@@ -15,10 +15,13 @@ namespace tern::picture {
 inline constexpr double startRadiusPx = 9;
 inline constexpr double arrivalRadiusPx = 6.5;
 inline constexpr double changeRadiusPx = 12;
+inline constexpr double askedRadiusPx = 9;
 inline constexpr double goalWidthPx = 22;
 inline constexpr double goalHeightPx = 29;
 
 void drawStart(Markup& out, Point at);
+// The point that somebody asked from, which need not be on any way.
+void drawAsked(Markup& out, Point at);
 // A pin that stands on its point.
 void drawGoal(Markup& out, Point at);
 // Where one comes onto a floor.
