@@ -1,0 +1,20 @@
+# Whether two pictures look alike to an eye: of the same size, and no more than a few of their pixels
+# are of another colour. Letters and edges may come out a little otherwise from one version of a
+# browser to the next.
+import sys
+
+from PIL import Image, ImageChops
+
+# Of 255, in any of red, green and blue; and how many pixels of a thousand may be further off.
+NEAR = 48
+FEW = 4
+
+first, second = (Image.open(name).convert("RGB") for name in sys.argv[1:3])
+if first.size != second.size:
+    sys.exit(f"{first.size} is not {second.size}")
+parts = ImageChops.difference(first, second).split()
+most = ImageChops.lighter(ImageChops.lighter(parts[0], parts[1]), parts[2])
+off = sum(most.histogram()[NEAR + 1 :])
+share = 1000 * off / (first.width * first.height)
+if share > FEW:
+    sys.exit(f"{share:.1f} of 1000 pixels differ")
