@@ -7,7 +7,7 @@ from PIL import Image, ImageChops
 
 # Of 255, in any of red, green and blue; and how many pixels of a thousand may be further off.
 NEAR = 48
-FEW = 4
+FEW = 1.5
 
 first, second = (Image.open(name).convert("RGB") for name in sys.argv[1:3])
 if first.size != second.size:
