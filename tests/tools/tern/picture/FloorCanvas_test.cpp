@@ -34,7 +34,7 @@ class CanvasOf {
   FloorCanvas canvas;
 };
 
-bool has(const std::string& text, std::string_view part) {
+bool says(const std::string& text, std::string_view part) {
   return text.find(part) != std::string::npos;
 }
 
@@ -43,8 +43,8 @@ TEST(FloorCanvas, nameIsWrittenWholeInOneLineOrTwo) {
   of.canvas.name({{100, 60}}, "Toys", Weight::normal);
   of.canvas.name({{200, 160}}, "Juniper Bakery and Café", Weight::strong);
   const std::string markup = of.canvas.finish().markup;
-  EXPECT_TRUE(has(markup, ">Toys</text>"));
-  EXPECT_TRUE(has(markup, ">Juniper Bakery</text>") && has(markup, ">and Café</text>"));
+  EXPECT_TRUE(says(markup, ">Toys</text>"));
+  EXPECT_TRUE(says(markup, ">Juniper Bakery</text>") && has(markup, ">and Café</text>"));
 }
 
 TEST(FloorCanvas, nameWithoutRoomGoesToItsNextPlaceOrNowhere) {
@@ -52,8 +52,8 @@ TEST(FloorCanvas, nameWithoutRoomGoesToItsNextPlaceOrNowhere) {
   of.canvas.name({{1, 1}, {200, 100}}, "Toys", Weight::normal);
   of.canvas.name({{1, 1}, {399, 299}}, "Books", Weight::normal);
   const std::string markup = of.canvas.finish().markup;
-  EXPECT_TRUE(has(markup, "Toys"));
-  EXPECT_FALSE(has(markup, "Books"));
+  EXPECT_TRUE(says(markup, "Toys"));
+  EXPECT_FALSE(says(markup, "Books"));
 }
 
 TEST(FloorCanvas, whatTheDrawingSaysReadablyIsNotSaidTwice) {
@@ -64,8 +64,8 @@ TEST(FloorCanvas, whatTheDrawingSaysReadablyIsNotSaidTwice) {
   of.canvas.name({{200, 150}}, "Coral", Weight::normal);
   of.canvas.name({{200, 200}}, "Toys", Weight::normal);
   const std::string markup = of.canvas.finish().markup;
-  EXPECT_FALSE(has(markup, "Coral"));
-  EXPECT_TRUE(has(markup, "Toys"));
+  EXPECT_FALSE(says(markup, "Coral"));
+  EXPECT_TRUE(says(markup, "Toys"));
 }
 
 TEST(FloorCanvas, namesKeepOffWhatIsWrittenInTheDrawingAndItsSigns) {
