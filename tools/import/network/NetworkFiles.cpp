@@ -100,7 +100,7 @@ void NetworkFiles::add(const std::string& file, std::string text, Oddities& told
 }
 
 void NetworkFiles::addFeatures(const std::string& file, const Value& document, Oddities& told) {
-  const std::optional<PlaneSystem> system = planeSystemOf(document);
+  const std::optional<PlaneSystem> system = statedPlaneSystem(document);
   if (!document["features"].isList()) {
     told.tell(file, "unreadable", "The file has no list of features.");
     return;

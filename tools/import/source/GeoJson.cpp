@@ -38,7 +38,7 @@ std::optional<GlobePolygon> polygon(const Value& coordinates, const PlaneSystem&
 
 }  // namespace
 
-std::optional<PlaneSystem> planeSystemOf(const Value& document) {
+std::optional<PlaneSystem> statedPlaneSystem(const Value& document) {
   const Value& name = document["crs"]["properties"]["name"];
   return name.isText() ? planeSystemOf(name.text()) : PlaneSystem();
 }

@@ -17,7 +17,7 @@ using GlobePolygon = std::vector<GlobeLine>;
 
 // The system that a document says its coordinates are in, longitude and latitude where it says
 // none; none for one that is not known.
-std::optional<PlaneSystem> planeSystemOf(const Value& document);
+std::optional<PlaneSystem> statedPlaneSystem(const Value& document);
 
 std::optional<LonLat> globePoint(const Value& geometry, const PlaneSystem& system);
 // Of a LineString, or of a MultiLineString of one line; of two points or more.

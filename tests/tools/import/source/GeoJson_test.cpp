@@ -18,14 +18,15 @@ Value geometry(std::string_view type, std::string_view coordinates) {
 }
 
 TEST(GeoJson, documentsAreInDegreesUnlessTheySay) {
-  const auto plain = planeSystemOf(Value::map({}));
+  const auto plain = statedPlaneSystem(Value::map({}));
   ASSERT_TRUE(plain);
   EXPECT_EQ(globePoint(geometry("Point", "[139.5,35.5]"), *plain), (LonLat{139.5, 35.5}));
   const Value name = Value::map({{"name", "urn:ogc:def:crs:EPSG::6677"}});
   const Value document = Value::map({{"crs", Value::map({{"properties", name}})}});
-  EXPECT_NEAR(globePoint(geometry("Point", "[0,0]"), *planeSystemOf(document))->latitude, 36, 1e-9);
+  EXPECT_NEAR(globePoint(geometry("Point", "[0,0]"), *statedPlaneSystem(document))->latitude, 36,
+              1e-9);
   const Value unknown = Value::map({{"name", "EPSG:1"}});
-  EXPECT_FALSE(planeSystemOf(Value::map({{"crs", Value::map({{"properties", unknown}})}})));
+  EXPECT_FALSE(statedPlaneSystem(Value::map({{"crs", Value::map({{"properties", unknown}})}})));
 }
 
 TEST(GeoJson, heightsArePassedOver) {
