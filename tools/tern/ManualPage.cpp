@@ -1,10 +1,15 @@
 #include "tools/tern/ManualPage.hpp"
 
 #include <array>
+#include <cstdint>
+#include <iomanip>
 #include <span>
+#include <sstream>
+#include <utility>
 #include <vector>
 
 #include "TernCoreKit/Version.hpp"
+#include "TernCoreKit/platform/Utf8.hpp"
 #include "tools/tern/CommandTable.hpp"
 #include "tools/tern/HelpPage.hpp"
 #include "tools/tern/SharedOptions.hpp"
@@ -38,12 +43,23 @@ std::string literal(char letter) {
   }
 }
 
+// A letter beyond ASCII by its number, of at least four digits.
+std::string numbered(char32_t code) {
+  std::ostringstream name;
+  name << "\\[u" << std::hex << std::uppercase << std::setw(4) << std::setfill('0')
+       << static_cast<std::uint32_t>(code) << ']';
+  return std::move(name).str();
+}
+
 // A line that begins with a point would be a request, so no word begins with one.
 std::string literal(std::string_view text) {
   std::string escaped;
-  for (const char letter : text) {
+  while (!text.empty()) {
+    const Utf8Character letter = firstUtf8Character(text);
     const bool isFirst = escaped.empty() || escaped.back() == ' ';
-    escaped += (letter == '.' && isFirst ? "\\&" : "") + literal(letter);
+    if (letter.code == '.' && isFirst) escaped += "\\&";
+    escaped += letter.code < 0x80 ? literal(static_cast<char>(letter.code)) : numbered(letter.code);
+    text.remove_prefix(letter.size);
   }
   return escaped;
 }

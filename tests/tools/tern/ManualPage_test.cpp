@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <string>
+
 #include "tools/tern/CommandTable.hpp"
 
 namespace tern::command {
@@ -29,6 +32,13 @@ TEST(ManualPage, everyCommandHasItsPart) {
 TEST(ManualPage, lettersStandForThemselves) {
   EXPECT_THAT(manualPage(), HasSubstr("echo \\(aq{\\(dqop\\(dq:"));
   EXPECT_THAT(manualPage(), Not(HasSubstr("\n'")));
+}
+
+// Of others roff knows the number only.
+TEST(ManualPage, isAllAscii) {
+  const std::string page = manualPage();
+  EXPECT_TRUE(std::ranges::all_of(page, [](char c) { return c > 0; }));
+  EXPECT_THAT(page, HasSubstr("\\-\\-from \\[u6771]\\[u53E3]"));
 }
 
 }  // namespace
