@@ -43,9 +43,16 @@ OpenedSource openFolder(const fs::path& folder) {
   return {{folder, namedFolder(folder).filename().string(), std::move(names)}, std::nullopt};
 }
 
+OpenedSource openArchive(const fs::path& file) {
+  OpenedZip opened = openZip(file);
+  if (opened.error) return failed(*std::move(opened.error));
+  return {{file.stem().string(), std::move(opened.archive)}, std::nullopt};
+}
+
 }  // namespace
 
 ReadFile SourceFiles::read(const std::string& name) const {
+  if (archive_) return archive_->read(name);
   const fs::path file = root_ / name;
   std::error_code error;
   const std::uintmax_t size = fs::file_size(file, error);
@@ -67,6 +74,7 @@ OpenedSource openSource(const fs::path& source) {
   if (error) return failed(source.string() + ": " + error.message());
   if (fs::is_directory(status)) return openFolder(source);
   if (!fs::is_regular_file(status)) return failed(source.string() + " is no file and no folder");
+  if (isZip(source)) return openArchive(source);
   return {{source.parent_path(), source.stem().string(), {source.filename().string()}},
           std::nullopt};
 }
