@@ -82,6 +82,8 @@ struct DraftLink {
   bool hasSteps = false;
   // Steeper than what a ramp may be without a word.
   bool isSteep = false;
+  // How many of the source's it is: the way there and the way back may be one each.
+  int records = 1;
   // What else the source says of it, as an application may want it: "width", "steps", ...
   Value details = Value::map();
 };

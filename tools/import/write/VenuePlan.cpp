@@ -73,7 +73,7 @@ class Planner {
 
   void planLink(std::size_t index) {
     const DraftLink& link = draft_.links[index];
-    ++plan_.kinds[static_cast<std::size_t>(link.kind)];
+    plan_.kinds[static_cast<std::size_t>(link.kind)] += link.records;
     const std::size_t from = draft_.nodes[link.from].floor;
     const std::size_t to = draft_.nodes[link.to].floor;
     if (from != to) {

@@ -88,7 +88,7 @@ struct VenuePlan {
   std::vector<PlannedPath> paths;
   std::vector<PlannedPlace> destinations;
   std::vector<PlannedPlace> amenities;
-  // Links, by kind.
+  // The source's links, by kind.
   std::array<int, linkKindCount> kinds{};
   Oddities oddities;
 };
