@@ -3,6 +3,7 @@
 #include <utility>
 #include <vector>
 
+#include "tools/import/gtfs/GtfsFeed.hpp"
 #include "tools/import/network/NetworkFiles.hpp"
 #include "tools/import/network/NetworkReader.hpp"
 #include "tools/import/source/SourceFiles.hpp"
@@ -11,29 +12,50 @@ namespace tern::imports {
 
 namespace {
 
-Imported failed(bool isOfSource, std::string sentence) {
-  return {{}, ImportFailure{isOfSource, std::move(sentence)}};
+Imported failed(std::string_view option, std::string sentence) {
+  return {{}, ImportFailure{option, std::move(sentence)}};
+}
+
+std::string formatOf(const SourceFiles& files, const ImportWishes& wishes) {
+  if (!wishes.format.empty()) return wishes.format;
+  if (GtfsFeed::isIn(files)) return "gtfs";
+  return NetworkFiles::areIn(files) ? "network" : "";
+}
+
+Imported written(const std::vector<Draft>& drafts, const ImportWishes& wishes,
+                 const std::filesystem::path& out) {
+  WrittenVenues written = writeVenues(drafts, wishes.venue, out);
+  if (written.error) return failed("--out", *written.error);
+  return {std::move(written), std::nullopt};
 }
 
 }  // namespace
 
 Imported importSource(const std::filesystem::path& source, const std::filesystem::path& out,
                       const ImportWishes& wishes) {
-  if (!wishes.format.empty() && wishes.format != "network") {
-    return failed(true, "the format " + wishes.format + " cannot be read yet");
+  if (!wishes.format.empty() && wishes.format != "network" && wishes.format != "gtfs") {
+    return failed("", "the format " + wishes.format + " cannot be read yet");
   }
   const OpenedSource opened = openSource(source);
-  if (opened.error) return failed(true, *opened.error);
-  if (wishes.format.empty() && !NetworkFiles::areIn(opened.files)) {
-    return failed(true, source.string() +
-                            " holds no building data that is known: no nodes and links as GeoJSON");
+  if (opened.error) return failed("", *opened.error);
+  const std::string format = formatOf(opened.files, wishes);
+  if (format.empty()) {
+    return failed("", source.string() +
+                          " holds no building data that is known: no nodes and links as GeoJSON, "
+                          "and no stops.txt and pathways.txt of a transit feed");
+  }
+  if (format == "gtfs") {
+    const ReadStations read = readGtfs(opened.files, wishes.stations);
+    if (read.error && read.isOfWish) return failed("--station", *read.error);
+    if (read.error) return failed("", source.string() + ": " + *read.error);
+    return written(read.drafts, wishes, out);
+  }
+  if (wishes.stations.all || !wishes.stations.station.empty()) {
+    return failed(wishes.stations.all ? "--all" : "--station", "only a transit feed has stations");
   }
   ReadDraft read = readNetwork(opened.files);
-  if (read.error) return failed(true, source.string() + ": " + *read.error);
-  const std::vector<Draft> drafts{std::move(read.draft)};
-  WrittenVenues written = writeVenues(drafts, wishes.venue, out);
-  if (written.error) return failed(false, *written.error);
-  return {std::move(written), std::nullopt};
+  if (read.error) return failed("", source.string() + ": " + *read.error);
+  return written({std::move(read.draft)}, wishes, out);
 }
 
 }  // namespace tern::imports

@@ -11,19 +11,22 @@
 #include <string>
 #include <string_view>
 
+#include "tools/import/gtfs/GtfsReader.hpp"
 #include "tools/import/write/WriteVenues.hpp"
 
 namespace tern::imports {
 
 struct ImportWishes {
-  // "network"; empty: as the source's files tell.
+  // "network" or "gtfs"; empty: as the source's files tell.
   std::string format;
+  // Of a transit feed.
+  StationWish stations;
   VenueWishes venue;
 };
 
 struct ImportFailure {
-  // The source, or else the folder to write.
-  bool isOfSource = true;
+  // Which word of the call another one would help for: "--out"; empty: the source is at fault.
+  std::string_view option;
   std::string sentence;
 };
 

@@ -24,13 +24,16 @@ std::string textOf(const Arguments& call, std::string_view name) {
 imports::ImportWishes wishesOf(const Arguments& call) {
   imports::ImportWishes wishes;
   wishes.format = textOf(call, "format");
+  wishes.stations.station = textOf(call, "station");
+  wishes.stations.all = call.request["all"].flag();
   wishes.venue.name = textOf(call, "name");
   wishes.venue.language = textOf(call, "language");
   return wishes;
 }
 
 Failure failureOf(const imports::ImportFailure& failure) {
-  if (!failure.isOfSource) return wrongWords("--out: " + failure.sentence);
+  if (!failure.option.empty())
+    return wrongWords(std::string(failure.option) + ": " + failure.sentence);
   return notLoaded(TernErrorTypeObjectNotFound, failure.sentence);
 }
 
@@ -53,11 +56,16 @@ Outcome importFolder(const Arguments& call, Console&) {
   return Answer{.text = onItsLines(imports::reportText(imported.written)), .remark = {}};
 }
 
-std::optional<std::string> objectionToFormat(const Arguments& call) {
+std::optional<std::string> objectionToWords(const Arguments& call) {
   constexpr std::array<std::string_view, 5> known{"", "network", "imdf", "gtfs", "osm"};
   const std::string format = textOf(call, "format");
-  if (std::ranges::find(known, format) != known.end()) return std::nullopt;
-  return "--format: " + inQuotes(format) + " must be network, imdf, gtfs or osm";
+  if (std::ranges::find(known, format) == known.end()) {
+    return "--format: " + inQuotes(format) + " must be network, imdf, gtfs or osm";
+  }
+  if (!call.request["all"].flag()) return std::nullopt;
+  if (!textOf(call, "station").empty()) return "--all: --station names a single one";
+  if (!textOf(call, "name").empty()) return "--all: --name is the name of a single venue";
+  return std::nullopt;
 }
 
 }  // namespace
@@ -69,20 +77,24 @@ const Command importCommand{
                  required},
                 {"--format", "F", "network, imdf, gtfs or osm; left out: as the files tell",
                  readText},
+                {"--station", "ID", "of a transit feed this station", readText},
+                {"--all", "", "of a transit feed every station, each a venue"},
                 {"--name", "N", "the venue's name; left out: the source's", readText},
                 {"--language", "L", "of names, where the source has several", readText},
                 {"--report", "FILE", "what --json prints, as a file", readText}},
-    .operand = {"SOURCE", "SOURCE", "a folder of building data, or a file", readText, required,
-                "source"},
+    .operand = {"SOURCE", "SOURCE", "a folder of building data, a .zip or a file", readText,
+                required, "source"},
     .about = importFolder,
-    .objection = objectionToFormat,
+    .objection = objectionToWords,
     .help = R"(Examples:
   tern import station --out venue
   tern import station --out venue --name "Harbour Station" --language en --json
+  tern import feed.zip --out venue --station central
   tern route --data venue --from 東口 --to 中央改札口
 
 Reads pedestrian networks: nodes and links as GeoJSON, with floor plans where
-they lie beside; no other format yet. What of the source did not come through as it stands is told,
+they lie beside; and the stops, levels and pathways of transit feeds. No other
+format yet. What of the source did not come through as it stands is told,
 record by record with --json. docs/import.md says what becomes of what.
 
 The folder is written whole or not at all. Ids stay what they are when the same

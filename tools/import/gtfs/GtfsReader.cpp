@@ -1,0 +1,148 @@
+#include "tools/import/gtfs/GtfsReader.hpp"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+#include "tools/import/gtfs/GtfsFeed.hpp"
+#include "tools/import/gtfs/StationDraft.hpp"
+
+namespace tern::imports {
+
+namespace {
+
+constexpr std::size_t mostListed = 5;
+
+ReadStations failed(std::string error, bool isOfWish) { return {{}, std::move(error), isOfWish}; }
+
+class GtfsReader {
+ public:
+  explicit GtfsReader(const StationWish& wish) : wish_(wish) {}
+
+  ReadStations read(const SourceFiles& source) {
+    if (auto error = feed_.read(source)) return failed(*std::move(error), false);
+    rest_ = feed_.told();
+    for (std::size_t i = 0; i < feed_.stops().size(); ++i) sortStop(i);
+    for (std::size_t i = 0; i < feed_.pathways().size(); ++i) sortPathway(i);
+    std::vector<const StationParts*> chosen;
+    for (const auto& [id, parts] : stations_) {
+      const bool isWished = wish_.station.empty() || wish_.station == id;
+      if (isWished && !parts.pathways.empty()) chosen.push_back(&parts);
+    }
+    if (chosen.empty() && wish_.station.empty()) {
+      return failed("no pathway of the feed leads through a station", false);
+    }
+    if (chosen.empty()) return failed(noSuchStation(), true);
+    if (chosen.size() > 1 && !wish_.all) return failed("there are " + listed(chosen), true);
+    return {drafted(chosen), std::nullopt, false};
+  }
+
+ private:
+  const GtfsStop& stop(std::size_t index) const { return feed_.stops()[index]; }
+
+  // The place in the list of the station that a stop belongs to or is: it may be the parent of its
+  // parent.
+  std::optional<std::size_t> stationOf(std::size_t index) const {
+    std::optional<std::size_t> at = index;
+    for (int i = 0; i < 3 && at; ++i) {
+      if (stop(*at).kind == StopKind::station) return at;
+      at = feed_.stopOf(stop(*at).parent);
+    }
+    return std::nullopt;
+  }
+
+  void sortStop(std::size_t index) {
+    const auto station = stationOf(index);
+    if (!station) {
+      const bool isDangling = !stop(index).parent.empty();
+      rest_.tell(stop(index).id, isDangling ? "dangling" : "noStation",
+                 isDangling ? "Its parent is no station of the feed." : "It is in no station.");
+      return;
+    }
+    StationParts& parts = stations_[stop(*station).id];
+    parts.station = *station;
+    if (index != *station) parts.stops.push_back(index);
+  }
+
+  void sortPathway(std::size_t index) {
+    const GtfsPathway& way = feed_.pathways()[index];
+    const auto from = feed_.stopOf(way.from);
+    const auto to = feed_.stopOf(way.to);
+    const auto fromStation = from ? stationOf(*from) : std::nullopt;
+    const auto toStation = to ? stationOf(*to) : std::nullopt;
+    const auto known = fromStation ? fromStation : toStation;
+    Oddities& told = known ? stations_[stop(*known).id].told : rest_;
+    if (!from || !to) {
+      told.tell(way.id, "dangling", "The pathway names a stop that is not there.");
+    } else if (from == fromStation || to == toStation) {
+      told.tell(way.id, "noNode", "The pathway leads to the station as such, not to a part of it.");
+    } else if (!fromStation || !toStation) {
+      told.tell(way.id, "noStation", "An end of the pathway is in no station.");
+    } else if (fromStation != toStation) {
+      told.tell(way.id, "otherStation",
+                "The pathway leads to another station, which is a venue of its own.");
+    } else {
+      stations_[stop(*known).id].pathways.push_back(index);
+    }
+  }
+
+  std::string noSuchStation() const {
+    std::vector<const StationParts*> all;
+    for (const auto& [id, parts] : stations_) {
+      if (!parts.pathways.empty()) all.push_back(&parts);
+    }
+    const bool isThere = stations_.contains(wish_.station);
+    const std::string what = isThere ? "no pathway leads through " : "there is no station ";
+    return what + wish_.station + "; there are " + listed(all);
+  }
+
+  std::string listed(const std::vector<const StationParts*>& stations) const {
+    std::string text = std::to_string(stations.size()) + " with pathways:";
+    for (std::size_t i = 0; i < stations.size() && i < mostListed; ++i) {
+      const GtfsStop& station = stop(stations[i]->station);
+      text += (i == 0 ? " " : ", ") + station.id + " (" + station.name + ")";
+    }
+    if (stations.size() > mostListed) {
+      text += " and " + std::to_string(stations.size() - mostListed) + " more";
+    }
+    return text;
+  }
+
+  // Of one station what concerns it is told; of all of them everything is, once.
+  std::vector<Draft> drafted(const std::vector<const StationParts*>& chosen) {
+    std::vector<Draft> drafts;
+    for (const StationParts* const parts : chosen) drafts.push_back(draftOf(feed_, *parts));
+    const bool isWhole = wish_.station.empty();
+    if (isWhole) tellOfStationsLeftOut();
+    const Oddities& rest = isWhole ? rest_ : feed_.told();
+    for (const Oddity& oddity : rest.told()) {
+      drafts.front().oddities.tell(oddity.id, oddity.kind, oddity.why);
+    }
+    return drafts;
+  }
+
+  void tellOfStationsLeftOut() {
+    for (const auto& [id, parts] : stations_) {
+      if (!parts.pathways.empty()) continue;
+      rest_.tell(id, "noPathways", "No pathway leads through the station.");
+      for (const std::size_t index : parts.stops) {
+        rest_.tell(stop(index).id, "noPathways", "No pathway leads through its station.");
+      }
+      for (const Oddity& oddity : parts.told.told()) rest_.tell(oddity.id, oddity.kind, oddity.why);
+    }
+  }
+
+  const StationWish& wish_;
+  GtfsFeed feed_;
+  std::map<std::string, StationParts> stations_;
+  // What belongs to no station that is drafted.
+  Oddities rest_;
+};
+
+}  // namespace
+
+ReadStations readGtfs(const SourceFiles& source, const StationWish& wish) {
+  return GtfsReader(wish).read(source);
+}
+
+}  // namespace tern::imports

@@ -1,0 +1,70 @@
+#include "tools/import/gtfs/PlaceNames.hpp"
+
+#include <string>
+
+namespace tern::imports {
+
+namespace {
+
+// A longer description is prose.
+constexpr std::size_t mostNameBytes = 100;
+
+DraftCategory category(const char* id, const char* en, const char* de, const char* fr,
+                       const char* es, const char* ja) {
+  return {id, {{"en", en}, {"de", de}, {"fr", fr}, {"es", es}, {"ja", ja}}};
+}
+
+Names codeNames(const std::string& code) {
+  return {{"en", "Platform " + code},
+          {"de", "Gleis " + code},
+          {"fr", "Quai " + code},
+          {"es", "Andén " + code},
+          {"ja", code + "番線"}};
+}
+
+bool describesItself(const GtfsStop& stop) {
+  return stop.description.size() > stop.name.size() && stop.description.size() <= mostNameBytes &&
+         stop.description.starts_with(stop.name);
+}
+
+Names namesLikeOthers(const GtfsFeed& feed, const GtfsStop& station, const GtfsStop& stop) {
+  if (!stop.name.empty() && describesItself(stop)) return {{feed.language(), stop.description}};
+  if (!stop.platformName.empty()) return {{feed.language(), stop.platformName}};
+  if (stop.platformCode.empty()) return feed.stopNames(stop);
+  if (stop.name.empty() || stop.name == station.name) return codeNames(stop.platformCode);
+  Names names = feed.stopNames(stop);
+  for (Name& name : names) name.text += " " + stop.platformCode;
+  return names;
+}
+
+}  // namespace
+
+DraftCategory platformCategory() {
+  return category("platform", "Platform", "Bahnsteig", "Quai", "Andén", "乗り場");
+}
+
+DraftCategory boardingAreaCategory() {
+  return category("boarding-area", "Boarding area", "Einstiegsbereich", "Zone d’embarquement",
+                  "Zona de embarque", "乗車位置");
+}
+
+DraftCategory entranceCategory() {
+  return category("entrance", "Entrance", "Eingang", "Entrée", "Entrada", "出入口");
+}
+
+DraftCategory gateCategory() {
+  return category("ticket-gate", "Ticket gate", "Fahrkartensperre", "Portillon", "Torniquete",
+                  "改札口");
+}
+
+DraftCategory liftCategory() {
+  return category("lift", "Lift", "Aufzug", "Ascenseur", "Ascensor", "エレベーター");
+}
+
+Names placeNames(const GtfsFeed& feed, const GtfsStop& station, const GtfsStop& stop,
+                 bool isShared) {
+  const bool isStations = stop.name.empty() || stop.name == station.name;
+  return isStations || isShared ? namesLikeOthers(feed, station, stop) : feed.stopNames(stop);
+}
+
+}  // namespace tern::imports
