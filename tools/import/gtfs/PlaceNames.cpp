@@ -22,13 +22,18 @@ Names codeNames(const std::string& code) {
           {"ja", code + "番線"}};
 }
 
-bool describesItself(const GtfsStop& stop) {
-  return stop.description.size() > stop.name.size() && stop.description.size() <= mostNameBytes &&
-         stop.description.starts_with(stop.name);
+// What the description says beyond the stop's own name, "Red Line - North" of "Park Street - Red
+// Line - North"; empty where it is anything else.
+std::string beyondName(const GtfsStop& stop) {
+  const std::string head = stop.name + " - ";
+  const bool isOne = !stop.name.empty() && stop.description.size() <= mostNameBytes &&
+                     stop.description.starts_with(head);
+  return isOne ? stop.description.substr(head.size()) : std::string();
 }
 
 Names namesLikeOthers(const GtfsFeed& feed, const GtfsStop& station, const GtfsStop& stop) {
-  if (!stop.name.empty() && describesItself(stop)) return {{feed.language(), stop.description}};
+  const std::string beyond = beyondName(stop);
+  if (!beyond.empty()) return {{feed.language(), beyond}};
   if (!stop.platformName.empty()) return {{feed.language(), stop.platformName}};
   if (stop.platformCode.empty()) return feed.stopNames(stop);
   if (stop.name.empty() || stop.name == station.name) return codeNames(stop.platformCode);

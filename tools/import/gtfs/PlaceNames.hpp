@@ -1,7 +1,7 @@
 // What the places of a station are called, as a passenger would ask for them.
 //
 // Feeds often call every platform like its station. Then its description tells it from the others
-// where it begins with that name, else where the trains go, else its code: "Platform 3".
+// by what stands behind that name, else where the trains go, else its code: "Platform 3".
 //
 // Threads: free functions. Fails: never: a place without a name has none.
 #pragma once

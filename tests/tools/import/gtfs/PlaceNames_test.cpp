@@ -1,0 +1,35 @@
+#include "tools/import/gtfs/PlaceNames.hpp"
+
+#include <gtest/gtest.h>
+
+namespace tern::imports {
+namespace {
+
+std::string nameOf(const GtfsStop& stop, bool isShared, std::string_view language = "en") {
+  const GtfsStop station{.id = "s", .kind = StopKind::station, .name = "Mill"};
+  return std::string(nameIn(placeNames(GtfsFeed(), station, stop, isShared), language));
+}
+
+TEST(PlaceNames, nameOfItsOwnIsKept) {
+  EXPECT_EQ(nameOf({.name = "Track 4", .description = "Track 4 - north"}, false), "Track 4");
+}
+
+TEST(PlaceNames, platformCalledLikeItsStationIsToldFromTheOthers) {
+  EXPECT_EQ(nameOf({.name = "Mill", .description = "Mill - Red Line - North"}, true),
+            "Red Line - North");
+  EXPECT_EQ(nameOf({.name = "Mill", .description = "By the river", .platformName = "North"}, true),
+            "North");
+  EXPECT_EQ(nameOf({.name = "Mill", .platformCode = "3"}, true), "Platform 3");
+  EXPECT_EQ(nameOf({.name = "Mill", .platformCode = "3"}, true, "de"), "Gleis 3");
+  EXPECT_EQ(nameOf({.name = "Mill"}, true), "Mill");
+}
+
+TEST(PlaceNames, namesakesAreToldByTheirCodes) {
+  EXPECT_EQ(nameOf({.name = "Bus stop", .platformCode = "B"}, true), "Bus stop B");
+  EXPECT_EQ(nameOf({.name = "Bus stop", .platformCode = "B"}, false), "Bus stop");
+}
+
+TEST(PlaceNames, placeWithoutAnyNameHasNone) { EXPECT_EQ(nameOf({.id = "p"}, false), ""); }
+
+}  // namespace
+}  // namespace tern::imports
