@@ -43,7 +43,7 @@ TEST(Import, sourceThatIsNoBuildingWritesNothing) {
   for (const char* source : {"source", "nowhere", "nodes", "source/notes.txt"}) {
     const Imported imported = importSource(folder.at(source), folder.at("out"), {});
     ASSERT_TRUE(imported.failure) << source;
-    EXPECT_TRUE(imported.failure->isOfSource) << source;
+    EXPECT_EQ(imported.failure->option, "") << source;
     EXPECT_NE(imported.failure->sentence.find(folder.at(source)), std::string::npos);
     EXPECT_FALSE(fs::exists(folder.at("out"))) << source;
   }
@@ -54,7 +54,7 @@ TEST(Import, folderThatCannotBeWrittenIsNotTheSourcesFault) {
   folder.write("out/mine.txt", "mine");
   const Imported imported = importSource(stationPath(), folder.at("out"), {});
   ASSERT_TRUE(imported.failure);
-  EXPECT_FALSE(imported.failure->isOfSource);
+  EXPECT_EQ(imported.failure->option, "--out");
 }
 
 struct Site {
