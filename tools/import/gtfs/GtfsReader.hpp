@@ -18,7 +18,7 @@ namespace tern::imports {
 // Neither: the only one that there is.
 struct StationWish {
   // By its id in the feed.
-  std::string station;
+  std::string station = {};
   bool all = false;
 };
 

@@ -19,7 +19,7 @@ class CsvReader {
       : columns_(columns), onRow_(onRow), fields_(columns.size()) {
     head_.has.resize(columns.size());
     // Only memory could be wanting, and none is taken yet.
-    csv_init(&parser_, CSV_STRICT_FINI);
+    csv_init(&parser_, 0);
   }
   ~CsvReader() { csv_free(&parser_); }
   CsvReader(const CsvReader&) = delete;
@@ -27,13 +27,13 @@ class CsvReader {
 
   CsvHead read(std::string_view text) {
     if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
-    while (!text.empty() && !head_.error) {
-      parse(text.substr(0, chunkBytes));
-      text.remove_prefix(std::min(text.size(), chunkBytes));
+    std::string_view rest = text;
+    while (!rest.empty() && !head_.error) {
+      parse(rest.substr(0, chunkBytes));
+      rest.remove_prefix(std::min(rest.size(), chunkBytes));
     }
-    if (!head_.error && csv_fini(&parser_, fieldEnds, rowEnds, this) != 0) {
-      fail("a quote is not closed");
-    }
+    if (!head_.error && isQuoteOpenAfter(text)) fail("a quote is not closed");
+    if (!head_.error) csv_fini(&parser_, fieldEnds, rowEnds, this);
     if (!head_.error && !isHeadRead_) fail("it has no head");
     return std::move(head_);
   }
@@ -46,6 +46,12 @@ class CsvReader {
     } else if (bytesSinceField_ > mostCsvFieldBytes) {
       fail("a field is longer than " + std::to_string(mostCsvFieldBytes >> 20U) + " MiB");
     }
+  }
+
+  // libcsv says so by itself only where it takes no quote within a field either, which feeds have.
+  bool isQuoteOpenAfter(std::string_view text) const {
+    const std::size_t last = text.find_last_not_of(" \t");
+    return parser_.quoted != 0 && last != std::string_view::npos && text[last] != '"';
   }
 
   static void fieldEnds(void* field, std::size_t size, void* reader) {

@@ -5,8 +5,21 @@
 namespace tern::imports {
 namespace {
 
-std::string nameOf(const GtfsStop& stop, bool isShared, std::string_view language = "en") {
-  const GtfsStop station{.id = "s", .kind = StopKind::station, .name = "Mill"};
+struct Stop {
+  std::string name = {};
+  std::string description = {};
+  std::string platformName = {};
+  std::string platformCode = {};
+};
+
+std::string nameOf(const Stop& said, bool isShared, std::string_view language = "en") {
+  GtfsStop station;
+  station.name = "Mill";
+  GtfsStop stop;
+  stop.name = said.name;
+  stop.description = said.description;
+  stop.platformName = said.platformName;
+  stop.platformCode = said.platformCode;
   return std::string(nameIn(placeNames(GtfsFeed(), station, stop, isShared), language));
 }
 
@@ -29,7 +42,7 @@ TEST(PlaceNames, namesakesAreToldByTheirCodes) {
   EXPECT_EQ(nameOf({.name = "Bus stop", .platformCode = "B"}, false), "Bus stop");
 }
 
-TEST(PlaceNames, placeWithoutAnyNameHasNone) { EXPECT_EQ(nameOf({.id = "p"}, false), ""); }
+TEST(PlaceNames, placeWithoutAnyNameHasNone) { EXPECT_EQ(nameOf({}, false), ""); }
 
 }  // namespace
 }  // namespace tern::imports

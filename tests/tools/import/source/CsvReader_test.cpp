@@ -43,6 +43,10 @@ TEST(CsvReader, quotedFieldsHoldCommasQuotesAndLines) {
               ElementsAre("a|Mill, \"Old\"\nGate"));
 }
 
+TEST(CsvReader, quotesWithinAFieldAreText) {
+  EXPECT_THAT(tableOf("id,name\na,5\" pipe\nb,\"B\"").rows, ElementsAre("a|5\" pipe", "b|B"));
+}
+
 TEST(CsvReader, missingColumnsAreEmptyAndKnown) {
   const ReadTable table = tableOf("id\na\n");
   EXPECT_THAT(table.head.has, ElementsAre(true, false));
