@@ -16,7 +16,7 @@ namespace tern::imports {
 
 namespace {
 
-constexpr double mostOrdinal = 1'000;
+constexpr double mostLevelIndex = 1'000;
 
 // The folder that the feed lies in, with a slash behind; the highest one with such a file.
 std::optional<std::string> folderOf(const SourceFiles& source, std::string_view file) {
@@ -178,7 +178,7 @@ void GtfsFeed::addStop(const RowReader& row) {
 void GtfsFeed::addLevel(const RowReader& row) {
   const std::string& id = row["level_id"];
   const auto index = row.number("level_index");
-  if (id.empty() || !index || std::abs(*index) > mostOrdinal) {
+  if (id.empty() || !index || std::abs(*index) > mostLevelIndex) {
     told_.tell(id.empty() ? row.place() : id, "noFloor", "The level has no id or no index.");
   } else if (!levels_.try_emplace(id, GtfsLevel{id, row["level_name"], *index + 0.0}).second) {
     told_.tell(row.place(), "repeated",

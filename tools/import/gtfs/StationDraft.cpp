@@ -19,7 +19,7 @@ namespace tern::imports {
 namespace {
 
 // Farther from the middle of the station is another place.
-constexpr double mostMetres = 10'000;
+constexpr double mostStationMetres = 10'000;
 constexpr double mostPathwayMetres = 5'000;
 // One in twelve, as a ramp may be at most.
 constexpr double steepSlope = 1 / 12.0;
@@ -65,7 +65,7 @@ int riseOf(const GtfsPathway& pathway) {
   return steps > 0 ? 1 : steps < 0 ? -1 : 0;
 }
 
-double middleValue(std::vector<double> values) {
+double medianOf(std::vector<double> values) {
   const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
   std::ranges::nth_element(values, middle);
   return *middle;
@@ -145,7 +145,7 @@ class StationDrafter {
     if (longitudes.empty()) {
       tell(station_.id, "noPlace", "Nothing of the station has a place on the globe.");
     } else {
-      draft_.plane = LocalPlane({middleValue(longitudes), middleValue(latitudes)});
+      draft_.plane = LocalPlane({medianOf(longitudes), medianOf(latitudes)});
     }
     for (Node& node : nodes_) {
       if (!node.globe || isNear(draft_.plane.at(*node.globe))) continue;
@@ -155,7 +155,7 @@ class StationDrafter {
     }
   }
 
-  static bool isNear(Point at) { return std::hypot(at.x, at.y) <= mostMetres; }
+  static bool isNear(Point at) { return std::hypot(at.x, at.y) <= mostStationMetres; }
 
   void readLevels() {
     std::vector<std::optional<double>> stated;

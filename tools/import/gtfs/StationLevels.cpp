@@ -10,7 +10,7 @@ namespace tern::imports {
 namespace {
 
 // After so many rounds what still climbs to its own level goes round in a ring.
-constexpr int mostRounds = 16;
+constexpr int mostLevelRounds = 16;
 
 class LevelSolver {
  public:
@@ -102,7 +102,7 @@ class LevelSolver {
     std::vector<double> moved(decks.size());
     const auto at = [&](std::size_t node) { return *ordinals_[node] + moved[decks[node]]; };
     bool isDone = false;
-    for (int round = 0; round < mostRounds && !isDone; ++round) {
+    for (int round = 0; round < mostLevelRounds && !isDone; ++round) {
       isDone = true;
       for (const LevelLink& link : links_) {
         const bool areApart = decks[link.from] == decks[link.to] || at(link.from) != at(link.to);
