@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "TernCoreKit/platform/Numbers.hpp"
+#include "tools/import/draft/MiddleValue.hpp"
 #include "tools/import/draft/NearNodes.hpp"
 #include "tools/import/network/LiftKinds.hpp"
 #include "tools/import/network/NetworkCodes.hpp"
@@ -75,12 +76,6 @@ struct GlobeNode {
   double ordinal;
   LonLat place;
 };
-
-double middleValue(std::vector<double> values) {
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::ranges::nth_element(values, middle);
-  return *middle;
-}
 
 class NetworkReader {
  public:
