@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "TernCoreKit/platform/Value.hpp"
+#include "tools/import/draft/MiddleValue.hpp"
 #include "tools/import/gtfs/NodePlaces.hpp"
 #include "tools/import/gtfs/PlaceNames.hpp"
 #include "tools/import/gtfs/StationLevels.hpp"
@@ -63,12 +64,6 @@ double metresOf(const GtfsPathway& pathway) {
 int riseOf(const GtfsPathway& pathway) {
   const double steps = pathway.steps.value_or(0);
   return steps > 0 ? 1 : steps < 0 ? -1 : 0;
-}
-
-double medianOf(std::vector<double> values) {
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::ranges::nth_element(values, middle);
-  return *middle;
 }
 
 class StationDrafter {
@@ -145,7 +140,7 @@ class StationDrafter {
     if (longitudes.empty()) {
       tell(station_.id, "noPlace", "Nothing of the station has a place on the globe.");
     } else {
-      draft_.plane = LocalPlane({medianOf(longitudes), medianOf(latitudes)});
+      draft_.plane = LocalPlane({middleValue(longitudes), middleValue(latitudes)});
     }
     for (Node& node : nodes_) {
       if (!node.globe || isNear(draft_.plane.at(*node.globe))) continue;
