@@ -3,9 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <map>
 
+#include "tests/support/PedestrianNetwork.hpp"
 #include "tests/tools/import/gtfs/DrawnFeed.hpp"
 #include "tools/import/gtfs/GtfsFeed.hpp"
 
@@ -105,9 +105,11 @@ TEST(GtfsReader, parentsThatGoRoundAreNoStation) {
 
 // Every pathway is a link, half of one, or told of as left out.
 TEST(GtfsReader, bostonComesThroughWhole) {
-  const char* const named = std::getenv("TERN_REALDATA");
-  if (named == nullptr) GTEST_SKIP() << "no real stations here: TERN_REALDATA names no folder";
-  const OpenedSource opened = openSource(std::filesystem::path(named) / "gtfs" / "boston");
+  const auto data = test::realData();
+  if (!data) {
+    GTEST_SKIP() << "no real stations here: TERN_REALDATA names no folder, and none lies beside";
+  }
+  const OpenedSource opened = openSource(*data / "gtfs" / "boston");
   if (opened.error) GTEST_SKIP() << *opened.error;
   const ReadStations read = readGtfs(opened.files, {.all = true});
   ASSERT_EQ(read.error, std::nullopt);
