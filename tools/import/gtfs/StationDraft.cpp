@@ -12,8 +12,8 @@
 #include "TernCoreKit/platform/Value.hpp"
 #include "tools/import/draft/MiddleValue.hpp"
 #include "tools/import/gtfs/NodePlaces.hpp"
-#include "tools/import/gtfs/PlaceNames.hpp"
 #include "tools/import/gtfs/StationLevels.hpp"
+#include "tools/import/gtfs/StationNames.hpp"
 
 namespace tern::imports {
 

@@ -1,4 +1,4 @@
-#include "tools/import/gtfs/PlaceNames.hpp"
+#include "tools/import/gtfs/StationNames.hpp"
 
 #include <gtest/gtest.h>
 
@@ -23,11 +23,11 @@ std::string nameOf(const Stop& said, bool isShared, std::string_view language = 
   return std::string(nameIn(placeNames(GtfsFeed(), station, stop, isShared), language));
 }
 
-TEST(PlaceNames, nameOfItsOwnIsKept) {
+TEST(StationNames, nameOfItsOwnIsKept) {
   EXPECT_EQ(nameOf({.name = "Track 4", .description = "Track 4 - north"}, false), "Track 4");
 }
 
-TEST(PlaceNames, platformCalledLikeItsStationIsToldFromTheOthers) {
+TEST(StationNames, platformCalledLikeItsStationIsToldFromTheOthers) {
   EXPECT_EQ(nameOf({.name = "Mill", .description = "Mill - Red Line - North"}, true),
             "Red Line - North");
   EXPECT_EQ(nameOf({.name = "Mill", .description = "By the river", .platformName = "North"}, true),
@@ -37,12 +37,12 @@ TEST(PlaceNames, platformCalledLikeItsStationIsToldFromTheOthers) {
   EXPECT_EQ(nameOf({.name = "Mill"}, true), "Mill");
 }
 
-TEST(PlaceNames, namesakesAreToldByTheirCodes) {
+TEST(StationNames, namesakesAreToldByTheirCodes) {
   EXPECT_EQ(nameOf({.name = "Bus stop", .platformCode = "B"}, true), "Bus stop B");
   EXPECT_EQ(nameOf({.name = "Bus stop", .platformCode = "B"}, false), "Bus stop");
 }
 
-TEST(PlaceNames, placeWithoutAnyNameHasNone) { EXPECT_EQ(nameOf({}, false), ""); }
+TEST(StationNames, placeWithoutAnyNameHasNone) { EXPECT_EQ(nameOf({}, false), ""); }
 
 }  // namespace
 }  // namespace tern::imports

@@ -1,4 +1,4 @@
-#include "tools/import/gtfs/PlaceNames.hpp"
+#include "tools/import/gtfs/StationNames.hpp"
 
 #include <string>
 
