@@ -15,7 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Below this a high ratio does no harm.
+// Up to this a small archive may unpack to any multiple of its size.
 constexpr std::size_t harmlessBytes = std::size_t{1} << 20U;
 constexpr std::size_t chunkBytes = std::size_t{64} << 10U;
 // An archive ends with a record of 22 bytes and a comment of up to 64 KiB.
@@ -92,34 +92,36 @@ std::string sentenceOf(zip_error_t& error) {
   return sentence;
 }
 
-std::string tooLarge(const std::string& name) {
-  return name + " is larger than " + std::to_string(mostFileBytes >> 20U) + " MiB";
-}
-
-// Why the entry is not to be unpacked, by what the archive says of it.
-std::optional<std::string> objectionTo(const std::string& name, const zip_stat_t& entry) {
-  if (entry.encryption_method != ZIP_EM_NONE) return name + " is encrypted";
-  if (entry.size > mostFileBytes) return tooLarge(name);
-  if (entry.size > harmlessBytes && entry.size / mostUnpacking > entry.comp_size) {
-    return name + " unpacks to more than " + std::to_string(mostUnpacking) + " times its size";
+// Why an archive of so many bytes is not to be opened, by what it says of its entries. Where they
+// lie over one another, each may be harmless and all of them together are not.
+std::optional<std::string> objectionTo(zip* archive, std::uintmax_t bytes) {
+  std::uint64_t packed = bytes;
+  std::uint64_t unpacked = bytes * mostUnpacking + harmlessBytes;
+  const zip_int64_t count = zip_get_num_entries(archive, 0);
+  for (zip_int64_t i = 0; i < count; ++i) {
+    zip_stat_t entry;
+    if (zip_stat_index(archive, static_cast<zip_uint64_t>(i), 0, &entry) != 0) continue;
+    if (entry.comp_size > packed)
+      return " is no archive that can be read: its entries are longer than it";
+    if (entry.size > unpacked) {
+      return " unpacks to more than " + std::to_string(mostUnpacking) + " times its size";
+    }
+    packed -= entry.comp_size;
+    unpacked -= entry.size;
   }
   return std::nullopt;
 }
 
-// All that there really is, up to the bounds.
-ReadFile unpacked(const std::string& name, zip_file_t* file, std::uint64_t packedBytes) {
+// All that there really is, which is no more than the entry says.
+ReadFile unpacked(const std::string& name, zip_file_t* file, std::uint64_t statedBytes) {
   std::string text;
   std::array<char, chunkBytes> chunk;  // NOLINT(cppcoreguidelines-pro-type-member-init)
   zip_int64_t count = 0;
   while ((count = zip_fread(file, chunk.data(), chunk.size())) > 0) {
     text.append(chunk.data(), static_cast<std::size_t>(count));
-    if (text.size() > mostFileBytes) return {{}, tooLarge(name)};
-    if (text.size() > harmlessBytes && text.size() / mostUnpacking > packedBytes) {
-      return {{},
-              name + " unpacks to more than " + std::to_string(mostUnpacking) + " times its size"};
-    }
+    if (text.size() > statedBytes) break;
   }
-  if (count < 0) return {{}, name + " is damaged"};
+  if (count != 0) return {{}, name + " is damaged"};
   return {std::move(text), std::nullopt};
 }
 
@@ -133,10 +135,13 @@ ReadFile ZipArchive::read(const std::string& name) const {
       zip_stat(archive_, name.c_str(), 0, &entry) != 0) {
     return {{}, name + " is not in the archive"};
   }
-  if (auto objection = objectionTo(name, entry)) return {{}, std::move(objection)};
+  if (entry.encryption_method != ZIP_EM_NONE) return {{}, name + " is encrypted"};
+  if (entry.size > mostFileBytes) {
+    return {{}, name + " is larger than " + std::to_string(mostFileBytes >> 20U) + " MiB"};
+  }
   zip_file_t* const file = zip_fopen_index(archive_, entry.index, 0);
   if (file == nullptr) return {{}, name + " is damaged: " + zip_strerror(archive_)};
-  ReadFile read = unpacked(name, file, entry.comp_size);
+  ReadFile read = unpacked(name, file, entry.size);
   if (zip_fclose(file) != 0 && !read.error) return {{}, name + " is damaged"};
   return read;
 }
@@ -152,7 +157,13 @@ OpenedZip openZip(const fs::path& file) {
     zip_error_init_with_code(&error, code);
     return {nullptr, file.string() + " is no archive that can be read: " + sentenceOf(error)};
   }
-  return {std::make_shared<const ZipArchive>(archive, namesIn(archive)), std::nullopt};
+  auto opened = std::make_shared<const ZipArchive>(archive, namesIn(archive));
+  std::error_code gone;
+  const std::uintmax_t bytes = fs::file_size(file, gone);
+  if (auto objection = objectionTo(archive, gone ? 0 : bytes)) {
+    return {nullptr, file.string() + *objection};
+  }
+  return {std::move(opened), std::nullopt};
 }
 
 bool isZip(const fs::path& file) {

@@ -3,9 +3,9 @@
 //   const OpenedZip zip = openZip("feed.zip");
 //   if (zip.archive) zip.archive->read("stops.txt");
 //
-// An archive is anyone's: one of more than `mostFiles` entries is not opened, an entry is unpacked
-// up to `mostFileBytes` whatever it says of its size, and one that unpacks to more than
-// `mostUnpacking` times its size is taken for a trap. Entries whose names lead out of a folder
+// An archive is anyone's: one of more than `mostFiles` entries is not opened, nor one that says it
+// unpacks to more than `mostUnpacking` times its size. An entry is unpacked up to what it says, and
+// up to `mostFileBytes`; one that goes on is damaged. Entries whose names lead out of a folder
 // ("..", a leading slash, a drive, a backslash) are passed over.
 //
 // Ownership: owns the open archive. Threads: one caller at a time.
