@@ -17,6 +17,8 @@ namespace tern::imports {
 namespace {
 
 constexpr double mostLevelIndex = 1'000;
+// Of one thing, in so many languages.
+constexpr std::size_t mostNames = 100;
 
 // The folder that the feed lies in, with a slash behind; the highest one with such a file.
 std::optional<std::string> folderOf(const SourceFiles& source, std::string_view file) {
@@ -55,7 +57,8 @@ std::optional<LonLat> placeOf(std::string_view longitude, std::string_view latit
 void addName(Names& names, std::string_view language, std::string_view text) {
   const bool isKnown = std::ranges::any_of(
       names, [&](const Name& name) { return name.language == language || name.text == text; });
-  if (!text.empty() && !isKnown) names.push_back({std::string(language), std::string(text)});
+  if (!text.empty() && !isKnown && names.size() < mostNames)
+    names.push_back({std::string(language), std::string(text)});
 }
 
 using Columns = std::span<const std::string_view>;

@@ -143,6 +143,7 @@ class NodePlacer {
   void settle() {
     settled_ = means_;
     turns_.assign(nodes_.size(), 0);
+    outward_.assign(nodes_.size(), 0);
     for (std::size_t i = 0; i < nodes_.size(); ++i) {
       if (nodes_[i].stated) taken_.take(nodes_[i].floor, *nodes_[i].stated);
     }
@@ -167,10 +168,12 @@ class NodePlacer {
   // node before.
   Point freeAround(std::size_t about, std::size_t floor, Point centre, double metres) {
     constexpr double turnsOfARound = 8;
+    if (turns_[about] == 0) outward_[about] = outwardFrom(about);
+    const double outward = outward_[about];
     Point at = centre;
     do {
       const double turn = turns_[about]++;
-      const double angle = outwardFrom(about) + turn * goldenAngle;
+      const double angle = outward + turn * goldenAngle;
       const double far = metres * std::sqrt(1 + std::floor(turn / turnsOfARound));
       at = {centre.x + far * std::cos(angle), centre.y + far * std::sin(angle)};
     } while (!taken_.isFree(floor, at));
@@ -195,7 +198,9 @@ class NodePlacer {
   std::vector<std::size_t> order_;
   std::vector<Point> means_;
   std::vector<Point> settled_;
+  // About each node: the turns taken, and the direction of the first.
   std::vector<double> turns_;
+  std::vector<double> outward_;
   TakenPoints taken_;
 };
 
