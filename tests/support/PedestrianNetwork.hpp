@@ -1,7 +1,7 @@
 // Real buildings from open data, for tests where it lies, which is in no repository: the folder
 // that TERN_REALDATA names in the environment, else a folder "data" of this kind in a folder beside
 // the checkout. Below it, network/<place>/ has a pedestrian network: nodes with floor ordinals and
-// links with route types, both as GeoJSON.
+// links with route types, both as GeoJSON; gtfs/<place>/ has a transit feed.
 //
 // Ownership: values. Threads: any. Fails: a network that cannot be read throws std::runtime_error.
 #pragma once
