@@ -22,9 +22,9 @@ std::string formatOf(const SourceFiles& files, const ImportWishes& wishes) {
   return NetworkFiles::areIn(files) ? "network" : "";
 }
 
-Imported written(const std::vector<Draft>& drafts, const ImportWishes& wishes,
+Imported written(const std::vector<Draft>& drafts, const VenueWishes& wishes,
                  const std::filesystem::path& out) {
-  WrittenVenues written = writeVenues(drafts, wishes.venue, out);
+  WrittenVenues written = writeVenues(drafts, wishes, out);
   if (written.error) return failed("--out", *written.error);
   return {std::move(written), std::nullopt};
 }
@@ -48,14 +48,16 @@ Imported importSource(const std::filesystem::path& source, const std::filesystem
     const ReadStations read = readGtfs(opened.files, wishes.stations);
     if (read.error && read.isOfWish) return failed("--station", *read.error);
     if (read.error) return failed("", source.string() + ": " + *read.error);
-    return written(read.drafts, wishes, out);
+    VenueWishes venues = wishes.venue;
+    if (wishes.stations.all) venues.customer = read.publisher;
+    return written(read.drafts, venues, out);
   }
   if (wishes.stations.all || !wishes.stations.station.empty()) {
     return failed(wishes.stations.all ? "--all" : "--station", "only a transit feed has stations");
   }
   ReadDraft read = readNetwork(opened.files);
   if (read.error) return failed("", source.string() + ": " + *read.error);
-  return written({std::move(read.draft)}, wishes, out);
+  return written({std::move(read.draft)}, wishes.venue, out);
 }
 
 }  // namespace tern::imports

@@ -74,7 +74,8 @@ constexpr std::array<std::string_view, 12> pathwayColumns{
     "max_slope",        "min_width",    "signposted_as",  "reversed_signposted_as"};
 constexpr std::array<std::string_view, 6> translationColumns{
     "table_name", "field_name", "language", "translation", "record_id", "field_value"};
-constexpr std::array<std::string_view, 2> languageColumns{"feed_lang", "agency_lang"};
+constexpr std::array<std::string_view, 4> publisherColumns{"feed_lang", "agency_lang",
+                                                           "feed_publisher_name", "agency_name"};
 
 }  // namespace
 
@@ -114,8 +115,8 @@ bool GtfsFeed::isIn(const SourceFiles& source) {
 std::optional<std::string> GtfsFeed::read(const SourceFiles& source) {
   stamp_ = emptyHash;
   const std::array<Table, 6> tables{{
-      {"feed_info.txt", languageColumns, 0, false, &GtfsFeed::addLanguage},
-      {"agency.txt", languageColumns, 0, false, &GtfsFeed::addLanguage},
+      {"feed_info.txt", publisherColumns, 0, false, &GtfsFeed::addPublisher},
+      {"agency.txt", publisherColumns, 0, false, &GtfsFeed::addPublisher},
       {"translations.txt", translationColumns, 4, false, &GtfsFeed::addTranslation},
       {"levels.txt", levelColumns, 2, false, &GtfsFeed::addLevel},
       {"stops.txt", stopColumns, 1, true, &GtfsFeed::addStop},
@@ -147,7 +148,7 @@ std::optional<std::string> GtfsFeed::readTable(const SourceFiles& source, const 
   for (std::size_t i = 0; i < table.required; ++i) {
     if (!head.has[i]) return name + " has no column " + std::string(table.columns[i]);
   }
-  if (table.columns.data() == languageColumns.data()) return std::nullopt;
+  if (table.columns.data() == publisherColumns.data()) return std::nullopt;
   for (const std::string& column : head.others) {
     told_.tell(file + ": " + column, "notRead", "A venue has nothing for this column.");
   }
@@ -228,11 +229,12 @@ void GtfsFeed::addTranslation(const RowReader& row) {
   addName(translations_[key], row["language"], row["translation"]);
 }
 
-// The first file that says it; "mul" says only that there are several.
-void GtfsFeed::addLanguage(const RowReader& row) {
-  if (!language_.empty()) return;
+// The first file that says it; "mul" says only that there are several languages.
+void GtfsFeed::addPublisher(const RowReader& row) {
   const std::string& language = row["feed_lang"].empty() ? row["agency_lang"] : row["feed_lang"];
-  if (language != "mul") language_ = language;
+  if (language_.empty() && language != "mul") language_ = language;
+  const std::string& name = row["feed_publisher_name"];
+  if (publisher_.empty()) publisher_ = name.empty() ? row["agency_name"] : name;
 }
 
 std::optional<std::size_t> GtfsFeed::stopOf(std::string_view id) const {

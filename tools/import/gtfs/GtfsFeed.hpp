@@ -92,6 +92,8 @@ class GtfsFeed {
   Names levelNames(const GtfsLevel& level) const;
   // Empty where the feed does not say.
   const std::string& language() const { return language_; }
+  // Who publishes it, else the first of its agencies; empty where it does not say.
+  const std::string& publisher() const { return publisher_; }
   // What belongs to no station.
   const Oddities& told() const { return told_; }
   // Differs with every change of a file that is read.
@@ -106,7 +108,7 @@ class GtfsFeed {
   void addLevel(const RowReader& row);
   void addPathway(const RowReader& row);
   void addTranslation(const RowReader& row);
-  void addLanguage(const RowReader& row);
+  void addPublisher(const RowReader& row);
   Names named(std::string_view text, std::string_view field, std::string_view id) const;
 
   std::vector<GtfsStop> stops_;
@@ -117,6 +119,7 @@ class GtfsFeed {
   // By field and, behind it, either the record's id or the text in the feed's own language.
   std::unordered_map<std::string, Names> translations_;
   std::string language_;
+  std::string publisher_;
   Oddities told_;
   std::uint64_t stamp_ = 0;
 };

@@ -13,7 +13,9 @@ namespace {
 
 constexpr std::size_t mostListed = 5;
 
-ReadStations failed(std::string error, bool isOfWish) { return {{}, std::move(error), isOfWish}; }
+ReadStations failed(std::string error, bool isOfWish) {
+  return {{}, {}, std::move(error), isOfWish};
+}
 
 class GtfsReader {
  public:
@@ -34,7 +36,8 @@ class GtfsReader {
     }
     if (chosen.empty()) return failed(noSuchStation(), true);
     if (chosen.size() > 1 && !wish_.all) return failed("there are " + listed(chosen), true);
-    return {drafted(chosen), std::nullopt, false};
+    const std::string& publisher = feed_.publisher();
+    return {drafted(chosen), publisher.empty() ? source.name() : publisher, std::nullopt, false};
   }
 
  private:

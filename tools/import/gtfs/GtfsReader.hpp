@@ -25,6 +25,8 @@ struct StationWish {
 struct [[nodiscard]] ReadStations {
   // By the stations' ids.
   std::vector<Draft> drafts;
+  // What they are called together: the feed's publisher, else its agency, else its file or folder.
+  std::string publisher;
   // Why there is none.
   std::optional<std::string> error;
   // Whether another wish would help.

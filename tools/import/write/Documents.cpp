@@ -322,13 +322,12 @@ std::string languageName(const std::string& code) {
 
 }  // namespace
 
-std::string customerDocument(std::span<const VenuePlan> venues) {
-  const VenuePlan& first = venues.front();
+std::string customerDocument(std::string_view name, std::span<const VenuePlan> venues) {
   DocumentText text;
   text.beginMap();
   text.field("id", 1);
-  text.field("name", first.name);
-  text.field("generatedAt", first.generatedAt);
+  text.field("name", name);
+  text.field("generatedAt", venues.front().generatedAt);
   text.beginBatch("venues");
   for (const VenuePlan& venue : venues) text.item(venueHead(venue));
   text.endBatch();

@@ -5,6 +5,7 @@
 
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "tools/import/write/VenuePlan.hpp"
 
@@ -13,7 +14,7 @@ namespace tern::imports {
 inline constexpr std::string_view mapTemplateId = "import";
 
 // REQUIRES: at least one venue.
-std::string customerDocument(std::span<const VenuePlan> venues);
+std::string customerDocument(std::string_view name, std::span<const VenuePlan> venues);
 std::string localesDocument(std::span<const VenuePlan> venues);
 std::string venueDocument(const VenuePlan& venue);
 std::string buildingDocument(const VenuePlan& venue, std::size_t building);

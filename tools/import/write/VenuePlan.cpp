@@ -14,6 +14,7 @@ namespace tern::imports {
 
 namespace {
 
+constexpr std::int64_t onlyVenueId = 1;
 // However long a link is, it has no more pieces between two bends.
 constexpr double mostPieces = 100;
 // From then on nothing is cut any more.
@@ -41,7 +42,7 @@ class Planner {
 
  private:
   void planHead() {
-    plan_.id = wishes_.id;
+    plan_.id = wishes_.customer ? ids_.of("venue", draft_.id) : onlyVenueId;
     plan_.language = wishes_.language.empty() ? draft_.language : wishes_.language;
     plan_.name =
         wishes_.name.empty() ? std::string(nameIn(draft_.names, plan_.language)) : wishes_.name;

@@ -12,6 +12,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,11 +25,13 @@ namespace tern::imports {
 
 // What the caller of an import may say of a venue.
 struct VenueWishes {
-  std::int64_t id = 1;
   // Empty: that of the source.
   std::string name = {};
   // Of the records' own names; empty: that of most names in the source.
   std::string language = {};
+  // What all venues of a source of several are called together; the id of each then follows from
+  // the source's id of it. None: there is a single venue, which has the id 1.
+  std::optional<std::string> customer = {};
 };
 
 struct PlannedFloor {

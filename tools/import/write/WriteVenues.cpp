@@ -1,5 +1,6 @@
 #include "tools/import/write/WriteVenues.hpp"
 
+#include <algorithm>
 #include <fstream>
 #include <sstream>
 #include <utility>
@@ -17,14 +18,23 @@ namespace fs = std::filesystem;
 
 std::string venuePath(std::int64_t id) { return "venue/" + std::to_string(id) + "/"; }
 
-// The numbers of the import before; none when there was none, or when the file is not ours.
-Value formerIds(const fs::path& folder, std::int64_t venue) {
-  const fs::path file = folder / venuePath(venue) / "ids.json";
+// The numbers of the import before, whichever venues it wrote; none when there was none. A file
+// that is not ours tells of none.
+void keepFormerIds(IdTable& ids, const fs::path& folder) {
+  std::vector<fs::path> files;
   std::error_code error;
-  if (!fs::is_regular_file(file, error)) return {};
-  std::ostringstream text;
-  text << std::ifstream(file, std::ios::binary).rdbuf();
-  return decodeJson(std::move(text).str()).value;
+  fs::directory_iterator venue(folder / "venue", error);
+  for (const fs::directory_iterator end; !error && venue != end; venue.increment(error)) {
+    std::error_code ignored;
+    fs::path file = venue->path() / "ids.json";
+    if (fs::is_regular_file(file, ignored)) files.push_back(std::move(file));
+  }
+  std::ranges::sort(files);
+  for (const fs::path& file : files) {
+    std::ostringstream text;
+    text << std::ifstream(file, std::ios::binary).rdbuf();
+    ids.keep(decodeJson(std::move(text).str()).value);
+  }
 }
 
 WrittenVenue summaryOf(const VenuePlan& plan) {
@@ -54,8 +64,9 @@ std::optional<std::string> writeVenue(FolderSwap& swap, const VenuePlan& plan, c
   return std::nullopt;
 }
 
-std::optional<std::string> writeCustomer(FolderSwap& swap, std::span<const VenuePlan> plans) {
-  if (auto error = swap.write("full.json", customerDocument(plans))) return error;
+std::optional<std::string> writeCustomer(FolderSwap& swap, const std::string& name,
+                                         std::span<const VenuePlan> plans) {
+  if (auto error = swap.write("full.json", customerDocument(name, plans))) return error;
   if (auto error = swap.write("locale/full.json", localesDocument(plans))) return error;
   return swap.write("map-template/" + std::string(mapTemplateId) + "/full.json",
                     mapTemplateDocument());
@@ -69,20 +80,17 @@ WrittenVenues writeVenues(std::span<const Draft> drafts, const VenueWishes& wish
   FolderSwap swap(folder);
   if ((written.error = swap.begin())) return written;
   IdTable ids;
-  for (std::size_t i = 0; i < drafts.size(); ++i) {
-    ids.keep(formerIds(folder, wishes.id + static_cast<std::int64_t>(i)));
-  }
+  keepFormerIds(ids, folder);
   std::vector<VenuePlan> plans;
   for (const Draft& draft : drafts) {
-    VenueWishes own = wishes;
-    own.id += static_cast<std::int64_t>(plans.size());
-    plans.push_back(planVenue(draft, own, ids));
+    plans.push_back(planVenue(draft, wishes, ids));
     if ((written.error = writeVenue(swap, plans.back(), ids.takeDocument()))) return written;
     written.venues.push_back(summaryOf(plans.back()));
     const std::vector<Oddity>& told = plans.back().oddities.told();
     written.told.insert(written.told.end(), told.begin(), told.end());
   }
-  if ((written.error = writeCustomer(swap, plans))) return written;
+  const std::string customer = wishes.customer.value_or(plans.front().name);
+  if ((written.error = writeCustomer(swap, customer, plans))) return written;
   written.error = swap.commit();
   return written;
 }

@@ -42,7 +42,8 @@ struct [[nodiscard]] WrittenVenues {
   std::optional<std::string> error;
 };
 
-// REQUIRES: at least one draft, each with a floor and a building.
+// REQUIRES: at least one draft, each with a floor and a building; a customer where there are
+// several.
 WrittenVenues writeVenues(std::span<const Draft> drafts, const VenueWishes& wishes,
                           const std::filesystem::path& folder);
 

@@ -69,6 +69,19 @@ TEST(GtfsReader, allStationsAreDraftsAndWhatIsInNoneIsTold) {
   EXPECT_EQ(toldOf(readFeed(town(), {.station = "t"})).count("road"), 0U);
 }
 
+TEST(GtfsReader, stationsAreCalledByTheirPublisherElseByTheirFolder) {
+  const TemporaryFolder folder;
+  town().writeTo(folder, "feed");
+  const auto publisher = [&] {
+    return readGtfs(openSource(folder.at("feed")).files, {.all = true}).publisher;
+  };
+  EXPECT_EQ(publisher(), "feed");
+  folder.write("feed/agency.txt", "agency_id,agency_name\n1,Mill Lines\n2,Hill Lines\n");
+  EXPECT_EQ(publisher(), "Mill Lines");
+  folder.write("feed/feed_info.txt", "feed_publisher_name,feed_lang\nTown Transit,en\n");
+  EXPECT_EQ(publisher(), "Town Transit");
+}
+
 TEST(GtfsReader, stationWithoutPathwaysIsTold) {
   DrawnFeed feed = town().station("u");
   feed.stop("u-1", 0, DrawnFeed::Metres{}, {.name = "Track 1", .parent = "u"});

@@ -154,6 +154,47 @@ TEST(WriteVenues, idsStayWhenTheSourceGrows) {
   EXPECT_EQ(waypointOf(*loaded(folder.at("out")), "c")->id.integer(), before);
 }
 
+// Each house a venue, in this order; their ids by the houses'.
+std::map<std::string, std::int64_t> writeTown(const test::TemporaryFolder& folder,
+                                              const std::vector<std::string>& houses) {
+  std::vector<Draft> drafts;
+  for (const std::string& id : houses) {
+    drafts.push_back(houseDraft(liftHouse()));
+    drafts.back().id = id;
+  }
+  EXPECT_EQ(writeVenues(drafts, {.customer = "Town"}, folder.at("out")).error, std::nullopt);
+  std::map<std::string, std::int64_t> ids;
+  const JsonResult customer = decodeJson(folder.read("out/full.json"));
+  EXPECT_EQ(customer.value["name"].text(), "Town");
+  for (const Value& venue : customer.value["venues"]["items"].items()) {
+    ids.emplace(venue["externalId"].text(), venue["id"].integer());
+  }
+  return ids;
+}
+
+TEST(WriteVenues, idsOfSeveralVenuesDoNotDependOnTheirOrder) {
+  const test::TemporaryFolder folder;
+  const auto before = writeTown(folder, {"north", "south"});
+  ASSERT_EQ(before.size(), 2U);
+  EXPECT_NE(before.at("north"), before.at("south"));
+  const test::TemporaryFolder elsewhere;
+  const auto after = writeTown(elsewhere, {"east", "south", "north"});
+  EXPECT_EQ(after.at("north"), before.at("north"));
+  EXPECT_EQ(after.at("south"), before.at("south"));
+}
+
+TEST(WriteVenues, numbersOfSeveralVenuesAreKept) {
+  const test::TemporaryFolder folder;
+  const std::int64_t south = writeTown(folder, {"north", "south"}).at("south");
+  const std::string path = "out/venue/" + std::to_string(south) + "/ids.json";
+  EXPECT_EQ(decodeJson(folder.read(path)).value["venue"]["south"].integer(), south);
+  folder.write(path, R"({"venue":{"south":77},"path":{"ab":12345}})");
+  EXPECT_EQ(writeTown(folder, {"east", "north", "south"}).at("south"), 77);
+  const JsonResult ids = decodeJson(folder.read("out/venue/77/ids.json"));
+  EXPECT_EQ(ids.value["path"]["ab"].integer(), 12345);
+  EXPECT_FALSE(fs::exists(folder.at(path)));
+}
+
 TEST(WriteVenues, numbersOfTheImportBeforeAreKept) {
   const test::TemporaryFolder folder;
   ASSERT_EQ(writeHouse(folder.at("out")).error, std::nullopt);
