@@ -24,13 +24,22 @@ extern const Target redirectsTarget;
 extern const Target serviceTarget;
 extern const Target servedBytesTarget;
 extern const Target wordsTarget;
+#ifdef TERN_WITH_IMPORT
+extern const Target importNetworkTarget;
+extern const Target importFeedTarget;
+extern const Target importArchiveTarget;
+#endif
 
 namespace {
 
-constexpr std::array<const Target*, 11> table = {
-    &jsonTarget,        &documentsTarget,   &joinedTarget, &requestsTarget,
-    &treeArchiveTarget, &hubTarget,         &httpTarget,   &redirectsTarget,
-    &serviceTarget,     &servedBytesTarget, &wordsTarget};
+constexpr std::array table = {
+    &jsonTarget,          &documentsTarget,   &joinedTarget,        &requestsTarget,
+    &treeArchiveTarget,   &hubTarget,         &httpTarget,          &redirectsTarget,
+    &serviceTarget,       &servedBytesTarget, &wordsTarget,
+#ifdef TERN_WITH_IMPORT
+    &importNetworkTarget, &importFeedTarget,  &importArchiveTarget,
+#endif
+};
 
 }  // namespace
 
