@@ -144,6 +144,13 @@ TEST(StationDraft, levelsOfOneIndexAreOneFloor) {
   EXPECT_EQ(nameIn(draft.floors[0].shortNames, "en"), "-1");
 }
 
+TEST(StationDraft, levelThatIsCalledLikeAnotherAddsNothingToTheNameOfTheFloor) {
+  DrawnFeed feed = halt().level("a", "-1", "On tracks").level("b", "-1", "Track");
+  feed.node("n", DrawnFeed::Metres{9, 0}, "a").node("m", DrawnFeed::Metres{9, 9}, "b");
+  feed.way("w", "door", "1", 2).way("v", "1", "n", 1).way("u", "n", "m", 1);
+  EXPECT_EQ(nameIn(draftOf(feed).floors[0].names, "en"), "On tracks, Track");
+}
+
 TEST(StationDraft, feedWithoutLevelsHasThemFromItsPathways) {
   DrawnFeed feed;
   feed.station("s").entrance("a", DrawnFeed::Metres{0, 0}).platform("b", DrawnFeed::Metres{9, 0});
