@@ -5,6 +5,7 @@
 #include <map>
 #include <set>
 #include <tuple>
+#include <unordered_set>
 #include <utility>
 
 #include "tools/import/write/Levels.hpp"
@@ -35,6 +36,7 @@ class Planner {
     planHead();
     planFloors();
     for (const DraftNode& node : draft_.nodes) addWaypoint(node.id, node.floor, node.at);
+    for (const DraftLink& link : draft_.links) linkIds_.insert(link.id);
     for (std::size_t i = 0; i < draft_.links.size(); ++i) planLink(i);
     planPlaces();
     return std::move(plan_);
@@ -62,7 +64,15 @@ class Planner {
     }
   }
 
-  std::size_t addWaypoint(const std::string& sourceId, std::size_t floor, Point at) {
+  // A source may call a node as a bend of a way is called here, "WAY#1", or a way as a piece of
+  // one.
+  static std::string freeId(std::unordered_set<std::string>& taken, std::string id) {
+    while (!taken.insert(id).second) id += '#';
+    return id;
+  }
+
+  std::size_t addWaypoint(std::string sourceId, std::size_t floor, Point at) {
+    sourceId = freeId(waypointIds_, std::move(sourceId));
     plan_.waypoints.push_back({ids_.of("waypoint", sourceId),
                                externalIdOf(sourceId),
                                floor,
@@ -150,7 +160,7 @@ class Planner {
   // The first piece of a link has its id, the others have it with a number.
   void addPath(PlannedPath path, std::size_t piece) {
     std::string id = draft_.links[path.link].id;
-    if (piece > 0) id += "#" + std::to_string(piece + 1);
+    if (piece > 0) id = freeId(linkIds_, id + "#" + std::to_string(piece + 1));
     path.id = ids_.of("path", id);
     path.externalId = externalIdOf(id);
     plan_.paths.push_back(std::move(path));
@@ -204,6 +214,8 @@ class Planner {
   const VenueWishes& wishes_;
   IdTable& ids_;
   VenuePlan plan_;
+  std::unordered_set<std::string> waypointIds_;
+  std::unordered_set<std::string> linkIds_;
   // Places, whether they are amenities, and the nodes that they have already.
   std::set<std::tuple<std::int64_t, bool, std::size_t>> joined_;
 };

@@ -117,6 +117,22 @@ TEST(VenuePlan, oneWayOnOneFloorIsWalkedBothWaysAndTold) {
   EXPECT_EQ(plan.oddities.told()[0].kind, "one-way");
 }
 
+TEST(VenuePlan, bendThatIsCalledLikeANodeOfTheSourceIsAWaypointOfItsOwn) {
+  Draft draft = draftOf({{0, {0, 0}}, {0, {20, 20}}, {0, {40, 20}}});
+  draft.nodes[2].id = "ab#1";
+  draft.links = {linkOf("ab", 0, 1), linkOf("ab#2", 1, 2)};
+  draft.links[0].bends = {{20, 0}};
+  const VenuePlan plan = planOf(draft);
+  ASSERT_EQ(plan.waypoints.size(), 4U);
+  EXPECT_EQ(plan.waypoints[2].externalId, "ab#1");
+  EXPECT_EQ(plan.waypoints[3].externalId, "ab#1#");
+  EXPECT_NE(plan.waypoints[3].id, plan.waypoints[2].id);
+  ASSERT_EQ(plan.paths.size(), 3U);
+  EXPECT_EQ(plan.paths[1].externalId, "ab#2#");
+  EXPECT_EQ(plan.paths[2].externalId, "ab#2");
+  EXPECT_NE(plan.paths[1].id, plan.paths[2].id);
+}
+
 TEST(VenuePlan, climbWithBendsIsOnePathAndTold) {
   Draft draft = draftOf({{0, {0, 0}}, {1, {8, 0}}});
   draft.links = {linkOf("ab", 0, 1, LinkKind::stairs)};
