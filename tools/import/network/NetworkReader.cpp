@@ -89,6 +89,7 @@ class NetworkReader {
     readFloors(nodes);
     if (draft_.floors.size() > mostFloors) return {{}, "the network has more than 500 floors"};
     for (const GlobeNode& node : nodes) addNode(node);
+    if (draft_.nodes.empty()) return {{}, "no node of the network lies near the others"};
     readLinks();
     readPlans();
     readPlaces();

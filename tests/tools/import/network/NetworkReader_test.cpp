@@ -52,6 +52,15 @@ TEST(NetworkReader, metresAreTrue) {
   EXPECT_NEAR(draft.nodes[2].at.y - draft.nodes[0].at.y, 8, 1e-3);
 }
 
+TEST(NetworkReader, nodesThatAllLieFarFromOneAnotherAreNoNetwork) {
+  DrawnNetwork network;
+  network.node("a", 0, {0, 0}).node("b", 0, {1e5, 2e5}).node("c", 0, {2e5, 1e5});
+  const test::TemporaryFolder folder;
+  network.writeTo(folder.at("site"));
+  const ReadDraft read = readNetwork(openSource(folder.at("site")).files);
+  EXPECT_EQ(read.error, "no node of the network lies near the others");
+}
+
 TEST(NetworkReader, ordinalsAreFloorsHalfOnesToo) {
   const Draft draft = draftOf(house().node("d", -0.5, {0, 5}).node("e", 0, {9, 9}));
   ASSERT_EQ(draft.floors.size(), 3U);
