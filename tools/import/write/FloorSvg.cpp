@@ -148,10 +148,10 @@ class FloorDrawer {
     drawGround();
     drawAreas();
     drawLines(draft_.walls,
-              "fill=\"none\" stroke=\"#5c6570\" stroke-width=\"3\" "
+              "class=\"walls\" fill=\"none\" stroke=\"#5c6570\" stroke-width=\"3\" "
               "stroke-linecap=\"round\"");
     drawLines(draft_.doors, "fill=\"none\" stroke=\"#fff\" stroke-width=\"6\"");
-    drawLines(draft_.doors, "fill=\"none\" stroke=\"#2f7d5b\" stroke-width=\"3\"");
+    drawLines(draft_.doors, "class=\"doors\" fill=\"none\" stroke=\"#2f7d5b\" stroke-width=\"3\"");
     drawLabels();
     svg_.closeGroup();
     return svg_.finished();
