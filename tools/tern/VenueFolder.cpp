@@ -73,13 +73,15 @@ Failure missingVenue(const fs::path& folder, std::int64_t venueId, Failure failu
 }
 
 std::optional<Failure> addBuildings(TernActiveVenue& venue, const fs::path& venueFile,
-                                    std::optional<std::int64_t> buildingId) {
+                                    std::optional<std::int64_t> buildingId,
+                                    VenueDocuments* documents) {
   auto ids = buildingIds(venue, venueFile.string(), buildingId);
   if (auto* failure = std::get_if<Failure>(&ids)) return std::move(*failure);
   const fs::path folder = venueFile.parent_path() / "building";
   for (const std::int64_t id : std::get<std::vector<std::int64_t>>(ids)) {
     auto answer = readDocument(folder / std::to_string(id) / "full.json");
     if (auto* failure = std::get_if<Failure>(&answer)) return std::move(*failure);
+    if (documents != nullptr) documents->buildings.push_back(std::get<Value>(answer));
     addBuilding(venue, id, std::move(std::get<Value>(answer)));
   }
   return std::nullopt;
@@ -107,7 +109,8 @@ Loaded<TernVenueCollection> readVenues(const fs::path& folder) {
 }
 
 Loaded<TernActiveVenue> loadVenue(const fs::path& folder, std::optional<std::int64_t> venueId,
-                                  std::optional<std::int64_t> buildingId) {
+                                  std::optional<std::int64_t> buildingId,
+                                  VenueDocuments* documents) {
   auto id = venueId ? *venueId : onlyVenueOf(folder);
   if (auto* failure = std::get_if<Failure>(&id)) return std::move(*failure);
   const std::int64_t chosen = std::get<std::int64_t>(id);
@@ -116,8 +119,9 @@ Loaded<TernActiveVenue> loadVenue(const fs::path& folder, std::optional<std::int
   if (auto* failure = std::get_if<Failure>(&document)) {
     return missingVenue(folder, chosen, std::move(*failure));
   }
+  if (documents != nullptr) documents->venue = std::get<Value>(document);
   auto venue = TernActiveVenue::initWithDictionary(std::move(std::get<Value>(document)));
-  if (auto failure = addBuildings(*venue, file, buildingId)) return *std::move(failure);
+  if (auto failure = addBuildings(*venue, file, buildingId, documents)) return *std::move(failure);
   attachWaypoints(*venue);
   if (!buildGraph(*venue)) return notLoaded(TernErrorTypeUndefined, "out of memory");
   return venue;

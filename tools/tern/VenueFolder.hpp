@@ -14,7 +14,9 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <vector>
 
+#include "TernCoreKit/platform/Value.hpp"
 #include "tools/tern/VenueChoice.hpp"
 
 namespace tern::command {
@@ -25,9 +27,17 @@ inline constexpr std::uintmax_t maximumDocumentBytes = std::uintmax_t{1} << 30U;
 // The venues of the customer.
 Loaded<TernVenueCollection> readVenues(const std::filesystem::path& folder);
 
-// A venue with its graph; see VenueSource.hpp.
+// The documents of a venue and of its buildings, as they lie in the folder.
+struct VenueDocuments {
+  Value venue;
+  std::vector<Value> buildings;
+};
+
+// A venue with its graph; see VenueSource.hpp. `documents`, where it is not null, gets what the
+// venue was made of.
 Loaded<TernActiveVenue> loadVenue(const std::filesystem::path& folder,
                                   std::optional<std::int64_t> venueId,
-                                  std::optional<std::int64_t> buildingId);
+                                  std::optional<std::int64_t> buildingId,
+                                  VenueDocuments* documents = nullptr);
 
 }  // namespace tern::command
