@@ -10,9 +10,10 @@ namespace tern::command {
 namespace {
 
 constexpr std::array commands{
-    &venuesCommand,     &infoCommand,         &floorsCommand, &placesCommand, &routeCommand,
-    &nearestCommand,    &alternativesCommand, &tourCommand,   &matrixCommand, &reachCommand,
-    &closestCommand,    &convertCommand,      &batchCommand,  &serveCommand,  &generateCommand,
+    &venuesCommand,     &infoCommand,    &floorsCommand,       &placesCommand,
+    &routeCommand,      &nearestCommand, &alternativesCommand, &tourCommand,
+    &matrixCommand,     &reachCommand,   &closestCommand,      &convertCommand,
+    &batchCommand,      &serveCommand,   &generateCommand,     &checkCommand,
 #ifdef TERN_WITH_IMPORT
     &importCommand,
 #endif

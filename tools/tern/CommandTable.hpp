@@ -77,6 +77,7 @@ extern const Command convertCommand;
 extern const Command batchCommand;
 extern const Command serveCommand;
 extern const Command generateCommand;
+extern const Command checkCommand;
 #ifdef TERN_WITH_IMPORT
 extern const Command importCommand;
 #endif

@@ -29,7 +29,7 @@ TEST(CommandTable, namesStandInOneList) {
       namesOfCommands([](const Command&) { return true; }, ", "),
       "venues, info, floors, places, route, nearest, alternatives, tour, matrix, reach, closest, "
       "convert, batch, "
-      "serve, generate, import, completion, man");
+      "serve, generate, check, import, completion, man");
   EXPECT_EQ(namesOfCommands(joinsVenues, " and "), "route and batch");
   EXPECT_EQ(namesOfCommands([](const Command&) { return false; }, ", "), "");
 }

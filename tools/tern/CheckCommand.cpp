@@ -1,0 +1,51 @@
+// The command that says what in a venue's data keeps people from their way.
+#include <optional>
+#include <string>
+
+#include "tools/check/CheckVenue.hpp"
+#include "tools/tern/CommandTable.hpp"
+#include "tools/tern/VenueFolder.hpp"
+#include "tools/tern/Wording.hpp"
+
+namespace tern::command {
+
+namespace {
+
+Outcome checkFolder(const Arguments& call, Console&) {
+  std::optional<std::int64_t> venueId;
+  if (const Value* id = call.request.find("venue")) venueId = id->integer();
+  VenueDocuments documents;
+  const auto loaded = loadVenue(call.data, venueId, std::nullopt, &documents);
+  if (const auto* failure = std::get_if<Failure>(&loaded)) return *failure;
+  const check::Subject subject(*std::get<std::shared_ptr<TernActiveVenue>>(loaded), documents.venue,
+                               documents.buildings);
+  const check::Findings findings = check::checkVenue(subject);
+  const ExitStatus status =
+      check::hasFailure(findings) ? ExitStatus::nothingFound : ExitStatus::answered;
+  if (call.json) return Answer{status, jsonLine(check::reportOf(findings)), {}};
+  return Answer{status, onItsLines(check::reportText(subject, findings)), {}};
+}
+
+}  // namespace
+
+const Command checkCommand{
+    .name = "check",
+    .summary = "find what in a venue keeps people from their way",
+    .options = {{"--data", "DIR", "the venue folder to check", readText, required},
+                {"--venue", "V", "the venue; left out: the only one", readWhole}},
+    .about = checkFolder,
+    .help = R"(Examples:
+  tern generate --out mall
+  tern check --data mall
+  tern check --data mall --venue 1 --json
+
+Tells of ways that hang together with nothing, of places that nobody reaches or
+nobody without steps, of ids that lead nowhere or are there twice, and of what
+is missing or cannot be: how many of each, what to do about it and the first of
+them; all of them with --json. docs/check.md says what each looks at.
+
+Exits with 0 when nothing was found, and with 1 when anything was; places that
+are not step-free are told of and no failure.
+)"};
+
+}  // namespace tern::command
