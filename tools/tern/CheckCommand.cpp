@@ -1,7 +1,9 @@
 // The command that says what in a venue's data keeps people from their way.
+#include <fstream>
 #include <optional>
 #include <string>
 
+#include "tools/check/CheckPicture.hpp"
 #include "tools/check/CheckVenue.hpp"
 #include "tools/tern/CommandTable.hpp"
 #include "tools/tern/VenueFolder.hpp"
@@ -10,6 +12,17 @@
 namespace tern::command {
 
 namespace {
+
+std::optional<Failure> drawPicture(const std::string& file, const check::Subject& subject,
+                                   const check::Findings& findings) {
+  if (file.empty()) return std::nullopt;
+  std::ofstream stream(file, std::ios::binary | std::ios::trunc);
+  const picture::PicturePlan plan = planOf(subject, findings);
+  stream << (file.ends_with(".html") ? picture::htmlOf(plan) : picture::svgOf(plan));
+  stream.close();
+  if (stream) return std::nullopt;
+  return wrongWords("--picture: cannot write " + file);
+}
 
 Outcome checkFolder(const Arguments& call, Console&) {
   std::optional<std::int64_t> venueId;
@@ -20,6 +33,7 @@ Outcome checkFolder(const Arguments& call, Console&) {
   const check::Subject subject(*std::get<std::shared_ptr<TernActiveVenue>>(loaded), documents.venue,
                                documents.buildings);
   const check::Findings findings = check::checkVenue(subject);
+  if (auto failure = drawPicture(call.picture, subject, findings)) return *std::move(failure);
   const ExitStatus status =
       check::hasFailure(findings) ? ExitStatus::nothingFound : ExitStatus::answered;
   if (call.json) return Answer{status, jsonLine(check::reportOf(findings)), {}};
@@ -32,17 +46,20 @@ const Command checkCommand{
     .name = "check",
     .summary = "find what in a venue keeps people from their way",
     .options = {{"--data", "DIR", "the venue folder to check", readText, required},
-                {"--venue", "V", "the venue; left out: the only one", readWhole}},
+                {"--venue", "V", "the venue; left out: the only one", readWhole},
+                {"--picture", "FILE", "draw the floors to FILE.svg or FILE.html", readPictureFile}},
     .about = checkFolder,
     .help = R"(Examples:
   tern generate --out mall
   tern check --data mall
   tern check --data mall --venue 1 --json
+  tern check --data mall --picture check.html
 
 Tells of ways that hang together with nothing, of places that nobody reaches or
 nobody without steps, of ids that lead nowhere or are there twice, and of what
 is missing or cannot be: how many of each, what to do about it and the first of
 them; all of them with --json. docs/check.md says what each looks at.
+The picture shows each part that hangs together in a colour of its own.
 
 Exits with 0 when nothing was found, and with 1 when anything was; places that
 are not step-free are told of and no failure.

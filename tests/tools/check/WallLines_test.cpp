@@ -37,8 +37,8 @@ TEST(WallLines, doorsAreKeptApart) {
 }
 
 TEST(WallLines, groupThatScalesAllIsFollowed) {
-  EXPECT_EQ(wallsIn(R"(<svg viewBox="0 0 9 9"><g transform="scale(0.5)"><path class="walls" )"
-                    R"(d="M2 4h6"/></g></svg>)"),
+  EXPECT_EQ(wallsIn(R"x(<svg viewBox="0 0 9 9"><g transform="scale(0.5)"><path class="walls" )x"
+                    R"x(d="M2 4h6"/></g></svg>)x"),
             "1 2 4 2 ");
 }
 
@@ -47,9 +47,9 @@ TEST(WallLines, whatCannotBeReadForSureHasNoLines) {
        {drawing("M1 2c1 1 1 1 1 1"), drawing("M1 2l3"), drawing("1 2 3 4"), drawing("M1 2l1e999 4"),
         drawing("M1 2z5"), drawing("M1 2h5", "wallpaper"), std::string("<svg"), std::string(),
         std::string(R"(<svg viewBox="5 0 9 9"><path class="walls" d="M0 0h9"/></svg>)"),
-        std::string(R"(<svg viewBox="0 0 9 9"><g transform="rotate(3)"><path class="walls" )"
+        std::string(R"x(<svg viewBox="0 0 9 9"><g transform="rotate(3)"><path class="walls" )x"
                     R"(d="M0 0h9"/></g></svg>)"),
-        std::string(R"(<svg viewBox="0 0 9 9"><g transform="scale(2)"><g transform="scale(2)">)"
+        std::string(R"x(<svg viewBox="0 0 9 9"><g transform="scale(2)"><g transform="scale(2)">)x"
                     R"(<path class="walls" d="M0 0h9"/></g></g></svg>)"),
         std::string(R"(<svg viewBox="0 0 9 9"><path class="walls)")}) {
     EXPECT_EQ(wallsIn(svg), "") << svg;

@@ -122,6 +122,7 @@ class Page {
     page_.open("header");
     if (!plan_.venueName.empty()) page_.leaf("p", {{"class", "quiet"}}, plan_.venueName);
     page_.open("h1");
+    if (plan_.start.empty() && plan_.goal.empty()) page_.text(plan_.title());
     writeEnd("From ", plan_.start, "-13 -17 26 34", [](Markup& out) { drawStart(out, {}); });
     writeEnd(" to ", plan_.goal, "-13 -31 26 36", [](Markup& out) { drawGoal(out, {}); });
     page_.close();

@@ -63,6 +63,7 @@ class Column {
     y_ = 16;
     if (!plan_.venueName.empty()) writeLines(small, margin, plan_.venueName, 2);
     y_ += 6;
+    if (plan_.start.empty() && plan_.goal.empty()) writeLines(heading, margin, plan_.title(), 2);
     drawEnds(plan_.start, plan_.goal);
     if (!plan_.summary.empty()) {
       y_ += 4;
