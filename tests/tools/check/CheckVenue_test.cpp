@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include "TernCoreKit/model/venue/VenueAssembly.hpp"
 #include "tests/support/CapturedLog.hpp"
 #include "tests/support/MadeRecords.hpp"
 #include "tests/support/Paths.hpp"
@@ -16,7 +17,6 @@
 namespace tern::check {
 namespace {
 
-using testing::Each;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -144,11 +144,10 @@ TEST(CheckVenue, idOfWhatIsNotThereDangles) {
     Checked checked(soundDrawing());
     change(checked);
     const Findings findings = checked.findings();
-    // A waypoint that lies on no map is on no floor either.
-    ASSERT_FALSE(findings.empty()) << &change - changes;
+    ASSERT_FALSE(findings.empty());
     EXPECT_EQ(textOf(findings[0].kind).name, "danglingId") << findings[0].message;
     EXPECT_EQ(findings.size(), 1U) << checked.text();
-    EXPECT_THAT(findings[0].message, testing::AnyOf(HasSubstr("99")));
+    EXPECT_THAT(findings[0].message, HasSubstr("99"));
   }
 }
 
@@ -303,10 +302,16 @@ TEST(CheckVenue, sampleIsClean) {
 }
 
 TEST(CheckVenue, generatedVenuesAreClean) {
-  for (const generate::GenerateOptions& options :
-       {generate::GenerateOptions{},
-        generate::GenerateOptions{.seed = 7, .buildings = 1, .floors = 1, .shops = 5},
-        generate::GenerateOptions{.seed = 3, .buildings = 3, .floors = 6, .shops = 200}}) {
+  generate::GenerateOptions small;
+  small.seed = 7;
+  small.buildings = small.floors = 1;
+  small.shops = 5;
+  generate::GenerateOptions large;
+  large.seed = 3;
+  large.buildings = 3;
+  large.floors = 6;
+  large.shops = 200;
+  for (const generate::GenerateOptions& options : {generate::GenerateOptions{}, small, large}) {
     const generate::GeneratedVenue generated(options);
     auto venue = TernActiveVenue::initWithDictionary(Value(*generated.venue));
     std::vector<Value> buildings;
@@ -323,7 +328,7 @@ TEST(CheckVenue, generatedVenuesAreClean) {
 
 // Documents in which anything may stand anywhere: missing lists, wrong kinds, huge ids.
 RC_GTEST_PROP(CheckVenue, hostileDocumentsAreCheckedToTheirEnd, ()) {
-  CapturedLog log;
+  test::CapturedLog log;
   test::Tape tape(*test::tapes());
   test::Drawing drawing = withThird({.lines = {"F  G"}, .name = "Roof"}, {"D>F Lift up", "FG-A"});
   drawing.connectors = {{.id = 2, .at = "B D F"}};
@@ -337,6 +342,8 @@ RC_GTEST_PROP(CheckVenue, hostileDocumentsAreCheckedToTheirEnd, ()) {
     if (n > 0) *test::nthValue(document, n) = tape.pick(test::oddValuesAndMaps());
   }
   for (const Finding& finding : checked.findings()) RC_ASSERT(!finding.message.empty());
+  // What the library left out of the documents.
+  log.take();
 }
 
 }  // namespace
