@@ -93,10 +93,11 @@ void addWaypoints(const Nested<Collection>& places, std::unordered_set<std::int6
 // Waypoints that one leaves a mover at, and from where one can only go back.
 class DeadEnds {
  public:
-  explicit DeadEnds(const Subject& subject) : subject_(subject), back_(reversed(subject.ways)) {
+  explicit DeadEnds(const Subject& subject) : subject_(subject), around_(subject.ways.count()) {
     addWaypoints(subject.venue.destinations, wanted_);
     addWaypoints(subject.venue.amenities, wanted_);
     addExits();
+    addNeighbours();
   }
 
   void check(Findings& findings) const {
@@ -122,37 +123,52 @@ class DeadEnds {
     }
   }
 
+  void addNeighbours() {
+    for (std::uint32_t node = 0; node < around_.size(); ++node) {
+      for (const std::uint32_t target : subject_.ways.of(node)) {
+        around_[node].push_back(target);
+        around_[target].push_back(node);
+      }
+    }
+    for (std::vector<std::uint32_t>& around : around_) {
+      std::ranges::sort(around);
+      around.erase(std::unique(around.begin(), around.end()), around.end());
+    }
+  }
+
   // Neither a floor's own ways lead on, nor a mover to where the others do not: stops of one lift
-  // are joined to each other, the two flights at a landing lead to floors that are not.
+  // hang together without it, the floors that two flights at a landing lead to do not.
   bool isDeadEnd(std::uint32_t node) const {
-    std::vector<std::uint32_t> around(subject_.ways.of(node).begin(), subject_.ways.of(node).end());
-    const auto into = back_.of(node);
-    around.insert(around.end(), into.begin(), into.end());
-    std::ranges::sort(around);
-    around.erase(std::unique(around.begin(), around.end()), around.end());
+    const std::vector<std::uint32_t>& around = around_[node];
     // As many as no lift has stops.
     constexpr std::size_t mostAround = 200;
     if (around.empty() || around.size() > mostAround) return false;
     const std::vector<Node>& nodes = subject_.network.nodes();
-    for (const std::uint32_t other : around) {
-      if (nodes[other].map == nodes[node].map) return false;
-    }
-    for (std::size_t i = 1; i < around.size(); ++i) {
-      if (!areJoined(around[i - 1], around[i])) return false;
-    }
-    return true;
+    const auto isOnItsMap = [&](std::uint32_t other) {
+      return nodes[other].map == nodes[node].map;
+    };
+    return std::ranges::none_of(around, isOnItsMap) && hangTogether(around);
   }
 
-  bool areJoined(std::uint32_t a, std::uint32_t b) const {
-    const auto leads = [&](std::uint32_t from, std::uint32_t to) {
-      const auto targets = subject_.ways.of(from);
-      return std::ranges::find(targets, to) != targets.end();
-    };
-    return leads(a, b) || leads(b, a);
+  // Whether links among them alone join them all.
+  bool hangTogether(std::vector<std::uint32_t> left) const {
+    std::vector<std::uint32_t> waiting{left.back()};
+    left.pop_back();
+    while (!waiting.empty()) {
+      const std::vector<std::uint32_t>& joined = around_[waiting.back()];
+      waiting.pop_back();
+      std::erase_if(left, [&](std::uint32_t node) {
+        const bool isJoined = std::ranges::binary_search(joined, node);
+        if (isJoined) waiting.push_back(node);
+        return isJoined;
+      });
+    }
+    return left.empty();
   }
 
   const Subject& subject_;
-  const Digraph back_;
+  // Of each node those that links join it to, whichever way, ascending.
+  std::vector<std::vector<std::uint32_t>> around_;
   // Ids of waypoints that are worth going to.
   std::unordered_set<std::int64_t> wanted_;
 };
