@@ -11,7 +11,7 @@ namespace {
 
 using Members = std::vector<std::uint32_t>;
 
-std::vector<Members> islandsOf(const Standing& standing) {
+std::vector<Members> islandsOf(const graph::Standing& standing) {
   std::map<std::uint32_t, Members> parts;
   for (std::uint32_t node = 0; node < standing.weak.size(); ++node) {
     if (!standing.isOnMainland(node)) parts[standing.weak[node]].push_back(node);

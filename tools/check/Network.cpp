@@ -1,17 +1,6 @@
 #include "tools/check/Network.hpp"
 
-#include <algorithm>
-
 namespace tern::check {
-
-namespace {
-
-// The first of the largest; 0 without any.
-std::uint32_t largest(const std::vector<std::uint32_t>& sizes) {
-  return static_cast<std::uint32_t>(std::ranges::max_element(sizes) - sizes.begin());
-}
-
-}  // namespace
 
 Network::Network(const TernASGrid& grid) {
   std::vector<TernASNode> firsts;
@@ -38,8 +27,8 @@ std::optional<std::uint32_t> Network::find(std::int64_t waypointId) const {
   return found != numbers_.end() ? std::optional(found->second) : std::nullopt;
 }
 
-Digraph Network::upTo(std::int64_t level) const {
-  Digraph graph;
+graph::Digraph Network::upTo(std::int64_t level) const {
+  graph::Digraph graph;
   for (std::uint32_t node = 0; node < nodes_.size(); ++node) {
     for (const Link& link : linksOf(node)) {
       if (link.accessibility <= level) graph.targets.push_back(link.to);
@@ -47,25 +36,6 @@ Digraph Network::upTo(std::int64_t level) const {
     graph.first.push_back(static_cast<std::uint32_t>(graph.targets.size()));
   }
   return graph;
-}
-
-Standing standingIn(const Digraph& graph) {
-  Standing standing;
-  standing.weak = weakParts(graph);
-  if (standing.weak.empty()) return standing;
-  standing.mainland = largest(sizesOf(standing.weak));
-  const PartNumbers strong = strongParts(graph);
-  std::vector<std::uint32_t> sizes(graph.count());
-  for (std::uint32_t node = 0; node < graph.count(); ++node) {
-    if (standing.isOnMainland(node)) ++sizes[strong[node]];
-  }
-  const std::uint32_t core = largest(sizes);
-  for (std::uint32_t node = 0; node < graph.count(); ++node) {
-    if (strong[node] == core) standing.core.push_back(node);
-  }
-  standing.reached = reachedFrom(graph, standing.core);
-  standing.returns = reachedFrom(reversed(graph), standing.core);
-  return standing;
 }
 
 }  // namespace tern::check

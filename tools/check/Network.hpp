@@ -13,8 +13,8 @@
 #include <vector>
 
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
-#include "tools/check/Components.hpp"
 #include "tools/drawing/Geometry.hpp"
+#include "tools/graph/Components.hpp"
 
 namespace tern::check {
 
@@ -52,7 +52,7 @@ class Network {
   }
 
   // Only with links that the accessibility level admits.
-  Digraph upTo(std::int64_t level) const;
+  graph::Digraph upTo(std::int64_t level) const;
 
  private:
   std::vector<Node> nodes_;
@@ -60,20 +60,5 @@ class Network {
   std::vector<std::size_t> first_;
   std::vector<Link> links_;
 };
-
-// How the nodes stand to the part that most of them are in.
-struct Standing {
-  PartNumbers weak;
-  // The weak part with the most nodes, and the nodes of the largest strong part in it, its core.
-  std::uint32_t mainland = 0;
-  std::vector<std::uint32_t> core;
-  // Whether a way leads from the core to the node, and from the node to the core.
-  std::vector<bool> reached;
-  std::vector<bool> returns;
-
-  bool isOnMainland(std::uint32_t node) const { return weak[node] == mainland; }
-};
-
-Standing standingIn(const Digraph& graph);
 
 }  // namespace tern::check

@@ -7,8 +7,8 @@ namespace tern::check {
 
 namespace {
 
-void rankParts(const Standing& standing, PictureMarks& marks) {
-  const std::vector<std::uint32_t> sizes = sizesOf(standing.weak);
+void rankParts(const graph::Standing& standing, PictureMarks& marks) {
+  const std::vector<std::uint32_t> sizes = graph::sizesOf(standing.weak);
   std::vector<std::uint32_t> order(sizes.size());
   std::iota(order.begin(), order.end(), 0U);
   std::ranges::stable_sort(order,

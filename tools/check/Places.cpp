@@ -14,7 +14,7 @@ class PlaceCheck {
   PlaceCheck(const Subject& subject, Findings& findings)
       : subject_(subject),
         findings_(findings),
-        stepFree_(standingIn(subject.network.upTo(stepFreeLevel))) {}
+        stepFree_(graph::standingIn(subject.network.upTo(stepFreeLevel))) {}
 
   // A kind of facility that a venue does not have has no waypoint; a place to go to has one.
   template <class Collection>
@@ -59,7 +59,7 @@ class PlaceCheck {
 
   const Subject& subject_;
   Findings& findings_;
-  const Standing stepFree_;
+  const graph::Standing stepFree_;
 };
 
 }  // namespace

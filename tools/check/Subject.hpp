@@ -13,6 +13,7 @@
 #include "TernCoreKit/platform/Value.hpp"
 #include "tools/check/Finding.hpp"
 #include "tools/check/Network.hpp"
+#include "tools/graph/Standing.hpp"
 
 namespace tern::check {
 
@@ -26,15 +27,15 @@ class Subject {
         buildings(buildingDocuments),
         network(*loaded.globalASGrid()),
         ways(network.upTo(anyLevel)),
-        standing(standingIn(ways)) {}
+        standing(graph::standingIn(ways)) {}
 
   const TernActiveVenue& venue;
   const Value& document;
   const std::span<const Value> buildings;
   const Network network;
   // All links, whatever level they ask for.
-  const Digraph ways;
-  const Standing standing;
+  const graph::Digraph ways;
+  const graph::Standing standing;
 
   // "Harbour Hall, Ground Floor"; what has no name is "map 3".
   std::string floor(std::int64_t map) const;

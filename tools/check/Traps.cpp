@@ -7,8 +7,8 @@ namespace tern::check {
 namespace {
 
 // The links between nodes that one gets to and not back from.
-Digraph trapsOf(const Subject& subject, const std::vector<bool>& isTrap) {
-  Digraph graph;
+graph::Digraph trapsOf(const Subject& subject, const std::vector<bool>& isTrap) {
+  graph::Digraph graph;
   for (std::uint32_t node = 0; node < subject.ways.count(); ++node) {
     for (const std::uint32_t target : subject.ways.of(node)) {
       if (isTrap[node] && isTrap[target]) graph.targets.push_back(target);
@@ -29,12 +29,12 @@ Finding tell(const Subject& subject, const std::vector<std::uint32_t>& trap) {
 }  // namespace
 
 void checkTraps(const Subject& subject, Findings& findings) {
-  const Standing& standing = subject.standing;
+  const graph::Standing& standing = subject.standing;
   std::vector<bool> isTrap(subject.ways.count());
   for (std::uint32_t node = 0; node < isTrap.size(); ++node) {
     isTrap[node] = standing.reached[node] && !standing.returns[node];
   }
-  const PartNumbers parts = weakParts(trapsOf(subject, isTrap));
+  const graph::PartNumbers parts = graph::weakParts(trapsOf(subject, isTrap));
   std::map<std::uint32_t, std::vector<std::uint32_t>> traps;
   for (std::uint32_t node = 0; node < isTrap.size(); ++node) {
     if (isTrap[node]) traps[parts[node]].push_back(node);

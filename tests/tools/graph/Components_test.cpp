@@ -1,4 +1,4 @@
-#include "tools/check/Components.hpp"
+#include "tools/graph/Components.hpp"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -6,24 +6,13 @@
 
 #include <utility>
 
-namespace tern::check {
+namespace tern::graph {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-using Links = std::vector<std::pair<std::uint32_t, std::uint32_t>>;
-
-Digraph graphOf(std::uint32_t count, const Links& links) {
-  Digraph graph;
-  for (std::uint32_t node = 0; node < count; ++node) {
-    for (const auto& [from, to] : links) {
-      if (from == node) graph.targets.push_back(to);
-    }
-    graph.first.push_back(static_cast<std::uint32_t>(graph.targets.size()));
-  }
-  return graph;
-}
+using Links = std::vector<Link>;
 
 // Whether a leads to b, by steps of any number.
 std::vector<std::vector<bool>> closureOf(std::uint32_t count, const Links& links) {
@@ -54,7 +43,7 @@ TEST(Components, graphWithoutNodesHasNoParts) {
 }
 
 TEST(Components, oneWayJoinsAWeakPartOnly) {
-  const Digraph graph = graphOf(4, {{0, 1}, {1, 0}, {1, 2}});
+  const Digraph graph = digraphOf(4, {{0, 1}, {1, 0}, {1, 2}});
   EXPECT_THAT(weakParts(graph), ElementsAre(0, 0, 0, 1));
   EXPECT_THAT(sizesOf(strongParts(graph)), testing::UnorderedElementsAre(2, 1, 1));
   EXPECT_THAT(reachedFrom(graph, std::vector<std::uint32_t>{1}),
@@ -78,7 +67,7 @@ RC_GTEST_PROP(Components, partsAgreeWithWhatLeadsWhere, ()) {
   const auto count = *rc::gen::inRange<std::uint32_t>(1, 9);
   const auto node = rc::gen::inRange<std::uint32_t>(0, count);
   const Links links = *rc::gen::container<Links>(rc::gen::pair(node, node));
-  const Digraph graph = graphOf(count, links);
+  const Digraph graph = digraphOf(count, links);
   const auto leads = closureOf(count, links);
   const auto joins = closureOf(count, bothWays(links));
   const PartNumbers strong = strongParts(graph);
@@ -94,4 +83,4 @@ RC_GTEST_PROP(Components, partsAgreeWithWhatLeadsWhere, ()) {
 }
 
 }  // namespace
-}  // namespace tern::check
+}  // namespace tern::graph

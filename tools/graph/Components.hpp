@@ -8,9 +8,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <utility>
 #include <vector>
 
-namespace tern::check {
+namespace tern::graph {
 
 struct Digraph {
   // Where the targets of each node begin; one more entry than there are nodes.
@@ -22,6 +23,12 @@ struct Digraph {
     return std::span(targets).subspan(first[node], first[node + 1] - first[node]);
   }
 };
+
+// From the first node to the second.
+using Link = std::pair<std::uint32_t, std::uint32_t>;
+
+// The targets of each node in the order of the links.
+Digraph digraphOf(std::uint32_t count, const std::vector<Link>& links);
 
 Digraph reversed(const Digraph& graph);
 
@@ -40,4 +47,4 @@ std::vector<std::uint32_t> sizesOf(const PartNumbers& parts);
 // Whether the links lead to the node from one of the starts, which count as reached.
 std::vector<bool> reachedFrom(const Digraph& graph, std::span<const std::uint32_t> starts);
 
-}  // namespace tern::check
+}  // namespace tern::graph

@@ -1,10 +1,10 @@
-#include "tools/check/Components.hpp"
+#include "tools/graph/Components.hpp"
 
 #include <algorithm>
 #include <limits>
 #include <numeric>
 
-namespace tern::check {
+namespace tern::graph {
 
 namespace {
 
@@ -87,6 +87,17 @@ class StrongParts {
 
 }  // namespace
 
+Digraph digraphOf(std::uint32_t count, const std::vector<Link>& links) {
+  Digraph graph;
+  graph.first.assign(std::size_t{count} + 1, 0);
+  graph.targets.resize(links.size());
+  for (const auto& [from, to] : links) ++graph.first[std::size_t{from} + 1];
+  std::partial_sum(graph.first.begin(), graph.first.end(), graph.first.begin());
+  std::vector<std::uint32_t> next(graph.first.begin(), graph.first.end() - 1);
+  for (const auto& [from, to] : links) graph.targets[next[from]++] = to;
+  return graph;
+}
+
 Digraph reversed(const Digraph& graph) {
   Digraph back;
   back.first.assign(graph.first.size(), 0);
@@ -152,4 +163,4 @@ std::vector<bool> reachedFrom(const Digraph& graph, std::span<const std::uint32_
   return reached;
 }
 
-}  // namespace tern::check
+}  // namespace tern::graph
