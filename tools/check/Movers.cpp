@@ -13,6 +13,7 @@
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
 #include "tools/check/Checks.hpp"
 #include "tools/check/MapLinks.hpp"
+#include "tools/graph/Neighbours.hpp"
 
 namespace tern::check {
 
@@ -93,11 +94,11 @@ void addWaypoints(const Nested<Collection>& places, std::unordered_set<std::int6
 // Waypoints that one leaves a mover at, and from where one can only go back.
 class DeadEnds {
  public:
-  explicit DeadEnds(const Subject& subject) : subject_(subject), around_(subject.ways.count()) {
+  explicit DeadEnds(const Subject& subject)
+      : subject_(subject), neighbours_(graph::neighboursIn(subject.ways)) {
     addWaypoints(subject.venue.destinations, wanted_);
     addWaypoints(subject.venue.amenities, wanted_);
     addExits();
-    addNeighbours();
   }
 
   void check(Findings& findings) const {
@@ -123,52 +124,19 @@ class DeadEnds {
     }
   }
 
-  void addNeighbours() {
-    for (std::uint32_t node = 0; node < around_.size(); ++node) {
-      for (const std::uint32_t target : subject_.ways.of(node)) {
-        around_[node].push_back(target);
-        around_[target].push_back(node);
-      }
-    }
-    for (std::vector<std::uint32_t>& around : around_) {
-      std::ranges::sort(around);
-      around.erase(std::unique(around.begin(), around.end()), around.end());
-    }
-  }
-
   // Neither a floor's own ways lead on, nor a mover to where the others do not: stops of one lift
   // hang together without it, the floors that two flights at a landing lead to do not.
   bool isDeadEnd(std::uint32_t node) const {
-    const std::vector<std::uint32_t>& around = around_[node];
-    // As many as no lift has stops.
-    constexpr std::size_t mostAround = 200;
-    if (around.empty() || around.size() > mostAround) return false;
     const std::vector<Node>& nodes = subject_.network.nodes();
     const auto isOnItsMap = [&](std::uint32_t other) {
       return nodes[other].map == nodes[node].map;
     };
-    return std::ranges::none_of(around, isOnItsMap) && hangTogether(around);
-  }
-
-  // Whether links among them alone join them all.
-  bool hangTogether(std::vector<std::uint32_t> left) const {
-    std::vector<std::uint32_t> waiting{left.back()};
-    left.pop_back();
-    while (!waiting.empty()) {
-      const std::vector<std::uint32_t>& joined = around_[waiting.back()];
-      waiting.pop_back();
-      std::erase_if(left, [&](std::uint32_t node) {
-        const bool isJoined = std::ranges::binary_search(joined, node);
-        if (isJoined) waiting.push_back(node);
-        return isJoined;
-      });
-    }
-    return left.empty();
+    return std::ranges::none_of(neighbours_.of(node), isOnItsMap) &&
+           graph::areJoinedWithout(neighbours_, node);
   }
 
   const Subject& subject_;
-  // Of each node those that links join it to, whichever way, ascending.
-  std::vector<std::vector<std::uint32_t>> around_;
+  const graph::Digraph neighbours_;
   // Ids of waypoints that are worth going to.
   std::unordered_set<std::int64_t> wanted_;
 };
