@@ -1,6 +1,7 @@
 #include "tools/import/Import.hpp"
 
 #include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
 
 #include <fstream>
 #include <map>
@@ -18,7 +19,10 @@
 #include "TernCoreKit/service/coordinates/TernUtils.hpp"
 #include "tests/support/Paths.hpp"
 #include "tests/support/PedestrianNetwork.hpp"
+#include "tests/support/RandomVenue.hpp"
 #include "tests/support/TemporaryFolder.hpp"
+#include "tests/tools/import/DrawnNetwork.hpp"
+#include "tools/check/CheckVenue.hpp"
 #include "tools/tern/VenueFolder.hpp"
 
 namespace tern::imports {
@@ -55,6 +59,45 @@ TEST(Import, folderThatCannotBeWrittenIsNotTheSourcesFault) {
   const Imported imported = importSource(stationPath(), folder.at("out"), {});
   ASSERT_TRUE(imported.failure);
   EXPECT_EQ(imported.failure->option, "--out");
+}
+
+check::Findings findingsIn(const fs::path& folder) {
+  command::VenueDocuments documents;
+  const auto loaded = command::loadVenue(folder, std::nullopt, std::nullopt, &documents);
+  return check::checkVenue(check::Subject(*std::get<std::shared_ptr<TernActiveVenue>>(loaded),
+                                          documents.venue, documents.buildings));
+}
+
+// Nodes on three floors, joined by whatever kind of way.
+RC_GTEST_PROP(Import, whatACheckOfAnImportFindsWasTold, ()) {
+  test::Tape tape(*test::tapes());
+  const std::size_t count = 2 + tape.below(7);
+  std::vector<std::size_t> floors;
+  test::DrawnNetwork network;
+  for (std::size_t i = 0; i < count; ++i) {
+    floors.push_back(tape.below(3));
+    network.node(std::to_string(i), static_cast<double>(floors[i]),
+                 {static_cast<double>(i) * 7, static_cast<double>(i * i)});
+  }
+  for (std::size_t i = 0; i + 1 < 2 * count; ++i) {
+    const std::size_t from = tape.below(count);
+    const std::size_t to = (from + 1 + tape.below(count - 1)) % count;
+    const bool isLevel = floors[from] == floors[to];
+    network.link("link " + std::to_string(i), std::to_string(from), std::to_string(to),
+                 {{"route_type", isLevel ? "1" : "5"},
+                  {"direction", isLevel ? "1" : std::to_string(1 + tape.below(3))}});
+  }
+  const test::TemporaryFolder folder;
+  network.writeTo(folder.at("site"));
+  const Imported imported = importSource(folder.at("site"), folder.at("out"), {});
+  RC_ASSERT(!imported.failure);
+  bool hasLost = false;
+  for (const Oddity& oddity : imported.written.told) {
+    hasLost = hasLost || oddity.kind == "island" || oddity.kind == "deadEnd";
+  }
+  const bool fails = check::hasFailure(findingsIn(folder.at("out")));
+  RC_ASSERT(!fails || !imported.written.told.empty());
+  RC_ASSERT(fails || !hasLost);
 }
 
 struct Site {
@@ -133,6 +176,23 @@ TEST_P(ImportedSite, everyNodeAndEveryLinkIsThere) {
 TEST_P(ImportedSite, everyRecordIsToldOfOnce) {
   std::set<std::string> told;
   for (const Oddity& oddity : report.told) EXPECT_TRUE(told.insert(oddity.id).second);
+}
+
+TEST_P(ImportedSite, whatACheckFindsWasTold) {
+  std::set<std::string, std::less<>> told;
+  for (const Oddity& oddity : report.told) told.insert(oddity.id);
+  std::map<std::int64_t, std::string_view> sourceIds;
+  for (const auto& [sourceId, waypoint] : waypoints) sourceIds[waypoint->id.integer()] = sourceId;
+  for (const check::Finding& finding : findingsIn(folder.at("out"))) {
+    if (!check::isFailure(finding.kind)) continue;
+    for (const std::int64_t id : finding.ids) {
+      const auto waypoint = sourceIds.find(id);
+      ASSERT_NE(waypoint, sourceIds.end()) << finding.message;
+      // Bends are those of their links.
+      const bool isBend = waypoint->second.find('#') != std::string_view::npos;
+      EXPECT_TRUE(isBend || told.contains(waypoint->second)) << finding.message;
+    }
+  }
 }
 
 TEST_P(ImportedSite, mapAndGlobeAgreeToACentimetre) {

@@ -9,6 +9,7 @@
 #include "tools/import/write/Documents.hpp"
 #include "tools/import/write/FolderSwap.hpp"
 #include "tools/import/write/IdTable.hpp"
+#include "tools/import/write/LostNodes.hpp"
 
 namespace tern::imports {
 
@@ -84,6 +85,7 @@ WrittenVenues writeVenues(std::span<const Draft> drafts, const VenueWishes& wish
   std::vector<VenuePlan> plans;
   for (const Draft& draft : drafts) {
     plans.push_back(planVenue(draft, wishes, ids));
+    tellLostNodes(plans.back());
     if ((written.error = writeVenue(swap, plans.back(), ids.takeDocument()))) return written;
     written.venues.push_back(summaryOf(plans.back()));
     const std::vector<Oddity>& told = plans.back().oddities.told();
