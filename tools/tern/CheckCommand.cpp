@@ -13,6 +13,12 @@ namespace tern::command {
 
 namespace {
 
+// Nothing that was found is a feature of a map by itself, so there is no GeoJSON of it.
+Reading readDrawingFile(const std::string& text) {
+  if (text.ends_with(".svg") || text.ends_with(".html")) return Value(text);
+  return "\"" + text + "\" must end in .svg or .html";
+}
+
 std::optional<Failure> drawPicture(const std::string& file, const check::Subject& subject,
                                    const check::Findings& findings) {
   if (file.empty()) return std::nullopt;
@@ -47,7 +53,7 @@ const Command checkCommand{
     .summary = "find what in a venue keeps people from their way",
     .options = {{"--data", "DIR", "the venue folder to check", readText, required},
                 {"--venue", "V", "the venue; left out: the only one", readWhole},
-                {"--picture", "FILE", "draw the floors to FILE.svg or FILE.html", readPictureFile}},
+                {"--picture", "FILE", "draw the floors to FILE.svg or FILE.html", readDrawingFile}},
     .about = checkFolder,
     .help = R"(Examples:
   tern generate --out mall

@@ -38,6 +38,18 @@ TEST(CheckCommand, findingsAreToldAndEndInOne) {
   EXPECT_EQ(test::parsed(json.text)["findings"].items()[0]["kind"], Value("island"));
 }
 
+TEST(CheckCommand, pictureIsDrawnInEitherKindOfFile) {
+  const test::TemporaryFolder folder;
+  for (const char* name : {"a.svg", "a.html"}) {
+    const std::string file = folder.at(name);
+    outcomeOf({"check", "--data", test::samplePath(), "--picture", file});
+    EXPECT_THAT(folder.read(name), HasSubstr(">Check of Linden Plaza<"));
+  }
+  const auto refused = parseArguments({"check", "--data", "x", "--picture", "a.geojson"});
+  ASSERT_TRUE(std::holds_alternative<Failure>(refused));
+  EXPECT_THAT(std::get<Failure>(refused).error.message, HasSubstr("must end in .svg or .html"));
+}
+
 TEST(CheckCommand, dataThatIsNotThereIsNotLoaded) {
   const test::TemporaryFolder folder;
   const auto failure = std::get<Failure>(outcomeOf({"check", "--data", folder.at("none")}));
