@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 
 // Up to this a small archive may unpack to any multiple of its size.
 constexpr std::size_t harmlessBytes = std::size_t{1} << 20U;
-constexpr std::size_t chunkBytes = std::size_t{64} << 10U;
+constexpr std::size_t unpackedAtOnce = std::size_t{64} << 10U;
 // An archive ends with a record of 22 bytes and a comment of up to 64 KiB.
 constexpr std::uintmax_t mostTailBytes = (std::size_t{64} << 10U) + 22 + 20;
 
@@ -115,7 +115,7 @@ std::optional<std::string> objectionTo(zip* archive, std::uintmax_t bytes) {
 // All that there really is, which is no more than the entry says.
 ReadFile unpacked(const std::string& name, zip_file_t* file, std::uint64_t statedBytes) {
   std::string text;
-  std::array<char, chunkBytes> chunk;  // NOLINT(cppcoreguidelines-pro-type-member-init)
+  std::array<char, unpackedAtOnce> chunk;  // NOLINT(cppcoreguidelines-pro-type-member-init)
   zip_int64_t count = 0;
   while ((count = zip_fread(file, chunk.data(), chunk.size())) > 0) {
     text.append(chunk.data(), static_cast<std::size_t>(count));
