@@ -16,6 +16,7 @@
 #include "tests/support/Paths.hpp"
 #include "tests/support/Process.hpp"
 #include "tests/support/TemporaryFolder.hpp"
+#include "tests/tools/import/gtfs/DrawnFeed.hpp"
 #include "tools/tern/CommandTable.hpp"
 
 namespace tern::command {
@@ -30,13 +31,16 @@ std::string replaced(std::string text, std::string_view what, std::string_view w
   return text;
 }
 
-// A shell in a folder with nothing but the data of a building, which finds the command. Where an
+// A shell in a folder with nothing but the data of buildings, which finds the command. Where an
 // example serves on port 8080, which somebody else may have, it serves on one that is free, and who
 // asks there asks that one.
 class Shell {
  public:
   Shell() {
     std::filesystem::copy(test::sourcePath("tests/tools/import/station"), folder.at("station"));
+    test::DrawnFeed feed;
+    feed.station("central").entrance("door", {}).way("hall", "door", "gate", 1);
+    feed.node("gate").writeTo(folder, "feed");
   }
   ~Shell() { endService(); }
 

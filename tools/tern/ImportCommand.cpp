@@ -89,8 +89,8 @@ const Command importCommand{
     .help = R"(Examples:
   tern import station --out venue
   tern import station --out venue --name "Harbour Station" --language en --json
-  tern import feed.zip --out venue --station central
   tern route --data venue --from 東口 --to 中央改札口
+  tern import feed --out central --station central
 
 Reads pedestrian networks: nodes and links as GeoJSON, with floor plans where
 they lie beside; and the stops, levels and pathways of transit feeds. No other
