@@ -152,6 +152,16 @@ TEST(TernGuidance, stairsSayWhetherTheyGoUpOrDown) {
   EXPECT_EQ(stepsOn(drawing, 'E', 'A')[1].text, "Take the stairs down to Ground Floor");
 }
 
+TEST(TernGuidance, aGateIsGoneThrough) {
+  const Drawing drawing{.floors = {{.lines = {"A         B    C          D"}}},
+                        .paths = {"A-B", "B-C Gate", "C-D"},
+                        .pathTypes = {{.name = "Gate", .weight = 5}}};
+  const Steps steps = stepsOn(drawing, 'A', 'D');
+  ASSERT_EQ(steps.size(), 3U);
+  EXPECT_EQ(steps[1].kind, TernStep::Kind::mover);
+  EXPECT_EQ(steps[1].text, "Go through the gate");
+}
+
 TEST(TernGuidance, aFloorIsChangedOnFootByACrossing) {
   Drawing drawing = house;
   drawing.paths = {"A-B", "B-C", "C-D", "D-E"};

@@ -12,8 +12,8 @@ namespace tern::inline v5::detail {
 
 namespace {
 
-constexpr std::array<std::string_view, 6> kindNames = {"lift", "escalator",     "stairs",
-                                                       "ramp", "movingWalkway", "other"};
+constexpr std::array<std::string_view, 7> kindNames = {
+    "lift", "escalator", "stairs", "ramp", "movingWalkway", "gate", "other"};
 
 // Metres a second, free walking on the level and the horizontal share on stairs: U. Weidmann,
 // Transporttechnik der Fussgaenger, ETH Zuerich 1993.
@@ -71,6 +71,7 @@ double ridingSeconds(const TernPathType* pathType, int floors, double metres) {
     case MoverKind::movingWalkway:
       return metres / speedOf(pathType, walkwaySpeed);
     case MoverKind::ramp:
+    case MoverKind::gate:
     case MoverKind::other:
       break;
   }

@@ -12,7 +12,7 @@
 
 namespace tern::inline v5::detail {
 
-enum class MoverKind { lift, escalator, stairs, ramp, movingWalkway, other };
+enum class MoverKind { lift, escalator, stairs, ramp, movingWalkway, gate, other };
 
 // By the words of its name, in the languages that are known, as a phrase book lists them.
 MoverKind moverKindOf(const TernPathType* pathType);

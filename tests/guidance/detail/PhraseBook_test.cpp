@@ -103,7 +103,9 @@ TEST(PhraseBook, knowsMoversByTheirNamesInEveryLanguage) {
   EXPECT_EQ(PhraseBook::moverKind("ESCALERAS"), "stairs");
   EXPECT_EQ(PhraseBook::moverKind("エスカレーター"), "escalator");
   EXPECT_EQ(PhraseBook::moverKind("動く歩道"), "movingWalkway");
-  EXPECT_EQ(PhraseBook::moverKind("Gate"), "");
+  EXPECT_EQ(PhraseBook::moverKind("Gate"), "gate");
+  EXPECT_EQ(PhraseBook::moverKind("改札口"), "gate");
+  EXPECT_EQ(PhraseBook::moverKind("Passage"), "");
   EXPECT_EQ(PhraseBook::moverKind(""), "");
 }
 
