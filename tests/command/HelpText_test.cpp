@@ -39,8 +39,10 @@ class Shell {
   Shell() {
     std::filesystem::copy(test::sourcePath("tests/tools/import/station"), folder.at("station"));
     test::DrawnFeed feed;
-    feed.station("central").entrance("door", {}).way("hall", "door", "gate", 1);
-    feed.node("gate").writeTo(folder, "feed");
+    const test::DrawnFeed::Metres street;
+    feed.station("central").stop("door", 2, street, {.name = "Door", .parent = "central"});
+    feed.stop("track", 0, test::DrawnFeed::Metres{20, 0}, {.name = "Track", .parent = "central"});
+    feed.way("hall", "door", "track", 1).writeTo(folder, "feed");
   }
   ~Shell() { endService(); }
 

@@ -40,17 +40,17 @@ DrawnFeed halt() {
   return feed.platform("1", DrawnFeed::Metres{40, 0}, "tracks");
 }
 
-LinkKind kindOf(int mode, const DrawnFeed::Way& way = {}) {
+LinkKind kindOfMode(int mode, const DrawnFeed::Way& way = {}) {
   return draftOf(halt().way("w", "door", "1", mode, way)).links.front().kind;
 }
 
 TEST(StationDraft, modesAreKindsOfLinks) {
-  EXPECT_EQ(kindOf(2), LinkKind::stairs);
-  EXPECT_EQ(kindOf(3), LinkKind::movingWalkway);
-  EXPECT_EQ(kindOf(4), LinkKind::escalator);
-  EXPECT_EQ(kindOf(5), LinkKind::stepFreeLift);
-  EXPECT_EQ(kindOf(6), LinkKind::gate);
-  EXPECT_EQ(kindOf(7), LinkKind::gate);
+  EXPECT_EQ(kindOfMode(2), LinkKind::stairs);
+  EXPECT_EQ(kindOfMode(3), LinkKind::movingWalkway);
+  EXPECT_EQ(kindOfMode(4), LinkKind::escalator);
+  EXPECT_EQ(kindOfMode(5), LinkKind::stepFreeLift);
+  EXPECT_EQ(kindOfMode(6), LinkKind::gate);
+  EXPECT_EQ(kindOfMode(7), LinkKind::gate);
 }
 
 TEST(StationDraft, modeThatIsNotKnownIsAWayOfUnknownKind) {
@@ -60,7 +60,7 @@ TEST(StationDraft, modeThatIsNotKnownIsAWayOfUnknownKind) {
 }
 
 TEST(StationDraft, walkBetweenLevelsOrWithASlopeIsARamp) {
-  EXPECT_EQ(kindOf(1), LinkKind::ramp);
+  EXPECT_EQ(kindOfMode(1), LinkKind::ramp);
   DrawnFeed flat = halt();
   flat.node("n", DrawnFeed::Metres{9, 0}, "street").way("w", "door", "n", 1);
   flat.way("v", "n", "door", 1, {.slope = "0.1"});
@@ -75,7 +75,7 @@ TEST(StationDraft, stepsMakeNothingStepFree) {
   EXPECT_EQ(walk.links.front().kind, LinkKind::walkway);
   EXPECT_TRUE(walk.links.front().hasSteps);
   EXPECT_TRUE(draftOf(halt().way("w", "door", "1", 6, {.steps = "3"})).links.front().hasSteps);
-  EXPECT_EQ(kindOf(5, {.steps = "2"}), LinkKind::lift);
+  EXPECT_EQ(kindOfMode(5, {.steps = "2"}), LinkKind::lift);
 }
 
 TEST(StationDraft, wheelchairFieldMakesALiftOneThatIsNotStepFree) {
