@@ -1,0 +1,107 @@
+#include "tools/import/ways/AreaWays.hpp"
+
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <map>
+#include <utility>
+
+#include "tools/import/ways/PlaneGeometry.hpp"
+#include "tools/import/ways/WalkSpace.hpp"
+#include "tools/import/ways/WallGrid.hpp"
+#include "tools/import/ways/WayNet.hpp"
+
+namespace tern::imports {
+
+namespace {
+
+constexpr double leastStretch = 1.02;
+constexpr double mostStretch = 1.5;
+constexpr std::size_t waysOfCorner = 10;
+// Stops that are nearer than this are one.
+constexpr double sameStopMetres = 0.01;
+// A stop so near to a corner stands at it.
+constexpr double atCornerMetres = 1e-4;
+
+class Stops {
+ public:
+  explicit Stops(const Shapes& space) : space_(space) {}
+
+  std::size_t add(Point at) {
+    const auto key = [](double metres) {
+      return static_cast<std::int64_t>(std::llround(metres / sameStopMetres));
+    };
+    const auto [known, isNew] = known_.try_emplace({key(at.x), key(at.y)}, points_.size());
+    if (isNew) points_.push_back(atCorner(at));
+    return known->second;
+  }
+
+  const std::vector<Point>& points() const { return points_; }
+
+ private:
+  Point atCorner(Point at) const {
+    for (const Polygon& part : space_) {
+      for (const Line& ring : part.rings) {
+        for (const Point corner : ring) {
+          if (apart(corner, at) < atCornerMetres) return corner;
+        }
+      }
+    }
+    return at;
+  }
+
+  const Shapes& space_;
+  std::map<std::pair<std::int64_t, std::int64_t>, std::size_t> known_;
+  std::vector<Point> points_;
+};
+
+std::vector<StraightWay> waysOf(const Sight& sight, std::size_t stops, std::size_t mostWays) {
+  std::vector<StraightWay> ways;
+  for (double stretch = leastStretch; stretch < mostStretch; stretch = 2 * stretch - 1) {
+    ways = usedOf(sight.nodes, thinned(sight, stretch), stops);
+    if (ways.size() <= mostWays) break;
+  }
+  return ways;
+}
+
+// Stops, and of the corners only those that ways lead to.
+void keepUsedNodes(AreaWays& ways, const std::vector<Point>& nodes, std::size_t stops) {
+  constexpr std::uint32_t none = std::numeric_limits<std::uint32_t>::max();
+  ways.nodes.assign(nodes.begin(), nodes.begin() + static_cast<std::ptrdiff_t>(stops));
+  std::vector<std::uint32_t> kept(nodes.size(), none);
+  for (std::uint32_t i = 0; i < stops; ++i) kept[i] = i;
+  const auto keep = [&](std::uint32_t& node) {
+    if (kept[node] == none) {
+      kept[node] = static_cast<std::uint32_t>(ways.nodes.size());
+      ways.nodes.push_back(nodes[node]);
+    }
+    node = kept[node];
+  };
+  for (StraightWay& way : ways.ways) {
+    keep(way.from);
+    keep(way.to);
+  }
+}
+
+}  // namespace
+
+AreaWays waysIn(const Polygon& area, std::span<const Point> doors, std::span<const Point> places) {
+  const Shapes space = walkSpaceOf(area, doors);
+  const WallGrid walls(area);
+  AreaWays ways;
+  Stops stops(space);
+  for (const Point door : doors) {
+    ways.ofDoor.push_back(stops.add(stepInside(space, walls, door).value_or(door)));
+  }
+  for (const Point place : places) {
+    const Point at = stepInside(space, walls, place).value_or(nearestIn(space.front(), place));
+    ways.ofPlace.push_back(stops.add(at));
+  }
+  const std::size_t count = stops.points().size();
+  const Sight sight = sightIn(space, stops.points());
+  ways.ways = waysOf(sight, count, waysOfCorner * cornersOf(area));
+  keepUsedNodes(ways, sight.nodes, count);
+  return ways;
+}
+
+}  // namespace tern::imports

@@ -1,0 +1,125 @@
+#include "tools/import/ways/Sight.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+#include "tools/import/ways/PlaneGeometry.hpp"
+#include "tools/import/ways/WallGrid.hpp"
+
+namespace tern::imports {
+
+namespace {
+
+// What is nearer to a wall than this stands at it.
+constexpr double atWallMetres = 1e-5;
+// How far to the right of a wall, in parts of its length, a way may lead before it leads into it.
+constexpr double roundingPart = 1e-7;
+
+// A side of the space, with the space on the left of it.
+struct Side {
+  Point a;
+  Point b;
+};
+
+// Where one stands, and which directions are free there as far as the walls right here tell.
+class Standing {
+ public:
+  // A stop: free of the walls that it stands at.
+  Standing(Point at, std::span<const Side> sides) : at_(at) {
+    for (const Side& side : sides) {
+      if (apart(nearestOn(side.a, side.b, at), at) < atWallMetres) walls_.push_back(side);
+    }
+    if (walls_.size() == 2) isInnerCorner_ = isInnerCorner(walls_[0], walls_[1]);
+  }
+
+  // An inner corner of the space: only what goes past it.
+  Standing(Point at, Point before, Point after)
+      : at_(at), walls_{{at, before}, {at, after}}, isCorner_(true) {}
+
+  Point at() const { return at_; }
+
+  bool isFree(Point to) const {
+    const Point way = to - at_;
+    if (std::ranges::any_of(walls_, [&](const Side& wall) { return leadsPast(wall, way); })) {
+      return false;
+    }
+    if (isCorner_) {
+      const double before = turnOf(walls_[0], way);
+      const double after = turnOf(walls_[1], way);
+      return std::min(before, after) >= -roundingPart || std::max(before, after) <= roundingPart;
+    }
+    const auto isLeft = [&](const Side& wall) { return turnOf(wall, way) >= -roundingPart; };
+    return isInnerCorner_ ? std::ranges::any_of(walls_, isLeft)
+                          : std::ranges::all_of(walls_, isLeft);
+  }
+
+ private:
+  // The sine of the angle between them.
+  static double turnOf(const Side& wall, Point way) {
+    const Point along = wall.b - wall.a;
+    return crossOf(along, way) / (lengthOf(along) * lengthOf(way));
+  }
+
+  // Along the wall and on: what comes then is seen from the wall's end, if anything is.
+  bool leadsPast(const Side& wall, Point way) const {
+    if (std::abs(turnOf(wall, way)) > roundingPart) return false;
+    const double metres = apart(at_, dotOf(wall.b - wall.a, way) > 0 ? wall.b : wall.a);
+    return metres > atWallMetres && metres + atWallMetres < lengthOf(way);
+  }
+
+  // Whether two sides that both end here make an inner corner.
+  static bool isInnerCorner(const Side& a, const Side& b) {
+    const double turn = crossOf(a.b - a.a, b.b - b.a);
+    if (apart(a.b, b.a) < atWallMetres) return turn < 0;
+    return apart(b.b, a.a) < atWallMetres && turn > 0;
+  }
+
+  Point at_;
+  std::vector<Side> walls_;
+  bool isCorner_ = false;
+  bool isInnerCorner_ = false;
+};
+
+Polygon ringsOf(const Shapes& space) {
+  Polygon rings;
+  for (const Polygon& part : space) {
+    rings.rings.insert(rings.rings.end(), part.rings.begin(), part.rings.end());
+  }
+  return rings;
+}
+
+void addCorners(const Line& ring, std::span<const Point> stops, std::vector<Standing>& standings) {
+  for (std::size_t i = 0; i < ring.size(); ++i) {
+    const Point before = ring[(i + ring.size() - 1) % ring.size()];
+    const Point after = ring[(i + 1) % ring.size()];
+    if (crossOf(ring[i] - before, after - ring[i]) >= 0) continue;
+    const bool isStop =
+        std::ranges::any_of(stops, [&](Point stop) { return apart(stop, ring[i]) < atWallMetres; });
+    if (!isStop) standings.emplace_back(ring[i], before, after);
+  }
+}
+
+}  // namespace
+
+Sight sightIn(const Shapes& space, std::span<const Point> stops) {
+  const Polygon rings = ringsOf(space);
+  const WallGrid walls(rings);
+  std::vector<Side> sides;
+  forEachSide(rings, [&](Point a, Point b) { sides.push_back({a, b}); });
+  std::vector<Standing> standings;
+  for (const Point stop : stops) standings.emplace_back(stop, sides);
+  for (const Line& ring : rings.rings) addCorners(ring, stops, standings);
+  Sight sight;
+  for (const Standing& standing : standings) sight.nodes.push_back(standing.at());
+  for (std::uint32_t i = 0; i < standings.size(); ++i) {
+    for (std::uint32_t k = i + 1; k < standings.size(); ++k) {
+      const Point from = sight.nodes[i];
+      const Point to = sight.nodes[k];
+      if (!standings[i].isFree(to) || !standings[k].isFree(from)) continue;
+      if (!walls.areCrossed(from, to)) sight.ways.push_back({i, k, apart(from, to)});
+    }
+  }
+  return sight;
+}
+
+}  // namespace tern::imports
