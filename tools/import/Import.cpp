@@ -1,9 +1,14 @@
 #include "tools/import/Import.hpp"
 
+#include <algorithm>
+#include <iterator>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "tools/import/gtfs/GtfsFeed.hpp"
+#include "tools/import/imdf/ImdfFiles.hpp"
+#include "tools/import/imdf/ImdfReader.hpp"
 #include "tools/import/network/NetworkFiles.hpp"
 #include "tools/import/network/NetworkReader.hpp"
 #include "tools/import/source/SourceFiles.hpp"
@@ -19,6 +24,7 @@ Imported failed(std::string_view option, std::string sentence) {
 std::string formatOf(const SourceFiles& files, const ImportWishes& wishes) {
   if (!wishes.format.empty()) return wishes.format;
   if (GtfsFeed::isIn(files)) return "gtfs";
+  if (ImdfFiles::areIn(files)) return "imdf";
   return NetworkFiles::areIn(files) ? "network" : "";
 }
 
@@ -33,7 +39,8 @@ Imported written(const std::vector<Draft>& drafts, const VenueWishes& wishes,
 
 Imported importSource(const std::filesystem::path& source, const std::filesystem::path& out,
                       const ImportWishes& wishes) {
-  if (!wishes.format.empty() && wishes.format != "network" && wishes.format != "gtfs") {
+  constexpr std::string_view formats[] = {"", "network", "gtfs", "imdf"};
+  if (std::ranges::find(formats, wishes.format) == std::end(formats)) {
     return failed("", "the format " + wishes.format + " cannot be read yet");
   }
   const OpenedSource opened = openSource(source);
@@ -42,7 +49,8 @@ Imported importSource(const std::filesystem::path& source, const std::filesystem
   if (format.empty()) {
     return failed("", source.string() +
                           " holds no building data that is known: no nodes and links as GeoJSON, "
-                          "and no stops.txt and pathways.txt of a transit feed");
+                          "no stops.txt and pathways.txt of a transit feed, and no "
+                          "units and levels of IMDF");
   }
   if (format == "gtfs") {
     const ReadStations read = readGtfs(opened.files, wishes.stations);
@@ -55,7 +63,7 @@ Imported importSource(const std::filesystem::path& source, const std::filesystem
   if (wishes.stations.all || !wishes.stations.station.empty()) {
     return failed(wishes.stations.all ? "--all" : "--station", "only a transit feed has stations");
   }
-  ReadDraft read = readNetwork(opened.files);
+  ReadDraft read = format == "imdf" ? readImdf(opened.files) : readNetwork(opened.files);
   if (read.error) return failed("", source.string() + ": " + *read.error);
   return written({std::move(read.draft)}, wishes.venue, out);
 }

@@ -6,19 +6,10 @@
 // Threads: free functions. Fails: by value, with one line.
 #pragma once
 
-#include <optional>
-#include <string>
-
-#include "tools/import/draft/Draft.hpp"
+#include "tools/import/draft/ReadDraft.hpp"
 #include "tools/import/source/SourceFiles.hpp"
 
 namespace tern::imports {
-
-struct [[nodiscard]] ReadDraft {
-  Draft draft;
-  // Why there is none.
-  std::optional<std::string> error;
-};
 
 ReadDraft readNetwork(const SourceFiles& source);
 

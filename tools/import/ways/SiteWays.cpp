@@ -53,9 +53,7 @@ Box boxOf(const Polygon& shape) {
 bool isMover(LinkKind kind) { return kind != LinkKind::walkway; }
 
 // Lifts are lifts, whoever may use them.
-LinkKind familyOf(LinkKind kind) {
-  return kind == LinkKind::stepFreeLift ? LinkKind::lift : kind;
-}
+LinkKind familyOf(LinkKind kind) { return kind == LinkKind::stepFreeLift ? LinkKind::lift : kind; }
 
 // Of stairs, escalators, lifts and ramps, which lead to other levels.
 bool isClimbed(LinkKind kind) {
@@ -74,8 +72,8 @@ std::vector<Crossing> crossingsOf(const Line& line) {
     while (length > 0 && static_cast<double>(crossings.size()) < count) {
       const double at = metres * (static_cast<double>(crossings.size()) + 0.5) / count - before;
       if (at > length) break;
-      crossings.push_back({between(line[i - 1], line[i], at / length),
-                           Point{-way.y, way.x} * (1 / length)});
+      crossings.push_back(
+          {between(line[i - 1], line[i], at / length), Point{-way.y, way.x} * (1 / length)});
     }
     before += length;
   }
@@ -146,6 +144,7 @@ class WayMaker {
       Piece* const right = pieceBeside(door.floor, crossing.at, crossing.normal * -1, left);
       if (left == nullptr && right == nullptr) continue;
       isBeside = true;
+      if (isWithin(door.floor, crossing)) continue;
       const std::string id = ++number == 1 ? door.id : door.id + "/" + std::to_string(number);
       const std::size_t node = addNode(id, door.floor, crossing.at);
       draft_.nodes[node].isEntrance = left == nullptr || right == nullptr;
@@ -155,6 +154,13 @@ class WayMaker {
     if (!isBeside) {
       draft_.oddities.tell(door.id, "unreached", "No area that one can walk in lies beside it.");
     }
+  }
+
+  // A line amid an area, which one walks across without noticing.
+  bool isWithin(std::size_t floor, const Crossing& crossing) {
+    const Point step = crossing.normal * besideDoorMetres[0];
+    const Piece* const piece = pieceAt(floor, crossing.at + step);
+    return piece != nullptr && pieceAt(floor, crossing.at - step) == piece;
   }
 
   void addDoorTo(Piece& piece, std::size_t node) {
