@@ -21,8 +21,7 @@ constexpr double doorwayMetres = 1;
 // How many of the nearest points are tried.
 constexpr std::size_t mostTried = 12;
 
-// Half the widths that are tried in necks, one after another. A neck as wide as the first one is
-// taken wherever it leads somewhere, a narrower one only as long as something is missing.
+// Half the widths that are tried in necks, one after another.
 constexpr double narrowerMetres[] = {0.25, 0.12, 0.04, 0};
 
 bool isAlong(const Shapes& shapes, Point at) {
@@ -57,10 +56,7 @@ class SpaceMaker {
   Shapes make() {
     space_ = simplified(shrunk({area_}, halfPersonMetres + straightenedMetres), straightenedMetres);
     added_.emplace_back(halfPersonMetres, space_);
-    for (const double half : narrowerMetres) {
-      if (half != narrowerMetres[0] && isWhole()) break;
-      addNecks(half);
-    }
+    for (const double half : narrowerMetres) addNecks(half);
     for (const Point door : doors_) {
       if (!isReached(door)) addDoorway(door);
     }
