@@ -163,11 +163,19 @@ Shapes computed(const Shapes& a, const Shapes& b, Operation operation) {
 
 }  // namespace
 
+// Each for itself, since where two lie over each other both are meant.
 Shapes repaired(const Shapes& shapes) {
-  return computed(shapes, [](auto context, auto shape) {
-    const Geos::Shape valid(GEOSMakeValid_r(context, shape), {context});
-    return valid ? GEOSUnaryUnion_r(context, valid.get()) : nullptr;
-  });
+  const Geos geos;
+  std::vector<GEOSGeometry*> valid;
+  for (const Polygon& polygon : shapes) {
+    const Geos::Shape shape = geos.shapeOf({polygon});
+    GEOSGeometry* const made = shape ? GEOSMakeValid_r(geos.context(), shape.get()) : nullptr;
+    if (made != nullptr) valid.push_back(made);
+  }
+  const Geos::Shape all = geos.own(GEOSGeom_createCollection_r(
+      geos.context(), GEOS_GEOMETRYCOLLECTION, valid.data(), static_cast<unsigned>(valid.size())));
+  if (!all) return {};
+  return geos.shapesOf(geos.own(GEOSUnaryUnion_r(geos.context(), all.get())));
 }
 
 Shapes widened(const Shapes& shapes, double metres) {
