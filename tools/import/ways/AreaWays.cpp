@@ -86,7 +86,9 @@ void keepUsedNodes(AreaWays& ways, const std::vector<Point>& nodes, std::size_t 
 }  // namespace
 
 AreaWays waysIn(const Polygon& area, std::span<const Point> doors, std::span<const Point> places) {
-  const Shapes space = walkSpaceOf(area, doors);
+  std::vector<Point> all(doors.begin(), doors.end());
+  all.insert(all.end(), places.begin(), places.end());
+  const Shapes space = walkSpaceOf(area, all);
   const WallGrid walls(area);
   AreaWays ways;
   Stops stops(space);

@@ -120,4 +120,19 @@ bool WallGrid::areCrossed(Point from, Point to) const {
   return false;
 }
 
+bool WallGrid::areNear(Point at, double metres) const {
+  const Cell low = cellAt(at - Point{metres, metres});
+  const Cell high = cellAt(at + Point{metres, metres});
+  for (std::int64_t row = low.row; row <= high.row; ++row) {
+    for (std::int64_t column = low.column; column <= high.column; ++column) {
+      const auto cell = static_cast<std::size_t>(row * columns_ + column);
+      for (std::uint32_t i = starts_[cell]; i < starts_[cell + 1]; ++i) {
+        const Wall& wall = walls_[inCell_[i]];
+        if (apart(nearestOn(wall.a, wall.b, at), at) < metres) return true;
+      }
+    }
+  }
+  return false;
+}
+
 }  // namespace tern::imports

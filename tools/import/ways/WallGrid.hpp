@@ -22,6 +22,8 @@ class WallGrid {
   explicit WallGrid(const Polygon& area);
 
   bool areCrossed(Point from, Point to) const;
+  // Whether one is nearer than so many metres.
+  bool areNear(Point at, double metres) const;
 
  private:
   struct Wall {

@@ -44,6 +44,32 @@ TEST(WalkSpace, leadsThroughNecksHoweverThin) {
   }
 }
 
+TEST(WalkSpace, whatLiesBehindTheWallOfANeckKeepsItsWidth) {
+  // A hall; behind a wall of a decimetre two rooms, and a passage of half a metre between them.
+  const auto box = [](double left, double top, double right, double bottom) {
+    return Shapes{{{{{left, top}, {right, top}, {right, bottom}, {left, bottom}}}}};
+  };
+  Shapes area = joined(box(0, 0, 11, 5), box(0.5, 5, 1.5, 5.1));
+  area = joined(area, box(0, 5.1, 2, 10));
+  area = joined(area, box(9, 5.1, 11, 10));
+  area = joined(area, box(2, 5.1, 9, 5.6));
+  ASSERT_EQ(area.size(), 1U);
+  const Shapes space = walkSpaceOf(area.front(), {});
+  ASSERT_EQ(space.size(), 1U);
+  EXPECT_TRUE(holds(space.front(), {5.5, 5.35}));
+  EXPECT_FALSE(holds(space.front(), {5.5, 4.8}));
+}
+
+TEST(WalkSpace, aPlaceInACupboardIsReached) {
+  const Polygon room{{{{0, 0}, {5, 0}, {5, 2}, {5.4, 2}, {5.4, 2.3}, {5, 2.3}, {5, 5}, {0, 5}}}};
+  const std::vector<Point> places{{5.3, 2.15}};
+  const Shapes space = walkSpaceOf(room, places);
+  ASSERT_EQ(space.size(), 1U);
+  const auto inside = stepInside(space, WallGrid(room), places.front());
+  ASSERT_TRUE(inside);
+  EXPECT_LT(apart(*inside, places.front()), 0.8);
+}
+
 TEST(WalkSpace, aDoorAtTheEndOfANookIsSeenFromTheSpace) {
   const Polygon nook{{{{0, 0}, {5, 0}, {5, 2}, {7, 2}, {7, 2.4}, {5, 2.4}, {5, 5}, {0, 5}}}};
   const std::vector<Point> doors{{7, 2.2}};

@@ -33,6 +33,17 @@ RC_GTEST_PROP(WallGrid, saysWhatAScanOfAllWallsSays, ()) {
   }
 }
 
+RC_GTEST_PROP(WallGrid, knowsWhatIsNearAsAScanDoes, ()) {
+  const MadeArea made = madeArea(*rc::gen::arbitrary<std::uint32_t>(), 3, 12);
+  const WallGrid walls(made.area);
+  for (const Point at : made.places) {
+    for (const double metres : {0.01, 0.3, 2.0, 40.0}) {
+      const bool isNear = apart(nearestOnRings(made.area, at), at) < metres;
+      RC_ASSERT(walls.areNear(at, metres) == isNear);
+    }
+  }
+}
+
 TEST(WallGrid, waysAlongAWallAndUpToACornerAreFree) {
   const Polygon bend{{{{0, 0}, {10, 0}, {10, 2}, {2, 2}, {2, 10}, {0, 10}}}};
   const WallGrid walls(bend);
