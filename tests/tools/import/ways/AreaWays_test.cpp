@@ -134,7 +134,7 @@ RC_GTEST_PROP(AreaWays, waysCrossNoWallAndReachAllWithFewWays, ()) {
 TEST(AreaWays, walksAreHardlyLongerThanTheyHaveToBe) {
   std::vector<double> ratios;
   for (std::uint64_t seed = 0; ratios.size() < 500; ++seed) {
-    const MadeArea made = madeArea(seed, 7, 16);
+    const MadeArea made = madeArea(seed, 4, 16);
     const AreaWays ways = waysIn(made.area, made.doors, made.places);
     std::vector<Point> stands;
     for (const std::size_t node : ways.ofPlace) stands.push_back(ways.nodes[node]);
