@@ -17,7 +17,7 @@ inline Point operator*(Point a, double by) { return {a.x * by, a.y * by}; }
 
 inline double dotOf(Point a, Point b) { return a.x * b.x + a.y * b.y; }
 inline double crossOf(Point a, Point b) { return a.x * b.y - a.y * b.x; }
-inline double lengthOf(Point a) { return std::hypot(a.x, a.y); }
+inline double lengthOf(Point a) { return std::sqrt(dotOf(a, a)); }
 inline double apart(Point a, Point b) { return lengthOf(b - a); }
 inline Point between(Point a, Point b, double part) { return a + (b - a) * part; }
 

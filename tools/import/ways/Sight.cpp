@@ -27,55 +27,60 @@ class Standing {
   // A stop: free of the walls that it stands at.
   Standing(Point at, std::span<const Side> sides) : at_(at) {
     for (const Side& side : sides) {
-      if (apart(nearestOn(side.a, side.b, at), at) < atWallMetres) walls_.push_back(side);
+      if (apart(nearestOn(side.a, side.b, at), at) < atWallMetres) walls_.push_back(wallOf(side));
     }
     if (walls_.size() == 2) isInnerCorner_ = isInnerCorner(walls_[0], walls_[1]);
   }
 
   // An inner corner of the space: only what goes past it.
   Standing(Point at, Point before, Point after)
-      : at_(at), walls_{{at, before}, {at, after}}, isCorner_(true) {}
+      : at_(at), walls_{wallOf({at, before}), wallOf({at, after})}, isCorner_(true) {}
 
   Point at() const { return at_; }
 
-  bool isFree(Point to) const {
-    const Point way = to - at_;
-    if (std::ranges::any_of(walls_, [&](const Side& wall) { return leadsPast(wall, way); })) {
-      return false;
-    }
+  // `unit` is the way's direction.
+  bool isFree(Point unit, double metres) const {
     if (isCorner_) {
-      const double before = turnOf(walls_[0], way);
-      const double after = turnOf(walls_[1], way);
-      return std::min(before, after) >= -roundingPart || std::max(before, after) <= roundingPart;
+      const double before = crossOf(walls_[0].unit, unit);
+      const double after = crossOf(walls_[1].unit, unit);
+      const bool isPast =
+          std::min(before, after) >= -roundingPart || std::max(before, after) <= roundingPart;
+      if (!isPast) return false;
     }
-    const auto isLeft = [&](const Side& wall) { return turnOf(wall, way) >= -roundingPart; };
+    const auto leadsPast = [&](const Wall& wall) { return this->leadsPast(wall, unit, metres); };
+    if (std::ranges::any_of(walls_, leadsPast)) return false;
+    if (isCorner_) return true;
+    const auto isLeft = [&](const Wall& wall) { return crossOf(wall.unit, unit) >= -roundingPart; };
     return isInnerCorner_ ? std::ranges::any_of(walls_, isLeft)
                           : std::ranges::all_of(walls_, isLeft);
   }
 
  private:
-  // The sine of the angle between them.
-  static double turnOf(const Side& wall, Point way) {
-    const Point along = wall.b - wall.a;
-    return crossOf(along, way) / (lengthOf(along) * lengthOf(way));
+  struct Wall {
+    Side side;
+    Point unit;
+  };
+
+  static Wall wallOf(const Side& side) {
+    return {side, (side.b - side.a) * (1 / apart(side.a, side.b))};
   }
 
   // Along the wall and on: what comes then is seen from the wall's end, if anything is.
-  bool leadsPast(const Side& wall, Point way) const {
-    if (std::abs(turnOf(wall, way)) > roundingPart) return false;
-    const double metres = apart(at_, dotOf(wall.b - wall.a, way) > 0 ? wall.b : wall.a);
-    return metres > atWallMetres && metres + atWallMetres < lengthOf(way);
+  bool leadsPast(const Wall& wall, Point unit, double way) const {
+    if (std::abs(crossOf(wall.unit, unit)) > roundingPart) return false;
+    const double metres = apart(at_, dotOf(wall.unit, unit) > 0 ? wall.side.b : wall.side.a);
+    return metres > atWallMetres && metres + atWallMetres < way;
   }
 
   // Whether two sides that both end here make an inner corner.
-  static bool isInnerCorner(const Side& a, const Side& b) {
-    const double turn = crossOf(a.b - a.a, b.b - b.a);
-    if (apart(a.b, b.a) < atWallMetres) return turn < 0;
-    return apart(b.b, a.a) < atWallMetres && turn > 0;
+  static bool isInnerCorner(const Wall& a, const Wall& b) {
+    const double turn = crossOf(a.unit, b.unit);
+    if (apart(a.side.b, b.side.a) < atWallMetres) return turn < 0;
+    return apart(b.side.b, a.side.a) < atWallMetres && turn > 0;
   }
 
   Point at_;
-  std::vector<Side> walls_;
+  std::vector<Wall> walls_;
   bool isCorner_ = false;
   bool isInnerCorner_ = false;
 };
@@ -113,10 +118,12 @@ Sight sightIn(const Shapes& space, std::span<const Point> stops) {
   for (const Standing& standing : standings) sight.nodes.push_back(standing.at());
   for (std::uint32_t i = 0; i < standings.size(); ++i) {
     for (std::uint32_t k = i + 1; k < standings.size(); ++k) {
-      const Point from = sight.nodes[i];
-      const Point to = sight.nodes[k];
-      if (!standings[i].isFree(to) || !standings[k].isFree(from)) continue;
-      if (!walls.areCrossed(from, to)) sight.ways.push_back({i, k, apart(from, to)});
+      const Point way = sight.nodes[k] - sight.nodes[i];
+      const double metres = lengthOf(way);
+      const Point unit = way * (1 / metres);
+      if (!standings[i].isFree(unit, metres) || !standings[k].isFree(unit * -1, metres)) continue;
+      if (walls.areCrossed(sight.nodes[i], sight.nodes[k])) continue;
+      sight.ways.push_back({i, k, metres});
     }
   }
   return sight;

@@ -26,19 +26,6 @@ Box boxOf(const Polygon& area) {
   return box;
 }
 
-bool isCrossed(Point from, Point to, Point a, Point b) {
-  const Point way = to - from;
-  const double length = lengthOf(way);
-  const double first = crossOf(way, a - from) / length;
-  const double second = crossOf(way, b - from) / length;
-  // A corner on the line counts as beside it, on the left, so that of two walls that meet there on
-  // both sides of the way just one is crossed.
-  if ((first >= -sameLineMetres) == (second >= -sameLineMetres)) return false;
-  const Point at = between(a, b, first / (first - second));
-  const double along = dotOf(at - from, way) / length;
-  return along > samePlaceMetres && along < length - samePlaceMetres;
-}
-
 }  // namespace
 
 WallGrid::WallGrid(const Polygon& area) : box_(boxOf(area)) {
@@ -88,18 +75,30 @@ WallGrid::Cell WallGrid::cellAt(Point at) const {
   return {index(at.x - box_.left, columns_), index(at.y - box_.top, rows_)};
 }
 
-bool WallGrid::isCrossedIn(Cell cell, Point from, Point to) const {
+bool WallGrid::isCrossed(const Wall& wall, const Way& way) {
+  const double first = crossOf(way.unit, wall.a - way.from);
+  const double second = crossOf(way.unit, wall.b - way.from);
+  // A corner on the line counts as beside it, on the left, so that of two walls that meet there on
+  // both sides of the way just one is crossed.
+  if ((first >= -sameLineMetres) == (second >= -sameLineMetres)) return false;
+  const Point at = between(wall.a, wall.b, first / (first - second));
+  const double along = dotOf(at - way.from, way.unit);
+  return along > samePlaceMetres && along < way.metres - samePlaceMetres;
+}
+
+bool WallGrid::isCrossedIn(Cell cell, const Way& way) const {
   const auto at = static_cast<std::size_t>(cell.row * columns_ + cell.column);
-  return std::any_of(
-      inCell_.begin() + starts_[at], inCell_.begin() + starts_[at + 1],
-      [&](std::uint32_t wall) { return isCrossed(from, to, walls_[wall].a, walls_[wall].b); });
+  return std::any_of(inCell_.begin() + starts_[at], inCell_.begin() + starts_[at + 1],
+                     [&](std::uint32_t wall) { return isCrossed(walls_[wall], way); });
 }
 
 // Walks the cells row by row: of each row the columns between where the way enters and leaves it,
 // and one more on each side, so that rounding passes none over.
 bool WallGrid::areCrossed(Point from, Point to) const {
-  if (apart(from, to) <= samePlaceMetres) return false;
+  const double metres = apart(from, to);
+  if (metres <= samePlaceMetres) return false;
   if (from.y > to.y) std::swap(from, to);
+  const Way way{from, (to - from) * (1 / metres), metres};
   const std::int64_t lastRow = cellAt(to).row;
   for (std::int64_t row = cellAt(from).row; row <= lastRow; ++row) {
     const double top = box_.top + static_cast<double>(row) * cellMetres_;
@@ -114,7 +113,7 @@ bool WallGrid::areCrossed(Point from, Point to) const {
     const std::int64_t first = cellAt({std::min(enter, leave) - samePlaceMetres, top}).column;
     const std::int64_t last = cellAt({std::max(enter, leave) + samePlaceMetres, top}).column;
     for (std::int64_t column = first; column <= last; ++column) {
-      if (isCrossedIn({column, row}, from, to)) return true;
+      if (isCrossedIn({column, row}, way)) return true;
     }
   }
   return false;

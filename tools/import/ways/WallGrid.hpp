@@ -31,13 +31,20 @@ class WallGrid {
     Point b;
   };
 
+  struct Way {
+    Point from;
+    Point unit;
+    double metres;
+  };
+
   struct Cell {
     std::int64_t column;
     std::int64_t row;
   };
 
   Cell cellAt(Point at) const;
-  bool isCrossedIn(Cell cell, Point from, Point to) const;
+  bool isCrossedIn(Cell cell, const Way& way) const;
+  static bool isCrossed(const Wall& wall, const Way& way);
   template <class Use>
   void forCellsOf(const Wall& wall, Use use) const;
 

@@ -121,11 +121,14 @@ std::vector<StraightWay> usedOf(std::span<const Point> nodes, std::span<const St
   Net net(nodes);
   for (const StraightWay& way : ways) net.add(way);
   std::vector<bool> isUsed(ways.size());
+  // From which stop the walk back through the node was followed last.
+  std::vector<std::uint32_t> followed(nodes.size(), noWay);
   for (std::uint32_t from = 0; from < stops; ++from) {
     net.searchAll(from);
     for (std::uint32_t to = from + 1; to < stops; ++to) {
       std::uint32_t node = to;
-      while (net.by(node) != noWay) {
+      while (net.by(node) != noWay && followed[node] != from) {
+        followed[node] = from;
         isUsed[net.by(node)] = true;
         node = net.otherEnd(net.by(node), node);
       }
