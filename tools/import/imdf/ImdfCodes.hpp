@@ -24,7 +24,4 @@ UnitMeaning unitMeaningOf(std::string_view category, bool isStepFree);
 // Of a relationship between levels; walkway for one that is none.
 LinkKind climbOf(std::string_view category);
 
-// In five languages where it is a common one, else its own word.
-Names namesOfCategory(std::string_view category);
-
 }  // namespace tern::imports

@@ -10,6 +10,8 @@
 #include <utility>
 #include <vector>
 
+#include "tools/import/draft/Categories.hpp"
+#include "tools/import/draft/EmptyFloors.hpp"
 #include "tools/import/imdf/ImdfCodes.hpp"
 #include "tools/import/imdf/ImdfFiles.hpp"
 #include "tools/import/source/GeoJson.hpp"
@@ -56,7 +58,7 @@ class ImdfReader {
     addPlaces(made);
     readDetails();
     tellTheRest();
-    dropEmptyFloors();
+    dropEmptyFloors(draft_);
     return {std::move(draft_), std::nullopt};
   }
 
@@ -439,45 +441,6 @@ class ImdfReader {
         tell(feature, "notRead", "A venue has nothing of this kind.");
       }
     }
-  }
-
-  // Levels that nothing lies on, and buildings without levels.
-  void dropEmptyFloors() {
-    std::vector<bool> isFull(draft_.floors.size());
-    for (const DraftNode& node : draft_.nodes) isFull[node.floor] = true;
-    const auto floors = keep(draft_.floors, isFull, "Nothing lies on the level.");
-    for (DraftNode& node : draft_.nodes) node.floor = floors[node.floor];
-    for (DraftPlace& place : draft_.places) place.floor = floors[place.floor];
-    const auto move = [&](auto& list) {
-      std::erase_if(list, [&](const auto& item) { return !isFull[item.floor]; });
-      for (auto& item : list) item.floor = floors[item.floor];
-    };
-    move(draft_.areas);
-    move(draft_.walls);
-    move(draft_.doors);
-    std::vector<bool> isUsed(draft_.buildings.size());
-    for (const DraftFloor& floor : draft_.floors) isUsed[floor.building] = true;
-    const auto buildings =
-        keep(draft_.buildings, isUsed, "No level with anything on it is its own.");
-    for (DraftFloor& floor : draft_.floors) floor.building = buildings[floor.building];
-  }
-
-  // Leaves out what is not to be kept, and gives for each place in the list its new one.
-  template <class Item>
-  std::vector<std::size_t> keep(std::vector<Item>& list, const std::vector<bool>& isKept,
-                                const char* why) {
-    std::vector<std::size_t> places;
-    std::vector<Item> kept;
-    for (std::size_t i = 0; i < list.size(); ++i) {
-      places.push_back(kept.size());
-      if (isKept[i]) {
-        kept.push_back(std::move(list[i]));
-      } else {
-        draft_.oddities.tell(list[i].id, "empty", why);
-      }
-    }
-    list = std::move(kept);
-    return places;
   }
 
   std::string name_;
