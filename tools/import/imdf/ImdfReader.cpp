@@ -15,6 +15,7 @@
 #include "tools/import/imdf/ImdfCodes.hpp"
 #include "tools/import/imdf/ImdfFiles.hpp"
 #include "tools/import/source/GeoJson.hpp"
+#include "tools/import/ways/BoxGrid.hpp"
 #include "tools/import/ways/PlaneGeometry.hpp"
 #include "tools/import/ways/Shapes.hpp"
 #include "tools/import/ways/SiteWays.hpp"
@@ -244,14 +245,22 @@ class ImdfReader {
         obstacles_[*floor].insert(obstacles_[*floor].end(), shapes.begin(), shapes.end());
       }
     }
-    for (auto& [floor, shapes] : obstacles_) {
-      const Shapes whole = repaired(shapes);
-      for (SiteArea& area : site_.areas) {
-        if (area.floor != floor) continue;
-        if (common(area.shapes, whole).empty()) continue;
-        Shapes left = cut(repaired(area.shapes), whole);
-        if (!left.empty()) area.shapes = std::move(left);
+    for (const auto& [floor, obstacles] : obstacles_) cutFrom(floor, obstacles);
+  }
+
+  void cutFrom(std::size_t floor, const Shapes& obstacles) {
+    std::vector<Box> boxes;
+    for (const Polygon& obstacle : obstacles) boxes.push_back(boxOf(obstacle));
+    const BoxGrid grid(std::move(boxes));
+    for (SiteArea& area : site_.areas) {
+      if (area.floor != floor) continue;
+      Shapes here;
+      for (const std::uint32_t i : grid.about(boxOfAll(area.shapes))) {
+        here.push_back(obstacles[i]);
       }
+      if (here.empty()) continue;
+      Shapes left = cut(repaired(area.shapes), repaired(here));
+      if (!left.empty()) area.shapes = std::move(left);
     }
   }
 

@@ -37,6 +37,21 @@ void forEachSide(const Polygon& polygon, Use use) {
   }
 }
 
+// Of all its rings; REQUIRES: one with a point.
+inline Box boxOf(const Polygon& polygon) {
+  const Point first = polygon.rings.front().front();
+  Box box{first.x, first.y, first.x, first.y};
+  forEachSide(polygon, [&](Point at, Point) { box = box.with({at.x, at.y, at.x, at.y}); });
+  return box;
+}
+
+// REQUIRES: at least one.
+inline Box boxOfAll(const std::vector<Polygon>& polygons) {
+  Box box = boxOf(polygons.front());
+  for (const Polygon& polygon : polygons) box = box.with(boxOf(polygon));
+  return box;
+}
+
 // Where on the outline or around a hole the point is nearest to.
 inline Point nearestOnRings(const Polygon& polygon, Point to) {
   Point best = to;

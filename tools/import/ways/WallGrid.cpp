@@ -15,20 +15,10 @@ constexpr double samePlaceMetres = 1e-6;
 constexpr double sameLineMetres = 1e-9;
 constexpr double mostCellsAcross = 512;
 
-Box boxOf(const Polygon& area) {
-  Box box;
-  bool isFirst = true;
-  forEachSide(area, [&](Point a, Point) {
-    const Box at{a.x, a.y, a.x, a.y};
-    box = isFirst ? at : box.with(at);
-    isFirst = false;
-  });
-  return box;
-}
-
 }  // namespace
 
-WallGrid::WallGrid(const Polygon& area) : box_(boxOf(area)) {
+WallGrid::WallGrid(const Polygon& area) {
+  if (!area.rings.empty()) box_ = boxOf(area);
   forEachSide(area, [&](Point a, Point b) { walls_.push_back({a, b}); });
   double metres = 0;
   for (const Wall& wall : walls_) metres += apart(wall.a, wall.b);

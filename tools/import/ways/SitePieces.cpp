@@ -1,0 +1,78 @@
+#include "tools/import/ways/SitePieces.hpp"
+
+#include <algorithm>
+#include <utility>
+
+#include "tools/import/ways/PlaneGeometry.hpp"
+#include "tools/import/ways/Shapes.hpp"
+
+namespace tern::imports {
+
+namespace {
+
+// How far beside a door its areas are looked for; walls may be drawn as gaps.
+constexpr double besideDoorMetres[] = {0.05, 0.15, 0.3, 0.6};
+// A stand farther than this from any area is in none.
+constexpr double mostAsideMetres = 3;
+
+}  // namespace
+
+SitePieces::SitePieces(std::span<const SiteArea> areas) {
+  for (std::size_t i = 0; i < areas.size(); ++i) {
+    if (areas[i].floor >= floors_.size()) floors_.resize(areas[i].floor + 1);
+    for (Polygon& shape : repaired(areas[i].shapes)) {
+      floors_[areas[i].floor].pieces.push_back(pieces_.size());
+      const double squareMetres = areaOf(shape);
+      pieces_.push_back({i, areas[i].floor, std::move(shape), squareMetres, {}, {}, {}, {}});
+    }
+  }
+  for (OnFloor& floor : floors_) {
+    std::vector<Box> boxes;
+    for (const std::size_t piece : floor.pieces) boxes.push_back(boxOf(pieces_[piece].shape));
+    floor.boxes = BoxGrid(std::move(boxes));
+  }
+}
+
+SitePiece* SitePieces::at(std::size_t floor, Point at, const SitePiece* but) {
+  if (floor >= floors_.size()) return nullptr;
+  SitePiece* smallest = nullptr;
+  for (const std::uint32_t i : floors_[floor].boxes.about({at.x, at.y, at.x, at.y})) {
+    SitePiece& piece = pieces_[floors_[floor].pieces[i]];
+    if (&piece == but || (smallest != nullptr && smallest->squareMetres <= piece.squareMetres)) {
+      continue;
+    }
+    if (holds(piece.shape, at)) smallest = &piece;
+  }
+  return smallest;
+}
+
+SitePiece* SitePieces::beside(std::size_t floor, Point at, Point normal, const SitePiece* but) {
+  for (const double metres : besideDoorMetres) {
+    SitePiece* const piece = this->at(floor, at + normal * metres, but);
+    if (piece != nullptr) return piece;
+  }
+  return nullptr;
+}
+
+SitePiece* SitePieces::nearest(std::size_t floor, Point at) {
+  SitePiece* nearest = this->at(floor, at);
+  if (nearest != nullptr || floor >= floors_.size()) return nearest;
+  double least = mostAsideMetres;
+  const Box about = Box{at.x, at.y, at.x, at.y}.grownBy(mostAsideMetres);
+  for (const std::uint32_t i : floors_[floor].boxes.about(about)) {
+    SitePiece& piece = pieces_[floors_[floor].pieces[i]];
+    const double metres = apart(nearestOnRings(piece.shape, at), at);
+    if (metres >= least) continue;
+    least = metres;
+    nearest = &piece;
+  }
+  return nearest;
+}
+
+bool SitePieces::areOneAcross(std::size_t floor, Point at, Point normal) {
+  const Point step = normal * besideDoorMetres[0];
+  const SitePiece* const piece = this->at(floor, at + step);
+  return piece != nullptr && this->at(floor, at - step) == piece;
+}
+
+}  // namespace tern::imports
