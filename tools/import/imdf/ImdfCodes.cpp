@@ -6,7 +6,7 @@ namespace tern::imports {
 
 namespace {
 
-bool isOneOf(std::string_view category, std::initializer_list<std::string_view> list) {
+bool isAnyOf(std::string_view category, std::initializer_list<std::string_view> list) {
   return std::ranges::find(list, category) != list.end();
 }
 
@@ -21,23 +21,23 @@ UnitMeaning unitMeaningOf(std::string_view category, bool isStepFree) {
   if (category == "steps") return {AreaKind::mover, LinkKind::walkway, true};
   if (category == "ramp") return {AreaKind::mover, LinkKind::ramp};
   if (category == "movingwalkway") return {AreaKind::mover, LinkKind::movingWalkway};
-  if (isOneOf(category, {"opentobelow", "column", "structure", "brick", "concrete", "glass",
+  if (isAnyOf(category, {"opentobelow", "column", "structure", "brick", "concrete", "glass",
                          "vegetation", "wood", "fence", "barrier"})) {
     return {AreaKind::closed, LinkKind::walkway, false, false};
   }
   if (category.starts_with("restroom")) return {AreaKind::toilets};
-  if (isOneOf(category, {"nonpublic", "serverroom", "privatelounge", "mechanical"})) {
+  if (isAnyOf(category, {"nonpublic", "serverroom", "privatelounge", "mechanical"})) {
     return {AreaKind::closed};
   }
-  if (isOneOf(category, {"walkway", "walkway.island", "lobby", "hall", "platform", "footbridge",
+  if (isAnyOf(category, {"walkway", "walkway.island", "lobby", "hall", "platform", "footbridge",
                          "concourse", "vestibule"})) {
     return {AreaKind::way};
   }
-  if (isOneOf(category, {"road", "parking", "sand", "grass", "terrace", "unenclosedarea",
+  if (isAnyOf(category, {"road", "parking", "sand", "grass", "terrace", "unenclosedarea",
                          "outdoors", "garden"})) {
     return {AreaKind::outdoors};
   }
-  if (isOneOf(category, {"foodservice", "retail", "store", "shop"})) return {AreaKind::shop};
+  if (isAnyOf(category, {"foodservice", "retail", "store", "shop"})) return {AreaKind::shop};
   return {};
 }
 

@@ -9,7 +9,7 @@ namespace tern::imports {
 namespace {
 
 constexpr double leastCellMetres = 1;
-constexpr double mostCellsAcross = 256;
+constexpr double mostBoxesAcross = 256;
 
 bool touch(const Box& a, const Box& b) {
   return a.left <= b.right && b.left <= a.right && a.top <= b.bottom && b.top <= a.bottom;
@@ -24,7 +24,7 @@ BoxGrid::BoxGrid(std::vector<Box> boxes) : boxes_(std::move(boxes)) {
   const double large = std::max(all_.width(), all_.height());
   const double usual =
       std::sqrt(all_.width() * all_.height() / static_cast<double>(boxes_.size() + 1));
-  cellMetres_ = std::max({leastCellMetres, large / mostCellsAcross, usual});
+  cellMetres_ = std::max({leastCellMetres, large / mostBoxesAcross, usual});
   columns_ = static_cast<std::size_t>(all_.width() / cellMetres_) + 1;
   rows_ = static_cast<std::size_t>(all_.height() / cellMetres_) + 1;
   inCell_.resize(columns_ * rows_);

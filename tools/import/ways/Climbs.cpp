@@ -14,7 +14,7 @@ namespace {
 
 // What of the smaller of two areas has to lie above the other.
 constexpr double leastOverlap = 0.2;
-constexpr double leastSquareMetres = 1e-6;
+constexpr double leastMoverSquareMetres = 1e-6;
 
 bool isClimbed(LinkKind kind) {
   return kind == LinkKind::ramp || kind == LinkKind::stairs || kind == LinkKind::escalator ||
@@ -87,7 +87,7 @@ class Climber {
     const Shapes& second = site_.areas[b].shapes;
     if (!boxOfAll(first).meets(boxOfAll(second))) return 0;
     const double smaller = std::min(squareMetresOf(first), squareMetresOf(second));
-    return squareMetresOf(common(first, second)) / std::max(smaller, leastSquareMetres);
+    return squareMetresOf(common(first, second)) / std::max(smaller, leastMoverSquareMetres);
   }
 
   const Site& site_;

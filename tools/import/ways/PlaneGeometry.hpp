@@ -45,6 +45,15 @@ inline Box boxOf(const Polygon& polygon) {
   return box;
 }
 
+// The rings of all of them, as of one.
+inline Polygon ringsOf(const std::vector<Polygon>& polygons) {
+  Polygon rings;
+  for (const Polygon& polygon : polygons) {
+    rings.rings.insert(rings.rings.end(), polygon.rings.begin(), polygon.rings.end());
+  }
+  return rings;
+}
+
 // REQUIRES: at least one.
 inline Box boxOfAll(const std::vector<Polygon>& polygons) {
   Box box = boxOf(polygons.front());

@@ -85,14 +85,6 @@ class Standing {
   bool isInnerCorner_ = false;
 };
 
-Polygon ringsOf(const Shapes& space) {
-  Polygon rings;
-  for (const Polygon& part : space) {
-    rings.rings.insert(rings.rings.end(), part.rings.begin(), part.rings.end());
-  }
-  return rings;
-}
-
 void addCorners(const Line& ring, std::span<const Point> stops, std::vector<Standing>& standings) {
   for (std::size_t i = 0; i < ring.size(); ++i) {
     const Point before = ring[(i + ring.size() - 1) % ring.size()];

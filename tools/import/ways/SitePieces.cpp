@@ -13,7 +13,7 @@ namespace {
 // How far beside a door its areas are looked for; walls may be drawn as gaps.
 constexpr double besideDoorMetres[] = {0.05, 0.15, 0.3, 0.6};
 // A stand farther than this from any area is in none.
-constexpr double mostAsideMetres = 3;
+constexpr double farthestStandMetres = 3;
 
 }  // namespace
 
@@ -57,8 +57,8 @@ SitePiece* SitePieces::beside(std::size_t floor, Point at, Point normal, const S
 SitePiece* SitePieces::nearest(std::size_t floor, Point at) {
   SitePiece* nearest = this->at(floor, at);
   if (nearest != nullptr || floor >= floors_.size()) return nearest;
-  double least = mostAsideMetres;
-  const Box about = Box{at.x, at.y, at.x, at.y}.grownBy(mostAsideMetres);
+  double least = farthestStandMetres;
+  const Box about = Box{at.x, at.y, at.x, at.y}.grownBy(farthestStandMetres);
   for (const std::uint32_t i : floors_[floor].boxes.about(about)) {
     SitePiece& piece = pieces_[floors_[floor].pieces[i]];
     const double metres = apart(nearestOnRings(piece.shape, at), at);

@@ -29,14 +29,6 @@ constexpr std::size_t mostTried = 12;
 // Half the widths that are tried in necks, one after another.
 constexpr double narrowerMetres[] = {0.25, 0.12, 0.04, 0};
 
-Polygon ringsOf(const Shapes& shapes) {
-  Polygon rings;
-  for (const Polygon& shape : shapes) {
-    rings.rings.insert(rings.rings.end(), shape.rings.begin(), shape.rings.end());
-  }
-  return rings;
-}
-
 // How often the part opens to what it was cut from: the stretches of its edge that are no walls.
 std::size_t mouthsOf(const Polygon& part, const WallGrid& walls) {
   std::size_t mouths = 0;
