@@ -12,6 +12,7 @@
 
 #include "tools/import/draft/Categories.hpp"
 #include "tools/import/draft/EmptyFloors.hpp"
+#include "tools/import/draft/MiddleValue.hpp"
 #include "tools/import/imdf/ImdfCodes.hpp"
 #include "tools/import/imdf/ImdfFiles.hpp"
 #include "tools/import/source/GeoJson.hpp"
@@ -68,25 +69,23 @@ class ImdfReader {
     draft_.oddities.tell(feature.id, kind, std::string(why));
   }
 
-  // The plane touches the globe amid the units.
+  // The plane touches the globe amid the units, wherever a stray one lies.
   bool findMiddle() {
-    double least[2] = {HUGE_VAL, HUGE_VAL};
-    double most[2] = {-HUGE_VAL, -HUGE_VAL};
+    std::vector<double> longitudes;
+    std::vector<double> latitudes;
     for (const char* const type : {"unit", "level"}) {
       for (const ImdfFeature& feature : files_.of(type)) {
         const auto polygons = globePolygons(*feature.geometry, PlaneSystem());
         if (!polygons) continue;
         for (const LonLat at : polygons->front().front()) {
-          least[0] = std::min(least[0], at.longitude);
-          least[1] = std::min(least[1], at.latitude);
-          most[0] = std::max(most[0], at.longitude);
-          most[1] = std::max(most[1], at.latitude);
+          longitudes.push_back(at.longitude);
+          latitudes.push_back(at.latitude);
         }
       }
-      if (least[0] <= most[0]) break;
+      if (!longitudes.empty()) break;
     }
-    if (least[0] > most[0]) return false;
-    draft_.plane = LocalPlane({(least[0] + most[0]) / 2, (least[1] + most[1]) / 2});
+    if (longitudes.empty()) return false;
+    draft_.plane = LocalPlane({middleValue(longitudes), middleValue(latitudes)});
     return true;
   }
 

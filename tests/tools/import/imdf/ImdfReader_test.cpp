@@ -1,0 +1,345 @@
+#include "tools/import/imdf/ImdfReader.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <numeric>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "tests/support/PedestrianNetwork.hpp"
+#include "tests/support/TemporaryFolder.hpp"
+#include "tests/tools/import/imdf/DrawnImdf.hpp"
+#include "tools/import/ways/PlaneGeometry.hpp"
+
+namespace tern::imports {
+namespace {
+
+using test::DrawnImdf;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+ReadDraft readOf(const DrawnImdf& building) {
+  const test::TemporaryFolder folder;
+  building.writeTo(folder.at("site"));
+  return readImdf(openSource(folder.at("site")).files);
+}
+
+Draft draftOf(const DrawnImdf& building) {
+  ReadDraft read = readOf(building);
+  EXPECT_EQ(read.error, std::nullopt);
+  return std::move(read.draft);
+}
+
+std::vector<std::string> told(const Draft& draft) {
+  std::vector<std::string> lines;
+  for (const Oddity& oddity : draft.oddities.told()) {
+    lines.push_back(oddity.id + " " + std::string(oddity.kind));
+  }
+  return lines;
+}
+
+const DraftPlace* placeOf(const Draft& draft, const std::string& id) {
+  const auto place = std::ranges::find(draft.places, id, &DraftPlace::id);
+  return place == draft.places.end() ? nullptr : &*place;
+}
+
+const DraftLink* linkOf(const Draft& draft, const std::string& id) {
+  const auto link = std::ranges::find(draft.links, id, &DraftLink::id);
+  return link == draft.links.end() ? nullptr : &*link;
+}
+
+std::size_t islandsOf(const Draft& draft) {
+  std::vector<std::size_t> island(draft.nodes.size());
+  std::iota(island.begin(), island.end(), 0U);
+  const std::function<std::size_t(std::size_t)> root = [&](std::size_t node) {
+    return island[node] == node ? node : island[node] = root(island[node]);
+  };
+  for (const DraftLink& link : draft.links) island[root(link.from)] = root(link.to);
+  std::set<std::size_t> roots;
+  for (std::size_t i = 0; i < island.size(); ++i) roots.insert(root(i));
+  return roots.size();
+}
+
+// A hall with a shop beside it, and a way out.
+DrawnImdf house() {
+  DrawnImdf building;
+  building.level("ground", 0);
+  building.unit("hall", "ground", "walkway", {0, 0, 20, 5});
+  building.unit("shop", "ground", "retail", {0, 5, 10, 12},
+                {{"name", Value::map({{"en", "Books"}, {"de", "Bücher"}})}});
+  building.opening("exit", "ground", {9, 0}, {11, 0});
+  return building.opening("door", "ground", {4.5, 5}, {5.5, 5});
+}
+
+TEST(ImdfReader, unitsAndOpeningsBecomeWays) {
+  const Draft draft = draftOf(house());
+  EXPECT_EQ(draft.areas.size(), 2U);
+  EXPECT_EQ(draft.doors.size(), 2U);
+  EXPECT_EQ(islandsOf(draft), 1U);
+  EXPECT_THAT(told(draft), IsEmpty());
+  const DraftLink* const way = linkOf(draft, "hall=0");
+  ASSERT_NE(way, nullptr);
+  EXPECT_NEAR(apart(draft.nodes[way->from].at, draft.nodes[way->to].at), std::hypot(5, 4.26), 0.1);
+}
+
+TEST(ImdfReader, whatHasANameIsReachedJustInsideItsDoors) {
+  const Draft draft = draftOf(house());
+  const DraftPlace* const shop = placeOf(draft, "shop");
+  ASSERT_NE(shop, nullptr);
+  EXPECT_EQ(nameIn(shop->names, "de"), "Bücher");
+  ASSERT_EQ(shop->nodes.size(), 1U);
+  EXPECT_EQ(draft.nodes[shop->nodes.front()].id, "door>shop");
+  EXPECT_EQ(draft.categories[shop->category].id, "retail");
+  EXPECT_EQ(placeOf(draft, "hall"), nullptr);
+}
+
+TEST(ImdfReader, venueBuildingAndAddressAreTheHead) {
+  DrawnImdf building = house();
+  building.add("venue", "v", Value(), {{"name", DrawnImdf::label("Fair")}});
+  building.add("address", "a", Value(), {{"address", "Ring 1"}, {"locality", "Wien"}});
+  building.add("building", "b", Value(), {{"name", DrawnImdf::label("East")}, {"address_id", "a"}});
+  building.add("building", "c", Value(), {{"address_id", "nowhere"}});
+  building.level("first", 1, {{"building_ids", Value::list({"b"})}});
+  building.unit("attic", "first", "room", {0, 0, 5, 5}).opening("hatch", "first", {2, 0}, {3, 0});
+  const Draft draft = draftOf(building);
+  EXPECT_EQ(draft.id, "v");
+  EXPECT_EQ(nameIn(draft.names, "en"), "Fair");
+  EXPECT_EQ(draft.language, "en");
+  ASSERT_EQ(draft.buildings.size(), 2U) << "and the venue itself, for what is in no building";
+  EXPECT_EQ(draft.buildings[0].address, "Ring 1, Wien");
+  EXPECT_EQ(draft.buildings[draft.floors[1].building].id, "b");
+  EXPECT_THAT(told(draft), ElementsAre("c dangling"));
+}
+
+TEST(ImdfReader, levelsAreFloorsByTheirOrdinals) {
+  DrawnImdf building = house();
+  building.level("upper", 1.5, {{"short_name", DrawnImdf::label("1½")}});
+  building.unit("attic", "upper", "room", {0, 0, 5, 5}).opening("hatch", "upper", {2, 0}, {3, 0});
+  building.add("level", "lost", DrawnImdf::box({0, 0, 1, 1}), {{"name", "Lost"}});
+  building.level("bare", 7, {{"building_ids", Value::list({"none"})}});
+  const Draft draft = draftOf(building);
+  ASSERT_EQ(draft.floors.size(), 2U);
+  EXPECT_EQ(draft.floors[1].ordinal, 1.5);
+  EXPECT_EQ(nameIn(draft.floors[1].shortNames, "en"), "1½");
+  EXPECT_EQ(draft.floors[0].shortNames.front().text, "0");
+  EXPECT_EQ(nameIn(draft.floors[0].names, "en"), "Level ground");
+  EXPECT_THAT(told(draft), ElementsAre("lost noFloor", "bare dangling"));
+}
+
+TEST(ImdfReader, unitsOfNoLevelOrShapeAreTold) {
+  DrawnImdf building = house();
+  building.unit("lost", "nowhere", "room", {0, 0, 1, 1});
+  building.add("unit", "flat", Value(), {{"level_id", "ground"}, {"category", "room"}});
+  building.unit("far", "ground", "room", {90'000, 0, 90'001, 1});
+  const Draft draft = draftOf(building);
+  EXPECT_EQ(draft.areas.size(), 2U);
+  EXPECT_THAT(told(draft), ElementsAre("lost dangling", "flat noShape", "far noShape"));
+}
+
+TEST(ImdfReader, openingsOfNoLevelOrLineAreTold) {
+  DrawnImdf building = house();
+  building.opening("lost", "nowhere", {1, 0}, {2, 0});
+  building.add("opening", "dot", DrawnImdf::point({1, 0}), {{"level_id", "ground"}});
+  building.opening("garden", "ground", {1, 30}, {2, 30});
+  const Draft draft = draftOf(building);
+  EXPECT_THAT(told(draft), ElementsAre("lost dangling", "dot noShape", "garden unreached"));
+}
+
+TEST(ImdfReader, nobodyWalksThroughWhatStandsInTheWay) {
+  DrawnImdf building = house();
+  building.unit("void", "ground", "opentobelow", {7, 1, 8, 4});
+  building.add("fixture", "desk", DrawnImdf::box({6, 1.5, 7.5, 4.5}), {{"level_id", "ground"}});
+  const Draft draft = draftOf(building);
+  EXPECT_EQ(draft.areas.size(), 4U);
+  const auto isIn = [](Point at, Box box) { return box.contains(at); };
+  const Point origin = draft.areas[0].shapes[0].rings[0][0];
+  for (const DraftLink& link : draft.links) {
+    for (const double part : {0.1, 0.3, 0.5, 0.7, 0.9}) {
+      const Point at = between(draft.nodes[link.from].at, draft.nodes[link.to].at, part) - origin;
+      EXPECT_FALSE(isIn(at, {6.1, 1.6, 7.4, 4.4})) << link.id;
+      EXPECT_FALSE(isIn(at, {7.1, 1.1, 7.9, 3.9})) << link.id;
+    }
+  }
+  EXPECT_EQ(islandsOf(draft), 1U);
+}
+
+TEST(ImdfReader, oneStandsInFrontOfAKiosk) {
+  DrawnImdf building = house();
+  building.add("kiosk", "coffee", DrawnImdf::box({14, 2, 16, 3}),
+               {{"level_id", "ground"}, {"name", DrawnImdf::label("Coffee")}});
+  building.add("kiosk", "bare", DrawnImdf::box({1, 1, 2, 2}), {{"level_id", "ground"}});
+  const Draft draft = draftOf(building);
+  const DraftPlace* const kiosk = placeOf(draft, "coffee");
+  ASSERT_NE(kiosk, nullptr);
+  ASSERT_EQ(kiosk->nodes.size(), 1U);
+  EXPECT_NEAR(apart(draft.nodes[kiosk->nodes[0]].at, kiosk->at), 0.87, 0.05);
+  EXPECT_EQ(placeOf(draft, "bare"), nullptr);
+  EXPECT_EQ(islandsOf(draft), 1U);
+}
+
+// Two levels with a unit of the category above each other, entered from a hall on each.
+DrawnImdf tower(const char* category, const DrawnImdf::Properties& more = {}) {
+  DrawnImdf building;
+  for (const double ordinal : {0, 1}) {
+    const std::string level = ordinal == 0 ? "low" : "high";
+    building.level(level, ordinal).unit(level + " hall", level, "walkway", {0, 0, 20, 5});
+    building.unit(level + " mover", level, category, {0, 5, 3, 8}, more);
+    building.opening(level + " door", level, {1, 5}, {2, 5});
+  }
+  return building;
+}
+
+TEST(ImdfReader, moversAboveEachOtherLeadFromLevelToLevel) {
+  for (const auto& [category, kind] : {std::pair("stairs", LinkKind::stairs),
+                                       {"escalator", LinkKind::escalator},
+                                       {"elevator", LinkKind::lift},
+                                       {"ramp", LinkKind::ramp}}) {
+    const Draft draft = draftOf(tower(category));
+    const DraftLink* const climb = linkOf(draft, "low mover^high mover");
+    ASSERT_NE(climb, nullptr) << category;
+    EXPECT_EQ(climb->kind, kind);
+    EXPECT_EQ(islandsOf(draft), 1U);
+  }
+}
+
+TEST(ImdfReader, liftsForWheelchairsAreStepFree) {
+  const Draft draft = draftOf(tower("elevator", {{"accessibility", Value::list({"wheelchair"})}}));
+  const DraftLink* const climb = linkOf(draft, "low mover^high mover");
+  ASSERT_NE(climb, nullptr);
+  EXPECT_EQ(climb->kind, LinkKind::stepFreeLift);
+}
+
+DrawnImdf::Properties relation(const char* from, const char* to, const char* category,
+                               const char* direction) {
+  return {{"origin", Value::map({{"id", from}, {"feature_type", "unit"}})},
+          {"destination", Value::map({{"id", to}, {"feature_type", "unit"}})},
+          {"category", category},
+          {"direction", direction}};
+}
+
+TEST(ImdfReader, relationshipsSayWhereMoversLeadAndWhichWay) {
+  DrawnImdf building = tower("escalator");
+  building.add("relationship", "down", Value(),
+               relation("high mover", "low mover", "escalator", "directed"));
+  const Draft draft = draftOf(building);
+  EXPECT_EQ(linkOf(draft, "low mover^high mover"), nullptr);
+  const DraftLink* const down = linkOf(draft, "down");
+  ASSERT_NE(down, nullptr);
+  EXPECT_EQ(down->direction, Direction::forward);
+  EXPECT_EQ(draft.floors[draft.nodes[down->from].floor].ordinal, 1);
+}
+
+TEST(ImdfReader, relationshipsThatLeadNowhereOrOneWayOnALevelAreTold) {
+  DrawnImdf building = house();
+  building.add("relationship", "lost", Value(), relation("hall", "pool", "stairs", "undirected"));
+  building.add("relationship", "turnstile", Value(),
+               relation("hall", "shop", "traversal", "directed"));
+  building.add("relationship", "open", Value(),
+               relation("hall", "shop", "traversal", "undirected"));
+  EXPECT_THAT(told(draftOf(building)), ElementsAre("lost dangling", "turnstile one-way"));
+}
+
+TEST(ImdfReader, toiletsAndAmenitiesAreCalledByTheirCategory) {
+  DrawnImdf building = house();
+  building.unit("wc", "ground", "restroom.male", {10, 5, 14, 9}, {{"name", DrawnImdf::label("7")}});
+  building.opening("wc door", "ground", {11, 5}, {12, 5});
+  building.add("amenity", "cash", DrawnImdf::point({15, 2}),
+               {{"category", "atm"}, {"unit_ids", Value::list({"gone", "hall"})}});
+  building.add("amenity", "lost", DrawnImdf::point({15, 2}), {{"category", "atm"}});
+  building.add("amenity", "dull", Value(), {{"unit_ids", Value::list({"hall"})}});
+  const Draft draft = draftOf(building);
+  const DraftPlace* const toilets = placeOf(draft, "wc");
+  const DraftPlace* const cash = placeOf(draft, "cash");
+  ASSERT_TRUE(toilets && cash);
+  EXPECT_TRUE(toilets->names.empty());
+  EXPECT_TRUE(cash->names.empty());
+  EXPECT_EQ(nameIn(draft.categories[cash->category].names, "de"), "Geldautomat");
+  EXPECT_LT(apart(draft.nodes[cash->nodes.at(0)].at, cash->at), 0.01) << "in a hall, where it is";
+  EXPECT_THAT(told(draft), ElementsAre("lost dangling", "dull noPlace"));
+}
+
+TEST(ImdfReader, occupantsAreWhereTheirAnchorsAre) {
+  DrawnImdf building = house();
+  building.add("anchor", "in shop", DrawnImdf::point({5, 8}), {{"unit_id", "shop"}});
+  building.add("anchor", "adrift", DrawnImdf::point({5, 8}), {{"unit_id", "gone"}});
+  building.add(
+      "occupant", "florist", Value(),
+      {{"name", DrawnImdf::label("Florist")}, {"category", "shopping"}, {"anchor_id", "in shop"}});
+  building.add("occupant", "mute", Value(), {{"anchor_id", "in shop"}});
+  building.add("occupant", "lost", Value(), {{"anchor_id", "gone"}});
+  building.add("occupant", "homeless", Value(),
+               {{"name", DrawnImdf::label("X")}, {"anchor_id", "adrift"}});
+  const Draft draft = draftOf(building);
+  const DraftPlace* const florist = placeOf(draft, "florist");
+  ASSERT_NE(florist, nullptr);
+  EXPECT_EQ(draft.nodes[florist->nodes.at(0)].id, "door>shop");
+  EXPECT_THAT(told(draft), ElementsAre("mute noName", "lost dangling", "homeless dangling"));
+}
+
+TEST(ImdfReader, aRoomWithoutADoorIsTold) {
+  DrawnImdf building = house();
+  building.unit("vault", "ground", "room", {15, 20, 18, 22}, {{"name", DrawnImdf::label("Vault")}});
+  const Draft draft = draftOf(building);
+  EXPECT_EQ(placeOf(draft, "vault"), nullptr);
+  EXPECT_THAT(told(draft), ElementsAre("vault unreached"));
+}
+
+TEST(ImdfReader, detailsAreLinesOfTheDrawing) {
+  DrawnImdf building = house();
+  building.add("detail", "curb", DrawnImdf::line({0, 1}, {5, 1}), {{"level_id", "ground"}});
+  const Value one = DrawnImdf::line({0, 2}, {5, 2})["coordinates"];
+  const Value two = DrawnImdf::line({0, 3}, {5, 3})["coordinates"];
+  building.add("detail", "marks",
+               Value::map({{"type", "MultiLineString"}, {"coordinates", Value::list({one, two})}}),
+               {{"level_id", "ground"}});
+  EXPECT_EQ(draftOf(building).walls.size(), 3U);
+}
+
+TEST(ImdfReader, whatAVenueHasNothingOfIsTold) {
+  DrawnImdf building = house();
+  for (const char* const type : {"footprint", "geofence", "section"}) {
+    building.add(type, type, DrawnImdf::box({0, 0, 1, 1}), {});
+  }
+  EXPECT_THAT(told(draftOf(building)),
+              ElementsAre("footprint notRead", "geofence notRead", "section notRead"));
+}
+
+TEST(ImdfReader, languageIsThatOfMostNamesElseTheManifests) {
+  DrawnImdf building = house();
+  EXPECT_EQ(draftOf(building).language, "en");
+  for (const char* const id : {"b", "c", "d"}) {
+    building.unit(id, "ground", "room", {0, 0, 1, 1}, {{"name", Value::map({{"de", id}})}});
+  }
+  EXPECT_EQ(draftOf(building).language, "de");
+}
+
+TEST(ImdfReader, withoutALevelOrAUnitThereIsNoDraft) {
+  DrawnImdf bare;
+  bare.add("unit", "flat", Value(), {});
+  EXPECT_TRUE(readOf(bare).error);
+  EXPECT_TRUE(readOf(DrawnImdf().level("ground", 0)).error);
+  DrawnImdf solid;
+  solid.level("ground", 0).unit("wall", "ground", "structure", {0, 0, 1, 1});
+  EXPECT_TRUE(readOf(solid).error);
+}
+
+// A real campus, where it lies.
+TEST(ImdfReader, campusHangsTogether) {
+  const auto data = test::realData();
+  if (!data) GTEST_SKIP() << "no real buildings here: TERN_REALDATA names no folder";
+  const ReadDraft read = readImdf(openSource(*data / "imdf" / "campus").files);
+  ASSERT_FALSE(read.error);
+  EXPECT_EQ(read.draft.areas.size(), 144U);
+  EXPECT_EQ(read.draft.doors.size(), 142U);
+  EXPECT_EQ(islandsOf(read.draft), 1U);
+  EXPECT_THAT(told(read.draft), Not(Contains(testing::EndsWith("unreached"))));
+}
+
+}  // namespace
+}  // namespace tern::imports
