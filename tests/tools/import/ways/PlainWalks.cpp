@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <limits>
+#include <set>
+#include <utility>
 
 #include "tools/import/ways/PlaneGeometry.hpp"
 
@@ -12,10 +14,12 @@ namespace {
 constexpr double endlessMetres = std::numeric_limits<double>::infinity();
 constexpr double tolerance = 1e-6;
 
+// In plain numbers, since it is asked millions of times of code that nothing optimises.
 bool isCut(Point from, Point to, Point unit, Point a, Point b) {
-  const double first = crossOf(unit, a - from);
-  const double second = crossOf(unit, b - from);
-  if (std::min(first, second) >= -tolerance || std::max(first, second) <= tolerance) return false;
+  const double first = unit.x * (a.y - from.y) - unit.y * (a.x - from.x);
+  const double second = unit.x * (b.y - from.y) - unit.y * (b.x - from.x);
+  if (first >= -tolerance && second >= -tolerance) return false;
+  if (first <= tolerance && second <= tolerance) return false;
   const double metres = apart(a, b);
   const double third = crossOf(b - a, from - a) / metres;
   const double fourth = crossOf(b - a, to - a) / metres;
@@ -51,8 +55,10 @@ bool cutsWall(const Polygon& area, Point from, Point to) {
   if (metres == 0) return false;
   const Point unit = (to - from) * (1 / metres);
   for (const Line& ring : area.rings) {
-    for (std::size_t i = 0; i < ring.size(); ++i) {
-      if (isCut(from, to, unit, ring[i], ring[i + 1 == ring.size() ? 0 : i + 1])) return true;
+    Point before = ring.back();
+    for (const Point corner : ring) {
+      if (isCut(from, to, unit, before, corner)) return true;
+      before = corner;
     }
   }
   return false;
@@ -65,18 +71,19 @@ Lengths walks(std::size_t nodes, std::span<const StraightWay> ways, std::size_t 
     exits[way.to].push_back({way.to, way.from, way.metres});
   }
   Lengths found;
-  for (std::size_t from = 0; from < stops; ++from) {
+  for (std::uint32_t from = 0; from < stops; ++from) {
     std::vector<double> metres(nodes, endlessMetres);
-    std::vector<bool> isDone(nodes);
+    std::set<std::pair<double, std::uint32_t>> open{{0, from}};
     metres[from] = 0;
-    for (std::size_t round = 0; round < nodes; ++round) {
-      std::size_t next = nodes;
-      for (std::size_t i = 0; i < nodes; ++i) {
-        if (!isDone[i] && (next == nodes || metres[i] < metres[next])) next = i;
-      }
-      isDone[next] = true;
+    while (!open.empty()) {
+      const std::uint32_t next = open.begin()->second;
+      open.erase(open.begin());
       for (const StraightWay& way : exits[next]) {
-        metres[way.to] = std::min(metres[way.to], metres[next] + way.metres);
+        const double whole = metres[next] + way.metres;
+        if (whole >= metres[way.to]) continue;
+        open.erase({metres[way.to], way.to});
+        metres[way.to] = whole;
+        open.emplace(whole, way.to);
       }
     }
     found.push_back(std::move(metres));

@@ -34,7 +34,7 @@ RC_GTEST_PROP(WallGrid, saysWhatAScanOfAllWallsSays, ()) {
 }
 
 RC_GTEST_PROP(WallGrid, knowsWhatIsNearAsAScanDoes, ()) {
-  const MadeArea made = madeArea(*rc::gen::arbitrary<std::uint32_t>(), 3, 12);
+  const MadeArea made = madeArea(*rc::gen::arbitrary<std::uint32_t>(), 2, 6);
   const WallGrid walls(made.area);
   for (const Point at : made.places) {
     for (const double metres : {0.01, 0.3, 2.0, 40.0}) {

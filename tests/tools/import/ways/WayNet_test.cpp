@@ -14,7 +14,7 @@ namespace tern::imports {
 namespace {
 
 RC_GTEST_PROP(WayNet, thinnedWaysAreHardlyLongerAndUsedOnesNotAtAll, ()) {
-  const MadeArea made = madeArea(*rc::gen::arbitrary<std::uint32_t>(), 2, 8);
+  const MadeArea made = madeArea(*rc::gen::arbitrary<std::uint32_t>(), 2, 6);
   const Sight sight = sightIn({made.area}, made.places);
   const std::vector<StraightWay> thin = thinned(sight, 1.02);
   const Lengths before = walks(sight.nodes.size(), sight.ways, sight.nodes.size());
