@@ -23,6 +23,7 @@
 #include "tests/support/TemporaryFolder.hpp"
 #include "tests/tools/import/DrawnNetwork.hpp"
 #include "tools/check/CheckVenue.hpp"
+#include "tests/tools/import/imdf/DrawnImdf.hpp"
 #include "tools/tern/VenueFolder.hpp"
 
 namespace tern::imports {
@@ -38,6 +39,25 @@ TEST(Import, formatIsFoundFromTheFiles) {
   ASSERT_FALSE(imported.failure);
   EXPECT_EQ(imported.written.venues.front().name, "station");
   EXPECT_TRUE(imported.written.told.empty());
+}
+
+TEST(Import, unitsAndOpeningsOfABuildingBecomeAVenue) {
+  const test::TemporaryFolder folder;
+  test::DrawnImdf building;
+  building.level("ground", 0).unit("hall", "ground", "walkway", {0, 0, 20, 5});
+  building.unit("shop", "ground", "retail", {0, 5, 10, 12}, {{"name", "Books"}});
+  building.opening("exit", "ground", {9, 0}, {11, 0}).opening("door", "ground", {4, 5}, {5, 5});
+  building.writeTo(folder.at("source"));
+  for (const char* const format : {"", "imdf"}) {
+    const Imported imported = importSource(folder.at("source"), folder.at("out"), {format, {}, {}});
+    ASSERT_FALSE(imported.failure);
+    EXPECT_EQ(imported.written.venues.front().waypoints, 5U);
+    auto loaded = command::loadVenue(folder.at("out"), std::nullopt, std::nullopt);
+    ASSERT_EQ(loaded.index(), 0U);
+    const auto waypoints = std::get<0>(loaded)->maps->getAllWaypoints();
+    EXPECT_FALSE(std::get<0>(loaded)->wayfind(waypoints.front(), waypoints.back(), 0).empty());
+  }
+  EXPECT_TRUE(importSource(folder.at("source"), folder.at("other"), {"network", {}, {}}).failure);
 }
 
 TEST(Import, sourceThatIsNoBuildingWritesNothing) {

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <zip.h>
 
 #include <algorithm>
 #include <cmath>
@@ -67,7 +68,7 @@ std::size_t islandsOf(const Draft& draft) {
 }
 
 // A hall with a shop beside it, and a way out.
-DrawnImdf house() {
+DrawnImdf shopByAHall() {
   DrawnImdf building;
   building.level("ground", 0);
   building.unit("hall", "ground", "walkway", {0, 0, 20, 5});
@@ -78,7 +79,7 @@ DrawnImdf house() {
 }
 
 TEST(ImdfReader, unitsAndOpeningsBecomeWays) {
-  const Draft draft = draftOf(house());
+  const Draft draft = draftOf(shopByAHall());
   EXPECT_EQ(draft.areas.size(), 2U);
   EXPECT_EQ(draft.doors.size(), 2U);
   EXPECT_EQ(islandsOf(draft), 1U);
@@ -89,7 +90,7 @@ TEST(ImdfReader, unitsAndOpeningsBecomeWays) {
 }
 
 TEST(ImdfReader, whatHasANameIsReachedJustInsideItsDoors) {
-  const Draft draft = draftOf(house());
+  const Draft draft = draftOf(shopByAHall());
   const DraftPlace* const shop = placeOf(draft, "shop");
   ASSERT_NE(shop, nullptr);
   EXPECT_EQ(nameIn(shop->names, "de"), "Bücher");
@@ -100,7 +101,7 @@ TEST(ImdfReader, whatHasANameIsReachedJustInsideItsDoors) {
 }
 
 TEST(ImdfReader, venueBuildingAndAddressAreTheHead) {
-  DrawnImdf building = house();
+  DrawnImdf building = shopByAHall();
   building.add("venue", "v", Value(), {{"name", DrawnImdf::label("Fair")}});
   building.add("address", "a", Value(), {{"address", "Ring 1"}, {"locality", "Wien"}});
   building.add("building", "b", Value(), {{"name", DrawnImdf::label("East")}, {"address_id", "a"}});
@@ -118,7 +119,7 @@ TEST(ImdfReader, venueBuildingAndAddressAreTheHead) {
 }
 
 TEST(ImdfReader, levelsAreFloorsByTheirOrdinals) {
-  DrawnImdf building = house();
+  DrawnImdf building = shopByAHall();
   building.level("upper", 1.5, {{"short_name", DrawnImdf::label("1½")}});
   building.unit("attic", "upper", "room", {0, 0, 5, 5}).opening("hatch", "upper", {2, 0}, {3, 0});
   building.add("level", "lost", DrawnImdf::box({0, 0, 1, 1}), {{"name", "Lost"}});
@@ -133,7 +134,7 @@ TEST(ImdfReader, levelsAreFloorsByTheirOrdinals) {
 }
 
 TEST(ImdfReader, unitsOfNoLevelOrShapeAreTold) {
-  DrawnImdf building = house();
+  DrawnImdf building = shopByAHall();
   building.unit("lost", "nowhere", "room", {0, 0, 1, 1});
   building.add("unit", "flat", Value(), {{"level_id", "ground"}, {"category", "room"}});
   building.unit("far", "ground", "room", {90'000, 0, 90'001, 1});
@@ -143,7 +144,7 @@ TEST(ImdfReader, unitsOfNoLevelOrShapeAreTold) {
 }
 
 TEST(ImdfReader, openingsOfNoLevelOrLineAreTold) {
-  DrawnImdf building = house();
+  DrawnImdf building = shopByAHall();
   building.opening("lost", "nowhere", {1, 0}, {2, 0});
   building.add("opening", "dot", DrawnImdf::point({1, 0}), {{"level_id", "ground"}});
   building.opening("garden", "ground", {1, 30}, {2, 30});
@@ -152,7 +153,7 @@ TEST(ImdfReader, openingsOfNoLevelOrLineAreTold) {
 }
 
 TEST(ImdfReader, nobodyWalksThroughWhatStandsInTheWay) {
-  DrawnImdf building = house();
+  DrawnImdf building = shopByAHall();
   building.unit("void", "ground", "opentobelow", {7, 1, 8, 4});
   building.add("fixture", "desk", DrawnImdf::box({6, 1.5, 7.5, 4.5}), {{"level_id", "ground"}});
   const Draft draft = draftOf(building);
@@ -170,7 +171,7 @@ TEST(ImdfReader, nobodyWalksThroughWhatStandsInTheWay) {
 }
 
 TEST(ImdfReader, oneStandsInFrontOfAKiosk) {
-  DrawnImdf building = house();
+  DrawnImdf building = shopByAHall();
   building.add("kiosk", "coffee", DrawnImdf::box({14, 2, 16, 3}),
                {{"level_id", "ground"}, {"name", DrawnImdf::label("Coffee")}});
   building.add("kiosk", "bare", DrawnImdf::box({1, 1, 2, 2}), {{"level_id", "ground"}});
@@ -236,7 +237,7 @@ TEST(ImdfReader, relationshipsSayWhereMoversLeadAndWhichWay) {
 }
 
 TEST(ImdfReader, relationshipsThatLeadNowhereOrOneWayOnALevelAreTold) {
-  DrawnImdf building = house();
+  DrawnImdf building = shopByAHall();
   building.add("relationship", "lost", Value(), relation("hall", "pool", "stairs", "undirected"));
   building.add("relationship", "turnstile", Value(),
                relation("hall", "shop", "traversal", "directed"));
@@ -246,7 +247,7 @@ TEST(ImdfReader, relationshipsThatLeadNowhereOrOneWayOnALevelAreTold) {
 }
 
 TEST(ImdfReader, toiletsAndAmenitiesAreCalledByTheirCategory) {
-  DrawnImdf building = house();
+  DrawnImdf building = shopByAHall();
   building.unit("wc", "ground", "restroom.male", {10, 5, 14, 9}, {{"name", DrawnImdf::label("7")}});
   building.opening("wc door", "ground", {11, 5}, {12, 5});
   building.add("amenity", "cash", DrawnImdf::point({15, 2}),
@@ -265,7 +266,7 @@ TEST(ImdfReader, toiletsAndAmenitiesAreCalledByTheirCategory) {
 }
 
 TEST(ImdfReader, occupantsAreWhereTheirAnchorsAre) {
-  DrawnImdf building = house();
+  DrawnImdf building = shopByAHall();
   building.add("anchor", "in shop", DrawnImdf::point({5, 8}), {{"unit_id", "shop"}});
   building.add("anchor", "adrift", DrawnImdf::point({5, 8}), {{"unit_id", "gone"}});
   building.add(
@@ -283,7 +284,7 @@ TEST(ImdfReader, occupantsAreWhereTheirAnchorsAre) {
 }
 
 TEST(ImdfReader, aRoomWithoutADoorIsTold) {
-  DrawnImdf building = house();
+  DrawnImdf building = shopByAHall();
   building.unit("vault", "ground", "room", {15, 20, 18, 22}, {{"name", DrawnImdf::label("Vault")}});
   const Draft draft = draftOf(building);
   EXPECT_EQ(placeOf(draft, "vault"), nullptr);
@@ -291,7 +292,7 @@ TEST(ImdfReader, aRoomWithoutADoorIsTold) {
 }
 
 TEST(ImdfReader, detailsAreLinesOfTheDrawing) {
-  DrawnImdf building = house();
+  DrawnImdf building = shopByAHall();
   building.add("detail", "curb", DrawnImdf::line({0, 1}, {5, 1}), {{"level_id", "ground"}});
   const Value one = DrawnImdf::line({0, 2}, {5, 2})["coordinates"];
   const Value two = DrawnImdf::line({0, 3}, {5, 3})["coordinates"];
@@ -302,7 +303,7 @@ TEST(ImdfReader, detailsAreLinesOfTheDrawing) {
 }
 
 TEST(ImdfReader, whatAVenueHasNothingOfIsTold) {
-  DrawnImdf building = house();
+  DrawnImdf building = shopByAHall();
   for (const char* const type : {"footprint", "geofence", "section"}) {
     building.add(type, type, DrawnImdf::box({0, 0, 1, 1}), {});
   }
@@ -311,12 +312,29 @@ TEST(ImdfReader, whatAVenueHasNothingOfIsTold) {
 }
 
 TEST(ImdfReader, languageIsThatOfMostNamesElseTheManifests) {
-  DrawnImdf building = house();
+  DrawnImdf building = shopByAHall();
   EXPECT_EQ(draftOf(building).language, "en");
   for (const char* const id : {"b", "c", "d"}) {
     building.unit(id, "ground", "room", {0, 0, 1, 1}, {{"name", Value::map({{"de", id}})}});
   }
   EXPECT_EQ(draftOf(building).language, "de");
+}
+
+TEST(ImdfReader, anArchiveIsReadAsAFolderIs) {
+  const test::TemporaryFolder folder;
+  shopByAHall().writeTo(folder.at("site"));
+  zip* const archive = zip_open(folder.at("site.zip").c_str(), ZIP_CREATE, nullptr);
+  for (const char* const name : {"level.geojson", "opening.geojson", "unit.geojson"}) {
+    const std::string file = folder.at(std::string("site/") + name);
+    zip_source_t* const source = zip_source_file(archive, file.c_str(), 0, -1);
+    ASSERT_GE(zip_file_add(archive, name, source, 0), 0);
+  }
+  ASSERT_EQ(zip_close(archive), 0);
+  const ReadDraft packed = readImdf(openSource(folder.at("site.zip")).files);
+  const ReadDraft plain = readImdf(openSource(folder.at("site")).files);
+  ASSERT_FALSE(packed.error);
+  EXPECT_EQ(packed.draft.links.size(), plain.draft.links.size());
+  EXPECT_EQ(packed.draft.stamp, plain.draft.stamp);
 }
 
 TEST(ImdfReader, withoutALevelOrAUnitThereIsNoDraft) {
