@@ -15,8 +15,10 @@ namespace tern::imports {
 
 namespace {
 
-constexpr double leastStretch = 1.02;
-constexpr double mostStretch = 1.5;
+// How much longer walks may get, one after another, until the ways are few enough.
+constexpr double stretches[] = {1.02, 1.03, 1.05, 1.1, 1.2, 1.4};
+// From here on a stop counts as a corner: many places in a plain room take ways of their own.
+constexpr double fairStretch = 1.05;
 constexpr std::size_t waysOfCorner = 10;
 // Stops that are nearer than this are one.
 constexpr double sameStopMetres = 0.01;
@@ -55,11 +57,12 @@ class Stops {
   std::vector<Point> points_;
 };
 
-std::vector<StraightWay> waysOf(const Sight& sight, std::size_t stops, std::size_t mostWays) {
+std::vector<StraightWay> waysOf(const Sight& sight, std::size_t stops, std::size_t corners) {
   std::vector<StraightWay> ways;
-  for (double stretch = leastStretch; stretch < mostStretch; stretch = 2 * stretch - 1) {
+  for (const double stretch : stretches) {
     ways = usedOf(sight.nodes, thinned(sight, stretch), stops);
-    if (ways.size() <= mostWays) break;
+    const std::size_t counted = stretch < fairStretch ? corners : corners + stops;
+    if (ways.size() <= waysOfCorner * counted) break;
   }
   return ways;
 }
@@ -101,7 +104,7 @@ AreaWays waysIn(const Polygon& area, std::span<const Point> doors, std::span<con
   }
   const std::size_t count = stops.points().size();
   const Sight sight = sightIn(space, stops.points());
-  ways.ways = waysOf(sight, count, waysOfCorner * cornersOf(area));
+  ways.ways = waysOf(sight, count, cornersOf(area));
   keepUsedNodes(ways, sight.nodes, count);
   return ways;
 }

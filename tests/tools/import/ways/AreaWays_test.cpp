@@ -86,6 +86,17 @@ TEST(AreaWays, walksAreHardlyLongerThanTheyHaveToBe) {
   EXPECT_LE(inArea[inArea.size() * 95 / 100], 1.15) << "between the walls themselves";
 }
 
+TEST(AreaWays, manyPlacesInAPlainRoomHaveFewWaysAndShortWalks) {
+  const Polygon room{{{{0, 0}, {20, 0}, {20, 20}, {0, 20}}}};
+  std::vector<Point> places;
+  for (int i = 0; i < 40; ++i) places.push_back({1 + i * 7 % 19 * 0.97, 1 + i * 11 % 18 * 1.03});
+  const AreaWays ways = waysIn(room, {}, places);
+  Ratios ratios;
+  addRatios(ways, walks(ways.nodes.size(), ways.ways, ways.nodes.size()), room, ratios);
+  EXPECT_LE(ratios.back(), 1.05 + 1e-6);
+  EXPECT_LE(ways.ways.size(), 10 * (places.size() + 4));
+}
+
 TEST(AreaWays, aSquareRoomIsCrossedStraight) {
   const Polygon room{{{{0, 0}, {10, 0}, {10, 10}, {0, 10}}}};
   const std::vector<Point> doors{{5, 0}, {5, 10}};
