@@ -53,6 +53,7 @@ class ImdfReader {
     readUnits();
     if (site_.areas.empty()) return {{}, "no unit of it lies on a level and can be walked in"};
     cutObstacles();
+    cutSmallerUnits();
     readOpenings();
     readRelationships();
     planPlaces();
@@ -259,6 +260,33 @@ class ImdfReader {
       }
       if (here.empty()) continue;
       Shapes left = cut(repaired(area.shapes), repaired(here));
+      if (!left.empty()) area.shapes = std::move(left);
+    }
+  }
+
+  // Of units over each other the smaller one has walls: stairs on a stage, a booth in a hall.
+  void cutSmallerUnits() {
+    std::vector<Box> boxes;
+    std::vector<double> sizes;
+    for (const SiteArea& area : site_.areas) {
+      boxes.push_back(boxOfAll(area.shapes));
+      sizes.push_back(0);
+      for (const Polygon& shape : area.shapes) sizes.back() += areaOf(shape);
+    }
+    const BoxGrid grid(boxes);
+    for (std::size_t i = 0; i < boxes.size(); ++i) {
+      SiteArea& area = site_.areas[i];
+      Shapes smaller;
+      for (const std::uint32_t other : grid.about(boxes[i])) {
+        const SiteArea& over = site_.areas[other];
+        if (over.floor != area.floor || sizes[other] >= sizes[i]) continue;
+        smaller.insert(smaller.end(), over.shapes.begin(), over.shapes.end());
+      }
+      if (smaller.empty()) continue;
+      const Shapes whole = repaired(area.shapes);
+      const Shapes others = repaired(smaller);
+      if (common(whole, others).empty()) continue;
+      Shapes left = cut(whole, others);
       if (!left.empty()) area.shapes = std::move(left);
     }
   }

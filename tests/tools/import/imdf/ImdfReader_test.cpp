@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <iterator>
+#include <map>
 #include <numeric>
 #include <set>
 #include <string>
@@ -15,7 +17,10 @@
 #include "tests/support/PedestrianNetwork.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 #include "tests/tools/import/imdf/DrawnImdf.hpp"
+#include "tests/tools/import/ways/PlainWalks.hpp"
 #include "tools/import/ways/PlaneGeometry.hpp"
+#include "tools/import/ways/Shapes.hpp"
+#include "tools/import/ways/WalkSpace.hpp"
 
 namespace tern::imports {
 namespace {
@@ -167,6 +172,24 @@ TEST(ImdfReader, nobodyWalksThroughWhatStandsInTheWay) {
       EXPECT_FALSE(isIn(at, {7.1, 1.1, 7.9, 3.9})) << link.id;
     }
   }
+  EXPECT_EQ(islandsOf(draft), 1U);
+}
+
+TEST(ImdfReader, aUnitInAnotherHasWallsThere) {
+  DrawnImdf building = shopByAHall();
+  building.unit("booth", "ground", "office", {7, 1, 8, 4}, {{"name", DrawnImdf::label("Booth")}});
+  building.opening("hatch", "ground", {7.2, 1}, {7.8, 1});
+  const Draft draft = draftOf(building);
+  const Point origin = draft.areas[0].shapes[0].rings[0][0];
+  const Box walls = Box{7.01, 1.01, 7.99, 3.99};
+  for (const DraftLink& link : draft.links) {
+    if (link.id.starts_with("booth") || link.id.starts_with("hatch=booth")) continue;
+    for (const double part : {0.1, 0.3, 0.5, 0.7, 0.9}) {
+      const Point at = between(draft.nodes[link.from].at, draft.nodes[link.to].at, part) - origin;
+      EXPECT_FALSE(walls.contains(at)) << link.id;
+    }
+  }
+  EXPECT_NE(placeOf(draft, "booth"), nullptr);
   EXPECT_EQ(islandsOf(draft), 1U);
 }
 
@@ -357,6 +380,83 @@ TEST(ImdfReader, campusHangsTogether) {
   EXPECT_EQ(read.draft.doors.size(), 142U);
   EXPECT_EQ(islandsOf(read.draft), 1U);
   EXPECT_THAT(told(read.draft), Not(Contains(testing::EndsWith("unreached"))));
+}
+
+// The nodes of a floor, those of its places first, and its ways.
+struct FloorNet {
+  std::vector<Point> points;
+  std::size_t stops = 0;
+  std::vector<StraightWay> ways;
+};
+
+FloorNet netOf(const Draft& draft, std::size_t floor) {
+  FloorNet net;
+  std::map<std::size_t, std::uint32_t> indices;
+  const auto indexOf = [&](std::size_t node) {
+    const auto [known, isNew] = indices.try_emplace(node, net.points.size());
+    if (isNew) net.points.push_back(draft.nodes[node].at);
+    return known->second;
+  };
+  for (const DraftPlace& place : draft.places) {
+    if (place.floor == floor) indexOf(place.nodes.front());
+  }
+  net.stops = net.points.size();
+  for (const DraftLink& link : draft.links) {
+    const DraftNode& from = draft.nodes[link.from];
+    const DraftNode& to = draft.nodes[link.to];
+    if (from.floor != floor || to.floor != floor) continue;
+    net.ways.push_back({indexOf(link.from), indexOf(link.to), apart(from.at, to.at)});
+  }
+  return net;
+}
+
+// What a person's middle can be in, of each area of the floor.
+std::vector<Polygon> spacesOf(const Draft& draft, std::size_t floor, const FloorNet& net) {
+  std::vector<Polygon> spaces;
+  for (const DraftArea& area : draft.areas) {
+    if (area.floor != floor) continue;
+    for (const Polygon& shape : repaired(area.shapes)) {
+      spaces.push_back(ringsOf(walkSpaceOf(shape, net.points)));
+    }
+  }
+  return spaces;
+}
+
+// Walks over other floors are left to routes.
+void addRatios(const Draft& draft, std::size_t floor, std::vector<double>& ratios) {
+  const FloorNet net = netOf(draft, floor);
+  const std::vector<Polygon> spaces = spacesOf(draft, floor, net);
+  const auto isAtDoor = [&](std::uint32_t node) {
+    return std::ranges::none_of(spaces, [&](const Polygon& space) {
+      return apart(nearestIn(space, net.points[node]), net.points[node]) < 1e-6;
+    });
+  };
+  std::vector<StraightWay> steps;
+  std::ranges::copy_if(net.ways, std::back_inserter(steps), [&](const StraightWay& way) {
+    return isAtDoor(way.from) || isAtDoor(way.to);
+  });
+  const Lengths least = geodesics(spaces, steps, net.points, net.stops);
+  const Lengths walked = walks(net.points.size(), net.ways, net.stops);
+  for (std::size_t i = 0; i < net.stops; ++i) {
+    for (std::size_t k = 0; k < i; ++k) {
+      if (least[i][k] < 0.5 || !std::isfinite(least[i][k])) continue;
+      ratios.push_back(walked[i][k] / least[i][k]);
+    }
+  }
+}
+
+TEST(ImdfReader, campusWalksAreHardlyLongerThanTheyHaveToBe) {
+  const auto data = test::realData();
+  if (!data) GTEST_SKIP() << "no real buildings here: TERN_REALDATA names no folder";
+  const ReadDraft read = readImdf(openSource(*data / "imdf" / "campus").files);
+  std::vector<double> ratios;
+  for (std::size_t floor = 0; floor < read.draft.floors.size(); ++floor) {
+    addRatios(read.draft, floor, ratios);
+  }
+  std::ranges::sort(ratios);
+  ASSERT_GT(ratios.size(), 500U);
+  EXPECT_LE(ratios[ratios.size() / 2], 1.05);
+  EXPECT_LE(ratios[ratios.size() * 95 / 100], 1.15);
 }
 
 }  // namespace

@@ -48,6 +48,29 @@ bool sees(const Polygon& area, Point from, Point to) {
   return true;
 }
 
+std::vector<Point> innerCornersOf(const Polygon& area) {
+  std::vector<Point> corners;
+  for (const Line& ring : area.rings) {
+    for (std::size_t i = 0; i < ring.size(); ++i) {
+      const Point before = ring[(i + ring.size() - 1) % ring.size()];
+      if (crossOf(ring[i] - before, ring[(i + 1) % ring.size()] - ring[i]) < 0) {
+        corners.push_back(ring[i]);
+      }
+    }
+  }
+  return corners;
+}
+
+void addSeen(const Polygon& area, std::span<const Point> nodes,
+             std::span<const std::uint32_t> within, std::vector<StraightWay>& ways) {
+  for (const std::uint32_t from : within) {
+    for (const std::uint32_t to : within) {
+      if (to >= from || !sees(area, nodes[from], nodes[to])) continue;
+      ways.push_back({from, to, apart(nodes[from], nodes[to])});
+    }
+  }
+}
+
 }  // namespace
 
 bool cutsWall(const Polygon& area, Point from, Point to) {
@@ -92,22 +115,25 @@ Lengths walks(std::size_t nodes, std::span<const StraightWay> ways, std::size_t 
 }
 
 Lengths geodesics(const Polygon& area, std::span<const Point> points) {
+  return geodesics(std::span(&area, 1), {}, points, points.size());
+}
+
+Lengths geodesics(std::span<const Polygon> areas, std::span<const StraightWay> steps,
+                  std::span<const Point> points, std::size_t stops) {
   std::vector<Point> nodes(points.begin(), points.end());
-  for (const Line& ring : area.rings) {
-    for (std::size_t i = 0; i < ring.size(); ++i) {
-      const Point before = ring[(i + ring.size() - 1) % ring.size()];
-      if (crossOf(ring[i] - before, ring[(i + 1) % ring.size()] - ring[i]) < 0) {
-        nodes.push_back(ring[i]);
-      }
+  std::vector<StraightWay> ways(steps.begin(), steps.end());
+  for (const Polygon& area : areas) {
+    std::vector<std::uint32_t> within;
+    for (std::uint32_t i = 0; i < points.size(); ++i) {
+      if (isIn(area, points[i])) within.push_back(i);
     }
-  }
-  std::vector<StraightWay> ways;
-  for (std::uint32_t i = 0; i < nodes.size(); ++i) {
-    for (std::uint32_t k = 0; k < i; ++k) {
-      if (sees(area, nodes[i], nodes[k])) ways.push_back({i, k, apart(nodes[i], nodes[k])});
+    for (const Point corner : innerCornersOf(area)) {
+      within.push_back(static_cast<std::uint32_t>(nodes.size()));
+      nodes.push_back(corner);
     }
+    addSeen(area, nodes, within, ways);
   }
-  return walks(nodes.size(), ways, points.size());
+  return walks(nodes.size(), ways, stops);
 }
 
 }  // namespace tern::imports

@@ -24,4 +24,9 @@ Lengths walks(std::size_t nodes, std::span<const StraightWay> ways, std::size_t 
 // Between the points, as the crow walks: over all inner corners of the area.
 Lengths geodesics(const Polygon& area, std::span<const Point> points);
 
+// The same between the first `stops` of the points through several areas, from one to another by
+// the steps, whose ends are points.
+Lengths geodesics(std::span<const Polygon> areas, std::span<const StraightWay> steps,
+                  std::span<const Point> points, std::size_t stops);
+
 }  // namespace tern::imports
