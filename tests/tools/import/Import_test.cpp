@@ -22,8 +22,8 @@
 #include "tests/support/RandomVenue.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 #include "tests/tools/import/DrawnNetwork.hpp"
-#include "tools/check/CheckVenue.hpp"
 #include "tests/tools/import/imdf/DrawnImdf.hpp"
+#include "tools/check/CheckVenue.hpp"
 #include "tools/tern/VenueFolder.hpp"
 
 namespace tern::imports {
