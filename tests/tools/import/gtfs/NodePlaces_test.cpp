@@ -7,7 +7,7 @@
 namespace tern::imports {
 namespace {
 
-double apart(Point a, Point b) { return std::hypot(a.x - b.x, a.y - b.y); }
+double metresBetween(Point a, Point b) { return std::hypot(a.x - b.x, a.y - b.y); }
 
 PlacedNode at(double x, double y, std::size_t floor = 0) { return {Point{x, y}, floor, {}}; }
 PlacedNode unplaced(std::size_t floor = 0) { return {std::nullopt, floor, {5, 5}}; }
@@ -22,21 +22,22 @@ TEST(NodePlaces, whatIsSaidStays) {
 TEST(NodePlaces, nodesLieBetweenTheirNeighboursByLength) {
   const std::vector<PlacedNode> nodes{at(0, 0), unplaced(), unplaced(), at(100, 0)};
   const auto places = placesOf(nodes, std::vector<PlacedLink>{{0, 1, 10}, {1, 2, 30}, {2, 3, 60}});
-  EXPECT_NEAR(apart(places[1], {10, 0}), 0, 0.1);
-  EXPECT_NEAR(apart(places[2], {40, 0}), 0, 0.1);
+  EXPECT_NEAR(metresBetween(places[1], {10, 0}), 0, 0.1);
+  EXPECT_NEAR(metresBetween(places[2], {40, 0}), 0, 0.1);
 }
 
 TEST(NodePlaces, whatHangsAtAnEndIsAsFarAsItsPathwayIsLong) {
   const std::vector<PlacedNode> nodes{at(0, 0), at(20, 0), unplaced(), unplaced()};
   const auto places = placesOf(nodes, std::vector<PlacedLink>{{0, 1, 20}, {1, 2, 7}, {2, 3, 4}});
-  EXPECT_NEAR(apart(places[1], places[2]), 7, 1e-6);
-  EXPECT_NEAR(apart(places[2], places[3]), 4, 1e-6);
+  EXPECT_NEAR(metresBetween(places[1], places[2]), 7, 1e-6);
+  EXPECT_NEAR(metresBetween(places[2], places[3]), 4, 1e-6);
   EXPECT_GT(places[2].x, 20);
 }
 
 TEST(NodePlaces, liftStandsOverItself) {
   const std::vector<PlacedNode> nodes{at(3, 4, 0), unplaced(1)};
-  EXPECT_NEAR(apart(placesOf(nodes, std::vector<PlacedLink>{{0, 1, 2}})[1], {3, 4}), 0, 1e-6);
+  EXPECT_NEAR(metresBetween(placesOf(nodes, std::vector<PlacedLink>{{0, 1, 2}})[1], {3, 4}), 0,
+              1e-6);
 }
 
 TEST(NodePlaces, neverTwoAtOnePoint) {
@@ -50,7 +51,7 @@ TEST(NodePlaces, neverTwoAtOnePoint) {
   const auto places = placesOf(nodes, links);
   for (std::size_t i = 0; i < places.size(); ++i) {
     for (std::size_t j = 0; j < i; ++j)
-      EXPECT_GT(apart(places[i], places[j]), 0.3) << i << " " << j;
+      EXPECT_GT(metresBetween(places[i], places[j]), 0.3) << i << " " << j;
   }
 }
 
@@ -58,7 +59,7 @@ TEST(NodePlaces, partWithoutAnyPlaceLiesAboutItsFallback) {
   const std::vector<PlacedNode> nodes{unplaced(), unplaced()};
   const auto places = placesOf(nodes, std::vector<PlacedLink>{{0, 1, 6}});
   EXPECT_EQ(places[0], (Point{5, 5}));
-  EXPECT_NEAR(apart(places[0], places[1]), 6, 1e-6);
+  EXPECT_NEAR(metresBetween(places[0], places[1]), 6, 1e-6);
 }
 
 }  // namespace
