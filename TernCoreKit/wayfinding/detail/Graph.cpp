@@ -55,7 +55,7 @@ class LinkLayer {
           {target, cost->cost, target != noPosition ? rule.rank : none<TypeRank>});
       graph.walksCostTheirLength =
           graph.walksCostTheirLength && (!rule.passage.isWalking || cost->cost == cost->distance);
-      if (facts_.hidesPoints()) graph.distances.push_back(cost->distance);
+      if (graph.listsDistances) graph.distances.push_back(cost->distance);
     }
   }
 
@@ -78,6 +78,11 @@ class LinkLayer {
   const FloorPoint nowhere_;
 };
 
+// A path to a waypoint that nobody knows leads to the one whose id is 0, wherever that one lies.
+bool leadsToOthers(const VenueFacts& facts) {
+  return facts.waypoints.byId.first<WaypointIndex>(0) != none<WaypointIndex>;
+}
+
 // How many links there are at the most.
 std::size_t roomFor(const VenueFacts& facts, const LinkBounds& bounds, const EdgeLists& edges) {
   std::size_t room = 0;
@@ -94,6 +99,7 @@ Graph layGraph(const VenueFacts& facts, const LinkBounds& bounds, const EdgeList
   Graph graph;
   const auto count = static_cast<std::uint32_t>(facts.waypoints.count());
   const LinkLayer layer(facts, bounds, edges, order);
+  graph.listsDistances = facts.hidesPoints() || leadsToOthers(facts);
   graph.firstLink.reserve(count + 1);
   graph.links.reserve(roomFor(facts, bounds, edges));
   for (Position position{0}; numberOf(position) < count; ++position) {

@@ -36,7 +36,9 @@ using Links = Indexed<LinkIndex, Link>;
 struct Graph {
   Indexed<Position, LinkIndex> firstLink;  // one more than there are nodes
   Links links;
-  // What a route over each link is longer by; empty where the nodes' points tell.
+  // Whether the points of its nodes do not tell what a route over a link is longer by.
+  bool listsDistances = false;
+  // Then it stands here for each link; else this is empty.
   Indexed<LinkIndex, float> distances;
   // Whether each walk costs just its length.
   bool walksCostTheirLength = true;

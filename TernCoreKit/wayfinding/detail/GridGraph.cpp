@@ -163,13 +163,13 @@ Indexed<LinkIndex, float> GridGraph::linkLengths() const {
 
 // Anywhere, where no length is measured between points.
 FloorPoint GridGraph::pointOf(Position position) const {
-  if (facts.hidesPoints() || graph.walksCostTheirLength) return {};
+  if (graph.listsDistances || graph.walksCostTheirLength) return {};
   return facts.pointOf(KnownIndex{numberOf(facts.firstOf(order.waypointAt(position)))});
 }
 
 // Map units of a walk, else 1.
 float GridGraph::lengthOf(LinkIndex link, const FloorPoint& from, const FloorPoint& to) const {
-  if (facts.hidesPoints()) return graph.distances[link];
+  if (graph.listsDistances) return graph.distances[link];
   const Link& taken = graph.links[link];
   if (facts.ranks[taken.rank].typeId != walkingType) return 1;
   return graph.walksCostTheirLength ? taken.cost : straightLine(to, from);

@@ -23,6 +23,7 @@
 #include "TernCoreKit/model/collections/TernWaypointCollection.hpp"
 #include "TernCoreKit/model/records/TernPosition.hpp"
 #include "TernCoreKit/model/venue/VenueAssembly.hpp"
+#include "TernCoreKit/platform/Json.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "tests/support/ActiveVenue.hpp"
 #include "tests/support/CapturedLog.hpp"
@@ -269,6 +270,25 @@ TEST(TernActiveVenue, routesGoFromFloorToFloor) {
   const auto venue = readyDrawn(twoFloors);
   EXPECT_EQ(route(*venue, 'A', 'E'), "AB DE");
   EXPECT_EQ(route(*venue, 'E', 'A'), "ED BA");
+}
+
+TEST(TernActiveVenue, aWayToNobodyLeadsToIdZeroAndIsAsLongAsItsLinkSays) {
+  const auto venue = venueOf(R"({"id":1,"buildings":{"items":[{"id":1}]},
+      "pathTypes":{"items":[{"id":1,"weight":3}]}})");
+  const JsonResult building = decodeJson(R"({"id":1,"floors":{"items":[{"id":1,"map":{"id":1,
+      "waypoints":{"items":[{"id":1,"mapId":1,"coordinates":[20,0]},
+                            {"id":0,"mapId":1,"coordinates":[50,0]}]},
+      "paths":{"items":[{"id":1,"pathTypeId":1,"waypointIds":[1,77]}]}}}]}})");
+  addBuilding(*venue, 1, building.value);
+  venue->loadGridData();
+  const auto grid = venue->globalASGrid();
+  const auto links = grid->getNodeById(1)->neighbors();
+  ASSERT_EQ(links.size(), 1U);
+  const TernRoute route = venue->wayfind(grid->getWPById(1), grid->getWPById(0), 100);
+  ASSERT_EQ(route.size(), 1U);
+  EXPECT_EQ(route.front().points.back().nodeId(), 0);
+  EXPECT_EQ(route.front().points.back().distance(), links.front().distance);
+  EXPECT_NE(links.front().distance, 30);
 }
 
 TEST(TernActiveVenue, routesHonourTheAccessibilityLevel) {
