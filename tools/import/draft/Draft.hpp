@@ -84,6 +84,8 @@ struct DraftLink {
   bool isSteep = false;
   // How many of the source's it is: the way there and the way back may be one each.
   int records = 1;
+  // Made of an area, which is drawn itself.
+  bool isWithinArea = false;
   // What else the source says of it, as an application may want it: "width", "steps", ...
   Value details = Value::map();
 };

@@ -197,6 +197,7 @@ class WayMaker {
     link.id = untaken(linkIds_, draft_.nodes[door].id + "=" + area.id);
     link.from = door;
     link.to = inside;
+    link.isWithinArea = true;
     draft_.links.push_back(std::move(link));
   }
 
@@ -207,6 +208,7 @@ class WayMaker {
     link.to = to;
     link.kind = area.kind;
     link.hasSteps = area.hasSteps;
+    link.isWithinArea = true;
     draft_.links.push_back(std::move(link));
   }
 

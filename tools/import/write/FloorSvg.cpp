@@ -191,9 +191,9 @@ class FloorDrawer {
   void drawWays() {
     PathData data(venue_.placement);
     for (const DraftLink& link : draft_.links) {
-      if (draft_.nodes[link.from].floor != floor_ || draft_.nodes[link.to].floor != floor_) {
-        continue;
-      }
+      const bool isHere =
+          draft_.nodes[link.from].floor == floor_ && draft_.nodes[link.to].floor == floor_;
+      if (!isHere || link.isWithinArea) continue;
       Line line{draft_.nodes[link.from].at};
       line.insert(line.end(), link.bends.begin(), link.bends.end());
       line.push_back(draft_.nodes[link.to].at);
@@ -245,6 +245,7 @@ class FloorDrawer {
     });
     if (name.empty() || largest == area.shapes.end() || largest->rings.empty()) return;
     const Box box = boxOf(largest->rings.front());
+    named_.emplace_back(name, box);
     const double unit = drawing::textWidth(name, 1);
     const double fits = std::min(
         {mostLetterPx, box.width() * mostPart / unit, box.height() * mostPart / lineHeight});
@@ -261,10 +262,14 @@ class FloorDrawer {
     return box;
   }
 
+  // Unless it is the area that it lies in, which has its label, or is too small for one.
   void drawPlaceLabel(const DraftPlace& place) {
     constexpr double letterPx = 30;
-    drawLabel(nameIn(place.names, venue_.language), onDrawing(venue_.placement, place.at),
-              letterPx);
+    const std::string_view name = nameIn(place.names, venue_.language);
+    const Point at = onDrawing(venue_.placement, place.at);
+    const bool isArea = std::ranges::any_of(
+        named_, [&](const auto& area) { return area.first == name && area.second.contains(at); });
+    if (!isArea) drawLabel(name, at, letterPx);
   }
 
   // Unless another label is there already.
@@ -286,6 +291,8 @@ class FloorDrawer {
   const Draft& draft_;
   std::size_t floor_;
   drawing::SvgText svg_;
+  // Areas with a name, and their boxes on the drawing.
+  std::vector<std::pair<std::string_view, Box>> named_;
   // Those that are drawn.
   std::vector<Box> labels_;
 };

@@ -81,6 +81,16 @@ TEST(FloorSvg, placesOnTheSameSpotShowOneName) {
   EXPECT_THAT(drawn(draft), Not(HasSubstr(">Nord<")));
 }
 
+TEST(FloorSvg, placeThatIsItsAreaShowsOneName) {
+  Draft draft = draftOf();
+  draft.areas = {areaOf(AreaKind::shop, {{"en", "Bakery"}})};
+  draft.nodes = {{"n", 0, {4, 4}, std::nullopt, false}};
+  draft.categories = {{"shop", {}}};
+  draft.places = {{"p", 0, {{"en", "Bakery"}}, 0, {4, 4}, {0}}};
+  const std::string svg = drawn(draft);
+  EXPECT_EQ(svg.find("Bakery"), svg.rfind("Bakery"));
+}
+
 TEST(FloorSvg, wallsAndDoorsAreLines) {
   Draft draft = draftOf();
   draft.walls = {{0, {{0, 0}, {10, 0}}}};
@@ -100,6 +110,19 @@ TEST(FloorSvg, floorWithoutAShapeShowsItsWays) {
   link.to = 1;
   draft.links = {link};
   EXPECT_THAT(drawn(draft, 1), HasSubstr("d=\"M120 120l200 0\""));
+}
+
+TEST(FloorSvg, waysMadeOfAreasAreNotDrawn) {
+  Draft draft = draftOf();
+  draft.nodes = {{"a", 0, {4, 4}, std::nullopt, false}, {"b", 0, {14, 4}, std::nullopt, false}};
+  draft.links.resize(1);
+  draft.links[0].id = "ab";
+  draft.links[0].to = 1;
+  draft.links[0].isWithinArea = true;
+  const std::string made = drawn(draft);
+  draft.links[0].isWithinArea = false;
+  EXPECT_THAT(drawn(draft), HasSubstr("stroke-width=\"56\""));
+  EXPECT_THAT(made, Not(HasSubstr("stroke-width=\"56\"")));
 }
 
 TEST(FloorSvg, largeSitesAreDrawnInTheirOwnUnits) {
