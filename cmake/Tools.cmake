@@ -29,7 +29,17 @@ if(tern_tool_sources)
     find_path(TERN_GEOS_INCLUDE geos_c.h REQUIRED)
     find_library(TERN_GEOS geos_c REQUIRED)
     target_include_directories(tern_tool PRIVATE ${TERN_GEOS_INCLUDE})
-    list(APPEND tern_tool_libraries ${TERN_GEOS})
+    find_path(TERN_OSMIUM_INCLUDE osmium/io/reader.hpp REQUIRED)
+    find_path(TERN_PROTOZERO_INCLUDE protozero/pbf_reader.hpp REQUIRED)
+    find_package(EXPAT REQUIRED)
+    find_package(ZLIB REQUIRED)
+    find_package(Threads REQUIRED)
+    target_include_directories(tern_tool SYSTEM PRIVATE ${TERN_OSMIUM_INCLUDE}
+                                                        ${TERN_PROTOZERO_INCLUDE})
+    # Its headers are many, and only their own macros' order is known to work.
+    set_source_files_properties(${PROJECT_SOURCE_DIR}/tools/import/osm/OsmFile.cpp PROPERTIES
+      SKIP_UNITY_BUILD_INCLUSION ON)
+    list(APPEND tern_tool_libraries ${TERN_GEOS} EXPAT::EXPAT ZLIB::ZLIB Threads::Threads)
   endif()
   target_link_libraries(tern_tool PUBLIC ${tern_tool_libraries})
   if(TERN_WITH_IMPORT)
