@@ -10,6 +10,7 @@
 #include "fuzz/VenueChecks.hpp"
 #include "tools/import/gtfs/GtfsReader.hpp"
 #include "tools/import/network/NetworkReader.hpp"
+#include "tools/import/osm/OsmReader.hpp"
 #include "tools/import/write/Documents.hpp"
 #include "tools/import/write/VenuePlan.hpp"
 
@@ -112,14 +113,21 @@ void checkDrafts(std::span<const Draft> drafts, const std::optional<std::string>
   }
 }
 
-void checkNetwork(const imports::SourceFiles& source) {
-  const imports::ReadDraft read = imports::readNetwork(source);
+namespace {
+
+void checkOne(const imports::ReadDraft& read) {
   if (read.error) {
     checkDrafts({}, read.error);
   } else {
     checkDrafts({&read.draft, 1}, read.error);
   }
 }
+
+}  // namespace
+
+void checkNetwork(const imports::SourceFiles& source) { checkOne(imports::readNetwork(source)); }
+
+void checkOsm(const imports::SourceFiles& source) { checkOne(imports::readOsm(source)); }
 
 void checkFeed(const imports::SourceFiles& source) {
   const imports::ReadStations read = imports::readGtfs(source, {.all = true});

@@ -28,6 +28,8 @@ extern const Target wordsTarget;
 extern const Target importNetworkTarget;
 extern const Target importFeedTarget;
 extern const Target importArchiveTarget;
+extern const Target importOsmTarget;
+extern const Target importPbfTarget;
 #endif
 
 namespace {
@@ -37,7 +39,8 @@ constexpr std::array table = {
     &treeArchiveTarget,   &hubTarget,         &httpTarget,          &redirectsTarget,
     &serviceTarget,       &servedBytesTarget, &wordsTarget,
 #ifdef TERN_WITH_IMPORT
-    &importNetworkTarget, &importFeedTarget,  &importArchiveTarget,
+    &importNetworkTarget, &importFeedTarget,  &importArchiveTarget, &importOsmTarget,
+    &importPbfTarget,
 #endif
 };
 
