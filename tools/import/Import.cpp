@@ -11,6 +11,8 @@
 #include "tools/import/imdf/ImdfReader.hpp"
 #include "tools/import/network/NetworkFiles.hpp"
 #include "tools/import/network/NetworkReader.hpp"
+#include "tools/import/osm/OsmReader.hpp"
+#include "tools/import/osm/OsmSource.hpp"
 #include "tools/import/source/SourceFiles.hpp"
 
 namespace tern::imports {
@@ -25,7 +27,13 @@ std::string formatOf(const SourceFiles& files, const ImportWishes& wishes) {
   if (!wishes.format.empty()) return wishes.format;
   if (GtfsFeed::isIn(files)) return "gtfs";
   if (ImdfFiles::areIn(files)) return "imdf";
+  if (isOsmIn(files)) return "osm";
   return NetworkFiles::areIn(files) ? "network" : "";
+}
+
+ReadDraft readAs(std::string_view format, const SourceFiles& files) {
+  if (format == "imdf") return readImdf(files);
+  return format == "osm" ? readOsm(files) : readNetwork(files);
 }
 
 Imported written(const std::vector<Draft>& drafts, const VenueWishes& wishes,
@@ -39,9 +47,9 @@ Imported written(const std::vector<Draft>& drafts, const VenueWishes& wishes,
 
 Imported importSource(const std::filesystem::path& source, const std::filesystem::path& out,
                       const ImportWishes& wishes) {
-  constexpr std::string_view formats[] = {"", "network", "gtfs", "imdf"};
+  constexpr std::string_view formats[] = {"", "network", "gtfs", "imdf", "osm"};
   if (std::ranges::find(formats, wishes.format) == std::end(formats)) {
-    return failed("", "the format " + wishes.format + " cannot be read yet");
+    return failed("", "the format " + wishes.format + " is not known");
   }
   const OpenedSource opened = openSource(source);
   if (opened.error) return failed("", *opened.error);
@@ -49,8 +57,8 @@ Imported importSource(const std::filesystem::path& source, const std::filesystem
   if (format.empty()) {
     return failed("", source.string() +
                           " holds no building data that is known: no nodes and links as GeoJSON, "
-                          "no stops.txt and pathways.txt of a transit feed, and no "
-                          "units and levels of IMDF");
+                          "no stops.txt and pathways.txt of a transit feed, no units and "
+                          "levels of IMDF, and no OpenStreetMap");
   }
   if (format == "gtfs") {
     const ReadStations read = readGtfs(opened.files, wishes.stations);
@@ -63,7 +71,7 @@ Imported importSource(const std::filesystem::path& source, const std::filesystem
   if (wishes.stations.all || !wishes.stations.station.empty()) {
     return failed(wishes.stations.all ? "--all" : "--station", "only a transit feed has stations");
   }
-  ReadDraft read = format == "imdf" ? readImdf(opened.files) : readNetwork(opened.files);
+  ReadDraft read = readAs(format, opened.files);
   if (read.error) return failed("", source.string() + ": " + *read.error);
   return written({std::move(read.draft)}, wishes.venue, out);
 }

@@ -17,7 +17,7 @@
 namespace tern::imports {
 
 struct ImportWishes {
-  // "network", "gtfs" or "imdf"; empty: as the source's files tell.
+  // "network", "gtfs", "imdf" or "osm"; empty: as the source's files tell.
   std::string format;
   // Of a transit feed.
   StationWish stations;

@@ -93,10 +93,10 @@ const Command importCommand{
   tern import feed --out central --station central
 
 Reads pedestrian networks: nodes and links as GeoJSON, with floor plans where
-they lie beside; the stops, levels and pathways of transit feeds; and IMDF, of
-whose units and openings the ways are made. What of the source did not come
-through as it stands is told, record by record with --json. docs/import.md says
-what becomes of what.
+they lie beside; the stops, levels and pathways of transit feeds; IMDF, of whose
+units and openings the ways are made; and what OpenStreetMap has of indoors, as
+.osm or .osm.pbf. What of the source did not come through as it stands is told,
+record by record with --json. docs/import.md says what becomes of what.
 
 The folder is written whole or not at all. Ids stay what they are when the same
 building is imported again, and the same source gives the same bytes. Exits with

@@ -23,6 +23,8 @@
 #include "tests/support/TemporaryFolder.hpp"
 #include "tests/tools/import/DrawnNetwork.hpp"
 #include "tests/tools/import/imdf/DrawnImdf.hpp"
+#include "tests/tools/import/osm/DrawnOsm.hpp"
+#include "tests/tools/import/osm/WrittenPbf.hpp"
 #include "tools/check/CheckVenue.hpp"
 #include "tools/tern/VenueFolder.hpp"
 
@@ -58,6 +60,58 @@ TEST(Import, unitsAndOpeningsOfABuildingBecomeAVenue) {
     EXPECT_FALSE(std::get<0>(loaded)->wayfind(waypoints.front(), waypoints.back(), 0).empty());
   }
   EXPECT_TRUE(importSource(folder.at("source"), folder.at("other"), {"network", {}, {}}).failure);
+}
+
+TEST(Import, openStreetMapIsKnownByTheNameOfItsFile) {
+  const test::TemporaryFolder folder;
+  const std::string block =
+      test::pbfBlock({"", "highway", "footway", "level", "0"}, 4, {1, 2, 3, 4});
+  folder.write("walk.osm.pbf", test::pbfHeader() + test::pbfBlob({.data = block}));
+  const Imported pbf = importSource(folder.at("walk.osm.pbf"), folder.at("pbf"), {});
+  ASSERT_FALSE(pbf.failure) << pbf.failure->sentence;
+  EXPECT_EQ(pbf.written.venues.front().kinds[0], 1);
+  test::DrawnOsm drawn;
+  drawn.line(1, {{0, 0}, {9, 0}}, {{"highway", "footway"}, {"level", "0"}});
+  drawn.writeTo(folder.at("walk.osm"));
+  EXPECT_FALSE(importSource(folder.at("walk.osm"), folder.at("xml"), {}).failure);
+  drawn.writeTo(folder.at("walk.xml"));
+  EXPECT_TRUE(importSource(folder.at("walk.xml"), folder.at("other"), {}).failure);
+  ImportWishes wishes;
+  wishes.format = "osm";
+  EXPECT_FALSE(importSource(folder.at("walk.xml"), folder.at("other"), wishes).failure);
+}
+
+TEST(Import, whoCannotClimbStairsTakesTheLiftThatSaysItIsStepFree) {
+  const test::TemporaryFolder folder;
+  test::DrawnOsm drawn;
+  drawn.box(1, {0, 0, 40, 3}, {{"indoor", "corridor"}, {"level", "0"}});
+  drawn.box(2, {0, 0, 40, 3}, {{"indoor", "corridor"}, {"level", "1"}});
+  drawn.box(3, {0, 3, 3, 6}, {{"indoor", "room"}, {"level", "0"}, {"name", "A"}});
+  drawn.box(4, {0, 3, 3, 6}, {{"indoor", "room"}, {"level", "1"}, {"name", "B"}});
+  drawn.box(5, {4, 3, 7, 9}, {{"room", "stairs"}, {"level", "0;1"}});
+  drawn.box(6, {36, 3, 38, 5}, {{"room", "elevator"}, {"level", "0;1"}, {"wheelchair", "yes"}});
+  drawn.writeTo(folder.at("house.osm"));
+  ASSERT_FALSE(importSource(folder.at("house.osm"), folder.at("out"), {}).failure);
+  const auto loaded = command::loadVenue(folder.at("out"), std::nullopt, std::nullopt);
+  ASSERT_EQ(loaded.index(), 0U);
+  const auto& venue = std::get<0>(loaded);
+  std::map<std::string, std::shared_ptr<TernWaypoint>, std::less<>> waypoints;
+  for (const auto& waypoint : venue->maps->getAllWaypoints()) {
+    waypoints.emplace(waypoint->externalId.text(), waypoint);
+  }
+  const auto goesBy = [&](unsigned level, std::string_view mover) {
+    const std::int64_t id = waypoints.at(std::string(mover))->id.integer();
+    for (const auto& segment :
+         venue->wayfind(waypoints.at("way/3/door"), waypoints.at("way/4/door"), level)) {
+      for (const auto& node : segment.points) {
+        if (node.nodeId() == id) return true;
+      }
+    }
+    return false;
+  };
+  EXPECT_TRUE(goesBy(100, "way/5@0"));
+  EXPECT_FALSE(goesBy(0, "way/5@0"));
+  EXPECT_TRUE(goesBy(0, "way/6@0"));
 }
 
 TEST(Import, sourceThatIsNoBuildingWritesNothing) {
