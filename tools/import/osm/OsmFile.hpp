@@ -1,6 +1,6 @@
 // Reads an OpenStreetMap file, as XML or in protocol buffers (.osm.pbf).
 //
-// Ownership: plain values. Threads: a free function; one other thread helps while it runs.
+// Ownership: plain values. Threads: a free function; a few others help while it runs.
 // Fails: by value, with one line. A file whose records would take more than `mostOsmBytes` in
 // memory is not read, however small it is itself; nor is XML that declares entities.
 #pragma once
