@@ -51,6 +51,17 @@ constexpr int rolesOrRefs = 8;
 constexpr int memberIds = 9;
 }  // namespace object
 
+// What comes as another type than the format has is no field of it.
+bool isBytes(const pbf_reader& fields, int tag) {
+  return fields.tag() == static_cast<protozero::pbf_tag_type>(tag) &&
+         fields.has_wire_type(protozero::pbf_wire_type::length_delimited);
+}
+
+bool isNumber(const pbf_reader& fields, int tag) {
+  return fields.tag() == static_cast<protozero::pbf_tag_type>(tag) &&
+         fields.has_wire_type(protozero::pbf_wire_type::varint);
+}
+
 std::size_t countOf(data_view packed) {
   return static_cast<std::size_t>(
       std::count_if(packed.data(), packed.data() + packed.size(),
@@ -73,9 +84,9 @@ class PbfCounter {
       std::string type;
       std::uint64_t dataSize = 0;
       while (fields.next()) {
-        if (fields.tag() == header::type) {
+        if (isBytes(fields, header::type)) {
           type = fields.get_string();
-        } else if (fields.tag() == header::dataSize) {
+        } else if (isNumber(fields, header::dataSize)) {
           dataSize = static_cast<std::uint64_t>(fields.get_int32());
         } else {
           fields.skip();
@@ -102,11 +113,11 @@ class PbfCounter {
     data_view packed;
     std::size_t size = 0;
     while (fields.next()) {
-      if (fields.tag() == blob::raw) return fields.get_view();
-      if (fields.tag() == blob::rawSize) {
+      if (isBytes(fields, blob::raw)) return fields.get_view();
+      if (isNumber(fields, blob::rawSize)) {
         const std::int32_t stated = fields.get_int32();
         size = stated < 0 ? mostBlockBytes + 1 : static_cast<std::size_t>(stated);
-      } else if (fields.tag() == blob::zlib) {
+      } else if (isBytes(fields, blob::zlib)) {
         packed = fields.get_view();
       } else {
         throw Refused{"a block of it is packed in another way than with zlib"};
@@ -126,21 +137,26 @@ class PbfCounter {
   void countBlock(data_view block) {
     lengths_.clear();
     pbf_reader texts(block);
-    while (texts.next(block::texts)) {
+    constexpr auto bytes = protozero::pbf_wire_type::length_delimited;
+    while (texts.next(block::texts, bytes)) {
       pbf_reader table = texts.get_message();
-      while (table.next(1)) {
+      while (table.next(1, bytes)) {
         lengths_.push_back(
             static_cast<std::uint16_t>(std::min<std::size_t>(table.get_view().size(), 0xFFFF)));
       }
     }
     budget_.takeRefs(lengths_.size());
     pbf_reader groups(block);
-    while (groups.next(block::group)) countGroup(groups.get_message());
+    while (groups.next(block::group, bytes)) countGroup(groups.get_message());
   }
 
   void countGroup(pbf_reader group) {
     while (group.next()) {
       const auto tag = group.tag();
+      if (!isBytes(group, static_cast<int>(tag))) {
+        group.skip();
+        continue;
+      }
       pbf_reader item = group.get_message();
       if (tag == group::dense) {
         countDense(item);
@@ -154,9 +170,9 @@ class PbfCounter {
 
   void countDense(pbf_reader nodes) {
     while (nodes.next()) {
-      if (nodes.tag() == dense::ids) {
+      if (isBytes(nodes, dense::ids)) {
         budget_.takeRecords(countOf(nodes.get_view()));
-      } else if (nodes.tag() == dense::keysAndValues) {
+      } else if (isBytes(nodes, dense::keysAndValues)) {
         countTexts(nodes.get_packed_int32());
       } else {
         nodes.skip();
@@ -168,9 +184,10 @@ class PbfCounter {
   void countObject(pbf_reader item, bool isNode) {
     while (item.next()) {
       const auto tag = item.tag();
-      if (tag == object::keys || tag == object::values) {
+      if (isBytes(item, object::keys) || isBytes(item, object::values)) {
         countTexts(item.get_packed_uint32());
-      } else if (!isNode && (tag == object::rolesOrRefs || tag == object::memberIds)) {
+      } else if (!isNode &&
+                 (isBytes(item, object::rolesOrRefs) || isBytes(item, object::memberIds))) {
         const data_view list = item.get_view();
         budget_.takeRefs(countOf(list));
         if (tag == object::memberIds) budget_.takeTexts(countOf(list), 0);

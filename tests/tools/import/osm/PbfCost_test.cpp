@@ -59,6 +59,21 @@ TEST(PbfCost, blockThatUnpacksToOtherThanItSaysIsRefused) {
   EXPECT_THAT(refusal(pbfBlob({.data = "x", .statedBytes = 1'000'000})), HasSubstr("unpacked"));
 }
 
+// A header whose first field is a number and no text ended the process.
+TEST(PbfCost, fieldsOfOtherTypesArePassedOver) {
+  EXPECT_TRUE(fits(std::string("\0\0\0\2\x08\1", 6)));
+  std::string bytes = pbfBlob({.data = pbfBlock({"", "a"}, 3, {1, 1}), .isPacked = false});
+  for (std::size_t i = 4; i < bytes.size(); ++i) {
+    std::string changed = bytes;
+    for (const unsigned type : {0U, 1U, 2U, 5U}) {
+      changed[i] = static_cast<char>((static_cast<unsigned char>(bytes[i]) & 0xF8U) | type);
+      OsmBudget budget(budgetBytes);
+      static_cast<void>(spendOnPbf(changed, budget));
+      EXPECT_FALSE(budget.isSpent());
+    }
+  }
+}
+
 TEST(PbfCost, sizesBeyondTheEndAreRefused) {
   const std::string whole = pbfBlob({.data = "x"});
   EXPECT_THAT(refusal(whole.substr(0, whole.size() - 1)), HasSubstr("ends within"));
