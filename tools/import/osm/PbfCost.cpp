@@ -141,8 +141,12 @@ class PbfCounter {
     while (texts.next(block::texts, bytes)) {
       pbf_reader table = texts.get_message();
       while (table.next(1, bytes)) {
-        lengths_.push_back(
-            static_cast<std::uint16_t>(std::min<std::size_t>(table.get_view().size(), 0xFFFF)));
+        const data_view text = table.get_view();
+        // Whoever reads the texts takes a zero for their end.
+        if (std::find(text.data(), text.data() + text.size(), '\0') != text.data() + text.size()) {
+          throw Refused{"a text of it holds a zero"};
+        }
+        lengths_.push_back(static_cast<std::uint16_t>(std::min<std::size_t>(text.size(), 0xFFFF)));
       }
     }
     budget_.takeRefs(lengths_.size());

@@ -59,9 +59,16 @@ TEST(PbfCost, blockThatUnpacksToOtherThanItSaysIsRefused) {
   EXPECT_THAT(refusal(pbfBlob({.data = "x", .statedBytes = 1'000'000})), HasSubstr("unpacked"));
 }
 
+// The reader of the file ran on behind the text.
+TEST(PbfCost, textsWithAZeroWithinAreRefused) {
+  const std::vector<std::string> texts{"", std::string("high\0way", 8)};
+  EXPECT_THAT(refusal(pbfHeader() + pbfBlob({.data = pbfBlock(texts, 2, {1, 1})})),
+              HasSubstr("zero"));
+}
+
 // A header whose first field is a number and no text ended the process.
 TEST(PbfCost, fieldsOfOtherTypesArePassedOver) {
-  EXPECT_TRUE(fits(std::string("\0\0\0\2\x08\1", 6)));
+  EXPECT_THAT(refusal(std::string("\0\0\0\2\x08\1", 6)), HasSubstr("unpacked"));
   std::string bytes = pbfBlob({.data = pbfBlock({"", "a"}, 3, {1, 1}), .isPacked = false});
   for (std::size_t i = 4; i < bytes.size(); ++i) {
     std::string changed = bytes;
