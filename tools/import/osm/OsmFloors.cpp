@@ -20,7 +20,7 @@ struct LevelFacts {
 
 class FloorFinder {
  public:
-  explicit FloorFinder(const OsmSelection& found) : found_(found) {
+  explicit FloorFinder(const OsmSelection& found) {
     for (const OsmOutline& area : found.areas) {
       const bool isMover = osmAreaMeaning(*area.tags)->drawn == AreaKind::mover;
       lie(area.levels, isMover);
@@ -69,7 +69,6 @@ class FloorFinder {
     refer(outline.levels, *outline.tags);
   }
 
-  const OsmSelection& found_;
   std::map<double, LevelFacts> levels_;
 };
 

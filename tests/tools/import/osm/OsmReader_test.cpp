@@ -57,15 +57,15 @@ std::set<std::size_t> reachedFrom(const Draft& draft, std::size_t from) {
   return reached;
 }
 
-const DraftPlace* placeOf(const Draft& draft, std::string_view name) {
+const DraftPlace* placeNamed(const Draft& draft, std::string_view name) {
   const auto place = std::ranges::find_if(
       draft.places, [&](const DraftPlace& item) { return nameIn(item.names, "") == name; });
   return place == draft.places.end() ? nullptr : &*place;
 }
 
 bool isJoined(const Draft& draft, std::string_view from, std::string_view to) {
-  const DraftPlace* const first = placeOf(draft, from);
-  const DraftPlace* const second = placeOf(draft, to);
+  const DraftPlace* const first = placeNamed(draft, from);
+  const DraftPlace* const second = placeNamed(draft, to);
   if (first == nullptr || second == nullptr) return false;
   const auto reached = reachedFrom(draft, first->nodes.front());
   return reached.contains(second->nodes.front());
@@ -79,7 +79,7 @@ std::vector<const DraftLink*> climbs(const Draft& draft) {
   return found;
 }
 
-const DraftLink* linkOf(const Draft& draft, std::string_view id) {
+const DraftLink* wayOf(const Draft& draft, std::string_view id) {
   const auto link = std::ranges::find(draft.links, id, &DraftLink::id);
   return link == draft.links.end() ? nullptr : &*link;
 }
@@ -179,8 +179,8 @@ TEST(OsmReader, namesInSeveralLanguages) {
              {"name:en", "Hall"}});
   const Draft draft = draftOf(drawn);
   EXPECT_EQ(draft.language, "de");
-  ASSERT_NE(placeOf(draft, "Saal"), nullptr);
-  EXPECT_EQ(nameIn(placeOf(draft, "Saal")->names, "en"), "Hall");
+  ASSERT_NE(placeNamed(draft, "Saal"), nullptr);
+  EXPECT_EQ(nameIn(placeNamed(draft, "Saal")->names, "en"), "Hall");
 }
 
 TEST(OsmReader, liftIsStepFreeWhereItSaysSo) {
@@ -220,8 +220,8 @@ TEST(OsmReader, stepsJoinTheWaysOfTheirLevels) {
   drawn.line(3, {{12, 1}, {16, 1}},
              {{"highway", "steps"}, {"level", "0;1"}, {"incline", "down"}, {"step_count", "20"}});
   const Draft draft = draftOf(drawn);
-  ASSERT_NE(linkOf(draft, "way/3"), nullptr);
-  const DraftLink& steps = *linkOf(draft, "way/3");
+  ASSERT_NE(wayOf(draft, "way/3"), nullptr);
+  const DraftLink& steps = *wayOf(draft, "way/3");
   EXPECT_EQ(steps.kind, LinkKind::stairs);
   EXPECT_EQ(draft.floors[draft.nodes[steps.from].floor].ordinal, 1);
   EXPECT_EQ(steps.details["steps"].text(), "20");
@@ -234,9 +234,9 @@ TEST(OsmReader, escalatorRunsOneWay) {
       3, {{12, 1}, {16, 1}},
       {{"highway", "steps"}, {"level", "0;1"}, {"incline", "up"}, {"conveying", "backward"}});
   const Draft draft = draftOf(drawn);
-  ASSERT_NE(linkOf(draft, "way/3"), nullptr);
-  EXPECT_EQ(linkOf(draft, "way/3")->kind, LinkKind::escalator);
-  EXPECT_EQ(linkOf(draft, "way/3")->direction, Direction::backward);
+  ASSERT_NE(wayOf(draft, "way/3"), nullptr);
+  EXPECT_EQ(wayOf(draft, "way/3")->kind, LinkKind::escalator);
+  EXPECT_EQ(wayOf(draft, "way/3")->direction, Direction::backward);
 }
 
 TEST(OsmReader, whatStepsMeetSaysWhichEndIsTheLowerOne) {
@@ -244,7 +244,7 @@ TEST(OsmReader, whatStepsMeetSaysWhichEndIsTheLowerOne) {
   drawn.line(3, {{12, 1}, {16, 1}}, {{"highway", "steps"}, {"level", "0;1"}});
   drawn.line(4, {{16, 1}, {19, 1}}, {{"highway", "footway"}, {"level", "0"}});
   const Draft draft = draftOf(drawn);
-  const DraftLink& steps = *linkOf(draft, "way/3");
+  const DraftLink& steps = *wayOf(draft, "way/3");
   EXPECT_EQ(draft.floors[draft.nodes[steps.to].floor].ordinal, 0);
   EXPECT_THAT(linesTold(draft), Not(Contains("way/3 whichEnd")));
 }
@@ -272,11 +272,11 @@ TEST(OsmReader, footwayGoesInByTheNodeThatItSharesWithAWall) {
   open.area(2, {{0, 3}, {5, 3}, {5, 8}, {3, 8}, {0, 8}}, room("0", "Shop"));
   open.line(3, {{2, 12}, {3, 10}, {3, 8}, {3, 6}}, {{"highway", "footway"}, {"level", "0"}});
   const Draft draft = draftOf(open);
-  ASSERT_NE(linkOf(draft, "way/3"), nullptr);
-  EXPECT_EQ(linkOf(draft, "way/3")->bends.size(), 1U);
-  ASSERT_NE(placeOf(draft, "Shop"), nullptr);
-  const auto reached = reachedFrom(draft, linkOf(draft, "way/3")->from);
-  EXPECT_TRUE(reached.contains(placeOf(draft, "Shop")->nodes.front()));
+  ASSERT_NE(wayOf(draft, "way/3"), nullptr);
+  EXPECT_EQ(wayOf(draft, "way/3")->bends.size(), 1U);
+  ASSERT_NE(placeNamed(draft, "Shop"), nullptr);
+  const auto reached = reachedFrom(draft, wayOf(draft, "way/3")->from);
+  EXPECT_TRUE(reached.contains(placeNamed(draft, "Shop")->nodes.front()));
 }
 
 TEST(OsmReader, footwaysOutdoorsComeInWhereTheyLeadToADoor) {
@@ -289,10 +289,10 @@ TEST(OsmReader, footwaysOutdoorsComeInWhereTheyLeadToADoor) {
   drawn.line(6, {{-40, 9}, {-400, 9}}, {{"highway", "footway"}});
   drawn.line(7, {{-40, 9}, {-50, 9}}, {{"highway", "footway"}, {"layer", "-1"}});
   const Draft draft = draftOf(drawn);
-  EXPECT_NE(linkOf(draft, "way/3"), nullptr);
-  EXPECT_NE(linkOf(draft, "way/4"), nullptr);
+  EXPECT_NE(wayOf(draft, "way/3"), nullptr);
+  EXPECT_NE(wayOf(draft, "way/4"), nullptr);
   for (const char* const other : {"way/5", "way/6", "way/7"}) {
-    EXPECT_EQ(linkOf(draft, other), nullptr) << other;
+    EXPECT_EQ(wayOf(draft, other), nullptr) << other;
   }
   EXPECT_TRUE(std::ranges::any_of(draft.nodes, &DraftNode::isEntrance));
   EXPECT_EQ(reachedFrom(draft, 0).size(), draft.nodes.size());
@@ -370,15 +370,15 @@ TEST(OsmReader, toiletsAndTheLikeAreAmenities) {
     if (place.names.empty()) amenities.push_back(draft.categories[place.category].id);
   }
   EXPECT_THAT(amenities, UnorderedElementsAre("restroom", "restroom.wheelchair", "atm"));
-  EXPECT_NE(placeOf(draft, "Bank"), nullptr);
+  EXPECT_NE(placeNamed(draft, "Bank"), nullptr);
 }
 
 TEST(OsmReader, shopThatIsANodeInARoomIsReachedByItsDoor) {
   DrawnOsm drawn = smallHouse();
   drawn.point({4, 7}, {{"shop", "books"}, {"level", "0"}, {"name", "Books"}});
   const Draft draft = draftOf(drawn);
-  ASSERT_NE(placeOf(draft, "Books"), nullptr);
-  EXPECT_EQ(placeOf(draft, "Books")->nodes, placeOf(draft, "Shop")->nodes);
+  ASSERT_NE(placeNamed(draft, "Books"), nullptr);
+  EXPECT_EQ(placeNamed(draft, "Books")->nodes, placeNamed(draft, "Shop")->nodes);
 }
 
 TEST(OsmReader, entranceWithANameIsSomewhereToGo) {
@@ -386,8 +386,8 @@ TEST(OsmReader, entranceWithANameIsSomewhereToGo) {
   named.area(1, {{0, 0}, {20, 0}, {20, 1}, {20, 3}, {5, 3}, {0, 3}}, corridor("0"));
   named.point({20, 1}, {{"entrance", "main"}, {"name", "East"}});
   const Draft draft = draftOf(named);
-  ASSERT_NE(placeOf(draft, "East"), nullptr);
-  EXPECT_TRUE(draft.nodes[placeOf(draft, "East")->nodes.front()].isEntrance);
+  ASSERT_NE(placeNamed(draft, "East"), nullptr);
+  EXPECT_TRUE(draft.nodes[placeNamed(draft, "East")->nodes.front()].isEntrance);
 }
 
 TEST(OsmReader, corridorsThatTouchAreOne) {
@@ -493,7 +493,7 @@ TEST(OsmReader, outlineThatCrossesItselfIsWalkedAsFarAsItIsAnArea) {
   drawn.area(1, {{0, 0}, {20, 10}, {20, 0}, {0, 10}}, corridor("0"));
   drawn.point({3, 5}, {{"amenity", "atm"}, {"level", "0"}, {"name", "A"}});
   const Draft draft = draftOf(drawn);
-  EXPECT_NE(placeOf(draft, "A"), nullptr);
+  EXPECT_NE(placeNamed(draft, "A"), nullptr);
 }
 
 TEST(OsmReader, fileWithoutIndoorsIsAnError) {
@@ -533,7 +533,7 @@ TEST(OsmReader, everyLevelOfARealMallIsReached) {
   ASSERT_EQ(read.error, std::nullopt);
   const Draft& draft = read.draft;
   ASSERT_EQ(draft.floors.size(), 3U);
-  const auto reached = reachedFrom(draft, placeOf(draft, "H&M")->nodes.front());
+  const auto reached = reachedFrom(draft, placeNamed(draft, "H&M")->nodes.front());
   std::set<double> ordinals;
   for (const std::size_t node : reached) {
     ordinals.insert(draft.floors[draft.nodes[node].floor].ordinal);
