@@ -24,7 +24,8 @@ BUILD = ROOT / "build/mutants"
 KEPT = ROOT / "scripts/mutants-survivors.txt"
 # Tests that say nothing of the library that they are linked with, since they run another program, and
 # those of what stands above the library and is slow.
-ELSEWHERE = ("tests/command/", "tests/tools/generate/", "tests/tools/service/", "tests/tools/tern/picture/")
+ELSEWHERE = ("tests/command/", "tests/tools/generate/", "tests/tools/import/", "tests/tools/service/",
+             "tests/tools/tern/picture/")
 
 
 # --- the faults ---
