@@ -3,8 +3,12 @@
 #include <geos_c.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <concepts>
 #include <memory>
+#include <optional>
+#include <tuple>
 #include <utility>
 
 #include "tools/import/ways/PlaneGeometry.hpp"
@@ -144,21 +148,25 @@ class Geos {
   GEOSContextHandle_t context_;
 };
 
+// None where GEOS gives up, as it does on edges that cross.
 template <class Operation>
-Shapes computed(const Shapes& shapes, Operation operation) {
+std::optional<Shapes> attempted(Operation operation, const std::same_as<Shapes> auto&... operands) {
   const Geos geos;
-  const Geos::Shape shape = geos.shapeOf(shapes);
-  if (!shape) return {};
-  return geos.shapesOf(geos.own(operation(geos.context(), shape.get())));
+  const std::array shapes{geos.shapeOf(operands)...};
+  const auto isMade = [](const Geos::Shape& shape) { return shape != nullptr; };
+  if (!std::ranges::all_of(shapes, isMade)) return std::nullopt;
+  const auto apply = [&](const auto&... shape) {
+    return operation(geos.context(), shape.get()...);
+  };
+  const Geos::Shape result = geos.own(std::apply(apply, shapes));
+  return result ? std::optional(geos.shapesOf(result)) : std::nullopt;
 }
 
+// What was put together by rounding may cross itself somewhere.
 template <class Operation>
-Shapes computed(const Shapes& a, const Shapes& b, Operation operation) {
-  const Geos geos;
-  const Geos::Shape first = geos.shapeOf(a);
-  const Geos::Shape second = geos.shapeOf(b);
-  if (!first || !second) return {};
-  return geos.shapesOf(geos.own(operation(geos.context(), first.get(), second.get())));
+Shapes computed(Operation operation, const std::same_as<Shapes> auto&... operands) {
+  if (auto shapes = attempted(operation, operands...)) return std::move(*shapes);
+  return attempted(operation, repaired(operands)...).value_or(Shapes());
 }
 
 }  // namespace
@@ -179,26 +187,28 @@ Shapes repaired(const Shapes& shapes) {
 }
 
 Shapes widened(const Shapes& shapes, double metres) {
-  return computed(shapes, [metres](auto context, auto shape) {
+  const auto widen = [metres](auto context, auto shape) {
     return GEOSBufferWithStyle_r(context, shape, metres, segmentsOfQuarter, GEOSBUF_CAP_FLAT,
                                  GEOSBUF_JOIN_MITRE, mitreLimit);
-  });
+  };
+  return computed(widen, shapes);
 }
 
 Shapes shrunk(const Shapes& shapes, double metres) { return widened(shapes, -metres); }
 
-Shapes joined(const Shapes& a, const Shapes& b) { return computed(a, b, GEOSUnion_r); }
+Shapes joined(const Shapes& a, const Shapes& b) { return computed(GEOSUnion_r, a, b); }
 
 Shapes cut(const Shapes& from, const Shapes& what) {
-  return computed(from, what, GEOSDifference_r);
+  return computed(GEOSDifference_r, from, what);
 }
 
-Shapes common(const Shapes& a, const Shapes& b) { return computed(a, b, GEOSIntersection_r); }
+Shapes common(const Shapes& a, const Shapes& b) { return computed(GEOSIntersection_r, a, b); }
 
 Shapes simplified(const Shapes& shapes, double metres) {
-  return computed(shapes, [metres](auto context, auto shape) {
+  const auto simplify = [metres](auto context, auto shape) {
     return GEOSTopologyPreserveSimplify_r(context, shape, metres);
-  });
+  };
+  return computed(simplify, shapes);
 }
 
 }  // namespace tern::imports

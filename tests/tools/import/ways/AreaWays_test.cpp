@@ -67,11 +67,11 @@ void addRatios(const AreaWays& ways, const Lengths& walked, const Polygon& space
   std::ranges::sort(ratios);
 }
 
-TEST(AreaWays, walksAreHardlyLongerThanTheyHaveToBe) {
+void expectShortWalks(int rooms, std::size_t places) {
   Ratios inSpace;
   Ratios inArea;
-  for (std::uint64_t seed = 0; inArea.size() < 500; ++seed) {
-    const MadeArea made = madeArea(seed, 4, 16);
+  for (std::uint64_t seed = 3; inArea.size() < 500; ++seed) {
+    const MadeArea made = madeArea(seed, rooms, places);
     const AreaWays ways = waysIn(made.area, made.doors, made.places);
     const Lengths walked = walks(ways.nodes.size(), ways.ways, ways.nodes.size());
     std::vector<Point> stops = made.doors;
@@ -85,6 +85,11 @@ TEST(AreaWays, walksAreHardlyLongerThanTheyHaveToBe) {
   EXPECT_LE(inArea[inArea.size() / 2], 1.05) << "between the walls themselves";
   EXPECT_LE(inArea[inArea.size() * 95 / 100], 1.15) << "between the walls themselves";
 }
+
+TEST(AreaWays, walksAreHardlyLongerThanTheyHaveToBe) { expectShortWalks(4, 16); }
+
+// With loops through necks of a few centimetres, which are long ways round when one is missed.
+TEST(AreaWays, walksThroughManyRoomsAreHardlyLongerThanTheyHaveToBe) { expectShortWalks(7, 24); }
 
 TEST(AreaWays, manyPlacesInAPlainRoomHaveFewWaysAndShortWalks) {
   const Polygon room{{{{0, 0}, {20, 0}, {20, 20}, {0, 20}}}};

@@ -40,6 +40,16 @@ TEST(Shapes, whatLiesOverEachOtherBecomesOne) {
   EXPECT_NEAR(areaOfAll(both), 6, 1e-9);
 }
 
+// As rounding leaves them; GEOS by itself gives up on each of these.
+TEST(Shapes, whatLiesOverEachOtherOrCrossesItselfIsCutAndCutOut) {
+  const Shapes pair{square(0, 0, 2), square(1.9, 0, 2)};
+  const Shapes bow{{{{{0, 0}, {2, 2}, {2, 0}, {0, 2}}}}};
+  EXPECT_NEAR(areaOfAll(cut(pair, {square(0, 1, 4)})), 3.9, 1e-9);
+  EXPECT_NEAR(areaOfAll(cut({square(0, 0, 2)}, bow)), 2, 1e-9);
+  EXPECT_NEAR(areaOfAll(common({square(0, 0, 1)}, bow)), 0.5, 1e-9);
+  EXPECT_NEAR(areaOfAll(joined({square(0, 0, 1)}, bow)), 2.5, 1e-9);
+}
+
 TEST(Shapes, outlinesTurnOneWayAndHolesTheOther) {
   const Shapes frame = cut({square(0, 0, 4)}, {square(1, 1, 2)});
   ASSERT_EQ(frame.size(), 1U);
