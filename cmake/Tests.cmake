@@ -119,6 +119,7 @@ add_library(tern_test_support OBJECT ${tern_test_support})
 tern_own_target(tern_test_support)
 target_link_libraries(tern_test_support PUBLIC
   TernCoreKit::TernCoreKit GTest::gmock ${tern_rapidcheck})
+target_compile_definitions(tern_test_support PUBLIC $<$<BOOL:${TERN_WITH_IMPORT}>:TERN_WITH_IMPORT>)
 set_source_files_properties(${PROJECT_SOURCE_DIR}/tests/support/Paths.cpp PROPERTIES
   COMPILE_DEFINITIONS "TERN_SOURCE_DIR=\"${PROJECT_SOURCE_DIR}\";TERN_BINARY_PATH=\"$<TARGET_FILE:tern>\"")
 
