@@ -5,11 +5,11 @@
 #include <string>
 #include <utility>
 
+#include "TernCoreKit/loading/VenueLoading.hpp"
 #include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "tests/support/ActiveVenue.hpp"
 #include "tests/support/JoinedVenues.hpp"
 #include "tests/support/Paths.hpp"
-#include "tools/tern/JoinedVenues.hpp"
 #include "tools/tern/VenueFolder.hpp"
 
 namespace tern::test {
@@ -62,8 +62,7 @@ std::shared_ptr<TernActiveVenue> sampleVenue() {
 }
 
 std::shared_ptr<TernMultiActiveVenues> rows() {
-  return command::joinVenues(
-      {built(rowVenue(1, {{103, "2:201"}})), built(rowVenue(2, {{201, "1:103"}}))});
+  return joinVenues({built(rowVenue(1, {{103, "2:201"}})), built(rowVenue(2, {{201, "1:103"}}))});
 }
 
 }  // namespace

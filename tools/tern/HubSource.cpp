@@ -6,6 +6,7 @@
 #include <tuple>
 #include <utility>
 
+#include "TernCoreKit/loading/VenueChoice.hpp"
 #include "TernCoreKit/model/collections/TernBuildingCollection.hpp"
 #include "TernCoreKit/model/collections/TernFloorCollection.hpp"
 #include "TernCoreKit/model/records/TernBuilding.hpp"
@@ -94,7 +95,9 @@ std::variant<std::int64_t, Failure> HubSource::chosenVenue(std::optional<std::in
   if (venueId) return *venueId;
   const auto venues = readVenues();
   if (const auto* failure = std::get_if<Failure>(&venues)) return *failure;
-  return onlyVenue(*std::get<std::shared_ptr<TernVenueCollection>>(venues), host_);
+  auto only = onlyVenue(*std::get<std::shared_ptr<TernVenueCollection>>(venues), host_);
+  if (auto* error = std::get_if<TernError>(&only)) return notLoaded(std::move(*error));
+  return std::get<std::int64_t>(only);
 }
 
 Loaded<TernActiveVenue> HubSource::loadVenue(std::optional<std::int64_t> venueId,
@@ -114,8 +117,8 @@ std::optional<Failure> HubSource::addBuildings(const std::shared_ptr<TernActiveV
                                                std::optional<std::int64_t> buildingId) {
   const std::string name = venueTitle(*venue) + " of " + host_;
   if (venue->id.isAbsent()) return isEmpty("the venue");
-  const auto ids = buildingIds(*venue, name, buildingId);
-  if (const auto* failure = std::get_if<Failure>(&ids)) return *failure;
+  auto ids = buildingIds(*venue, name, buildingId);
+  if (auto* error = std::get_if<TernError>(&ids)) return notLoaded(std::move(*error));
   const auto& wanted = std::get<std::vector<std::int64_t>>(ids);
   const auto graph = std::make_shared<GraphOfHub>();
   hub_->setDelegate(graph);

@@ -1,34 +1,13 @@
 #include "tools/tern/JoinedVenues.hpp"
 
-#include <future>
 #include <optional>
 #include <utility>
 #include <variant>
 
+#include "TernCoreKit/loading/VenueLoading.hpp"
 #include "tools/tern/VenueChoice.hpp"
 
 namespace tern::command {
-
-namespace {
-
-class Listener final : public TernMultiActiveVenuesDelegate {
- public:
-  void multiVenueWayfindDataLoaded() override { isLoaded_.set_value(true); }
-  void multiVenueWayfindDataFailed() override { isLoaded_.set_value(false); }
-  bool wait() { return isLoaded_.get_future().get(); }
-
- private:
-  std::promise<bool> isLoaded_;
-};
-
-}  // namespace
-
-std::shared_ptr<TernMultiActiveVenues> joinVenues(
-    const std::vector<std::shared_ptr<TernActiveVenue>>& venues) {
-  const auto listener = std::make_shared<Listener>();
-  auto joined = TernMultiActiveVenues::initWithActiveVenues(venues, listener);
-  return listener->wait() ? joined : nullptr;
-}
 
 Loaded<TernMultiActiveVenues> loadVenues(VenueSource& source,
                                          const std::vector<std::int64_t>& venueIds) {

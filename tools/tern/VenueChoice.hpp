@@ -1,14 +1,12 @@
-// What is to be loaded of a customer's venues, wherever they come from.
+// What was loaded of a customer's venues, or how the call ends without it.
 //
-// Threads: as readers of the venues. Fails: by value, with one line.
+// Threads: any. Fails: never.
 #pragma once
 
-#include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
+#include <utility>
 #include <variant>
-#include <vector>
 
 #include "TernCoreKit/model/collections/TernVenueCollection.hpp"
 #include "TernCoreKit/model/venue/TernActiveVenue.hpp"
@@ -22,15 +20,13 @@ using Loaded = std::variant<std::shared_ptr<T>, Failure>;
 Failure notLoaded(TernErrorType type, std::string line);
 Failure notFound(std::string line);
 
-// "1 (Plaza), 2 (Harbour)"
-std::string listed(const TernVenueCollection& venues);
+// The same for an error of the library's. Where a choice is missing, a word of the call is.
+Failure notLoaded(TernError error);
 
-// The place is what the lines name: a file, or a service.
-std::variant<std::int64_t, Failure> onlyVenue(const TernVenueCollection& venues,
-                                              const std::string& place);
-
-// The ids of the buildings to load, ascending: the given one, or all.
-std::variant<std::vector<std::int64_t>, Failure> buildingIds(
-    const TernActiveVenue& venue, const std::string& place, std::optional<std::int64_t> buildingId);
+template <class T>
+Loaded<T> orFailure(std::variant<std::shared_ptr<T>, TernError> loaded) {
+  if (auto* error = std::get_if<TernError>(&loaded)) return notLoaded(std::move(*error));
+  return std::get<std::shared_ptr<T>>(std::move(loaded));
+}
 
 }  // namespace tern::command

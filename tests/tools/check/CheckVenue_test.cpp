@@ -293,7 +293,7 @@ TEST(CheckVenue, jsonHasAllFindingsInTheOrderOfTheirKinds) {
 }
 
 TEST(CheckVenue, sampleIsClean) {
-  command::VenueDocuments documents;
+  VenueDocuments documents;
   const auto loaded =
       command::loadVenue(test::samplePath(), std::nullopt, std::nullopt, &documents);
   const auto& venue = std::get<std::shared_ptr<TernActiveVenue>>(loaded);

@@ -136,7 +136,7 @@ TEST(Import, folderThatCannotBeWrittenIsNotTheSourcesFault) {
 }
 
 check::Findings findingsIn(const fs::path& folder) {
-  command::VenueDocuments documents;
+  VenueDocuments documents;
   const auto loaded = command::loadVenue(folder, std::nullopt, std::nullopt, &documents);
   return check::checkVenue(check::Subject(*std::get<std::shared_ptr<TernActiveVenue>>(loaded),
                                           documents.venue, documents.buildings));
