@@ -78,6 +78,7 @@
 #include "TernCoreKit/service/TernCoreUtils.hpp"
 #include "TernCoreKit/service/TernFileCaching.hpp"
 #include "TernCoreKit/service/TernHub.hpp"
+#include "TernCoreKit/service/WatchedTransport.hpp"
 #include "TernCoreKit/service/coordinates/TernUtils.hpp"
 #include "TernCoreKit/spatial/ClosestWaypoint.hpp"
 #include "TernCoreKit/spatial/TernElement.hpp"

@@ -16,10 +16,10 @@
 #include <string>
 
 #include "TernCoreKit/service/TernHub.hpp"
+#include "TernCoreKit/service/WatchedTransport.hpp"
 #include "tools/tern/HostOptions.hpp"
 #include "tools/tern/RequestTrace.hpp"
 #include "tools/tern/VenueSource.hpp"
-#include "tools/tern/WatchedTransport.hpp"
 
 namespace tern::command {
 

@@ -1,10 +1,10 @@
-#include "tools/tern/WatchedTransport.hpp"
+#include "TernCoreKit/service/WatchedTransport.hpp"
 
 #include <gtest/gtest.h>
 
 #include "tests/support/FakeTransport.hpp"
 
-namespace tern::command {
+namespace tern {
 namespace {
 
 // What is remembered after an answer.
@@ -30,4 +30,4 @@ TEST(WatchedTransport, answersOfOtherKindsAreNoFailures) {
 }
 
 }  // namespace
-}  // namespace tern::command
+}  // namespace tern

@@ -1,6 +1,8 @@
-#include "tools/tern/WatchedTransport.hpp"
+#include "TernCoreKit/service/WatchedTransport.hpp"
 
-namespace tern::command {
+#include <utility>
+
+namespace tern::inline v5 {
 
 namespace {
 
@@ -31,4 +33,4 @@ std::string WatchedTransport::failure() const {
   return record_->failure;
 }
 
-}  // namespace tern::command
+}  // namespace tern
