@@ -97,10 +97,12 @@ void endWithoutMemory(const auto& completion) {
 
 }  // namespace
 
-HTTPClient::HTTPClient(std::string hostURL) : hostURL_(std::move(hostURL)) {}
+HTTPClient::HTTPClient(std::string hostURL, std::shared_ptr<HttpTransport> transport)
+    : hostURL_(std::move(hostURL)), transport_(std::move(transport)) {}
 
-std::shared_ptr<HTTPClient> HTTPClient::initWithHostURL(std::string hostURL) {
-  return std::shared_ptr<HTTPClient>(new HTTPClient(std::move(hostURL)));
+std::shared_ptr<HTTPClient> HTTPClient::initWithHostURL(std::string hostURL,
+                                                        std::shared_ptr<HttpTransport> transport) {
+  return std::shared_ptr<HTTPClient>(new HTTPClient(std::move(hostURL), std::move(transport)));
 }
 
 void HTTPClient::GET(std::string_view path, const Value& headers, Completion completion) const {
@@ -199,7 +201,7 @@ void HTTPClient::send(std::string_view url, HttpRequest request,
                       OriginCompletion completion) const {
   const auto steps = [&](const KeptCompletion& kept) {
     // The completion holds the transport, so that one which is replaced still ends what it began.
-    const std::shared_ptr<HttpTransport> transport = httpTransport();
+    const auto transport = transport_ != nullptr ? transport_ : httpTransport();
     transport->send(std::move(request),
                     [transport, url = std::string(url), kept](HttpResponse response) {
                       const auto end = [&] { finish(std::move(response), url, kept); };

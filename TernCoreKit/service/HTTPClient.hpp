@@ -48,8 +48,10 @@ class TERN_API HTTPClient {
   using OriginCompletion = std::function<void(std::optional<std::string> error, std::int64_t status,
                                               Value answer, bool leftOrigin)>;
 
-  /// Scheme and host, with a port or base path where there is one, and no "/" at the end.
-  static std::shared_ptr<HTTPClient> initWithHostURL(std::string hostURL);
+  /// Scheme and host, with a port or base path where there is one, and no "/" at the end. Without a
+  /// transport: the process's, at each request.
+  static std::shared_ptr<HTTPClient> initWithHostURL(
+      std::string hostURL, std::shared_ptr<HttpTransport> transport = nullptr);
 
   /// The host that paths are put behind.
   const std::string& hostURL() const { return hostURL_; }
@@ -84,13 +86,14 @@ class TERN_API HTTPClient {
   static std::string URLEncodeStringFromString(std::string_view string);
 
  private:
-  explicit HTTPClient(std::string hostURL);
+  HTTPClient(std::string hostURL, std::shared_ptr<HttpTransport> transport);
   void sendJson(std::string_view path, HttpRequest request, const Value& parameters,
                 const Value& headers, Completion completion) const;
   TERN_INTERNAL void send(std::string_view url, HttpRequest request,
                           OriginCompletion completion) const;
 
   const std::string hostURL_;
+  const std::shared_ptr<HttpTransport> transport_;
 };
 
 }  // namespace tern

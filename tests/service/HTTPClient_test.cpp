@@ -179,6 +179,15 @@ TEST_F(HTTPClientRequest, aClientMayGoBeforeItsAnswerComes) {
   EXPECT_THAT(outcomes_.all(), ElementsAre(Outcome{std::nullopt, 200, Value::map()}));
 }
 
+TEST_F(HTTPClientRequest, aClientWithATransportOfItsOwnSendsOverThat) {
+  const auto own = std::make_shared<test::FakeTransport>();
+  HTTPClient::initWithHostURL("http://a", own)->GET("/b", {}, outcomes_.next());
+  EXPECT_EQ(own->requests().at(0).url, "http://a/b");
+  EXPECT_EQ(transport_->requests().size(), 0U);
+  own->answer({.status = 200, .body = "{}"});
+  EXPECT_THAT(outcomes_.all(), ElementsAre(Outcome{std::nullopt, 200, Value::map()}));
+}
+
 TEST_F(HTTPClientRequest, withoutAnAnswerThePathOfTheCallerIsNamed) {
   client_->GET("/c d", {}, outcomes_.next());
   transport_->answer({});
