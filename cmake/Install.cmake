@@ -18,7 +18,7 @@ if(tern_said)
   install(FILES ${tern_said}/tern.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 endif()
 install(DIRECTORY TernCoreKit DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
-  FILES_MATCHING PATTERN "*.hpp" PATTERN "detail" EXCLUDE)
+  FILES_MATCHING PATTERN "*.hpp" PATTERN "*.h" PATTERN "module.modulemap" PATTERN "detail" EXCLUDE)
 install(FILES ${PROJECT_BINARY_DIR}/include/TernCoreKit/Version.hpp
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/TernCoreKit)
 install(EXPORT TernCoreKitTargets NAMESPACE TernCoreKit:: DESTINATION ${tern_package_dir})

@@ -22,7 +22,7 @@ if(NOT TERN_FAST_FLOAT_INCLUDE)
 endif()
 
 # Where several sources are compiled as one, a local name may be that of a function in another file.
-set(tern_unity_shadow $<$<CXX_COMPILER_ID:GNU>:-Wshadow=local>)
+set(tern_unity_shadow $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wshadow=local>)
 
 # Compiles a target of ours as we hold ourselves to: the same floating-point results on every
 # machine (no contraction of a*b+c) and, in our own build only, no warnings.
@@ -34,9 +34,9 @@ function(tern_own_target target)
     target_compile_options(${target} PRIVATE
       -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Werror
       $<IF:$<BOOL:${CMAKE_UNITY_BUILD}>,${tern_unity_shadow},-Wshadow>
-      $<$<CXX_COMPILER_ID:Clang,AppleClang>:-Wthread-safety>
+      $<$<COMPILE_LANG_AND_ID:CXX,Clang,AppleClang>:-Wthread-safety>
       # GCC 12 is wrong about "text" + string (its bug 105651).
-      $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
+      $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-restrict>)
   endif()
 endfunction()
 
@@ -74,6 +74,9 @@ set_source_files_properties(${PROJECT_SOURCE_DIR}/TernCoreKit/service/ServiceHos
 # one exports nothing of it: neither what is ours nor what its objects made of standard templates.
 if(BUILD_SHARED_LIBS)
   target_compile_definitions(TernCoreKit PUBLIC TERN_SHARED)
+  # What scripts/checks/c-abi compares.
+  set_source_files_properties(${PROJECT_SOURCE_DIR}/TernCoreKit/c/tern.cpp PROPERTIES
+    SKIP_UNITY_BUILD_INCLUSION ON COMPILE_OPTIONS -g)
 elseif(CMAKE_SYSTEM_NAME MATCHES "Linux|Android|BSD")
   set(tern_keep_symbols -Wl,--exclude-libs,libTernCoreKit.a)
   target_link_options(TernCoreKit INTERFACE ${tern_keep_symbols})

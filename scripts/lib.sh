@@ -17,9 +17,10 @@ die() {
   exit 1
 }
 
-# sources: every C++ file of ours, sorted.
+# sources: every C++ and C file of ours, sorted.
 sources() {
-  find . \( -path ./build -o -path ./.git \) -prune -o -name '*.[ch]pp' -printf '%P\n' | sort
+  find . \( -path ./build -o -path ./.git \) -prune -o \( -name '*.[ch]pp' -o -name '*.[ch]' \) \
+    -printf '%P\n' | sort
 }
 
 # packages_of SECTION...: the names that scripts/packages.txt lists there.
