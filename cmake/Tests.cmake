@@ -4,6 +4,7 @@ file(GLOB_RECURSE tern_test_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/test
 list(FILTER tern_test_sources EXCLUDE REGEX "/tests/(install|portability)/")
 set(tern_test_support ${tern_test_sources})
 list(FILTER tern_test_support EXCLUDE REGEX "_test\\.cpp$")
+list(APPEND tern_test_support ${PROJECT_SOURCE_DIR}/tests/c/WholeInterface.c)
 list(FILTER tern_test_sources INCLUDE REGEX "_test\\.cpp$")
 if(NOT TERN_WITH_IMPORT)
   list(FILTER tern_test_sources EXCLUDE REGEX "/tests/tools/(import/|tern/ImportCommand)")
@@ -117,6 +118,7 @@ endif()
 # What the test programs share: main(), fakes and helpers, and the paths the tests may rely on.
 add_library(tern_test_support OBJECT ${tern_test_support})
 tern_own_target(tern_test_support)
+set_target_properties(tern_test_support PROPERTIES C_STANDARD 11 C_EXTENSIONS OFF)
 target_link_libraries(tern_test_support PUBLIC
   TernCoreKit::TernCoreKit GTest::gmock ${tern_rapidcheck})
 target_compile_definitions(tern_test_support PUBLIC $<$<BOOL:${TERN_WITH_IMPORT}>:TERN_WITH_IMPORT>)
