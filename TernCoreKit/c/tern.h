@@ -44,12 +44,14 @@
 #define TERN_C_API
 #endif
 
-/// Whether a pointer may be NULL, for Swift. Clang alone knows the words.
+/// @def TERN_NULLABLE
+/// Behind a pointer that may be NULL, for Swift. Clang alone knows the word.
+/// @def TERN_NONNULL
+/// Behind a pointer that never is NULL.
 #if defined(__clang__)
 #pragma clang diagnostic push
 #pragma clang diagnostic ignored "-Wnullability-extension"
 #define TERN_NULLABLE _Nullable
-/// The same for one that is never NULL.
 #define TERN_NONNULL _Nonnull
 #else
 #define TERN_NULLABLE

@@ -1,9 +1,9 @@
 /// @file
-/// Where the documents of a venue folder come from: a folder, or whoever hands them over.
+/// Where the documents of a venue folder come from: a folder, or whoever hands them over. They are
 ///
-///   full.json                                    the customer and the list of venues
-///   venue/<id>/full.json                         a venue
-///   venue/<id>/building/<id>/full.json           one of its buildings, with floors and maps
+///     full.json                                    the customer and the list of venues
+///     venue/<id>/full.json                         a venue
+///     venue/<id>/building/<id>/full.json           one of its buildings, with floors and maps
 #pragma once
 
 #include <cstdint>
