@@ -65,8 +65,25 @@ void VenuesLoad::join() {
   if (venues_.size() == 1) return finish({nullptr, TernAnswers(venues_.front())});
   joinedTurn_ = JoinedTurn::take();
   if (joinedTurn_ == nullptr) return fail(JoinedTurn::isTaken());
-  joined_ = TernMultiActiveVenues::initWithActiveVenues(venues_, shared_from_this());
+  keptWhileJoining_ = shared_from_this();
+  const auto start = [this] {
+    joined_ = TernMultiActiveVenues::initWithActiveVenues(venues_, shared_from_this());
+  };
+  if (!attempt(start)) {
+    keptWhileJoining_ = nullptr;
+    breakOffAttempt();
+  }
   takeJoined(true);
+}
+
+void VenuesLoad::multiVenueWayfindDataLoaded() {
+  const auto kept = std::exchange(keptWhileJoining_, nullptr);
+  takeJoined(true);
+}
+
+void VenuesLoad::multiVenueWayfindDataFailed() {
+  const auto kept = std::exchange(keptWhileJoining_, nullptr);
+  takeJoined(false);
 }
 
 void VenuesLoad::takeJoined(bool isBuilt) {

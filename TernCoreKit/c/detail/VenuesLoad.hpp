@@ -24,8 +24,8 @@ class VenuesLoad final : public HubJob,
              void* context)
       : HubJob(std::move(source)), ids_(std::move(ids)), loaded_(loaded), context_(context) {}
 
-  void multiVenueWayfindDataLoaded() override { takeJoined(true); }
-  void multiVenueWayfindDataFailed() override { takeJoined(false); }
+  void multiVenueWayfindDataLoaded() override;
+  void multiVenueWayfindDataFailed() override;
 
  private:
   std::shared_ptr<HubJob> self() override { return shared_from_this(); }
@@ -46,6 +46,8 @@ class VenuesLoad final : public HubJob,
   std::vector<std::shared_ptr<TernActiveVenue>> venues_;
   std::shared_ptr<JoinedTurn> joinedTurn_;
   std::shared_ptr<TernMultiActiveVenues> joined_;
+  // The turn must not end before the rebuild has.
+  std::shared_ptr<VenuesLoad> keptWhileJoining_;
   // The object and its graph, which come in either order.
   std::atomic<int> joinedParts_ = 0;
 };

@@ -89,6 +89,15 @@ class COpenHub : public testing::Test {
     return loads_.await(++asked_).back();
   }
 
+  // The first venue once more, as venue 2.
+  void addSecondVenue() {
+    for (const std::string part : {"full", "building/1/full"}) {
+      host_.documents["venue/2/" + part] = host_.documents["venue/1/" + part];
+    }
+    std::string& text = host_.documents["venue/2/full"];
+    text.replace(text.find("\"id\":1"), 6, "\"id\":2");
+  }
+
   test::FakeHost host_;
   CLoads loads_;
   CError error_;
@@ -254,12 +263,7 @@ TEST_F(COpenHub, aCallbackMayLoadAndClose) {
 }
 
 TEST_F(COpenHub, severalVenuesAreJoined) {
-  for (const char* part : {"full", "building/1/full"}) {
-    host_.documents[std::string("venue/2/") + part] =
-        host_.documents[std::string("venue/1/") + part];
-  }
-  host_.documents["venue/2/full"].replace(host_.documents["venue/2/full"].find("\"id\":1"), 6,
-                                          "\"id\":2");
+  addSecondVenue();
   tern_hub* const hub = open();
   ASSERT_EQ(load(hub, R"({"venues":[1,2]})"), "loaded");
   EXPECT_THAT(test::answerOf(loads_.venue(), R"({"op":"center"})"), HasSubstr("venue"));
@@ -309,6 +313,23 @@ TEST_F(COpenHubConcurrentTest, hubsAreClosedWhileTheyLoad) {
     begun += loads;
   }
   test::awaitUntil([&] { return calls == begun; }, "the callbacks");
+}
+
+TEST_F(COpenHubConcurrentTest, joiningThatIsBrokenOffLeavesRoomForOthers) {
+  addSecondVenue();
+  const char* const both = R"({"venues":[1,2]})";
+  for (std::size_t round = 1; round <= 10; ++round) {
+    tern_hub* const hub = open();
+    CLoads loads;
+    EXPECT_TRUE(tern_hub_load(hub, both, CLoads::takeVenue, &loads, nullptr));
+    EXPECT_TRUE(tern_hub_close(hub, nullptr));
+    loads.await(1);
+  }
+  tern_hub* const hub = open();
+  test::awaitUntil([&] { return load(hub, both) == "loaded"; }, "the end of what was broken off");
+  EXPECT_THAT(test::answerOf(loads_.venue(), R"({"op":"center","venue":1})"),
+              StartsWith(R"({"point":)"));
+  tern_hub_close(hub, nullptr);
 }
 
 TEST_F(COpenHubConcurrentTest, answersComeFromAThreadOfTheHost) {
