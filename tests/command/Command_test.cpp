@@ -366,6 +366,52 @@ TEST_F(CommandTest, partnerMayWaitForEachAnswer) {
   EXPECT_EQ(batch.end(), 0);
 }
 
+TEST_F(CommandTest, batchOnSeveralThreadsAnswersAsOnOne) {
+  std::string requests;
+  for (int id = 0; id < 200; ++id) {
+    requests += R"({"op":"route","from":1,"to":4,"id":)" + std::to_string(id) + "}\n";
+    if (id % 50 == 20)
+      requests += R"({"op":"blockExit","node":1,"blocked":true})"
+                  "\n";
+    if (id % 50 == 40)
+      requests += R"({"op":"blockExit","node":1,"blocked":false})"
+                  "\n";
+  }
+  const std::string answers = ask({"batch"}, requests).output;
+  for (const char* const jobs : {"1", "2", "8"}) {
+    const ProcessResult result = ask({"batch", "--jobs", jobs}, requests);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.output, answers) << jobs;
+    EXPECT_EQ(result.diagnostics, "");
+  }
+}
+
+TEST_F(CommandTest, partnerOfSeveralThreadsMayWaitForEachAnswer) {
+  Conversation batch(commandLine(withData({"batch", "--jobs", "3"})));
+  batch.say(R"({"op":"blockExit","node":4,"blocked":true})");
+  EXPECT_EQ(batch.hear(), "{\"ok\":true}");
+  batch.say(R"({"op":"route","from":4,"to":3})");
+  EXPECT_EQ(batch.hear(), "{\"route\":[]}");
+  EXPECT_EQ(batch.end(), 0);
+}
+
+TEST_F(CommandTest, readerWhoGoesAwayEndsABatchOnSeveralThreads) {
+  Conversation batch(commandLine(withData({"batch", "--jobs", "2"})));
+  batch.stopListening();
+  batch.say(R"({"op":"center"})");
+  EXPECT_EQ(batch.end(), 4);
+}
+
+TEST_F(CommandTest, threadsOfABatchAreCountedFromOne) {
+  for (const char* const jobs : {"0", "-1", "257"}) {
+    expectFailure(withData({"batch", "--jobs", jobs}), 2,
+                  StartsWith("--jobs: " + std::string(jobs) + " is out of range, 1 to 256"));
+  }
+  expectFailure(withData({"batch", "--jobs", "two"}), 2, StartsWith("--jobs: \"two\""));
+  expectFailure(withData({"route", "--from", "1", "--to", "4", "--jobs", "2"}), 2,
+                StartsWith("\"--jobs\" is not understood"));
+}
+
 TEST_F(CommandTest, readerWhoGoesAwayEndsABatch) {
   Conversation batch(commandLine(withData({"batch"})));
   batch.stopListening();

@@ -11,6 +11,11 @@
 
 namespace tern::command {
 
-void answerLines(LineReader& lines, TernAnswers& answers, Output& output);
+void answerLines(LineReader& lines, const TernAnswers& answers, Output& output);
+
+// The same answers, made on that many threads. Each is handed over when it is there and those
+// before it are. Fails: also by std::system_error, where not one thread is to be had.
+void answerLinesSideBySide(LineReader& lines, const TernAnswers& answers, Output& output,
+                           unsigned jobs);
 
 }  // namespace tern::command

@@ -10,9 +10,14 @@ namespace tern::command {
 
 namespace {
 
-Outcome answerRequests(TernAnswers answers, Console& console) {
+Outcome answerRequests(const Arguments& call, const TernAnswers& answers, Console& console) {
   LineReader lines(console.requests);
-  answerLines(lines, answers, console.answers);
+  const auto jobs = static_cast<unsigned>(call.request["jobs"].integer());
+  if (jobs == 1) {
+    answerLines(lines, answers, console.answers);
+  } else {
+    answerLinesSideBySide(lines, answers, console.answers, jobs);
+  }
   if (lines.error() == 0) return Answer();
   return notLoaded(TernErrorTypeUndefined,
                    "cannot read the requests: " + std::generic_category().message(lines.error()));
@@ -20,12 +25,16 @@ Outcome answerRequests(TernAnswers answers, Console& console) {
 
 }  // namespace
 
-const Command batchCommand{.name = "batch",
-                           .summary = "answer requests, one JSON object a line",
-                           .about = answerRequests,
-                           .help = R"(Examples:
+const Command batchCommand{
+    .name = "batch",
+    .summary = "answer requests, one JSON object a line",
+    .options = {{"--jobs", "N", "answer on so many threads, in the same order",
+                 readWholeBetween<1, 256>, orElse("1")}},
+    .about = answerRequests,
+    .help = R"(Examples:
   tern generate --out mall
   echo '{"op":"places","text":"books"}' | tern batch --data mall
+  echo '{"op":"center"}' | tern batch --data mall --jobs 2
 
 Requests, one a line, with what each is answered:
   {"op":"route","from":22001,"to":14016,"accessibility":1}
@@ -77,6 +86,11 @@ SEGMENT, one for each stretch on one map, with sums from the route's start on:
 An "id" comes back in the answer. Blocks stay until they are lifted. With
 several venues (--venue 1,2) a route runs on the graph that joins them, and
 every other request names its "venue".
+
+With --jobs N answers are the same and come in the same order, sooner on
+several cores. A block still counts for what stands behind it and for nothing
+before. What is read ahead of the answers is bounded: who does not take answers
+is not asked for more requests.
 )"};
 
 }  // namespace tern::command

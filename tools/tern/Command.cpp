@@ -80,7 +80,7 @@ class Run {
 
   Outcome answer(const Arguments& call, AboutRequests answerRequests) {
     const auto ofEither = [&](const auto& data) {
-      return answerRequests(TernAnswers(data), console_);
+      return answerRequests(call, TernAnswers(data), console_);
     };
     return call.venues.size() > 1 ? ask(loadJoined(call), ofEither) : ask(loadOne(call), ofEither);
   }

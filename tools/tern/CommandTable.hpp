@@ -41,7 +41,8 @@ struct AboutVenue {
                     const std::shared_ptr<TernMultiActiveVenues>& venues) = nullptr;
 };
 // or requests to either.
-using AboutRequests = Outcome (*)(TernAnswers answers, Console& console);
+using AboutRequests = Outcome (*)(const Arguments& call, const TernAnswers& answers,
+                                  Console& console);
 
 using About = std::variant<AboutNothing, AboutCustomer, AboutVenue, AboutRequests>;
 
