@@ -7,10 +7,17 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <chrono>
+#include <future>
 #include <list>
+#include <memory>
+#include <mutex>
 #include <string>
 #include <string_view>
+#include <thread>
+
+#include "tests/support/Waiting.hpp"
 
 namespace tern::service {
 namespace {
@@ -21,19 +28,27 @@ using testing::EndsWith;
 using testing::Gt;
 using testing::HasSubstr;
 using testing::Lt;
+using testing::Not;
 using testing::StartsWith;
 
 // A client that sends whatever the test wants.
 class RawClient {
  public:
   explicit RawClient(int port) : socket_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(static_cast<std::uint16_t>(port));
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    const sockaddr_in address = addressOf(port);
     EXPECT_EQ(::connect(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
   }
   ~RawClient() { ::close(socket_); }
+
+  // Whether anybody listens.
+  static bool reaches(int port) {
+    const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const sockaddr_in address = addressOf(port);
+    const bool isConnected =
+        ::connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+    ::close(socket);
+    return isConnected;
+  }
   RawClient(const RawClient&) = delete;
   RawClient& operator=(const RawClient&) = delete;
 
@@ -52,6 +67,14 @@ class RawClient {
     while (sent < most && send(bytes)) ++sent;
     return sent;
   }
+  // All that comes until the text has come.
+  std::string hearUntil(std::string_view text) {
+    std::string heard;
+    char byte = 0;
+    while (!heard.ends_with(text) && ::recv(socket_, &byte, 1, 0) == 1) heard += byte;
+    EXPECT_TRUE(heard.ends_with(text)) << heard;
+    return heard;
+  }
   // All that comes until the connection ends.
   std::string hear() {
     std::string heard;
@@ -63,6 +86,14 @@ class RawClient {
   }
 
  private:
+  static sockaddr_in addressOf(int port) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(static_cast<std::uint16_t>(port));
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    return address;
+  }
+
   const int socket_;
 };
 
@@ -81,7 +112,7 @@ class HttpServerTest : public testing::Test {
       [](const ReceivedRequest& request) {
         return ServedAnswer{200, request.method + " " + request.target + " " + request.body};
       },
-      std::chrono::seconds(1)};
+      HttpLimits{.silence = std::chrono::seconds(1)}};
 };
 
 TEST_F(HttpServerTest, requestIsAnswered) {
@@ -102,7 +133,7 @@ TEST_F(HttpServerTest, headersAreFoundInWhateverCase) {
         EXPECT_EQ(request.header("Hos"), std::nullopt);
         return ServedAnswer{};
       },
-      std::chrono::seconds(1));
+      {.silence = std::chrono::seconds(1)});
   ASSERT_EQ(server.start("127.0.0.1", 0), std::nullopt);
   RawClient client(server.port());
   ASSERT_TRUE(client.send("GET / HTTP/1.1\r\nHost: h:1\r\nA:\tb c\r\na: d\r\nEmpty:\r\n\r\n"));
@@ -179,8 +210,9 @@ TEST_F(HttpServerTest, bodyBeyondTheBoundIsRefused) {
     return "POST / HTTP/1.1\r\nHost: h\r\nContent-Length: " + std::to_string(bytes) + "\r\n\r\n" +
            std::string(bytes, 'x');
   };
-  EXPECT_THAT(answerTo(post(HttpServer::mostBodyBytes)), StartsWith("HTTP/1.1 200 "));
-  EXPECT_THAT(answerTo(post(HttpServer::mostBodyBytes + 1)), StartsWith("HTTP/1.1 413 "));
+  const std::size_t most = Reception().mostBodyBytes;
+  EXPECT_THAT(answerTo(post(most)), StartsWith("HTTP/1.1 200 "));
+  EXPECT_THAT(answerTo(post(most + 1)), StartsWith("HTTP/1.1 413 "));
   EXPECT_THAT(answerTo(post(HttpServer::mostReadBytes)), StartsWith("HTTP/1.1 413 "));
 }
 
@@ -238,6 +270,184 @@ TEST_F(HttpServerTest, requestThatFallsSilentIsBrokenOff) {
        {"", "GET / HTTP/1.1\r\nHost: h", "POST / HTTP/1.1\r\nContent-Length: 3\r\n\r\nab"}) {
     EXPECT_EQ(answerTo(begin), "") << begin;
   }
+}
+
+// What a stream gives, piece by piece, as another thread hands it over.
+class ScriptedStream final : public BodyStream {
+ public:
+  void add(std::string piece, const ReceivedRequest& request) {
+    {
+      const std::lock_guard lock(mutex_);
+      text_ += piece;
+    }
+    request.wake();
+  }
+  void end(const ReceivedRequest& request) {
+    {
+      const std::lock_guard lock(mutex_);
+      isEnded_ = true;
+    }
+    request.wake();
+  }
+
+  Piece read(char* to, std::size_t most) override {
+    const std::lock_guard lock(mutex_);
+    const std::size_t bytes = text_.copy(to, most);
+    text_.erase(0, bytes);
+    return {.bytes = bytes, .isEnd = bytes == 0 && isEnded_};
+  }
+
+ private:
+  std::mutex mutex_;
+  std::string text_;
+  bool isEnded_ = false;
+};
+
+// A server whose answers the test makes; each request waits for them.
+class ConcurrentHttpServer : public testing::Test {
+ protected:
+  ConcurrentHttpServer() { EXPECT_EQ(server_.start("127.0.0.1", 0), std::nullopt); }
+
+  // Of the next request.
+  std::shared_ptr<ScriptedStream> awaitStream() {
+    test::awaitUntil([&] { return isAsked_.load(); }, "a request");
+    return stream_;
+  }
+
+  std::atomic<bool> isAsked_ = false;
+  ReceivedRequest request_;
+  std::shared_ptr<ScriptedStream> stream_ = std::make_shared<ScriptedStream>();
+  HttpServer server_{[this](ReceivedRequest& request) {
+    request_ = request;
+    isAsked_ = true;
+    return ServedAnswer{.stream = stream_};
+  }};
+};
+
+constexpr const char* anyRequest = "GET / HTTP/1.1\r\nHost: h\r\nConnection: close\r\n\r\n";
+
+TEST_F(ConcurrentHttpServer, streamGoesOutAsItComes) {
+  RawClient client(server_.port());
+  ASSERT_TRUE(client.send(anyRequest));
+  const auto stream = awaitStream();
+  stream->add("one", request_);
+  EXPECT_THAT(client.hearUntil("one"), StartsWith("HTTP/1.1 200 OK\r\n"));
+  stream->add("two", request_);
+  client.hearUntil("two");
+  stream->end(request_);
+  EXPECT_THAT(client.hear(), EndsWith("0\r\n\r\n"));
+}
+
+TEST_F(ConcurrentHttpServer, streamIsLinesOfJson) {
+  RawClient client(server_.port());
+  ASSERT_TRUE(client.send(anyRequest));
+  awaitStream()->end(request_);
+  const std::string answer = client.hear();
+  EXPECT_THAT(answer, HasSubstr("\r\nContent-Type: application/x-ndjson\r\n"));
+  EXPECT_THAT(answer, HasSubstr("\r\nTransfer-Encoding: chunked\r\n"));
+}
+
+TEST_F(ConcurrentHttpServer, wakingAConnectionThatIsGoneDoesNothing) {
+  {
+    RawClient client(server_.port());
+    ASSERT_TRUE(client.send(anyRequest));
+    awaitStream()->add("one", request_);
+    client.hearUntil("one");
+  }
+  for (int i = 0; i < 100; ++i) stream_->add("more", request_);
+  stream_->end(request_);
+  server_.stop();
+  request_.wake();
+}
+
+TEST_F(ConcurrentHttpServer, stopWaitsForAnAnswerThatIsUnderWay) {
+  RawClient client(server_.port());
+  ASSERT_TRUE(client.send(anyRequest));
+  const auto stream = awaitStream();
+  stream->add("one", request_);
+  client.hearUntil("one");
+  std::thread stopping([&] { server_.stop(test::longestWait); });
+  stream->add("two", request_);
+  client.hearUntil("two");
+  stream->end(request_);
+  EXPECT_THAT(client.hear(), EndsWith("0\r\n\r\n"));
+  stopping.join();
+}
+
+TEST_F(ConcurrentHttpServer, stopBreaksOffAnAnswerThatDoesNotEnd) {
+  RawClient client(server_.port());
+  ASSERT_TRUE(client.send(anyRequest));
+  awaitStream()->add("one", request_);
+  client.hearUntil("one");
+  server_.stop(std::chrono::milliseconds(10));
+  EXPECT_THAT(client.hear(), Not(HasSubstr("0\r\n\r\n")));
+}
+
+TEST_F(HttpServerTest, connectionsEndWithTheAnswerWhileItStops) {
+  std::promise<void> isAsked;
+  std::promise<void> mayAnswer;
+  HttpServer server([&](const ReceivedRequest&) {
+    isAsked.set_value();
+    mayAnswer.get_future().wait();
+    return ServedAnswer{200, "late"};
+  });
+  ASSERT_EQ(server.start("127.0.0.1", 0), std::nullopt);
+  RawClient client(server.port());
+  ASSERT_TRUE(client.send("GET / HTTP/1.1\r\nHost: h\r\n\r\n"));
+  isAsked.get_future().wait();
+  std::thread stopping([&] { server.stop(test::longestWait); });
+  // Nobody else is let in any more once it has begun.
+  test::awaitUntil([&] { return !RawClient::reaches(server.port()); }, "the end of listening");
+  mayAnswer.set_value();
+  EXPECT_THAT(client.hear(), EndsWith("late"));
+  stopping.join();
+}
+
+TEST_F(HttpServerTest, refusalByTheHeadKeepsNothingOfTheBody) {
+  HttpServer server(
+      [](const ReceivedRequest&) {
+        return ServedAnswer{200, "kept"};
+      },
+      HttpLimits(),
+      [](const ReceivedRequest& head) {
+        return head.target == "/no" ? Reception{.refusal = errorAnswer(401, "no")}
+                                    : Reception{.mostBodyBytes = 3};
+      });
+  ASSERT_EQ(server.start("127.0.0.1", 0), std::nullopt);
+  const auto answer = [&](const std::string& target, const std::string& body) {
+    RawClient client(server.port());
+    EXPECT_TRUE(client.send("POST " + target +
+                            " HTTP/1.1\r\nConnection: close\r\nContent-Length: " +
+                            std::to_string(body.size()) + "\r\n\r\n" + body));
+    return client.hear();
+  };
+  EXPECT_THAT(answer("/no", std::string(200'000, 'x')), StartsWith("HTTP/1.1 401 "));
+  EXPECT_THAT(answer("/", "abc"), StartsWith("HTTP/1.1 200 "));
+  EXPECT_THAT(answer("/", "abcd"), HasSubstr("The body is longer than 3 bytes"));
+}
+
+TEST_F(HttpServerTest, bodiesTogetherAreBounded) {
+  HttpServer server(
+      [](const ReceivedRequest& request) {
+        return ServedAnswer{200, request.body};
+      },
+      {.silence = test::longestWait, .keptBytes = 3});
+  ASSERT_EQ(server.start("127.0.0.1", 0), std::nullopt);
+  const std::string post = "POST / HTTP/1.1\r\nConnection: close\r\nContent-Length: ";
+  const auto answer = [&](const std::string& request) {
+    RawClient client(server.port());
+    EXPECT_TRUE(client.send(request));
+    return client.hear();
+  };
+  RawClient slow(server.port());
+  ASSERT_TRUE(slow.send(post + "3\r\n\r\nab"));
+  test::awaitUntil([&] { return answer(post + "2\r\n\r\nxy").starts_with("HTTP/1.1 503 "); },
+                   "a body that finds no room");
+  EXPECT_THAT(answer(post + "1\r\n\r\nx"), StartsWith("HTTP/1.1 200 "));
+  ASSERT_TRUE(slow.send("c"));
+  EXPECT_THAT(slow.hear(), EndsWith("\r\n\r\nabc"));
+  test::awaitUntil([&] { return answer(post + "3\r\n\r\nxyz").ends_with("\r\n\r\nxyz"); },
+                   "the room of the body that is answered");
 }
 
 }  // namespace
