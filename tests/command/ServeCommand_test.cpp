@@ -3,12 +3,19 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "TernCoreKit/platform/Http.hpp"
+#include "TernCoreKit/platform/Json.hpp"
+#include "tests/support/FakeTransport.hpp"
 #include "tests/support/Paths.hpp"
 #include "tests/support/Process.hpp"
 #include "tests/support/TemporaryFolder.hpp"
+#include "tools/service/AnswerService.hpp"
+#include "tools/tern/CommandTable.hpp"
 
 namespace tern::command {
 namespace {
@@ -55,6 +62,60 @@ TEST(ServeCommand, isLocalWithoutCredentials) {
       0);
   service.send(SIGTERM);
   EXPECT_EQ(service.end(), 0);
+}
+
+class CallOf {
+ public:
+  explicit CallOf(std::string address) : address_(std::move(address)) {}
+
+  HttpResponse post(const std::string& path, const std::string& body) {
+    std::vector<HttpHeader> headers;
+    if (!token_.empty()) headers.push_back({"Authorization", "Bearer " + token_});
+    return test::exchange(
+        *transport_,
+        {.url = address_ + path, .method = "POST", .headers = std::move(headers), .body = body});
+  }
+  void signIn() {
+    const HttpResponse answer =
+        post("/QRVS/api/auth/token",
+             "grant_type=client_credentials&client_id=local&client_secret=local");
+    token_ = decodeJson(answer.body.value_or("")).value["access_token"].text();
+  }
+
+ private:
+  const std::string address_;
+  std::string token_;
+  std::shared_ptr<HttpTransport> transport_ = makeHttpTransport();
+};
+
+TEST(ServeCommand, answersWhatBatchAnswers) {
+  Conversation service(commandWords({"serve", "--data", served}));
+  CallOf call(addressIn(service.hear()));
+  const std::string requests = R"({"op":"route","from":22001,"to":14016,"id":1})"
+                               "\n"
+                               R"({"op":"places","text":"books","id":2})"
+                               "\n";
+  EXPECT_EQ(call.post("/answer", requests).status, 401);
+  call.signIn();
+  const HttpResponse answer = call.post("/answer", requests);
+  EXPECT_EQ(answer.status, 200);
+  EXPECT_EQ(answer.body,
+            test::runProcess(commandWords({"batch", "--data", served}), requests).output);
+  EXPECT_EQ(call.post("/answer?venue=2", requests).status, 404);
+  // The connections stay open behind their answers; the service ends all the same.
+  service.send(SIGTERM);
+  EXPECT_EQ(service.end(), 0);
+}
+
+TEST(ServeCommand, helpNamesTheLimits) {
+  const service::AnswerLimits limits;
+  const std::string help(serveCommand.help);
+  EXPECT_THAT(help, HasSubstr(std::to_string(limits.bodyBytes >> 20U) + " MiB"));
+  EXPECT_THAT(help, HasSubstr(std::to_string(limits.lineBytes >> 10U) + " KiB"));
+  for (const std::size_t count : {limits.lines, limits.bodies}) {
+    EXPECT_THAT(help, HasSubstr(" " + std::to_string(count) + " "));
+  }
+  EXPECT_THAT(help, HasSubstr(std::to_string(limits.time.count()) + " seconds"));
 }
 
 void expectRefusal(const Words& words, int status, const std::string& text) {

@@ -15,6 +15,7 @@ namespace tern::service {
 namespace {
 
 constexpr std::string_view tokenPath = "/QRVS/api/auth/token";
+constexpr std::string_view answerPath = "/answer";
 
 }  // namespace
 
@@ -24,7 +25,9 @@ class MappingService::Implementation {
       : settings_(std::move(settings)),
         documents_(settings_.folder),
         tokens_(settings_.tokenValidity),
-        server_([this](const ReceivedRequest& request) { return answer(request); }) {}
+        answers_(settings_.venues, settings_.answerLimits),
+        server_([this](ReceivedRequest& request) { return answer(request); }, HttpLimits(),
+                [this](const ReceivedRequest& head) { return receive(head); }) {}
 
   std::optional<std::string> start() {
     if (auto complaint = documents_.complaint()) return complaint;
@@ -35,16 +38,38 @@ class MappingService::Implementation {
   const std::string& address() const { return settings_.address; }
 
  private:
-  std::optional<ServedAnswer> answer(const ReceivedRequest& request) {
+  Reception receive(const ReceivedRequest& head) const {
+    if (!isForAnswers(head)) return {};
+    if (head.method != "POST") return {.refusal = errorAnswer(405, "Requests come by POST")};
+    if (!isAllowed(head)) return {.refusal = noToken()};
+    return {.mostBodyBytes = answers_.limits().bodyBytes};
+  }
+
+  std::optional<ServedAnswer> answer(ReceivedRequest& request) {
     if (settings_.intercept && settings_.intercept(request)) return std::nullopt;
     return answerTo(request);
   }
 
-  ServedAnswer answerTo(const ReceivedRequest& request) {
+  ServedAnswer answerTo(ReceivedRequest& request) {
     if (request.method == "POST" && request.target == tokenPath) return answerToken(request.body);
+    if (isForAnswers(request)) return answerLines(request);
     if (request.method != "GET") return errorAnswer(405, "The service answers GET requests");
-    if (!isAllowed(request)) return errorAnswer(401, "The access token is missing or has ended");
+    if (!isAllowed(request)) return noToken();
     return documents_.answer(request.target, request.header("If-Modified-Since"));
+  }
+
+  static bool isForAnswers(const ReceivedRequest& request) {
+    return std::string_view(request.target).substr(0, request.target.find('?')) == answerPath;
+  }
+
+  ServedAnswer answerLines(ReceivedRequest& request) {
+    const auto target = parseTarget(request.target);
+    if (!target) return errorAnswer(400, "The path of the request is not understood");
+    return answers_.answer(request, target->parameter("venue"));
+  }
+
+  static ServedAnswer noToken() {
+    return errorAnswer(401, "The access token is missing or has ended");
   }
 
   ServedAnswer answerToken(std::string form) {
@@ -74,6 +99,7 @@ class MappingService::Implementation {
   const ServiceSettings settings_;
   const ServedDocuments documents_;
   ServedTokens tokens_;
+  AnswerService answers_;
   HttpServer server_;
 };
 
@@ -84,7 +110,9 @@ MappingService::~MappingService() = default;
 
 std::optional<std::string> MappingService::start() { return implementation_->start(); }
 
-void MappingService::stop() { implementation_->server().stop(); }
+void MappingService::stop(std::chrono::milliseconds grace) {
+  implementation_->server().stop(grace);
+}
 
 int MappingService::port() const { return implementation_->server().port(); }
 

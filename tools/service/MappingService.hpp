@@ -2,6 +2,7 @@
 //
 //   POST /QRVS/api/auth/token           a token for the credentials, as a form
 //   GET  /QRVS/api/customer/<id>/...    the documents (ServedDocuments.hpp), with a token
+//   POST /answer                        answers about a venue (AnswerService.hpp), with a token
 //
 // Errors are answered as JSON with "statusCode" and "message": 401 for wrong credentials and for a
 // token that is missing, wrong or has ended, 404 for what does not exist. What a client can make it
@@ -20,6 +21,7 @@
 #include <optional>
 #include <string>
 
+#include "tools/service/AnswerService.hpp"
 #include "tools/service/HttpServer.hpp"
 
 namespace tern::service {
@@ -32,6 +34,9 @@ struct ServiceSettings {
   // 0 for any that is free.
   int port = 0;
   std::chrono::seconds tokenValidity = std::chrono::hours(1);
+  // What can be asked about.
+  VenueList venues = {};
+  AnswerLimits answerLimits = {};
   // Sees every request before it is answered, on a thread of the server. True when it has answered
   // by itself, over the socket; the connection is then closed.
   std::function<bool(const ReceivedRequest&)> intercept = {};
@@ -46,8 +51,8 @@ class MappingService {
 
   // Returns when requests are answered, or why they will not be.
   std::optional<std::string> start();
-  // Breaks off what is under way.
-  void stop();
+  // Gives what is under way that long to come to its end, and breaks off the rest.
+  void stop(std::chrono::milliseconds grace = {});
 
   // The port that it listens on; 0 before it has started.
   int port() const;

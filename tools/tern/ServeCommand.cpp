@@ -1,15 +1,63 @@
-// The command that serves a venue folder as a mapping service does, until SIGINT or SIGTERM. It
-// says its address when it is ready. Fails: by value, naming the folder or the port.
-#include <csignal>
-#include <string>
+// The command that serves a venue folder as a mapping service does, and answers requests about its
+// venues, until SIGINT or SIGTERM. It says its address when it is ready. Fails: by value, naming
+// the folder or the port.
+#include <sys/resource.h>
+#include <unistd.h>
 
+#include <chrono>
+#include <csignal>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <utility>
+#include <variant>
+
+#include "TernCoreKit/platform/Log.hpp"
 #include "tools/service/MappingService.hpp"
 #include "tools/tern/CommandTable.hpp"
 #include "tools/tern/VenueChoice.hpp"
+#include "tools/tern/VenueFolder.hpp"
 
 namespace tern::command {
 
 namespace {
+
+constexpr std::chrono::seconds graceTime{10};
+
+// Many clients at once are many connections; what the system allows without asking is often fewer.
+void allowDescriptors() {
+  rlimit limit{};
+  if (::getrlimit(RLIMIT_NOFILE, &limit) != 0) return;
+  limit.rlim_cur = limit.rlim_max;
+  ::setrlimit(RLIMIT_NOFILE, &limit);
+}
+
+// A line that has begun is answered to its end, however long that takes; once its client is gone
+// nobody waits for it.
+void endWithin(std::chrono::seconds time) {
+  std::thread([time] {
+    std::this_thread::sleep_for(time);
+    ::_exit(static_cast<int>(ExitStatus::answered));
+  }).detach();
+}
+
+// What can be asked about in the folder: of one whose customer cannot be read, nothing.
+service::VenueList venuesIn(const std::string& folder) {
+  service::VenueList list;
+  const auto venues = readVenues(folder);
+  if (std::holds_alternative<Failure>(venues)) return list;
+  for (const auto& venue : std::get<std::shared_ptr<TernVenueCollection>>(venues)->each()) {
+    list.ids.push_back(venue.id.integer());
+  }
+  list.load = [folder](std::int64_t id) -> service::SharedAnswers {
+    auto loaded = loadVenue(folder, id, std::nullopt);
+    auto* venue = std::get_if<std::shared_ptr<TernActiveVenue>>(&loaded);
+    return venue != nullptr ? std::make_shared<TernAnswers>(std::move(*venue)) : nullptr;
+  };
+  return list;
+}
 
 // The process must not have started a thread that could take the signals instead.
 Outcome serveFolder(const Arguments& call, Console& console) {
@@ -18,19 +66,24 @@ Outcome serveFolder(const Arguments& call, Console& console) {
   sigaddset(&ends, SIGINT);
   sigaddset(&ends, SIGTERM);
   pthread_sigmask(SIG_BLOCK, &ends, nullptr);
+  allowDescriptors();
+  // Each answer says itself what it found.
+  setLogSink([](std::string_view) {});
   const auto asked = [&](const char* name) { return std::string(call.request[name].text()); };
   const std::string& secret = call.service.clientSecret;
   service::MappingService service({.folder = asked("data"),
                                    .clientId = asked("client-id"),
                                    .clientSecret = secret.empty() ? "local" : secret,
                                    .address = asked("listen"),
-                                   .port = static_cast<int>(call.request["port"].integer())});
+                                   .port = static_cast<int>(call.request["port"].integer()),
+                                   .venues = venuesIn(asked("data"))});
   if (const auto error = service.start()) return notFound(*error);
   console.answers.write("Serving " + asked("data") + " at " + service.url() + "\n");
   console.answers.flush();
   int signal = 0;
   sigwait(&ends, &signal);
-  service.stop();
+  endWithin(2 * graceTime);
+  service.stop(graceTime);
   return Answer();
 }
 
@@ -38,7 +91,7 @@ Outcome serveFolder(const Arguments& call, Console& console) {
 
 const Command serveCommand{
     .name = "serve",
-    .summary = "serve a venue folder as a mapping service does",
+    .summary = "serve a venue folder, and answers about its venues, over HTTP",
     .options = {{"--data", "DIR", "the venue folder to serve", readText, required},
                 {"--port", "P", "where to listen; 0 is any that is free",
                  readWholeBetween<0, 65'535>, orElse("0")},
@@ -54,6 +107,22 @@ Serves one customer, whose id stands in full.json, until SIGINT or SIGTERM, and
 says its address when it is ready. The secret is that of TERN_CLIENT_SECRET,
 else "local". It is plain HTTP: listen to other machines only where nobody
 reads along.
+
+Its documents are those that a mapping service has. It also answers requests,
+those of tern batch, which come as the lines of a body:
+  POST /answer             about the only venue
+  POST /answer?venue=2     about that one
+The answers come line by line, in order, as they are made. Both want a token:
+  POST /QRVS/api/auth/token
+with grant_type=client_credentials, client_id and client_secret as a form; then
+"Authorization: Bearer TOKEN". Venues are loaded when they are first asked
+about, and stay as they are until the service ends. A request that blocks is
+refused with TN006, since all are answered of one venue.
+
+A body of more than 1 MiB or 10000 lines, or a line of more than 64 KiB, is
+refused with 413, and one more than 3000 bodies at a time with 503. What has
+not been begun within 60 seconds is answered with TN008. At a signal it listens
+no more and gives what is under way 10 seconds to come to its end.
 )"};
 
 }  // namespace tern::command

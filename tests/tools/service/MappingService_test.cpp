@@ -9,7 +9,9 @@
 #include <vector>
 
 #include "TernCoreKit/platform/Json.hpp"
+#include "tests/support/ActiveVenue.hpp"
 #include "tests/support/FakeTransport.hpp"
+#include "tests/support/HttpCrowd.hpp"
 #include "tests/support/LocalService.hpp"
 #include "tests/support/LoopbackServer.hpp"
 #include "tests/support/TurnedClock.hpp"
@@ -144,6 +146,96 @@ TEST_F(MappingServiceTest, addressOrFolderThatIsNoneIsNamed) {
   EXPECT_THAT(*MappingService({.folder = folder_.at(""), .address = "256.1.1.1"}).start(),
               StartsWith("cannot listen on port 0 of 256.1.1.1"));
   EXPECT_THAT(*MappingService({.folder = folder_.at("x")}).start(), HasSubstr("no venue folder"));
+}
+
+std::string drawnAnswer(const std::string& id) { return "{\"id\":" + id + ",\"waypoint\":null}\n"; }
+
+// The venue that is drawn is that of a token's holder, whatever the folder has.
+class ConcurrentAnswersOverHttp : public testing::Test {
+ protected:
+  ConcurrentAnswersOverHttp() {
+    test::writeTwoFloors(folder_);
+    EXPECT_EQ(service_.start(), std::nullopt);
+  }
+
+  static SharedAnswers drawn() {
+    return std::make_shared<TernAnswers>(
+        test::loadDrawnVenue({.floors = {{.lines = {"A  B"}}}, .paths = {"A-B"}}));
+  }
+
+  HttpResponse post(const std::string& path, const std::string& body,
+                    std::vector<HttpHeader> headers) {
+    return exchange(*transport_, {.url = service_.url() + path,
+                                  .method = "POST",
+                                  .headers = std::move(headers),
+                                  .body = body});
+  }
+  std::string bearer() {
+    const HttpResponse answer =
+        post("/QRVS/api/auth/token",
+             "grant_type=client_credentials&client_id=local&client_secret=local", {});
+    return "Bearer " +
+           std::string(decodeJson(answer.body.value_or("")).value["access_token"].text());
+  }
+  HttpResponse ask(const std::string& path, const std::string& body) {
+    return post(path, body, {{"Authorization", bearer()}});
+  }
+
+  test::TemporaryFolder folder_;
+  MappingService service_{
+      {.folder = folder_.path(), .venues = {{1, 2}, [](std::int64_t) { return drawn(); }}}};
+  std::shared_ptr<HttpTransport> transport_ = makeHttpTransport();
+};
+
+TEST_F(ConcurrentAnswersOverHttp, requestIsAnsweredForAToken) {
+  const HttpResponse answer = ask("/answer?venue=1", R"({"op":"route","from":1,"to":2,"id":5})");
+  EXPECT_EQ(answer.status, 200);
+  EXPECT_EQ(answer.body, drawn()->answerText(R"({"op":"route","from":1,"to":2,"id":5})") + "\n");
+}
+
+TEST_F(ConcurrentAnswersOverHttp, refusalsHaveTheirStatus) {
+  const std::string request = R"({"op":"center"})";
+  EXPECT_EQ(post("/answer?venue=1", request, {}).status, 401);
+  EXPECT_EQ(post("/answer?venue=1", request, {{"Authorization", "Bearer x"}}).status, 401);
+  EXPECT_EQ(exchange(*transport_, {.url = service_.url() + "/answer?venue=1"}).status, 405);
+  EXPECT_EQ(ask("/answer", request).status, 400);
+  EXPECT_EQ(ask("/answer?venue=1", "").status, 400);
+  EXPECT_EQ(ask("/answer?venue=%", request).status, 400);
+  EXPECT_EQ(ask("/answer?venue=9", request).status, 404);
+  EXPECT_EQ(ask("/answers", request).status, 405);
+  EXPECT_EQ(ask("/answer?venue=1", std::string(AnswerLimits().bodyBytes + 1, ' ')).status, 413);
+}
+
+TEST_F(ConcurrentAnswersOverHttp, nobodyGetsTheAnswerOfAnother) {
+  const std::string header = "Authorization: " + bearer() + "\r\n";
+  constexpr std::size_t clients = 200;
+  constexpr std::size_t requestsEach = 4;
+  // Of one line or of many, each with an id of its own.
+  const auto lines = [](std::size_t client, std::size_t request, const auto& textOf) {
+    std::string text;
+    const std::size_t count = request % 2 == 0 ? 1 : 1 + client % 40;
+    for (std::size_t line = 0; line < count; ++line) {
+      text += textOf("\"" + std::to_string(client) + "." + std::to_string(request) + "." +
+                     std::to_string(line) + "\"");
+    }
+    return text;
+  };
+  const auto heard = test::askAtOnce(
+      service_.port(), clients, requestsEach, [&](std::size_t client, std::size_t request) {
+        const auto body = lines(client, request, [](const std::string& id) {
+          return R"({"op":"closest","map":9,"at":[0,0],"id":)" + id + "}\n";
+        });
+        return test::postOf("/answer?venue=" + std::to_string(1 + client % 2), body, header);
+      });
+  ASSERT_EQ(heard.size(), clients);
+  for (std::size_t client = 0; client < clients; ++client) {
+    ASSERT_EQ(heard[client].size(), requestsEach) << client;
+    for (std::size_t request = 0; request < requestsEach; ++request) {
+      EXPECT_EQ(heard[client][request].status, 200);
+      EXPECT_EQ(heard[client][request].body,
+                lines(client, request, [](const std::string& id) { return drawnAnswer(id); }));
+    }
+  }
 }
 
 using ConcurrentMappingService = MappingServiceTest;
