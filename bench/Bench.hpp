@@ -45,5 +45,6 @@ void benchJoined();
 void benchTour();
 void benchPlaces();
 void benchWalks();
+void benchServing();
 
 }  // namespace tern::bench

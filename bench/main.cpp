@@ -19,7 +19,7 @@ constexpr Named benchmarks[] = {
     {"spatial", tern::bench::benchSpatial}, {"alternatives", tern::bench::benchAlternatives},
     {"threads", tern::bench::benchThreads}, {"joined", tern::bench::benchJoined},
     {"tour", tern::bench::benchTour},       {"places", tern::bench::benchPlaces},
-    {"walks", tern::bench::benchWalks}};
+    {"walks", tern::bench::benchWalks},     {"serving", tern::bench::benchServing}};
 
 bool runNamed(std::string_view name) {
   for (const Named& each : benchmarks) {

@@ -16,7 +16,8 @@ if(NOT Boost_FOUND OR NOT lemon_FOUND OR NOT simdjson_FOUND OR NOT benchmark_FOU
   return()
 endif()
 
-add_executable(tern_bench ${tern_bench_sources})
+# Its clients are those of a test.
+add_executable(tern_bench ${tern_bench_sources} ${PROJECT_SOURCE_DIR}/tests/support/HttpCrowd.cpp)
 tern_own_target(tern_bench)
 # LEMON 1.3 uses parts of allocators that C++20 took away.
 set_source_files_properties(${PROJECT_SOURCE_DIR}/bench/LemonPeer.cpp PROPERTIES
