@@ -1,5 +1,5 @@
 // Archives as they come. What is unpacked is bounded by the archive's size, no name leads out of a
-// folder, and what holds a feed or a network is read as one.
+// folder, and what holds a feed, a network or IMDF is read as one.
 #include <zip.h>
 
 #include <algorithm>
@@ -11,6 +11,7 @@
 #include "fuzz/Target.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 #include "tools/import/gtfs/GtfsFeed.hpp"
+#include "tools/import/imdf/ImdfFiles.hpp"
 #include "tools/import/network/NetworkFiles.hpp"
 
 namespace tern::fuzz {
@@ -49,6 +50,7 @@ void run(const std::string& bytes) {
   checkNames(opened.files, bytes.size());
   if (imports::GtfsFeed::isIn(opened.files)) checkFeed(opened.files);
   if (imports::NetworkFiles::areIn(opened.files)) checkNetwork(opened.files);
+  if (imports::ImdfFiles::areIn(opened.files)) checkImdf(opened.files);
 }
 
 // Bytes that are the same on every day.

@@ -9,6 +9,7 @@
 #include "fuzz/Target.hpp"
 #include "fuzz/VenueChecks.hpp"
 #include "tools/import/gtfs/GtfsReader.hpp"
+#include "tools/import/imdf/ImdfReader.hpp"
 #include "tools/import/network/NetworkReader.hpp"
 #include "tools/import/osm/OsmReader.hpp"
 #include "tools/import/write/Documents.hpp"
@@ -126,6 +127,8 @@ void checkOne(const imports::ReadDraft& read) {
 }  // namespace
 
 void checkNetwork(const imports::SourceFiles& source) { checkOne(imports::readNetwork(source)); }
+
+void checkImdf(const imports::SourceFiles& source) { checkOne(imports::readImdf(source)); }
 
 void checkOsm(const imports::SourceFiles& source) { checkOne(imports::readOsm(source)); }
 

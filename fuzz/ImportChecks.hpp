@@ -16,9 +16,10 @@ namespace tern::fuzz {
 // Either an error, which says something, or at least one draft.
 void checkDrafts(std::span<const imports::Draft> drafts, const std::optional<std::string>& error);
 
-// As a network, as a feed and as OpenStreetMap, whichever the source is.
+// As a network, as a feed, as IMDF and as OpenStreetMap, whichever the source is.
 void checkNetwork(const imports::SourceFiles& source);
 void checkFeed(const imports::SourceFiles& source);
+void checkImdf(const imports::SourceFiles& source);
 void checkOsm(const imports::SourceFiles& source);
 
 }  // namespace tern::fuzz

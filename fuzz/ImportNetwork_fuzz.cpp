@@ -1,12 +1,10 @@
-// Pedestrian networks: the files of one, each a value of the input by the end of its name. A text
-// is the file as it stands, and need not be JSON.
+// Pedestrian networks, as the files of one.
 #include <array>
 #include <string_view>
 
-#include "TernCoreKit/platform/Json.hpp"
 #include "fuzz/ImportChecks.hpp"
+#include "fuzz/JsonFolder.hpp"
 #include "fuzz/Target.hpp"
-#include "tests/support/TemporaryFolder.hpp"
 #include "tests/tools/import/DrawnNetwork.hpp"
 
 namespace tern::fuzz {
@@ -14,35 +12,17 @@ namespace {
 
 using test::DrawnNetwork;
 
-constexpr std::array<std::string_view, 9> files{"Node",    "Link",     "Floor",   "Space",   "Site",
-                                                "Opening", "Facility", "Drawing", "Building"};
+constexpr std::array<std::string_view, 9> files{
+    "Site_Node.geojson",     "Site_Link.geojson",    "Site_Floor.geojson",
+    "Site_Space.geojson",    "Site_Site.geojson",    "Site_Opening.geojson",
+    "Site_Facility.geojson", "Site_Drawing.geojson", "Site_Building.geojson"};
 
-std::string fileOf(std::string_view kind) { return "Site_" + std::string(kind) + ".geojson"; }
-
-void run(const std::string& text) {
-  const JsonResult input = decodeJson(text);
-  if (input.error) return;
-  const test::TemporaryFolder folder;
-  for (const std::string_view kind : files) {
-    const Value& file = input.value[kind];
-    if (file.isNull()) continue;
-    folder.write(fileOf(kind),
-                 file.isText() ? std::string(file.text()) : encodeJson(file, JsonLayout::compact));
-  }
-  const imports::OpenedSource opened = imports::openSource(folder.path());
-  require(!opened.error, "a folder is a source");
-  checkNetwork(opened.files);
-}
+void run(const std::string& text) { checkFolderOf(text, files, checkNetwork); }
 
 std::string seedOf(const DrawnNetwork& network) {
   const test::TemporaryFolder folder;
   network.writeTo(folder.path());
-  Value seed = Value::map();
-  for (const std::string_view kind : files) {
-    const JsonResult file = decodeJson(folder.read(fileOf(kind)));
-    if (!file.error) seed.set(kind, file.value);
-  }
-  return encodeJson(seed, JsonLayout::compact);
+  return inputOf(folder, files);
 }
 
 std::vector<std::string> seeds() {
@@ -60,7 +40,8 @@ std::vector<std::string> seeds() {
   house.point("Facility", {1, 1}, {{"id", "wc"}, {"floor_id", "f"}, {"category", "F001"}});
   house.line("Opening", {39, 1}, {40, 1}, {{"id", "o"}, {"floor_id", "f"}, {"name", "東口"}});
   house.line("Drawing", {0, 1}, {40, 1}, {{"id", "w"}, {"floor_id", "f"}});
-  return {seedOf(walks), seedOf(house), R"({"Node":"{\"features\":[","Link":7})"};
+  return {seedOf(walks), seedOf(house),
+          R"({"Site_Node.geojson":"{\"features\":[","Site_Link.geojson":7})"};
 }
 
 }  // namespace

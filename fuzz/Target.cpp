@@ -28,6 +28,7 @@ extern const Target wordsTarget;
 extern const Target importNetworkTarget;
 extern const Target importFeedTarget;
 extern const Target importArchiveTarget;
+extern const Target importImdfTarget;
 extern const Target importOsmTarget;
 extern const Target importPbfTarget;
 #endif
@@ -40,7 +41,7 @@ constexpr std::array table = {
     &serviceTarget,       &servedBytesTarget, &wordsTarget,
 #ifdef TERN_WITH_IMPORT
     &importNetworkTarget, &importFeedTarget,  &importArchiveTarget, &importOsmTarget,
-    &importPbfTarget,
+    &importPbfTarget,     &importImdfTarget,
 #endif
 };
 
