@@ -16,6 +16,7 @@
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "tests/guidance/Bearings.hpp"
 #include "tests/support/PedestrianNetwork.hpp"
+#include "tests/support/RealData.hpp"
 
 namespace tern {
 namespace {
@@ -140,7 +141,7 @@ void compare(const test::MarkedRoute& marked, const TernRoute& route,
 // The figures of docs/guidance.md.
 TEST(MarkedRoutes, tellsTheTurnsThatAPersonMarkedInRealBuildings) {
   const auto data = test::realData();
-  if (!data) GTEST_SKIP() << "no real buildings here: TERN_REALDATA names no folder";
+  if (!data) GTEST_SKIP() << test::noRealData;
   Tally tally;
   for (const test::Place place : {test::Place::station, test::Place::airport, test::Place::mall}) {
     const Network files = networkOf(place);

@@ -18,8 +18,8 @@
 #include "TernCoreKit/platform/Json.hpp"
 #include "TernCoreKit/service/coordinates/TernUtils.hpp"
 #include "tests/support/Paths.hpp"
-#include "tests/support/PedestrianNetwork.hpp"
 #include "tests/support/RandomVenue.hpp"
+#include "tests/support/RealData.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 #include "tests/tools/import/DrawnNetwork.hpp"
 #include "tests/tools/import/imdf/DrawnImdf.hpp"
@@ -193,9 +193,7 @@ class ImportedSite : public testing::TestWithParam<Site> {
  protected:
   void SetUp() override {
     const auto data = test::realData();
-    if (!data) {
-      GTEST_SKIP() << "no real buildings here: TERN_REALDATA names no folder, and none lies beside";
-    }
+    if (!data) GTEST_SKIP() << test::noRealData;
     const fs::path source = *data / "network" / GetParam().folder;
     nodes = readFeatures(source / GetParam().nodes);
     links = readFeatures(source / GetParam().links);

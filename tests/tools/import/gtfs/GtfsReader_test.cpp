@@ -5,7 +5,7 @@
 
 #include <map>
 
-#include "tests/support/PedestrianNetwork.hpp"
+#include "tests/support/RealData.hpp"
 #include "tests/tools/import/gtfs/DrawnFeed.hpp"
 #include "tools/import/gtfs/GtfsFeed.hpp"
 
@@ -119,9 +119,7 @@ TEST(GtfsReader, parentsThatGoRoundAreNoStation) {
 // Every pathway is a link, half of one, or told of as left out.
 TEST(GtfsReader, bostonComesThroughWhole) {
   const auto data = test::realData();
-  if (!data) {
-    GTEST_SKIP() << "no real stations here: TERN_REALDATA names no folder, and none lies beside";
-  }
+  if (!data) GTEST_SKIP() << test::noRealData;
   const OpenedSource opened = openSource(*data / "gtfs" / "boston");
   ASSERT_EQ(opened.error, std::nullopt);
   const ReadStations read = readGtfs(opened.files, {.all = true});
