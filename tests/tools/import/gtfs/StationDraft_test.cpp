@@ -5,6 +5,7 @@
 
 #include <cmath>
 
+#include "tests/tools/import/DrawnDraft.hpp"
 #include "tests/tools/import/gtfs/DrawnFeed.hpp"
 #include "tools/import/gtfs/GtfsReader.hpp"
 
@@ -12,6 +13,7 @@ namespace tern::imports {
 namespace {
 
 using test::DrawnFeed;
+using test::toldLines;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -22,14 +24,6 @@ Draft draftOf(const DrawnFeed& feed) {
   EXPECT_EQ(read.error, std::nullopt);
   if (read.drafts.empty()) return {};
   return std::move(read.drafts.front());
-}
-
-std::vector<std::string> toldOf(const Draft& draft) {
-  std::vector<std::string> told;
-  for (const Oddity& oddity : draft.oddities.told()) {
-    told.push_back(oddity.id + " " + std::string(oddity.kind));
-  }
-  return told;
 }
 
 // A door on the street and a platform below it.
@@ -56,7 +50,7 @@ TEST(StationDraft, modesAreKindsOfLinks) {
 TEST(StationDraft, modeThatIsNotKnownIsAWayOfUnknownKind) {
   const Draft draft = draftOf(halt().way("w", "door", "1", 9));
   EXPECT_EQ(draft.links.front().kind, LinkKind::unknown);
-  EXPECT_THAT(toldOf(draft), ElementsAre("w unknownKind"));
+  EXPECT_THAT(toldLines(draft), ElementsAre("w unknownKind"));
 }
 
 TEST(StationDraft, walkBetweenLevelsOrWithASlopeIsARamp) {
@@ -103,7 +97,7 @@ TEST(StationDraft, wayThereAndWayBackAreOneLink) {
   EXPECT_EQ(draft.links[0].details["signpostedAs"].text(), "Trains");
   EXPECT_EQ(draft.links[0].details["wayBack"]["id"].text(), "up");
   EXPECT_EQ(draft.links[0].details["wayBack"]["signpostedAs"].text(), "Street");
-  EXPECT_THAT(toldOf(draft), IsEmpty());
+  EXPECT_THAT(toldLines(draft), IsEmpty());
 }
 
 TEST(StationDraft, fareGateAndExitGateAreOneAndEscalatorsAreTwo) {
@@ -158,7 +152,7 @@ TEST(StationDraft, feedWithoutLevelsHasThemFromItsPathways) {
   ASSERT_EQ(draft.floors.size(), 2U);
   EXPECT_EQ(draft.floors[draft.nodes[0].floor].ordinal, 0);
   EXPECT_EQ(draft.floors[draft.nodes[1].floor].ordinal, -1);
-  EXPECT_THAT(toldOf(draft), ElementsAre("s noLevels"));
+  EXPECT_THAT(toldLines(draft), ElementsAre("s noLevels"));
 }
 
 TEST(StationDraft, stopWithoutALevelIsTold) {
@@ -167,7 +161,7 @@ TEST(StationDraft, stopWithoutALevelIsTold) {
   feed.way("w", "door", "1", 2).way("v", "1", "n", 1).way("u", "1", "m", 1);
   const Draft draft = draftOf(feed);
   EXPECT_EQ(draft.floors.size(), 2U);
-  EXPECT_THAT(toldOf(draft), ElementsAre("m dangling", "n noLevel"));
+  EXPECT_THAT(toldLines(draft), ElementsAre("m dangling", "n noLevel"));
 }
 
 TEST(StationDraft, nodeWithoutCoordinatesIsPlacedAndTold) {
@@ -178,7 +172,7 @@ TEST(StationDraft, nodeWithoutCoordinatesIsPlacedAndTold) {
   EXPECT_NEAR(draft.nodes[1].at.x - draft.nodes[0].at.x, 40, 0.1);
   EXPECT_FALSE(draft.nodes[2].globe);
   EXPECT_TRUE(draft.nodes[0].globe);
-  EXPECT_THAT(toldOf(draft), ElementsAre("n placed"));
+  EXPECT_THAT(toldLines(draft), ElementsAre("n placed"));
 }
 
 TEST(StationDraft, stopFarFromItsStationIsPlaced) {
@@ -188,7 +182,7 @@ TEST(StationDraft, stopFarFromItsStationIsPlaced) {
   EXPECT_NEAR(std::hypot(draft.nodes[2].at.x - draft.nodes[1].at.x,
                          draft.nodes[2].at.y - draft.nodes[1].at.y),
               5, 0.01);
-  EXPECT_THAT(toldOf(draft), ElementsAre("n far"));
+  EXPECT_THAT(toldLines(draft), ElementsAre("n far"));
 }
 
 TEST(StationDraft, endsAtOnePointAndRingsAreTold) {
@@ -196,7 +190,7 @@ TEST(StationDraft, endsAtOnePointAndRingsAreTold) {
   feed.way("w", "door", "1", 2).way("v", "1", "n", 1).way("u", "n", "n", 1);
   const Draft draft = draftOf(feed);
   EXPECT_EQ(draft.links.size(), 2U);
-  EXPECT_THAT(toldOf(draft), ElementsAre("v zeroLength", "u zeroLength"));
+  EXPECT_THAT(toldLines(draft), ElementsAre("v zeroLength", "u zeroLength"));
 }
 
 TEST(StationDraft, platformsAndEntrancesAreDestinations) {
@@ -231,7 +225,7 @@ TEST(StationDraft, stopThatNoPathwayLeadsToIsTold) {
   const Draft draft =
       draftOf(halt().platform("2", DrawnFeed::Metres{9, 9}, "tracks").way("w", "door", "1", 2));
   EXPECT_EQ(draft.nodes.size(), 2U);
-  EXPECT_THAT(toldOf(draft), ElementsAre("2 unconnected"));
+  EXPECT_THAT(toldLines(draft), ElementsAre("2 unconnected"));
 }
 
 }  // namespace

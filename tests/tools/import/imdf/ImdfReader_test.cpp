@@ -14,8 +14,9 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/PedestrianNetwork.hpp"
+#include "tests/support/RealData.hpp"
 #include "tests/support/TemporaryFolder.hpp"
+#include "tests/tools/import/DrawnDraft.hpp"
 #include "tests/tools/import/imdf/DrawnImdf.hpp"
 #include "tests/tools/import/ways/PlainWalks.hpp"
 #include "tools/import/ways/PlaneGeometry.hpp"
@@ -26,29 +27,14 @@ namespace tern::imports {
 namespace {
 
 using test::DrawnImdf;
+using test::toldLines;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-ReadDraft readOf(const DrawnImdf& building) {
-  const test::TemporaryFolder folder;
-  building.writeTo(folder.at("site"));
-  return readImdf(openSource(folder.at("site")).files);
-}
+ReadDraft readOf(const DrawnImdf& building) { return test::drawnRead(building, "site", readImdf); }
 
-Draft draftOf(const DrawnImdf& building) {
-  ReadDraft read = readOf(building);
-  EXPECT_EQ(read.error, std::nullopt);
-  return std::move(read.draft);
-}
-
-std::vector<std::string> told(const Draft& draft) {
-  std::vector<std::string> lines;
-  for (const Oddity& oddity : draft.oddities.told()) {
-    lines.push_back(oddity.id + " " + std::string(oddity.kind));
-  }
-  return lines;
-}
+Draft draftOf(const DrawnImdf& building) { return test::drawnDraft(building, "site", readImdf); }
 
 const DraftPlace* placeOf(const Draft& draft, const std::string& id) {
   const auto place = std::ranges::find(draft.places, id, &DraftPlace::id);
@@ -88,7 +74,7 @@ TEST(ImdfReader, unitsAndOpeningsBecomeWays) {
   EXPECT_EQ(draft.areas.size(), 2U);
   EXPECT_EQ(draft.doors.size(), 2U);
   EXPECT_EQ(islandsOf(draft), 1U);
-  EXPECT_THAT(told(draft), IsEmpty());
+  EXPECT_THAT(toldLines(draft), IsEmpty());
   const DraftLink* const way = linkOf(draft, "hall=0");
   ASSERT_NE(way, nullptr);
   EXPECT_NEAR(apart(draft.nodes[way->from].at, draft.nodes[way->to].at), std::hypot(5, 4.26), 0.1);
@@ -120,7 +106,7 @@ TEST(ImdfReader, venueBuildingAndAddressAreTheHead) {
   ASSERT_EQ(draft.buildings.size(), 2U) << "and the venue itself, for what is in no building";
   EXPECT_EQ(draft.buildings[0].address, "Ring 1, Wien");
   EXPECT_EQ(draft.buildings[draft.floors[1].building].id, "b");
-  EXPECT_THAT(told(draft), ElementsAre("c dangling"));
+  EXPECT_THAT(toldLines(draft), ElementsAre("c dangling"));
 }
 
 TEST(ImdfReader, levelsAreFloorsByTheirOrdinals) {
@@ -135,7 +121,7 @@ TEST(ImdfReader, levelsAreFloorsByTheirOrdinals) {
   EXPECT_EQ(nameIn(draft.floors[1].shortNames, "en"), "1½");
   EXPECT_EQ(draft.floors[0].shortNames.front().text, "0");
   EXPECT_EQ(nameIn(draft.floors[0].names, "en"), "Level ground");
-  EXPECT_THAT(told(draft), ElementsAre("lost noFloor", "bare dangling"));
+  EXPECT_THAT(toldLines(draft), ElementsAre("lost noFloor", "bare dangling"));
 }
 
 TEST(ImdfReader, unitsOfNoLevelOrShapeAreTold) {
@@ -145,7 +131,7 @@ TEST(ImdfReader, unitsOfNoLevelOrShapeAreTold) {
   building.unit("far", "ground", "room", {90'000, 0, 90'001, 1});
   const Draft draft = draftOf(building);
   EXPECT_EQ(draft.areas.size(), 2U);
-  EXPECT_THAT(told(draft), ElementsAre("lost dangling", "flat noShape", "far noShape"));
+  EXPECT_THAT(toldLines(draft), ElementsAre("lost dangling", "flat noShape", "far noShape"));
 }
 
 TEST(ImdfReader, openingsOfNoLevelOrLineAreTold) {
@@ -154,7 +140,7 @@ TEST(ImdfReader, openingsOfNoLevelOrLineAreTold) {
   building.add("opening", "dot", DrawnImdf::point({1, 0}), {{"level_id", "ground"}});
   building.opening("garden", "ground", {1, 30}, {2, 30});
   const Draft draft = draftOf(building);
-  EXPECT_THAT(told(draft), ElementsAre("lost dangling", "dot noShape", "garden unreached"));
+  EXPECT_THAT(toldLines(draft), ElementsAre("lost dangling", "dot noShape", "garden unreached"));
 }
 
 TEST(ImdfReader, nobodyWalksThroughWhatStandsInTheWay) {
@@ -266,7 +252,7 @@ TEST(ImdfReader, relationshipsThatLeadNowhereOrOneWayOnALevelAreTold) {
                relation("hall", "shop", "traversal", "directed"));
   building.add("relationship", "open", Value(),
                relation("hall", "shop", "traversal", "undirected"));
-  EXPECT_THAT(told(draftOf(building)), ElementsAre("lost dangling", "turnstile one-way"));
+  EXPECT_THAT(toldLines(draftOf(building)), ElementsAre("lost dangling", "turnstile one-way"));
 }
 
 TEST(ImdfReader, toiletsAndAmenitiesAreCalledByTheirCategory) {
@@ -285,7 +271,7 @@ TEST(ImdfReader, toiletsAndAmenitiesAreCalledByTheirCategory) {
   EXPECT_TRUE(cash->names.empty());
   EXPECT_EQ(nameIn(draft.categories[cash->category].names, "de"), "Geldautomat");
   EXPECT_LT(apart(draft.nodes[cash->nodes.at(0)].at, cash->at), 0.01) << "in a hall, where it is";
-  EXPECT_THAT(told(draft), ElementsAre("lost dangling", "dull noPlace"));
+  EXPECT_THAT(toldLines(draft), ElementsAre("lost dangling", "dull noPlace"));
 }
 
 TEST(ImdfReader, occupantsAreWhereTheirAnchorsAre) {
@@ -303,7 +289,7 @@ TEST(ImdfReader, occupantsAreWhereTheirAnchorsAre) {
   const DraftPlace* const florist = placeOf(draft, "florist");
   ASSERT_NE(florist, nullptr);
   EXPECT_EQ(draft.nodes[florist->nodes.at(0)].id, "door>shop");
-  EXPECT_THAT(told(draft), ElementsAre("mute noName", "lost dangling", "homeless dangling"));
+  EXPECT_THAT(toldLines(draft), ElementsAre("mute noName", "lost dangling", "homeless dangling"));
 }
 
 TEST(ImdfReader, aRoomWithoutADoorIsTold) {
@@ -311,7 +297,7 @@ TEST(ImdfReader, aRoomWithoutADoorIsTold) {
   building.unit("vault", "ground", "room", {15, 20, 18, 22}, {{"name", DrawnImdf::label("Vault")}});
   const Draft draft = draftOf(building);
   EXPECT_EQ(placeOf(draft, "vault"), nullptr);
-  EXPECT_THAT(told(draft), ElementsAre("vault unreached"));
+  EXPECT_THAT(toldLines(draft), ElementsAre("vault unreached"));
 }
 
 TEST(ImdfReader, detailsAreLinesOfTheDrawing) {
@@ -330,7 +316,7 @@ TEST(ImdfReader, whatAVenueHasNothingOfIsTold) {
   for (const char* const type : {"footprint", "geofence", "section"}) {
     building.add(type, type, DrawnImdf::box({0, 0, 1, 1}), {});
   }
-  EXPECT_THAT(told(draftOf(building)),
+  EXPECT_THAT(toldLines(draftOf(building)),
               ElementsAre("footprint notRead", "geofence notRead", "section notRead"));
 }
 
@@ -373,13 +359,13 @@ TEST(ImdfReader, withoutALevelOrAUnitThereIsNoDraft) {
 // A real campus, where it lies.
 TEST(ImdfReader, campusHangsTogether) {
   const auto data = test::realData();
-  if (!data) GTEST_SKIP() << "no real buildings here: TERN_REALDATA names no folder";
+  if (!data) GTEST_SKIP() << test::noRealData;
   const ReadDraft read = readImdf(openSource(*data / "imdf" / "campus").files);
   ASSERT_FALSE(read.error);
   EXPECT_EQ(read.draft.areas.size(), 144U);
   EXPECT_EQ(read.draft.doors.size(), 142U);
   EXPECT_EQ(islandsOf(read.draft), 1U);
-  EXPECT_THAT(told(read.draft), Not(Contains(testing::EndsWith("unreached"))));
+  EXPECT_THAT(toldLines(read.draft), Not(Contains(testing::EndsWith("unreached"))));
 }
 
 // The nodes of a floor, those of its places first, and its ways.
@@ -447,7 +433,7 @@ void addRatios(const Draft& draft, std::size_t floor, std::vector<double>& ratio
 
 TEST(ImdfReader, campusWalksAreHardlyLongerThanTheyHaveToBe) {
   const auto data = test::realData();
-  if (!data) GTEST_SKIP() << "no real buildings here: TERN_REALDATA names no folder";
+  if (!data) GTEST_SKIP() << test::noRealData;
   const ReadDraft read = readImdf(openSource(*data / "imdf" / "campus").files);
   std::vector<double> ratios;
   for (std::size_t floor = 0; floor < read.draft.floors.size(); ++floor) {

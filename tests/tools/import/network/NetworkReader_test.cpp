@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "tests/support/TemporaryFolder.hpp"
+#include "tests/tools/import/DrawnDraft.hpp"
 #include "tests/tools/import/DrawnNetwork.hpp"
 
 namespace tern::imports {
@@ -17,11 +18,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 Draft draftOf(const DrawnNetwork& network) {
-  const test::TemporaryFolder folder;
-  network.writeTo(folder.at("site"));
-  ReadDraft read = readNetwork(openSource(folder.at("site")).files);
-  EXPECT_EQ(read.error, std::nullopt);
-  return std::move(read.draft);
+  return test::drawnDraft(network, "site", readNetwork);
 }
 
 std::vector<std::string> kindsTold(const Draft& draft) {

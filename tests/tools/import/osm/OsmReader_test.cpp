@@ -8,8 +8,9 @@
 #include <map>
 #include <set>
 
-#include "tests/support/PedestrianNetwork.hpp"
+#include "tests/support/RealData.hpp"
 #include "tests/support/TemporaryFolder.hpp"
+#include "tests/tools/import/DrawnDraft.hpp"
 #include "tests/tools/import/osm/DrawnOsm.hpp"
 #include "tools/import/ways/PlaneGeometry.hpp"
 
@@ -17,6 +18,7 @@ namespace tern::imports {
 namespace {
 
 using test::DrawnOsm;
+using test::toldLines;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -24,25 +26,9 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::UnorderedElementsAre;
 
-ReadDraft readOf(const DrawnOsm& drawn) {
-  const test::TemporaryFolder folder;
-  drawn.writeTo(folder.at("house.osm"));
-  return readOsm(openSource(folder.at("house.osm")).files);
-}
+ReadDraft readOf(const DrawnOsm& drawn) { return test::drawnRead(drawn, "house.osm", readOsm); }
 
-Draft draftOf(const DrawnOsm& drawn) {
-  ReadDraft read = readOf(drawn);
-  EXPECT_EQ(read.error, std::nullopt);
-  return std::move(read.draft);
-}
-
-std::vector<std::string> linesTold(const Draft& draft) {
-  std::vector<std::string> lines;
-  for (const Oddity& oddity : draft.oddities.told()) {
-    lines.push_back(oddity.id + " " + std::string(oddity.kind));
-  }
-  return lines;
-}
+Draft draftOf(const DrawnOsm& drawn) { return test::drawnDraft(drawn, "house.osm", readOsm); }
 
 // By which one comes from each node to which others.
 std::set<std::size_t> reachedFrom(const Draft& draft, std::size_t from) {
@@ -114,7 +100,7 @@ TEST(OsmReader, doorLeadsFromTheCorridorIntoTheRoom) {
   EXPECT_TRUE(isJoined(draft, "Shop", "Cafe"));
   ASSERT_EQ(draft.floors.size(), 1U);
   EXPECT_EQ(draft.floors[0].ordinal, 0);
-  EXPECT_THAT(linesTold(draft), ElementsAre("way/3 noDoor"));
+  EXPECT_THAT(toldLines(draft), ElementsAre("way/3 noDoor"));
   EXPECT_EQ(draft.doors.size(), 1U);
 }
 
@@ -133,7 +119,7 @@ TEST(OsmReader, roomsBehindRoomsAreEnteredThroughThem) {
   drawn.box(3, {0, 8, 5, 12}, room("0", "Store"));
   const Draft draft = draftOf(drawn);
   EXPECT_TRUE(isJoined(draft, "Shop", "Store"));
-  EXPECT_THAT(linesTold(draft), ElementsAre("way/3 noDoor"));
+  EXPECT_THAT(toldLines(draft), ElementsAre("way/3 noDoor"));
 }
 
 TEST(OsmReader, rangesListsAndRepeatsAreFloors) {
@@ -155,7 +141,7 @@ TEST(OsmReader, levelThatOneListAloneNamesIsNoFloor) {
   drawn.box(3, {10, 3, 14, 8}, room("0;2", "Tall"));
   const Draft draft = draftOf(drawn);
   EXPECT_EQ(draft.floors.size(), 1U);
-  EXPECT_THAT(linesTold(draft), Contains("way/3 noFloor"));
+  EXPECT_THAT(toldLines(draft), Contains("way/3 noFloor"));
 }
 
 TEST(OsmReader, floorIsCalledAsItsSignsSay) {
@@ -246,13 +232,13 @@ TEST(OsmReader, whatStepsMeetSaysWhichEndIsTheLowerOne) {
   const Draft draft = draftOf(drawn);
   const DraftLink& steps = *wayOf(draft, "way/3");
   EXPECT_EQ(draft.floors[draft.nodes[steps.to].floor].ordinal, 0);
-  EXPECT_THAT(linesTold(draft), Not(Contains("way/3 whichEnd")));
+  EXPECT_THAT(toldLines(draft), Not(Contains("way/3 whichEnd")));
 }
 
 TEST(OsmReader, stepsThatNothingSaysTheLowerEndOfRiseAndAreTold) {
   DrawnOsm drawn = twoFloors();
   drawn.line(3, {{12, 1}, {16, 1}}, {{"highway", "steps"}, {"level", "0;1"}});
-  EXPECT_THAT(linesTold(draftOf(drawn)), Contains("way/3 whichEnd"));
+  EXPECT_THAT(toldLines(draftOf(drawn)), Contains("way/3 whichEnd"));
 }
 
 TEST(OsmReader, landingBetweenIsOnItsOwnLevel) {
@@ -296,7 +282,7 @@ TEST(OsmReader, footwaysOutdoorsComeInWhereTheyLeadToADoor) {
   }
   EXPECT_TRUE(std::ranges::any_of(draft.nodes, &DraftNode::isEntrance));
   EXPECT_EQ(reachedFrom(draft, 0).size(), draft.nodes.size());
-  EXPECT_THAT(linesTold(draft), ElementsAre("others notIndoors"));
+  EXPECT_THAT(toldLines(draft), ElementsAre("others notIndoors"));
 }
 
 TEST(OsmReader, wallParts) {
@@ -407,7 +393,7 @@ TEST(OsmReader, roomsDrawnOverACorridorAreNotWalkedThrough) {
   drawn.point({19, 2}, {{"amenity", "atm"}, {"level", "0"}, {"name", "B"}});
   const Draft draft = draftOf(drawn);
   EXPECT_FALSE(isJoined(draft, "A", "B"));
-  EXPECT_THAT(linesTold(draft), Contains("way/2 noAccess"));
+  EXPECT_THAT(toldLines(draft), Contains("way/2 noAccess"));
 }
 
 TEST(OsmReader, squareOfAMallJoinsItsBuildings) {
@@ -468,7 +454,7 @@ TEST(OsmReader, whatDoesNotComeThroughIsTold) {
   drawn.point({52, 50}, {{"natural", "tree"}});
   drawn.box(29, {30, 30, 34, 34}, room("0", "Alone"));
   const Draft draft = draftOf(drawn);
-  const std::vector<std::string> lines = linesTold(draft);
+  const std::vector<std::string> lines = toldLines(draft);
   for (const char* const line :
        {"way/20 noFloor", "way/21 noFloor", "way/22 noShape", "way/23 notWalked",
         "way/24 unknownKind", "way/25 dangling", "relation/26 notRead", "relation/27 dangling",
@@ -526,7 +512,7 @@ TEST(OsmReader, filesOfAFolderAreOne) {
 // A shopping mall above its car park, of real data.
 TEST(OsmReader, everyLevelOfARealMallIsReached) {
   const auto data = test::realData();
-  if (!data) GTEST_SKIP() << "no real buildings here: TERN_REALDATA names no folder";
+  if (!data) GTEST_SKIP() << test::noRealData;
   const OpenedSource source = openSource(*data / "osm" / "fire-station.osm");
   ASSERT_EQ(source.error, std::nullopt);
   const ReadDraft read = readOsm(source.files);

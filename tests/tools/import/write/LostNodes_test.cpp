@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/tools/import/DrawnDraft.hpp"
+
 namespace tern::imports {
 namespace {
 
@@ -35,11 +37,7 @@ struct LostSite {
   std::vector<std::string> told() {
     plan.draft = &draft;
     tellLostNodes(plan);
-    std::vector<std::string> told;
-    for (const Oddity& oddity : plan.oddities.told()) {
-      told.push_back(oddity.id + " " + std::string(oddity.kind));
-    }
-    return told;
+    return test::toldLines(plan);
   }
 
   Draft draft;
