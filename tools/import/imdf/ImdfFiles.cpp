@@ -5,9 +5,6 @@
 #include <unordered_set>
 #include <utility>
 
-#include "TernCoreKit/platform/Json.hpp"
-#include "tools/import/draft/Hash.hpp"
-
 namespace tern::imports {
 
 namespace {
@@ -23,10 +20,6 @@ bool isKnown(std::string_view type) {
 std::string_view stemOf(std::string_view file) {
   const std::string_view name = file.substr(file.rfind('/') + 1);
   return name.substr(0, name.rfind('.'));
-}
-
-bool isGeoJsonFile(std::string_view file) {
-  return file.ends_with(".geojson") || file.ends_with(".json");
 }
 
 }  // namespace
@@ -45,55 +38,36 @@ Names ImdfFeature::label(std::string_view key) const {
 bool ImdfFiles::areIn(const SourceFiles& source) {
   return std::ranges::any_of(source.names(), [&](const std::string& file) {
     const std::string_view stem = stemOf(file);
-    if (!isGeoJsonFile(file) || (stem != "unit" && stem != "level")) return false;
+    if (!isGeoJson(file) || (stem != "unit" && stem != "level")) return false;
     return source.read(file).text.find("\"feature_type\"") != std::string::npos;
   });
 }
 
-ImdfFiles::ImdfFiles(const SourceFiles& source, Oddities& told) : stamp_(emptyHash) {
-  for (const std::string& file : source.names()) {
-    if (!isGeoJsonFile(file)) continue;
-    ReadFile read = source.read(file);
-    if (read.error) {
-      told.tell(file, "unreadable", *read.error + ".");
+ImdfFiles::ImdfFiles(const SourceFiles& source, Oddities& told)
+    : read_(readGeoJsonFiles(source, told)) {
+  for (const GeoJsonFile& file : read_.files) {
+    if (stemOf(file.name) == "manifest") {
+      language_ = file.document["language"].text();
     } else {
-      add(file, std::move(read.text), told);
+      addFeatures(file, told);
     }
   }
 }
 
-void ImdfFiles::add(const std::string& file, std::string text, Oddities& told) {
-  stamp_ = hashOf(text, hashOf(file, stamp_));
-  JsonResult document = decodeJson(std::move(text));
-  if (document.error) {
-    told.tell(file, "unreadable", "The file is no JSON: " + *document.error);
-    return;
-  }
-  documents_.push_back(std::move(document.value));
-  if (stemOf(file) == "manifest") {
-    language_ = documents_.back()["language"].text();
-  } else {
-    addFeatures(file, documents_.back(), told);
-  }
-}
-
-void ImdfFiles::addFeatures(const std::string& file, const Value& document, Oddities& told) {
-  if (!document["features"].isList()) {
-    told.tell(file, "unreadable", "The file has no list of features.");
-    return;
-  }
+void ImdfFiles::addFeatures(const GeoJsonFile& file, Oddities& told) {
+  const Value* const features = featuresOf(file, told);
+  if (features == nullptr) return;
   std::unordered_set<std::string> ids;
-  const auto features = document["features"].items();
-  for (std::size_t i = 0; i < features.size(); ++i) {
-    const Value& feature = features[i];
+  for (std::size_t i = 0; i < features->size(); ++i) {
+    const Value& feature = features->items()[i];
     std::string type(feature["feature_type"].text());
-    if (type.empty()) type = stemOf(file);
+    if (type.empty()) type = stemOf(file.name);
     if (!isKnown(type)) {
-      told.tell(file, "unknownType", "The format knows no features of the type " + type + ".");
+      told.tell(file.name, "unknownType", "The format knows no features of the type " + type + ".");
       continue;
     }
     std::string id(feature["id"].text());
-    if (id.empty()) id = file + "#" + std::to_string(i + 1);
+    if (id.empty()) id = file.name + "#" + std::to_string(i + 1);
     if (!ids.insert(id).second) {
       told.tell(id + " (again)", "repeated", "Another has the same id; the first one counts.");
       continue;

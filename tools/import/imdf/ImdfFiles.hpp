@@ -8,7 +8,6 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
 #include <map>
 #include <string>
 #include <string_view>
@@ -17,6 +16,7 @@
 #include "TernCoreKit/platform/Value.hpp"
 #include "tools/import/draft/Names.hpp"
 #include "tools/import/draft/Oddities.hpp"
+#include "tools/import/source/GeoJsonFiles.hpp"
 #include "tools/import/source/SourceFiles.hpp"
 
 namespace tern::imports {
@@ -45,16 +45,14 @@ class ImdfFiles {
   // As the manifest says; empty where it does not.
   const std::string& language() const { return language_; }
   // Differs with every change of a file.
-  std::uint64_t stamp() const { return stamp_; }
+  std::uint64_t stamp() const { return read_.stamp; }
 
  private:
-  void add(const std::string& file, std::string text, Oddities& told);
-  void addFeatures(const std::string& file, const Value& document, Oddities& told);
+  void addFeatures(const GeoJsonFile& file, Oddities& told);
 
-  std::deque<Value> documents_;
+  GeoJsonFiles read_;
   std::map<std::string, std::vector<ImdfFeature>> features_;
   std::string language_;
-  std::uint64_t stamp_ = 0;
 };
 
 }  // namespace tern::imports

@@ -5,17 +5,11 @@
 #include <optional>
 #include <utility>
 
-#include "TernCoreKit/platform/Json.hpp"
-#include "tools/import/draft/Hash.hpp"
 #include "tools/import/source/GeoJson.hpp"
 
 namespace tern::imports {
 
 namespace {
-
-bool isGeoJson(std::string_view file) {
-  return file.ends_with(".geojson") || file.ends_with(".GeoJSON") || file.ends_with(".json");
-}
 
 std::string lowered(std::string_view text) {
   std::string out(text);
@@ -76,45 +70,25 @@ bool NetworkFiles::areIn(const SourceFiles& source) {
   });
 }
 
-NetworkFiles::NetworkFiles(const SourceFiles& source, Oddities& told) : stamp_(emptyHash) {
-  for (const std::string& file : source.names()) {
-    if (!isGeoJson(file)) continue;
-    ReadFile read = source.read(file);
-    if (read.error) {
-      told.tell(file, "unreadable", *read.error + ".");
-    } else {
-      add(file, std::move(read.text), told);
-    }
-  }
+NetworkFiles::NetworkFiles(const SourceFiles& source, Oddities& told)
+    : read_(readGeoJsonFiles(source, told)) {
+  for (const GeoJsonFile& file : read_.files) addFeatures(file, told);
 }
 
-void NetworkFiles::add(const std::string& file, std::string text, Oddities& told) {
-  stamp_ = hashOf(text, hashOf(file, stamp_));
-  JsonResult document = decodeJson(std::move(text));
-  if (document.error) {
-    told.tell(file, "unreadable", "The file is no JSON: " + *document.error);
-    return;
-  }
-  documents_.push_back(std::move(document.value));
-  addFeatures(file, documents_.back(), told);
-}
-
-void NetworkFiles::addFeatures(const std::string& file, const Value& document, Oddities& told) {
-  const std::optional<PlaneSystem> system = statedPlaneSystem(document);
-  if (!document["features"].isList()) {
-    told.tell(file, "unreadable", "The file has no list of features.");
-    return;
-  }
+void NetworkFiles::addFeatures(const GeoJsonFile& file, Oddities& told) {
+  const Value* const features = featuresOf(file, told);
+  if (features == nullptr) return;
+  const std::optional<PlaneSystem> system = statedPlaneSystem(file.document);
   if (!system) {
-    told.tell(file, "unreadable", "The file's coordinate system is not known.");
+    told.tell(file.name, "unreadable", "The file's coordinate system is not known.");
     return;
   }
-  const RecordKind ofFile = kindOfFile(file);
-  const auto features = document["features"].items();
-  for (std::size_t i = 0; i < features.size(); ++i) {
-    const Value& properties = features[i]["properties"];
+  const RecordKind ofFile = kindOfFile(file.name);
+  for (std::size_t i = 0; i < features->size(); ++i) {
+    const Value& feature = features->items()[i];
+    const Value& properties = feature["properties"];
     records_[kindOf(properties, ofFile)].push_back(
-        {idOf(properties, file, i), &properties, &features[i]["geometry"], *system});
+        {idOf(properties, file.name, i), &properties, &feature["geometry"], *system});
   }
 }
 

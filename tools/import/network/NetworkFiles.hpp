@@ -7,8 +7,7 @@
 // Fails: by value; a file that cannot be read is told of, and the others count.
 #pragma once
 
-#include <cstddef>
-#include <deque>
+#include <cstdint>
 #include <map>
 #include <string>
 #include <string_view>
@@ -16,6 +15,7 @@
 
 #include "TernCoreKit/platform/Value.hpp"
 #include "tools/import/draft/Oddities.hpp"
+#include "tools/import/source/GeoJsonFiles.hpp"
 #include "tools/import/source/PlaneSystem.hpp"
 #include "tools/import/source/SourceFiles.hpp"
 
@@ -57,15 +57,13 @@ class NetworkFiles {
 
   const std::vector<NetworkRecord>& of(RecordKind kind) { return records_[kind]; }
   // Differs with every change of a file.
-  std::uint64_t stamp() const { return stamp_; }
+  std::uint64_t stamp() const { return read_.stamp; }
 
  private:
-  void add(const std::string& file, std::string text, Oddities& told);
-  void addFeatures(const std::string& file, const Value& document, Oddities& told);
+  void addFeatures(const GeoJsonFile& file, Oddities& told);
 
-  std::deque<Value> documents_;
+  GeoJsonFiles read_;
   std::map<RecordKind, std::vector<NetworkRecord>> records_;
-  std::uint64_t stamp_ = 0;
 };
 
 }  // namespace tern::imports
