@@ -464,6 +464,8 @@ Value venueHead(const VenueModel& venue) {
        {"customerId", venue.options.customer}});
 }
 
+constexpr std::string_view mapTemplateId = "default";
+
 }  // namespace
 
 std::string customerDocument(std::span<const VenueModel> venues) {
@@ -542,20 +544,12 @@ std::string destinationsDocument(const VenueModel& venue) {
   return text.finished();
 }
 
-std::string mapTemplateDocument(const VenueModel& venue) {
-  DocumentText text;
-  text.beginMap();
-  text.field("id", mapTemplateId);
-  text.field("name", "Calm");
-  text.field("generatedAt", venue.generatedAt);
-  text.field("style", Value::map({{"background", "#e9eee3"},
-                                  {"route", "#2f6fde"},
-                                  {"start", "#5e8c6a"},
-                                  {"end", "#c8553d"},
-                                  {"label", "#434b55"},
-                                  {"fontFamily", "Inter, Helvetica, Arial, sans-serif"}}));
-  text.endMap();
-  return text.finished();
+documents::MapTemplate mapTemplateOf(const VenueModel& venue) {
+  return {.id = mapTemplateId,
+          .name = "Calm",
+          .background = "#e9eee3",
+          .label = "#434b55",
+          .generatedAt = venue.generatedAt};
 }
 
 }  // namespace tern::generate

@@ -12,12 +12,10 @@
 #include <span>
 #include <string>
 
+#include "tools/documents/MapTemplate.hpp"
 #include "tools/generate/VenueModel.hpp"
 
 namespace tern::generate {
-
-// The template that the venue document names.
-inline constexpr std::string_view mapTemplateId = "default";
 
 // REQUIRES: a venue.
 std::string customerDocument(std::span<const VenueModel> venues);
@@ -25,6 +23,7 @@ std::string localesDocument();
 std::string venueDocument(const VenueModel& venue);
 std::string buildingDocument(const VenueModel& venue, int building);
 std::string destinationsDocument(const VenueModel& venue);
-std::string mapTemplateDocument(const VenueModel& venue);
+// That which the venue document names.
+documents::MapTemplate mapTemplateOf(const VenueModel& venue);
 
 }  // namespace tern::generate

@@ -44,8 +44,8 @@ std::optional<std::string> generateVenue(const GenerateOptions& options,
   for (const VenueModel& venue : planned.venues) {
     if (auto error = sendVenue(venue, receive)) return error;
   }
-  return receive("map-template/" + std::string(mapTemplateId) + "/full.json",
-                 mapTemplateDocument(planned.venues.front()));
+  const documents::MapTemplate look = mapTemplateOf(planned.venues.front());
+  return receive(pathOf(look), documentOf(look));
 }
 
 std::optional<std::string> generateVenueFolder(const GenerateOptions& options,

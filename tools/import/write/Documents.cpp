@@ -362,7 +362,7 @@ std::string venueDocument(const VenuePlan& venue) {
   text.field("generatedAt", venue.generatedAt);
   text.field("labelType", 0);
   text.field("clustering", 0);
-  text.field("defaultMapTemplateId", mapTemplateId);
+  text.field("defaultMapTemplateId", mapTemplate.id);
   text.field("extensors", Value::map({{"categories", categories(venue)},
                                       {"names", otherNames(venue.draft->names, venue.language)}}));
   writeBuildings(text, venue);
@@ -394,21 +394,6 @@ std::string destinationsDocument(const VenuePlan& venue) {
   text.beginMap();
   text.field("venueId", venue.id);
   writeDestinations(text, venue);
-  text.endMap();
-  return text.finished();
-}
-
-std::string mapTemplateDocument() {
-  DocumentText text;
-  text.beginMap();
-  text.field("id", mapTemplateId);
-  text.field("name", "Import");
-  text.field("style", Value::map({{"background", "#eef0ee"},
-                                  {"route", "#2f6fde"},
-                                  {"start", "#5e8c6a"},
-                                  {"end", "#c8553d"},
-                                  {"label", "#30363d"},
-                                  {"fontFamily", "Inter, Helvetica, Arial, sans-serif"}}));
   text.endMap();
   return text.finished();
 }

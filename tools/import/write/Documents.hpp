@@ -7,11 +7,14 @@
 #include <string>
 #include <string_view>
 
+#include "tools/documents/MapTemplate.hpp"
 #include "tools/import/write/VenuePlan.hpp"
 
 namespace tern::imports {
 
-inline constexpr std::string_view mapTemplateId = "import";
+// That which the venue document names.
+inline constexpr documents::MapTemplate mapTemplate{
+    .id = "import", .name = "Import", .background = "#eef0ee", .label = "#30363d"};
 
 // REQUIRES: at least one venue.
 std::string customerDocument(std::string_view name, std::span<const VenuePlan> venues);
@@ -19,6 +22,5 @@ std::string localesDocument(std::span<const VenuePlan> venues);
 std::string venueDocument(const VenuePlan& venue);
 std::string buildingDocument(const VenuePlan& venue, std::size_t building);
 std::string destinationsDocument(const VenuePlan& venue);
-std::string mapTemplateDocument();
 
 }  // namespace tern::imports

@@ -69,8 +69,7 @@ std::optional<std::string> writeCustomer(FolderSwap& swap, const std::string& na
                                          std::span<const VenuePlan> plans) {
   if (auto error = swap.write("full.json", customerDocument(name, plans))) return error;
   if (auto error = swap.write("locale/full.json", localesDocument(plans))) return error;
-  return swap.write("map-template/" + std::string(mapTemplateId) + "/full.json",
-                    mapTemplateDocument());
+  return swap.write(pathOf(mapTemplate), documentOf(mapTemplate));
 }
 
 }  // namespace
