@@ -96,7 +96,8 @@ Reads pedestrian networks: nodes and links as GeoJSON, with floor plans where
 they lie beside; the stops, levels and pathways of transit feeds; IMDF, of whose
 units and openings the ways are made; and what OpenStreetMap has of indoors, as
 .osm or .osm.pbf. What of the source did not come through as it stands is told,
-record by record with --json. docs/import.md says what becomes of what.
+and what came through and looks odd, record by record with --json.
+docs/import.md says what becomes of what.
 
 The folder is written whole or not at all. Ids stay what they are when the same
 building is imported again, and the same source gives the same bytes. Exits with

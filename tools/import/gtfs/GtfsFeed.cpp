@@ -188,7 +188,7 @@ void GtfsFeed::addLevel(const RowReader& row) {
     told_.tell(row.place(), "repeated",
                "Another level has the id " + id + "; the first one counts.");
   } else if (row.isRagged()) {
-    told_.tell(id, "ragged", "Its row has more or fewer fields than the head of levels.txt.");
+    told_.remark(id, "ragged", "Its row has more or fewer fields than the head of levels.txt.");
   }
 }
 

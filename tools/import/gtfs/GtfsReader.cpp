@@ -119,7 +119,7 @@ class GtfsReader {
     if (isWhole) tellOfStationsLeftOut();
     const Oddities& rest = isWhole ? rest_ : feed_.told();
     for (const Oddity& oddity : rest.told()) {
-      drafts.front().oddities.tell(oddity.id, oddity.kind, oddity.why);
+      drafts.front().oddities.tell(oddity);
     }
     return drafts;
   }
@@ -131,7 +131,7 @@ class GtfsReader {
       for (const std::size_t index : parts.stops) {
         rest_.tell(stop(index).id, "noPathways", "No pathway leads through its station.");
       }
-      for (const Oddity& oddity : parts.told.told()) rest_.tell(oddity.id, oddity.kind, oddity.why);
+      for (const Oddity& oddity : parts.told.told()) rest_.tell(oddity);
     }
   }
 

@@ -123,6 +123,10 @@ class StationDrafter {
     draft_.oddities.tell(id, kind, std::move(why));
   }
 
+  void remark(const std::string& id, std::string_view kind, std::string why) {
+    draft_.oddities.remark(id, kind, std::move(why));
+  }
+
   const GtfsPathway& pathway(std::size_t index) const { return feed_.pathways()[index]; }
   std::size_t nodeOf(const std::string& stop) const { return nodeOfStop_.at(stop); }
   const GtfsStop* parentOf(const GtfsStop& stop) const {
@@ -166,7 +170,7 @@ class StationDrafter {
     for (const Node& node : nodes_) add(node.globe);
     if (longitudes.empty()) add(station_.place);
     if (longitudes.empty()) {
-      tell(station_.id, "noPlace", "Nothing of the station has a place on the globe.");
+      remark(station_.id, "noPlace", "Nothing of the station has a place on the globe.");
     } else {
       draft_.plane = LocalPlane({middleValue(longitudes), middleValue(latitudes)});
     }
@@ -199,8 +203,8 @@ class StationDrafter {
     ordinals_ = ordinalsOf(stated, isEntrance, links);
     addFloors();
     if (!isAnyStated) {
-      tell(station_.id, "noLevels",
-           "None of its stops has a level; they follow from the pathways.");
+      remark(station_.id, "noLevels",
+             "None of its stops has a level; they follow from the pathways.");
       return;
     }
     for (std::size_t i = 0; i < nodes_.size(); ++i) {
@@ -270,7 +274,7 @@ class StationDrafter {
     const std::vector<Point> places = placesOf(placed, links);
     for (std::size_t i = 0; i < nodes_.size(); ++i) addNode(i, placed[i].floor, places[i]);
     for (const std::size_t node : unlevelled_) {
-      tell(nodes_[node].stop->id, "noLevel", "It has no level; it follows from the pathways.");
+      remark(nodes_[node].stop->id, "noLevel", "It has no level; it follows from the pathways.");
     }
   }
 
@@ -286,13 +290,13 @@ class StationDrafter {
     const Node& node = nodes_[index];
     const GtfsStop& stop = *node.stop;
     if (!node.globe) {
-      tell(stop.id, "placed", "It has no coordinates; it is placed between its neighbours.");
+      remark(stop.id, "placed", "It has no coordinates; it is placed between its neighbours.");
     }
     if (!stop.level.empty() && feed_.level(stop.level) == nullptr) {
       tell(stop.id, "dangling", "It names a level that is not there.");
     }
     if (stop.isRagged) {
-      tell(stop.id, "ragged", "Its row has more or fewer fields than the head of stops.txt.");
+      remark(stop.id, "ragged", "Its row has more or fewer fields than the head of stops.txt.");
     }
     draft_.nodes.push_back({stop.id, floor, at, node.globe, stop.kind == StopKind::entrance});
   }
@@ -324,15 +328,15 @@ class StationDrafter {
 
   void tellOf(const GtfsPathway& way) {
     if (way.isRagged) {
-      tell(way.id, "ragged", "Its row has more or fewer fields than the head of pathways.txt.");
+      remark(way.id, "ragged", "Its row has more or fewer fields than the head of pathways.txt.");
     }
     if (way.mode == PathwayMode::unknown) {
-      tell(way.id, "unknownKind", "The pathway's mode is none that is known.");
+      remark(way.id, "unknownKind", "The pathway's mode is none that is known.");
     }
     const DraftNode& from = draft_.nodes[nodeOf(way.from)];
     const DraftNode& to = draft_.nodes[nodeOf(way.to)];
     if (from.floor == to.floor && from.at == to.at) {
-      tell(way.id, "zeroLength", "Both of its ends are given at one point of a floor.");
+      remark(way.id, "zeroLength", "Both of its ends are given at one point of a floor.");
     }
   }
 

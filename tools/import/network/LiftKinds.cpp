@@ -52,9 +52,9 @@ void settleLifts(Draft& draft, const std::vector<StatedLift>& lifts) {
     const bool isStepFree = lift.says == LiftStatement::stepFree || isAsLandings;
     link.kind = isStepFree ? LinkKind::stepFreeLift : LinkKind::lift;
     if (isAsLandings) {
-      draft.oddities.tell(link.id, "lift",
-                          "It does not say what kind of lift it is; all landings "
-                          "of this lift say that it is step-free.");
+      draft.oddities.remark(link.id, "lift",
+                            "It does not say what kind of lift it is; all landings "
+                            "of this lift say that it is step-free.");
     }
   }
 }

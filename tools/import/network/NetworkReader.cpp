@@ -270,7 +270,8 @@ class NetworkReader {
                    .isSteep = isSteep(record),
                    .details = detailsOf(record)};
     if (link.kind == LinkKind::unknown) {
-      tell(record, "unknownKind", "The link does not say what kind of way it is.");
+      draft_.oddities.remark(record.id, "unknownKind",
+                             "The link does not say what kind of way it is.");
     }
     draft_.links.push_back(std::move(link));
     return true;
@@ -284,7 +285,8 @@ class NetworkReader {
       return std::hypot(end.x - at.x, end.y - at.y);
     };
     if (std::max(apart(line->front(), from), apart(line->back(), to)) > mostLooseMetres) {
-      tell(record, "looseEnd", "The link's line ends beside its node; it is led to the node.");
+      draft_.oddities.remark(record.id, "looseEnd",
+                             "The link's line ends beside its node; it is led to the node.");
     }
     return {line->begin() + 1, line->end() - 1};
   }

@@ -181,11 +181,6 @@ class RoomOpener {
     return std::nullopt;
   }
 
-  // Without its level, and without the number of a piece.
-  static std::string recordOf(const std::string& id) {
-    return id.substr(0, id.find_first_of("@."));
-  }
-
   void addDoor(std::size_t area, const Stretch& stretch) {
     const Point middle = between(stretch.from, stretch.to, 0.5);
     const double half = std::min(doorMetres, stretch.metres) / 2;
@@ -193,9 +188,9 @@ class RoomOpener {
     const SiteArea& room = site_.areas[area];
     site_.doors.push_back({room.id + "/door", room.floor, {middle - step, middle + step}});
     isReached_[area] = true;
-    oddities_.tell(
-        recordOf(room.id), "noDoor",
-        "No door leads to it; it is entered from " + recordOf(site_.areas[stretch.along].id) + ".");
+    oddities_.remark(
+        recordOf(room), "noDoor",
+        "No door leads to it; it is entered from " + recordOf(site_.areas[stretch.along]) + ".");
   }
 
   Site& site_;

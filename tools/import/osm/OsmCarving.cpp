@@ -96,7 +96,7 @@ class Carver {
     for (const Polygon& piece : pieces) {
       if (areaOf(piece) < leastArea) continue;
       carved_.of[area].push_back(carved_.areas.size());
-      add(drawn.id, drawn.floor, drawn.meaning.link, piece);
+      add(drawn, drawn.floor, drawn.meaning.link, piece);
       carved_.uses.push_back(useOf(drawn));
     }
   }
@@ -120,7 +120,9 @@ class Carver {
     all = without(std::move(all));
     for (const Polygon& piece : all) {
       if (areaOf(piece) < leastArea) continue;
-      add(largestIn(piece, floor, isGround), floor, LinkKind::walkway, piece);
+      const OsmArea* const largest = largestIn(piece, floor, isGround);
+      if (largest == nullptr) continue;
+      add(*largest, floor, LinkKind::walkway, piece);
       carved_.uses.push_back(isGround ? OsmUse::ground : OsmUse::corridor);
     }
     take(std::move(all));
@@ -131,7 +133,7 @@ class Carver {
   }
 
   // The open area that most of the piece is.
-  std::string largestIn(const Polygon& piece, std::size_t floor, bool isGround) const {
+  const OsmArea* largestIn(const Polygon& piece, std::size_t floor, bool isGround) const {
     const OsmArea* largest = nullptr;
     double most = 0;
     const Box box = boxOf(piece);
@@ -143,13 +145,14 @@ class Carver {
       most = size;
       largest = &area;
     }
-    return largest == nullptr ? "level " + std::to_string(floor) : largest->id;
+    return largest;
   }
 
-  void add(const std::string& id, std::size_t floor, LinkKind kind, const Polygon& piece) {
+  void add(const OsmArea& drawn, std::size_t floor, LinkKind kind, const Polygon& piece) {
+    const std::string& id = drawn.id;
     const int number = ++pieces_[id];
     const std::string own = number == 1 ? id : id + "." + std::to_string(number);
-    carved_.areas.push_back({own, floor, kind, false, {piece}});
+    carved_.areas.push_back({own, floor, kind, false, {piece}, drawn.record});
   }
 
   std::span<const OsmArea> drawn_;

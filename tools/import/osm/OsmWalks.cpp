@@ -92,8 +92,8 @@ bool OsmWalks::rises(const OsmWalk& walk) {
     return *seen;
   }
   if (const auto held = risesBy(walk, heldAt(walk, front), heldAt(walk, back))) return *held;
-  draft_.oddities.tell(osmId(OsmKind::way, walk.way->id), "whichEnd",
-                       "Nothing says which of its ends is the lower one; it is taken to rise.");
+  draft_.oddities.remark(osmId(OsmKind::way, walk.way->id), "whichEnd",
+                         "Nothing says which of its ends is the lower one; it is taken to rise.");
   return true;
 }
 

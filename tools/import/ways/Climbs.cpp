@@ -51,8 +51,9 @@ class Climber {
         if (other) pairs.insert(side > 0 ? std::pair(area, *other) : std::pair(*other, area));
       }
       if (leadsOn || site_.areas[area].kind == LinkKind::ramp) continue;
-      oddities_.tell(site_.areas[area].id, "leadsNowhere",
-                     "Nothing of its kind lies above or below it.");
+      oddities_.remark(recordOf(site_.areas[area]), "leadsNowhere",
+                       "On level " + Value(ordinals_[area]).printed() +
+                           " nothing of its kind lies above or below it.");
     }
     std::vector<Climb> climbs;
     for (const auto& [low, high] : pairs) climbs.push_back({low, high});

@@ -131,7 +131,8 @@ class WayMaker {
       at = middle;
     });
     if (beside == nullptr) return;
-    draft_.oddities.tell(area.id, "noDoor", "No door leads to it; it is entered from beside.");
+    draft_.oddities.remark(recordOf(area), "noDoor",
+                           "No door leads to it; it is entered from beside.");
     const std::size_t node = addNode(area.id + "/door", area.floor, at);
     addDoorTo(piece, node);
     addDoorTo(*beside, node);

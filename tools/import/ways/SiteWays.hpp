@@ -32,7 +32,13 @@ struct SiteArea {
   LinkKind kind = LinkKind::walkway;
   bool hasSteps = false;
   std::vector<Polygon> shapes;
+  // What the source calls it, where that is not the id: on several levels it is one record.
+  std::string record = {};
 };
+
+inline const std::string& recordOf(const SiteArea& area) {
+  return area.record.empty() ? area.id : area.record;
+}
 
 struct SiteDoor {
   std::string id;

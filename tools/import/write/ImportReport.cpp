@@ -74,6 +74,20 @@ struct Told {
   const Oddity* first = nullptr;
 };
 
+std::string linesByKind(const std::vector<const Oddity*>& oddities) {
+  std::map<std::string_view, Told> kinds;
+  for (const Oddity* const oddity : oddities) {
+    Told& told = kinds[oddity->kind];
+    if (told.count++ == 0) told.first = oddity;
+  }
+  std::string text;
+  for (const auto& [kind, told] : kinds) {
+    text += "  " + std::to_string(told.count) + " " + std::string(kind) + ", as " + told.first->id +
+            ": " + told.first->why + "\n";
+  }
+  return text;
+}
+
 }  // namespace
 
 Value reportOf(const WrittenVenues& written) {
@@ -81,7 +95,10 @@ Value reportOf(const WrittenVenues& written) {
   for (const WrittenVenue& venue : written.venues) venues.append(venueReport(venue));
   std::vector<Value> told;
   for (const Oddity& oddity : written.told) {
-    told.push_back(Value::map({{"id", oddity.id}, {"kind", oddity.kind}, {"why", oddity.why}}));
+    told.push_back(Value::map({{"id", oddity.id},
+                               {"kind", oddity.kind},
+                               {"why", oddity.why},
+                               {"cameThrough", oddity.cameThrough}}));
   }
   return Value::map({{"venues", std::move(venues)}, {"told", Value::listOf(told)}});
 }
@@ -89,19 +106,21 @@ Value reportOf(const WrittenVenues& written) {
 std::string reportText(const WrittenVenues& written) {
   std::string text;
   for (const WrittenVenue& venue : written.venues) text += venueText(venue);
-  if (written.told.empty()) return text + "All of the source came through as it stands.\n";
-  std::map<std::string_view, Told> kinds;
-  for (const Oddity& oddity : written.told) {
-    Told& told = kinds[oddity.kind];
-    if (told.count++ == 0) told.first = &oddity;
+  std::vector<const Oddity*> lost;
+  std::vector<const Oddity*> odd;
+  for (const Oddity& oddity : written.told) (oddity.cameThrough ? odd : lost).push_back(&oddity);
+  if (lost.empty()) {
+    text += "All of the source came through as it stands.\n";
+  } else {
+    text += counted(lost.size(), "record of the source did not come through as it stands:\n",
+                    "records of the source did not come through as they stand:\n") +
+            linesByKind(lost);
   }
-  text += counted(written.told.size(), "record", "records") +
-          " of the source did not come through as they stand:\n";
-  for (const auto& [kind, told] : kinds) {
-    text += "  " + std::to_string(told.count) + " " + std::string(kind) + ", as " + told.first->id +
-            ": " + told.first->why + "\n";
-  }
-  return text;
+  if (odd.empty()) return text;
+  return text +
+         counted(odd.size(), "record came through and looks odd:\n",
+                 "records came through and look odd:\n") +
+         linesByKind(odd);
 }
 
 }  // namespace tern::imports

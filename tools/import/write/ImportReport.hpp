@@ -11,10 +11,11 @@
 namespace tern::imports {
 
 // {"venues":[{"id":1,"name":"...","floors":4,...,"kinds":{"walkway":1,...},"residual":0.001}],
-//  "told":[{"id":"...","kind":"dangling","why":"..."}]}
+//  "told":[{"id":"...","kind":"dangling","why":"...","cameThrough":false}]}
 Value reportOf(const WrittenVenues& written);
 
-// What came in, by kind, and what did not, by reason; each line ends with a line break.
+// What came in, by kind; what did not, and what looks odd, by reason. Each line ends with a line
+// break.
 std::string reportText(const WrittenVenues& written);
 
 }  // namespace tern::imports

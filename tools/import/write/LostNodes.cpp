@@ -48,14 +48,15 @@ void tellLostNodes(VenuePlan& plan) {
   for (std::uint32_t node = 0; node < plan.draft->nodes.size(); ++node) {
     const std::string& id = plan.draft->nodes[node].id;
     if (!standing.isOnMainland(node)) {
-      plan.oddities.tell(id, "island", "No way joins it to most of the others.");
+      plan.oddities.remark(id, "island", "No way joins it to most of the others.");
     } else if (!standing.returns[node]) {
-      plan.oddities.tell(id, "noWayBack", "One-ways lead there, and nothing leads back.");
+      plan.oddities.remark(id, "noWayBack", "One-ways lead there, and nothing leads back.");
     } else if (!standing.reached[node]) {
-      plan.oddities.tell(id, "noWayThere", "One-ways lead away from it, and nothing leads there.");
+      plan.oddities.remark(id, "noWayThere",
+                           "One-ways lead away from it, and nothing leads there.");
     }
     if (isDeadEnd(plan, neighbours, node)) {
-      plan.oddities.tell(id, "deadEnd", "Only ways from other floors lead there; none leads on.");
+      plan.oddities.remark(id, "deadEnd", "Only ways from other floors lead there; none leads on.");
     }
   }
 }

@@ -109,8 +109,8 @@ std::vector<Placed> placedNodes(const Draft& draft, Oddities& told) {
     if (apart(draft.plane, node) < mostOffMetres) {
       placed.push_back({node.at, mercatorOf(*node.globe)});
     } else {
-      told.tell(node.id, "misplaced",
-                "Its longitude and latitude are those of another place than where it is drawn.");
+      told.remark(node.id, "misplaced",
+                  "Its longitude and latitude are those of another place than where it is drawn.");
     }
   }
   return placed;

@@ -16,5 +16,15 @@ TEST(Oddities, eachRecordIsToldOfOnce) {
   EXPECT_EQ(oddities.told()[1].kind, "one-way");
 }
 
+TEST(Oddities, whatDidNotComeThroughCountsBeforeWhatLooksOdd) {
+  Oddities oddities;
+  oddities.remark("a", "noDoor", "Odd.");
+  oddities.tell("a", "one-way", "Changed.");
+  oddities.remark("a", "island", "Odd too.");
+  ASSERT_EQ(oddities.told().size(), 1U);
+  EXPECT_EQ(oddities.told()[0].why, "Changed.");
+  EXPECT_FALSE(oddities.told()[0].cameThrough);
+}
+
 }  // namespace
 }  // namespace tern::imports

@@ -101,10 +101,11 @@ TEST(MissingDoors, corridorWithoutADoorIsEnteredFromOutdoors) {
   EXPECT_THAT(plan.opened(), ElementsAre("lobby"));
 }
 
-TEST(MissingDoors, toldByTheRecordWithoutItsLevel) {
+TEST(MissingDoors, toldByTheRecordOfTheSource) {
   Plan plan;
   plan.area("way/1", {0, 0, 20, 4}, OsmUse::corridor);
   plan.area("way/2@-1.2", {4, 4, 9, 9}, OsmUse::ownRoom);
+  plan.site.areas.back().record = "way/2";
   plan.opened();
   EXPECT_EQ(plan.oddities.told().front().id, "way/2");
 }

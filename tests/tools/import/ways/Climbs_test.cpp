@@ -64,6 +64,16 @@ TEST_F(ClimbsTest, liftsAreOneKindAndStairsAnother) {
   EXPECT_EQ(oddities.told().front().kind, "leadsNowhere");
 }
 
+TEST_F(ClimbsTest, whatLeadsNowhereIsToldByItsRecordAndItsLevel) {
+  add(LinkKind::stairs, 1);
+  site.areas.back().record = "way/5";
+  EXPECT_THAT(climbs(), IsEmpty());
+  ASSERT_EQ(oddities.told().size(), 1U);
+  EXPECT_EQ(oddities.told().front().id, "way/5");
+  EXPECT_EQ(oddities.told().front().why, "On level 1 nothing of its kind lies above or below it.");
+  EXPECT_TRUE(oddities.told().front().cameThrough);
+}
+
 TEST_F(ClimbsTest, ofSeveralThatLieAboveTheOneThatCoversMostCounts) {
   add(LinkKind::stairs, 0);
   add(LinkKind::stairs, 1, 1.2);

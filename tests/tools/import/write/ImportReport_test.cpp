@@ -30,12 +30,14 @@ TEST(ImportReport, jsonHasEveryCount) {
 
 TEST(ImportReport, jsonTellsOfEveryRecord) {
   WrittenVenues all = written();
-  all.told = {{"x", "dangling", "No node."}, {"y", "dangling", "No node."}};
+  all.told = {{"x", "dangling", "No node."}, {"y", "island", "No way.", true}};
   const Value told = reportOf(all)["told"];
   ASSERT_EQ(told.size(), 2U);
   EXPECT_EQ(told.items()[1]["id"].text(), "y");
-  EXPECT_EQ(told.items()[1]["kind"].text(), "dangling");
-  EXPECT_EQ(told.items()[1]["why"].text(), "No node.");
+  EXPECT_EQ(told.items()[1]["kind"].text(), "island");
+  EXPECT_EQ(told.items()[1]["why"].text(), "No way.");
+  EXPECT_FALSE(told.items()[0]["cameThrough"].flag());
+  EXPECT_TRUE(told.items()[1]["cameThrough"].flag());
 }
 
 TEST(ImportReport, textCountsByKindAndByReason) {
@@ -48,6 +50,20 @@ TEST(ImportReport, textCountsByKindAndByReason) {
       "3 records of the source did not come through as they stand:\n"
       "  2 dangling, as x: No node.\n"
       "  1 far, as z: Far away.\n");
+}
+
+TEST(ImportReport, textTellsWhatDidNotComeThroughFromWhatLooksOdd) {
+  WrittenVenues all = written();
+  all.told = {{"x", "dangling", "No node."}, {"y", "island", "No way.", true}};
+  EXPECT_THAT(reportText(all),
+              HasSubstr("1 record of the source did not come through as it stands:\n"
+                        "  1 dangling, as x: No node.\n"
+                        "1 record came through and looks odd:\n"
+                        "  1 island, as y: No way.\n"));
+  all.told = {{"y", "island", "No way.", true}, {"z", "island", "No way.", true}};
+  EXPECT_THAT(reportText(all), HasSubstr("All of the source came through as it stands.\n"
+                                         "2 records came through and look odd:\n"
+                                         "  2 island, as y: No way.\n"));
 }
 
 TEST(ImportReport, textSaysWhenNothingIsAmiss) {
