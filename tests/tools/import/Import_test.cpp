@@ -62,7 +62,7 @@ TEST(Import, unitsAndOpeningsOfABuildingBecomeAVenue) {
   EXPECT_TRUE(importSource(folder.at("source"), folder.at("other"), {"network", {}, {}}).failure);
 }
 
-TEST(Import, openStreetMapIsKnownByTheNameOfItsFile) {
+TEST(Import, openStreetMapIsKnownByTheNameOfItsFileOrByHowItBegins) {
   const test::TemporaryFolder folder;
   const std::string block =
       test::pbfBlock({"", "highway", "footway", "level", "0"}, 4, {1, 2, 3, 4});
@@ -74,11 +74,10 @@ TEST(Import, openStreetMapIsKnownByTheNameOfItsFile) {
   drawn.line(1, {{0, 0}, {9, 0}}, {{"highway", "footway"}, {"level", "0"}});
   drawn.writeTo(folder.at("walk.osm"));
   EXPECT_FALSE(importSource(folder.at("walk.osm"), folder.at("xml"), {}).failure);
-  drawn.writeTo(folder.at("walk.xml"));
-  EXPECT_TRUE(importSource(folder.at("walk.xml"), folder.at("other"), {}).failure);
-  ImportWishes wishes;
-  wishes.format = "osm";
-  EXPECT_FALSE(importSource(folder.at("walk.xml"), folder.at("other"), wishes).failure);
+  drawn.writeTo(folder.at("walk"));
+  EXPECT_FALSE(importSource(folder.at("walk"), folder.at("plain"), {}).failure);
+  folder.write("packed", folder.read("walk.osm.pbf"));
+  EXPECT_FALSE(importSource(folder.at("packed"), folder.at("other"), {}).failure);
 }
 
 TEST(Import, whoCannotClimbStairsTakesTheLiftThatSaysItIsStepFree) {
@@ -125,6 +124,41 @@ TEST(Import, sourceThatIsNoBuildingWritesNothing) {
     EXPECT_NE(imported.failure->sentence.find(folder.at(source)), std::string::npos);
     EXPECT_FALSE(fs::exists(folder.at("out"))) << source;
   }
+}
+
+TEST(Import, whyThereIsNoBuildingIsSaid) {
+  const test::TemporaryFolder folder;
+  folder.write("feed/stops.txt", "stop_id");
+  folder.write("parts/campus.zip", "PK");
+  folder.write("site.osm.gz", "x");
+  folder.write("bare", "");
+  folder.write("bare.osm", "");
+  folder.write("odd.osm", "<osm");
+  fs::create_directory(folder.at("empty"));
+  for (const auto& [source, why] : {std::pair("feed", " is a transit feed without a pathways.txt"),
+                                    {"parts", " holds no more than what is packed in campus.zip"},
+                                    {"site.osm.gz", " is packed; unpack it before"},
+                                    {"bare", " is empty"},
+                                    {"bare.osm", " is empty"},
+                                    {"odd.osm", ": XML parsing error"},
+                                    {"empty", " holds no files"}}) {
+    const Imported imported = importSource(folder.at(source), folder.at("out"), {});
+    ASSERT_TRUE(imported.failure) << source;
+    EXPECT_TRUE(imported.failure->sentence.starts_with(folder.at(source) + why))
+        << imported.failure->sentence;
+  }
+}
+
+TEST(Import, venueWithinItsSourceIsRefused) {
+  const test::TemporaryFolder folder;
+  fs::copy(stationPath(), folder.at("site"));
+  for (const char* const out : {"site/venue", "site", "site/../site/a/b"}) {
+    const Imported imported = importSource(folder.at("site"), folder.at(out), {});
+    ASSERT_TRUE(imported.failure) << out;
+    EXPECT_EQ(imported.failure->option, "--out");
+  }
+  EXPECT_FALSE(importSource(folder.at("site"), folder.at("site venue"), {}).failure);
+  EXPECT_FALSE(importSource(folder.at("site/"), folder.at("venue"), {}).failure);
 }
 
 TEST(Import, folderThatCannotBeWrittenIsNotTheSourcesFault) {

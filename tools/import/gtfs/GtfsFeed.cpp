@@ -108,8 +108,12 @@ class GtfsFeed::RowReader {
   const CsvRow& row_;
 };
 
+bool GtfsFeed::hasStops(const SourceFiles& source) {
+  return folderOf(source, "stops.txt").has_value();
+}
+
 bool GtfsFeed::isIn(const SourceFiles& source) {
-  return folderOf(source, "stops.txt") && folderOf(source, "pathways.txt");
+  return hasStops(source) && folderOf(source, "pathways.txt");
 }
 
 std::optional<std::string> GtfsFeed::read(const SourceFiles& source) {
@@ -128,7 +132,17 @@ std::optional<std::string> GtfsFeed::read(const SourceFiles& source) {
       told_.tell(table.file, "unreadable", *error + ".");
     }
   }
+  tellOfOtherFeeds(source);
   return std::nullopt;
+}
+
+void GtfsFeed::tellOfOtherFeeds(const SourceFiles& source) {
+  const std::string own = folderOf(source, "stops.txt").value_or("") + "stops.txt";
+  for (const std::string& name : source.names()) {
+    if (name.ends_with("/stops.txt") && name != own) {
+      told_.tell(name, "notRead", "Another feed of the source is read, that of " + own + ".");
+    }
+  }
 }
 
 std::optional<std::string> GtfsFeed::readTable(const SourceFiles& source, const Table& table) {

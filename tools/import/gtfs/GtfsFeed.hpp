@@ -76,6 +76,7 @@ struct GtfsPathway {
 
 class GtfsFeed {
  public:
+  static bool hasStops(const SourceFiles& source);
   // Whether there are stops and pathways.
   static bool isIn(const SourceFiles& source);
 
@@ -104,6 +105,7 @@ class GtfsFeed {
   class RowReader;
 
   std::optional<std::string> readTable(const SourceFiles& source, const Table& table);
+  void tellOfOtherFeeds(const SourceFiles& source);
   void addStop(const RowReader& row);
   void addLevel(const RowReader& row);
   void addPathway(const RowReader& row);

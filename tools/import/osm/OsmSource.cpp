@@ -18,6 +18,18 @@ bool isOsmName(std::string_view file) {
   return file.ends_with(".osm") || file.ends_with(".osm.xml") || isPbfName(file);
 }
 
+bool beginsAsXml(std::string_view bytes) {
+  constexpr std::size_t mostBefore = 1'000;
+  const std::string_view head = bytes.substr(0, mostBefore);
+  return head.find("<osm ") != head.npos || head.find("<osm>") != head.npos;
+}
+
+// The size of the first header, its first field and that field's size come before its name.
+bool beginsAsPbf(std::string_view bytes) {
+  constexpr std::size_t before = 6;
+  return bytes.size() > before && bytes.substr(before).starts_with("OSMHeader");
+}
+
 template <class Record>
 void append(std::vector<Record>& list, std::vector<Record> added) {
   list.insert(list.end(), std::make_move_iterator(added.begin()),
@@ -46,7 +58,12 @@ void dropMissingNodes(OsmData& data, Oddities& oddities) {
 
 }  // namespace
 
-bool isOsmIn(const SourceFiles& files) { return std::ranges::any_of(files.names(), isOsmName); }
+bool isOsmIn(const SourceFiles& files) {
+  if (std::ranges::any_of(files.names(), isOsmName)) return true;
+  if (files.names().size() != 1) return false;
+  const std::string bytes = files.read(files.names().front()).text;
+  return beginsAsXml(bytes) || beginsAsPbf(bytes);
+}
 
 ReadOsmSource readOsmSource(const SourceFiles& files, Oddities& oddities) {
   ReadOsmSource read;
@@ -55,9 +72,10 @@ ReadOsmSource readOsmSource(const SourceFiles& files, Oddities& oddities) {
     if (!isOsmName(file) && files.names().size() > 1) continue;
     const ReadFile bytes = files.read(file);
     if (bytes.error) return {{}, 0, *bytes.error};
+    if (bytes.text.empty()) return {{}, 0, file + " is empty"};
     read.stamp = hashOf(bytes.text, hashOf(file, read.stamp));
-    ReadOsmFile part =
-        readOsmFile(bytes.text, isPbfName(file) ? OsmEncoding::pbf : OsmEncoding::xml);
+    const bool isPbf = isPbfName(file) || beginsAsPbf(bytes.text);
+    ReadOsmFile part = readOsmFile(bytes.text, isPbf ? OsmEncoding::pbf : OsmEncoding::xml);
     if (part.error) return {{}, 0, file + ": " + *part.error};
     append(read.data.nodes, std::move(part.data.nodes));
     append(read.data.ways, std::move(part.data.ways));

@@ -19,7 +19,8 @@ struct [[nodiscard]] ReadOsmSource {
   std::optional<std::string> error;
 };
 
-// Whether a file of the source ends like one: .osm, .osm.xml, .osm.pbf.
+// Whether a file of the source ends like one (.osm, .osm.xml, .osm.pbf), or its only file begins
+// like one.
 bool isOsmIn(const SourceFiles& files);
 // A single file is read whatever it is called. Of a record that is in several files, the first
 // counts. One whose nodes are partly missing is told of and keeps the others.

@@ -1,6 +1,7 @@
 #include "tools/import/source/SourceFiles.hpp"
 
 #include <algorithm>
+#include <cerrno>
 #include <fstream>
 #include <system_error>
 #include <utility>
@@ -27,8 +28,8 @@ fs::path namedFolder(const fs::path& folder) {
 OpenedSource openFolder(const fs::path& folder) {
   std::vector<std::string> names;
   std::error_code error;
-  fs::recursive_directory_iterator entry(folder, fs::directory_options::skip_permission_denied,
-                                         error);
+  fs::recursive_directory_iterator entry(folder, error);
+  if (error) return failed(folder.string() + ": " + error.message());
   for (const fs::recursive_directory_iterator end; !error && entry != end; entry.increment(error)) {
     if (entry.depth() + 1 >= mostFolderDepth) entry.disable_recursion_pending();
     std::error_code ignored;
@@ -36,9 +37,10 @@ OpenedSource openFolder(const fs::path& folder) {
     if (names.size() == mostFiles) {
       return failed(folder.string() + " holds more than " + std::to_string(mostFiles) + " files");
     }
-    names.push_back(entry->path().lexically_relative(folder).generic_string());
+    std::string name = entry->path().lexically_relative(folder).generic_string();
+    if (!isOfMacOs(name)) names.push_back(std::move(name));
   }
-  if (error) return failed(folder.string() + ": " + error.message());
+  if (error) return failed("a folder in " + folder.string() + ": " + error.message());
   std::ranges::sort(names);
   return {{folder, namedFolder(folder).filename().string(), std::move(names)}, std::nullopt};
 }
@@ -51,6 +53,15 @@ OpenedSource openArchive(const fs::path& file) {
 
 }  // namespace
 
+bool isOfMacOs(std::string_view name) {
+  while (!name.empty()) {
+    const std::size_t slash = std::min(name.find('/'), name.size());
+    if (name.starts_with("._") || name.substr(0, slash) == "__MACOSX") return true;
+    name.remove_prefix(std::min(slash + 1, name.size()));
+  }
+  return false;
+}
+
 ReadFile SourceFiles::read(const std::string& name) const {
   if (archive_) return archive_->read(name);
   const fs::path file = root_ / name;
@@ -61,7 +72,9 @@ ReadFile SourceFiles::read(const std::string& name) const {
     return {{}, name + " is larger than " + std::to_string(mostFileBytes >> 20U) + " MiB"};
   }
   std::string text(static_cast<std::size_t>(size), '\0');
+  errno = 0;
   std::ifstream stream(file, std::ios::binary);
+  if (!stream.is_open()) return {{}, name + ": " + std::generic_category().message(errno)};
   stream.read(text.data(), static_cast<std::streamsize>(text.size()));
   if (!stream) return {{}, name + " cannot be read to its end"};
   return {std::move(text), std::nullopt};

@@ -4,7 +4,8 @@
 //   const OpenedSource source = openSource("ShinyokohamaStation");
 //   for (const std::string& name : source.files.names()) source.files.read(name);
 //
-// Links to other folders are not followed, and what is no plain file is passed over.
+// Links to other folders are not followed. What is no plain file is passed over, and what macOS
+// puts beside files.
 //
 // Ownership: a plain value, of which copies share an archive; the files are read when they are
 // asked for. Threads: one caller at a time. Fails: by value. A file of more than `mostFileBytes` is
@@ -27,6 +28,9 @@ namespace tern::imports {
 inline constexpr std::size_t mostFileBytes = std::size_t{128} << 20U;
 inline constexpr std::size_t mostFiles = 10'000;
 inline constexpr int mostFolderDepth = 4;
+
+// Whether it is what macOS packs beside a file: "__MACOSX/site/._unit.geojson".
+bool isOfMacOs(std::string_view name);
 
 struct [[nodiscard]] ReadFile {
   std::string text;

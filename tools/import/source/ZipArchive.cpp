@@ -78,7 +78,8 @@ std::vector<std::string> namesIn(zip* archive) {
   const zip_int64_t count = zip_get_num_entries(archive, 0);
   for (zip_int64_t i = 0; i < count; ++i) {
     const char* const name = zip_get_name(archive, static_cast<zip_uint64_t>(i), 0);
-    if (name == nullptr || leadsOut(name) || std::string_view(name).ends_with('/')) continue;
+    if (name == nullptr || leadsOut(name) || isOfMacOs(name)) continue;
+    if (std::string_view(name).ends_with('/')) continue;
     names.emplace_back(name);
   }
   std::ranges::sort(names);

@@ -4,6 +4,7 @@
 #include <stdio.h>
 
 #include <array>
+#include <cerrno>
 #include <fstream>
 #include <system_error>
 #include <utility>
@@ -107,10 +108,11 @@ FolderSwap::Problem FolderSwap::write(const std::string& path, std::string_view 
   std::error_code error;
   fs::create_directories(file.parent_path(), error);
   if (error) return problem("cannot make", file.parent_path(), error);
+  errno = 0;
   std::ofstream stream(file, std::ios::binary | std::ios::trunc);
   stream.write(text.data(), static_cast<std::streamsize>(text.size()));
   stream.close();
-  if (!stream) return "cannot write " + file.string();
+  if (!stream) return problem("cannot write", file, {errno, std::generic_category()});
   return std::nullopt;
 }
 

@@ -62,6 +62,14 @@ TEST(GtfsFeed, feedMayLieInAFolderOfItsOwn) {
   EXPECT_EQ(feed.stops().size(), 1U);
 }
 
+TEST(GtfsFeed, otherFeedsOfASourceAreTold) {
+  Feed feed(stops, pathways);
+  feed.folder.write("other/stops.txt", stops);
+  feed.folder.write("other/pathways.txt", pathways);
+  EXPECT_EQ(feed.read(), std::nullopt);
+  EXPECT_THAT(feed.told(), ElementsAre("other/stops.txt notRead"));
+}
+
 TEST(GtfsFeed, withoutItsColumnsThereIsNoFeed) {
   EXPECT_THAT(*Feed("stop_name\nMill\n", pathways).read(), HasSubstr("no column stop_id"));
   EXPECT_THAT(*Feed(stops, "pathway_id\nw\n").read(), HasSubstr("no column from_stop_id"));

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "tests/support/TemporaryFolder.hpp"
 
@@ -43,6 +44,39 @@ TEST(SourceFiles, whatIsMissingIsNamed) {
   const test::TemporaryFolder folder;
   EXPECT_EQ(openSource(folder.at("nowhere")).error, "there is no " + folder.at("nowhere"));
   EXPECT_TRUE(SourceFiles(folder.path(), "x", {"gone"}).read("gone").error);
+}
+
+TEST(SourceFiles, whatMacOsPutsBesideFilesIsPassedOver) {
+  const test::TemporaryFolder folder;
+  folder.write("__MACOSX/site/._unit.geojson", "");
+  folder.write("site/._unit.geojson", "");
+  folder.write("site/unit.geojson", "");
+  folder.write("site/.._odd.geojson", "");
+  EXPECT_THAT(openSource(folder.path()).files.names(),
+              ElementsAre("site/.._odd.geojson", "site/unit.geojson"));
+}
+
+TEST(SourceFiles, aFileThatCannotBeOpenedIsSaidToBe) {
+  const test::TemporaryFolder folder;
+  folder.write("a.geojson", "");
+  const OpenedSource opened = openSource(folder.path());
+  std::filesystem::remove(folder.at("a.geojson"));
+  EXPECT_EQ(opened.files.read("a.geojson").error, "a.geojson: No such file or directory");
+}
+
+// Root may open all folders.
+TEST(SourceFiles, aFolderThatCannotBeOpenedIsSaidToBe) {
+  if (geteuid() == 0) GTEST_SKIP() << "root may open all folders";
+  const test::TemporaryFolder folder;
+  folder.write("site/part/a.geojson", "");
+  const auto errorWithout = [&](const char* name) {
+    std::filesystem::permissions(folder.at(name), std::filesystem::perms::none);
+    const auto error = openSource(folder.at("site")).error;
+    std::filesystem::permissions(folder.at(name), std::filesystem::perms::owner_all);
+    return error.value_or("none");
+  };
+  EXPECT_EQ(errorWithout("site"), folder.at("site") + ": Permission denied");
+  EXPECT_EQ(errorWithout("site/part"), "a folder in " + folder.at("site") + ": Permission denied");
 }
 
 TEST(SourceFiles, pipesAndDeepFoldersArePassedOver) {

@@ -55,6 +55,7 @@ TEST(ZipArchive, namesThatLeadOutArePassedOver) {
                                   {"/root.txt", "x"},
                                   {"C:drive.txt", "x"},
                                   {"a\\b.txt", "x"},
+                                  {"__MACOSX/._a.txt", "x"},
                                   {"..txt", "fine"},
                                   {"a/..b/c.txt", "fine"}});
   const OpenedSource opened = openSource(folder.at("feed.zip"));
