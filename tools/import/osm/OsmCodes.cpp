@@ -84,7 +84,8 @@ AreaKind drawnAs(const OsmTags& tags) {
 }
 
 bool isNamedArea(const OsmTags& tags) {
-  return tags.isOneOf("indoor", {"room", "area", "corridor"}) || !isNo(tags["room"]);
+  return tags.isOneOf("indoor", {"room", "area", "corridor"}) || !isNo(tags["room"]) ||
+         tags.is("stairs", "yes");
 }
 
 // Outlines that lie on a level without saying that they are indoors.

@@ -10,12 +10,20 @@ namespace tern::imports {
 namespace {
 
 constexpr double mostAsideOfWall = 0.5;
+constexpr double besideWallMetres = 0.1;
 // The wall turns less than this, as the cosine of the angle: the door lies across the bend.
 constexpr double leastStraight = 0.8;
 
 Line acrossOf(Point at, Point way, double metres) {
   const Point step = way * (metres / 2 / std::max(lengthOf(way), 1e-9));
   return {at - step, at + step};
+}
+
+// From the corner on, no longer than the wall. REQUIRES: a wall of some length.
+Line besideCorner(Point corner, Point wall, double metres) {
+  const double length = lengthOf(wall);
+  const double width = std::min(metres, length);
+  return acrossOf(corner + wall * (width / 2 / length), wall, width);
 }
 
 }  // namespace
@@ -85,12 +93,29 @@ std::optional<Line> OsmOutlines::doorOn(const Spot& spot, Point at, double metre
   if (inMetres == 0 || outMetres == 0) return std::nullopt;
   const Point tangent = in * (1 / inMetres) + out * (1 / outMetres);
   if (dotOf(in, out) > leastStraight * inMetres * outMetres) return acrossOf(at, tangent, metres);
-  // In a corner: beside it, in the longer of the two walls.
-  const bool isBehind = outMetres >= inMetres;
-  const double length = isBehind ? outMetres : inMetres;
-  const Point way = isBehind ? out : in * -1;
-  const double width = std::min(metres, length);
-  return acrossOf(at + way * (width / 2 / length), way, width);
+  // In a corner: beside it, in that of the two walls which has an area on either side, else in the
+  // longer one.
+  const Line behind = besideCorner(at, out, metres);
+  const Line ahead = besideCorner(at, in * -1, metres);
+  const std::size_t floor = areas_[spot.area].floor;
+  const bool isBehind = isBetweenAreas(behind, floor);
+  if (isBehind != isBetweenAreas(ahead, floor)) return isBehind ? behind : ahead;
+  return outMetres >= inMetres ? behind : ahead;
+}
+
+bool OsmOutlines::isBetweenAreas(const Line& line, std::size_t floor) const {
+  const Point middle = between(line.front(), line.back(), 0.5);
+  const Point way = line.back() - line.front();
+  const Point normal = Point{-way.y, way.x} * (besideWallMetres / lengthOf(way));
+  return isInArea(middle + normal, floor) && isInArea(middle - normal, floor);
+}
+
+bool OsmOutlines::isInArea(Point at, std::size_t floor) const {
+  return std::ranges::any_of(areas_, [&](const OsmArea& area) {
+    return area.floor == floor && std::ranges::any_of(area.shapes, [&](const Polygon& shape) {
+             return boxOf(shape).contains(at) && holds(shape, at);
+           });
+  });
 }
 
 std::optional<Line> OsmOutlines::doorNear(Point at, std::size_t floor, double metres) const {

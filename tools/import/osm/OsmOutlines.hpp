@@ -40,6 +40,8 @@ class OsmOutlines {
 
   const std::vector<Spot>& spotsOf(std::int64_t node) const;
   std::optional<Line> doorOn(const Spot& spot, Point at, double metres) const;
+  bool isBetweenAreas(const Line& line, std::size_t floor) const;
+  bool isInArea(Point at, std::size_t floor) const;
   std::optional<Line> doorNear(Point at, std::size_t floor, double metres) const;
 
   std::span<const OsmArea> areas_;

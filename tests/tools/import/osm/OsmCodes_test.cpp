@@ -46,6 +46,7 @@ TEST(OsmCodes, whatNobodyMayEnterIsNotWalked) {
 TEST(OsmCodes, moversByAnyOfTheirTags) {
   EXPECT_EQ(areaOf({{"indoor", "corridor"}, {"stairs", "yes"}}).link, LinkKind::stairs);
   EXPECT_EQ(areaOf({{"room", "stairs"}}).link, LinkKind::stairs);
+  EXPECT_EQ(areaOf({{"stairs", "yes"}, {"level", "0;1"}}).link, LinkKind::stairs);
   EXPECT_EQ(areaOf({{"indoor", "room"}, {"elevator", "yes"}}).link, LinkKind::lift);
   EXPECT_EQ(areaOf({{"highway", "elevator"}}).link, LinkKind::lift);
   EXPECT_EQ(areaOf({{"indoor", "room"}, {"stairs", "yes"}, {"conveying", "yes"}}).link,

@@ -498,6 +498,17 @@ TEST(OsmReader, moreThingsThanABuildingHasAreAnError) {
   EXPECT_THAT(*readOf(drawn).error, HasSubstr("50000"));
 }
 
+// The stairs' longer wall from the corner has nothing behind it.
+TEST(OsmReader, aDoorInACornerIsInTheWallToWhatIsBesideIt) {
+  DrawnOsm drawn;
+  drawn.area(1, {{0, 0}, {20, 0}, {20, 1}, {20, 3}, {20, 4}, {0, 4}},
+             {{"indoor", "corridor"}, {"level", "0;1"}});
+  drawn.area(2, {{20, 1}, {25, 1}, {25, 3}, {20, 3}}, {{"room", "stairs"}, {"level", "0;1"}});
+  drawn.point({20, 3}, {{"door", "yes"}});
+  const Draft draft = draftOf(drawn);
+  EXPECT_EQ(reachedFrom(draft, 0).size(), draft.nodes.size());
+}
+
 TEST(OsmReader, filesOfAFolderAreOne) {
   const test::TemporaryFolder folder;
   std::filesystem::create_directory(folder.at("site"));
