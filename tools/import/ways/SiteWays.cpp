@@ -90,20 +90,33 @@ class WayMaker {
   void addDoor(const SiteDoor& door) {
     bool isBeside = false;
     for (const Crossing& crossing : crossingsOf(door.line)) {
-      SitePiece* const left = pieces_.beside(door.floor, crossing.at, crossing.normal, nullptr);
-      SitePiece* const right = pieces_.beside(door.floor, crossing.at, crossing.normal * -1, left);
+      SitePiece* left = pieces_.beside(door.floor, crossing.at, crossing.normal, nullptr);
+      SitePiece* right = pieces_.beside(door.floor, crossing.at, crossing.normal * -1, left);
       if (left == nullptr && right == nullptr) continue;
+      const bool leadsOut = left == nullptr || right == nullptr;
+      if (left == nullptr) left = besideElsewhere(door.floor, crossing.at, crossing.normal);
+      if (right == nullptr) right = besideElsewhere(door.floor, crossing.at, crossing.normal * -1);
       isBeside = true;
       // One walks across a line on the ground without noticing.
       if (pieces_.areOneAcross(door.floor, crossing.at, crossing.normal)) continue;
       const std::size_t node = addNode(door.id, door.floor, crossing.at);
-      draft_.nodes[node].isEntrance = left == nullptr || right == nullptr;
+      draft_.nodes[node].isEntrance = leadsOut;
       if (left != nullptr) addDoorTo(*left, node);
       if (right != nullptr) addDoorTo(*right, node);
     }
     if (!isBeside) {
       draft_.oddities.tell(door.id, "unreached", "No area that one can walk in lies beside it.");
     }
+  }
+
+  // On another floor of the same height: that of the building next door, or the ground about both.
+  SitePiece* besideElsewhere(std::size_t floor, Point at, Point normal) {
+    for (std::size_t other = 0; other < draft_.floors.size(); ++other) {
+      if (other == floor || draft_.floors[other].ordinal != draft_.floors[floor].ordinal) continue;
+      SitePiece* const piece = pieces_.beside(other, at, normal, nullptr);
+      if (piece != nullptr) return piece;
+    }
+    return nullptr;
   }
 
   void addDoorTo(SitePiece& piece, std::size_t node) {

@@ -193,6 +193,16 @@ TEST(ImdfReader, oneStandsInFrontOfAKiosk) {
   EXPECT_EQ(islandsOf(draft), 1U);
 }
 
+TEST(ImdfReader, buildingsAreEnteredFromTheLevelThatIsAroundThem) {
+  DrawnImdf building = shopByAHall();
+  building.level("outdoors", 0).unit("square", "outdoors", "outdoors", {0, -20, 20, 0});
+  building.level("pavilion", 0).unit("stand", "pavilion", "retail", {0, -30, 20, -20});
+  building.opening("front", "pavilion", {9, -20}, {11, -20});
+  const Draft draft = draftOf(building);
+  EXPECT_EQ(draft.floors.size(), 3U);
+  EXPECT_EQ(islandsOf(draft), 1U);
+}
+
 // Two levels with a unit of the category above each other, entered from a hall on each.
 DrawnImdf tower(const char* category, const DrawnImdf::Properties& more = {}) {
   DrawnImdf building;

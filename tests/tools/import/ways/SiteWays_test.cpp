@@ -105,6 +105,31 @@ TEST_F(SiteWays, aDoorWithNothingBehindItIsAnEntrance) {
   EXPECT_EQ(islands(), 1U);
 }
 
+TEST_F(SiteWays, aDoorLeadsToTheGroundThatIsAFloorOfItsOwn) {
+  draft.floors[1].ordinal = 0;
+  area("hall", 0, {0, 0, 10, 5});
+  area("court", 1, {0, -9, 10, 0});
+  area("roof", 2, {0, -9, 10, 0});
+  door("door", 0, {4.5, 0}, {5.5, 0});
+  make();
+  EXPECT_TRUE(nodeOf("door>hall") && nodeOf("door>court"));
+  EXPECT_FALSE(nodeOf("door>roof"));
+  EXPECT_TRUE(draft.nodes[nodeOf("door").value()].isEntrance);
+  EXPECT_EQ(draft.nodes[nodeOf("door>court").value()].floor, 1U);
+  ASSERT_NE(climb(), nullptr);
+  EXPECT_EQ(climb()->kind, LinkKind::walkway);
+}
+
+TEST_F(SiteWays, aDoorOfTwoRoomsLeadsToThemAlone) {
+  draft.floors[1].ordinal = 0;
+  area("hall", 0, {0, 0, 10, 5});
+  area("shop", 0, {0, 5, 10, 10});
+  area("ground", 1, {-9, -9, 19, 19});
+  door("door", 0, {4.5, 5}, {5.5, 5});
+  make();
+  EXPECT_FALSE(nodeOf("door>ground"));
+}
+
 TEST_F(SiteWays, aWideDoorIsCrossedInSeveralPlaces) {
   area("hall", 0, {0, 0, 20, 5});
   area("court", 0, {0, 5, 20, 10});
