@@ -59,7 +59,10 @@ class Planner {
       plan_.buildingIds.push_back(ids_.of("building", building.id));
     }
     for (std::size_t i = 0; i < draft_.floors.size(); ++i) {
-      const std::string& id = draft_.floors[i].id;
+      // Venues of one feed may share a level; each draws it on a map of its own, by which an
+      // application finds the venue.
+      const std::string& level = draft_.floors[i].id;
+      const std::string id = wishes_.customer ? draft_.id + " " + level : level;
       plan_.floors.push_back({ids_.of("floor", id), ids_.of("map", id), levels[i]});
     }
   }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <set>
 
 #include "TernCoreKit/model/collections/TernAmenityCollection.hpp"
 #include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
@@ -181,6 +182,22 @@ TEST(WriteVenues, idsOfSeveralVenuesDoNotDependOnTheirOrder) {
   const auto after = writeTown(elsewhere, {"east", "south", "north"});
   EXPECT_EQ(after.at("north"), before.at("north"));
   EXPECT_EQ(after.at("south"), before.at("south"));
+}
+
+TEST(WriteVenues, mapsOfOneVenueAreThoseOfNoOther) {
+  const test::TemporaryFolder folder;
+  std::set<std::int64_t> maps;
+  std::size_t count = 0;
+  for (const auto& [externalId, id] : writeTown(folder, {"north", "south"})) {
+    const auto loaded = command::loadVenue(folder.at("out"), id, std::nullopt);
+    ASSERT_EQ(loaded.index(), 0U);
+    for (const auto& map : std::get<0>(loaded)->maps->getAll()) {
+      maps.insert(map->id.integer());
+      ++count;
+    }
+  }
+  EXPECT_EQ(count, 4U) << "both have the same floors in their source";
+  EXPECT_EQ(maps.size(), count);
 }
 
 TEST(WriteVenues, numbersOfSeveralVenuesAreKept) {
