@@ -11,7 +11,9 @@
 
 #include "TernCoreKit/platform/Value.hpp"
 #include "tools/import/draft/MiddleValue.hpp"
+#include "tools/import/gtfs/LevelNames.hpp"
 #include "tools/import/gtfs/NodePlaces.hpp"
+#include "tools/import/gtfs/PathwayCodes.hpp"
 #include "tools/import/gtfs/StationLevels.hpp"
 #include "tools/import/gtfs/StationNames.hpp"
 
@@ -21,78 +23,8 @@ namespace {
 
 // Farther from the middle of the station is another place.
 constexpr double mostStationMetres = 10'000;
-constexpr double mostPathwayMetres = 5'000;
-// One in twelve, as a ramp may be at most.
-constexpr double steepSlope = 1 / 12.0;
 // Of names where the feed does not say.
 constexpr std::string_view fallbackLanguage = "en";
-
-bool climbs(PathwayMode mode) {
-  return mode == PathwayMode::stairs || mode == PathwayMode::escalator ||
-         mode == PathwayMode::elevator;
-}
-
-bool isGate(PathwayMode mode) {
-  return mode == PathwayMode::fareGate || mode == PathwayMode::exitGate;
-}
-
-// What is drawn of a pathway that does not say how long it is.
-double metresOf(const GtfsPathway& pathway) {
-  const auto timed = [&](double metresASecond, double fallback) {
-    return pathway.traversalTime ? *pathway.traversalTime * metresASecond : fallback;
-  };
-  const auto unsaid = [&] {
-    switch (pathway.mode) {
-      case PathwayMode::stairs:
-        return pathway.steps ? std::abs(*pathway.steps) * 0.3 : timed(0.5, 6);
-      case PathwayMode::escalator:
-        return timed(0.4, 12);
-      case PathwayMode::movingSidewalk:
-        return timed(0.65, 30);
-      case PathwayMode::elevator:
-      case PathwayMode::fareGate:
-      case PathwayMode::exitGate:
-        return 2.0;
-      default:
-        return timed(1.34, 10);
-    }
-  };
-  const double metres = pathway.length && *pathway.length > 0 ? *pathway.length : unsaid();
-  return std::clamp(metres, 0.5, mostPathwayMetres);
-}
-
-int riseOf(const GtfsPathway& pathway) {
-  const double steps = pathway.steps.value_or(0);
-  return steps > 0 ? 1 : steps < 0 ? -1 : 0;
-}
-
-// The words with a space on either side, in small letters, so that whole ones are found.
-std::string wordsOf(std::string_view name) {
-  std::string words = " " + std::string(name) + " ";
-  for (char& c : words) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
-  return words;
-}
-
-// Whether one of the names holds the other, as "On street" does "Street".
-bool saysTheSame(std::string_view one, std::string_view other) {
-  const std::string words = wordsOf(one);
-  const std::string otherWords = wordsOf(other);
-  return words.find(otherWords) != std::string::npos || otherWords.find(words) != std::string::npos;
-}
-
-constexpr std::string_view betweenNames = ", ";
-
-// Whether one of the names that stand in the text, with commas between, says the same.
-bool isSaidIn(std::string_view text, std::string_view name) {
-  while (!text.empty()) {
-    const std::size_t end = std::min(text.find(betweenNames), text.size());
-    if (saysTheSame(text.substr(0, end), name)) return true;
-    text.remove_prefix(std::min(end + betweenNames.size(), text.size()));
-  }
-  return false;
-}
 
 class StationDrafter {
  public:
@@ -243,19 +175,10 @@ class StationDrafter {
     floor.ordinal = ordinal;
     floor.shortNames = {{"", number}};
     for (const auto& [count, id] : ranked) {
-      for (const Name& name : feed_.levelNames(*feed_.level(id))) addTo(floor.names, name);
+      for (const Name& name : feed_.levelNames(*feed_.level(id))) addLevelName(floor.names, name);
     }
     if (floor.names.empty()) floor.names = floor.shortNames;
     return floor;
-  }
-
-  static void addTo(Names& names, const Name& added) {
-    const auto same = std::ranges::find(names, added.language, &Name::language);
-    if (same == names.end()) {
-      names.push_back(added);
-    } else if (!isSaidIn(same->text, added.text)) {
-      same->text.append(betweenNames).append(added.text);
-    }
   }
 
   void placeNodes() {
@@ -345,43 +268,20 @@ class StationDrafter {
     link.id = way.id;
     link.from = nodeOf(way.from);
     link.to = nodeOf(way.to);
-    link.kind = kindOf(way);
+    link.kind = kindOf(way, endsOf(way));
     // An exit gate lets nobody in, whatever the feed says.
     const bool isBothWays = way.isBothWays && way.mode != PathwayMode::exitGate;
     link.direction = isBothWays ? Direction::both : Direction::forward;
     link.hasSteps = link.kind == LinkKind::walkway && way.steps.value_or(0) != 0;
-    link.isSteep = std::abs(way.slope.value_or(0)) > steepSlope;
+    link.isSteep = isSteep(way);
     link.details = detailsOf(way);
     return link;
   }
 
-  LinkKind kindOf(const GtfsPathway& way) const {
-    const bool hasSteps = way.steps.value_or(0) != 0;
-    switch (way.mode) {
-      case PathwayMode::walkway:
-        return hasSteps ? LinkKind::walkway : walkedKindOf(way);
-      case PathwayMode::stairs:
-        return LinkKind::stairs;
-      case PathwayMode::movingSidewalk:
-        return hasSteps ? LinkKind::walkway : LinkKind::movingWalkway;
-      case PathwayMode::escalator:
-        return LinkKind::escalator;
-      case PathwayMode::elevator:
-        return hasSteps || isBarred(way.from) || isBarred(way.to) ? LinkKind::lift
-                                                                  : LinkKind::stepFreeLift;
-      case PathwayMode::fareGate:
-      case PathwayMode::exitGate:
-        return hasSteps ? LinkKind::walkway : LinkKind::gate;
-      case PathwayMode::unknown:
-        break;
-    }
-    return LinkKind::unknown;
-  }
-
-  LinkKind walkedKindOf(const GtfsPathway& way) const {
-    const bool changesFloor =
-        draft_.nodes[nodeOf(way.from)].floor != draft_.nodes[nodeOf(way.to)].floor;
-    return changesFloor || way.slope.value_or(0) != 0 ? LinkKind::ramp : LinkKind::walkway;
+  PathwayEnds endsOf(const GtfsPathway& way) const {
+    const std::size_t from = draft_.nodes[nodeOf(way.from)].floor;
+    const std::size_t to = draft_.nodes[nodeOf(way.to)].floor;
+    return {from != to, isBarred(way.from) || isBarred(way.to)};
   }
 
   // Whether a wheelchair is told not to go there; what does not say is as its parent.
@@ -391,23 +291,6 @@ class StationDrafter {
       stop = parentOf(*stop);
     }
     return stop->wheelchair == 2;
-  }
-
-  static Value detailsOf(const GtfsPathway& way) {
-    Value details = Value::map();
-    const auto add = [&](std::string_view key, const std::optional<double>& number) {
-      if (number) details.set(key, *number);
-    };
-    add("length", way.length);
-    add("traversalTime", way.traversalTime);
-    if (way.steps) details.set("steps", std::abs(*way.steps));
-    add("slope", way.slope);
-    add("width", way.width);
-    if (!way.signpostedAs.empty()) details.set("signpostedAs", way.signpostedAs);
-    if (!way.reversedSignpostedAs.empty()) {
-      details.set("reversedSignpostedAs", way.reversedSignpostedAs);
-    }
-    return details;
   }
 
   static void addWayBack(DraftLink& link, const GtfsPathway& way) {
