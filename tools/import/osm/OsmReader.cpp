@@ -449,9 +449,9 @@ class OsmReader {
     dropEmptyFloors(draft_);
     if (found_.others == 0) return;
     tell("others", "notIndoors",
-         found_.others == 1 ? "1 record with tags says nothing of indoors."
-                            : std::to_string(found_.others) +
-                                  " records with tags say nothing of indoors.");
+         found_.others == 1
+             ? "1 record with tags says nothing of indoors."
+             : std::to_string(found_.others) + " records with tags say nothing of indoors.");
   }
 
   // Made nodes are those that are drawn where they lie in one place.
