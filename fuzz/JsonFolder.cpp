@@ -14,7 +14,7 @@ void checkFolderOf(const std::string& input, FileNames names,
   const test::TemporaryFolder folder;
   for (const std::string_view name : names) {
     const Value& file = read.value[name];
-    if (file.isNull()) continue;
+    if (file.isAbsent() || file.isNull()) continue;
     folder.write(name,
                  file.isText() ? std::string(file.text()) : encodeJson(file, JsonLayout::compact));
   }

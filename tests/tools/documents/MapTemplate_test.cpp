@@ -20,7 +20,7 @@ TEST(MapTemplate, isADocumentOfItsColours) {
 }
 
 TEST(MapTemplate, saysWhenItWasMadeWhereThatIsKnown) {
-  EXPECT_TRUE(decodeJson(documentOf(dusk)).value["generatedAt"].isNull());
+  EXPECT_TRUE(decodeJson(documentOf(dusk)).value["generatedAt"].isAbsent());
   MapTemplate dated = dusk;
   dated.generatedAt = 7;
   EXPECT_EQ(decodeJson(documentOf(dated)).value["generatedAt"].integer(), 7);

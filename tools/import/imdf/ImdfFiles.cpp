@@ -43,10 +43,9 @@ bool ImdfFiles::areIn(const SourceFiles& source) {
   });
 }
 
-ImdfFiles::ImdfFiles(const SourceFiles& source, Oddities& told)
-    : read_(readGeoJsonFiles(source, told)) {
+ImdfFiles::ImdfFiles(const SourceFiles& source, Oddities& told) : read_(readGeoJsonFiles(source)) {
   for (const GeoJsonFile& file : read_.files) {
-    if (stemOf(file.name) == "manifest") {
+    if (stemOf(file.name) == "manifest" && !file.error) {
       language_ = file.document["language"].text();
     } else {
       addFeatures(file, told);

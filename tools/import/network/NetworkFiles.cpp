@@ -71,7 +71,7 @@ bool NetworkFiles::areIn(const SourceFiles& source) {
 }
 
 NetworkFiles::NetworkFiles(const SourceFiles& source, Oddities& told)
-    : read_(readGeoJsonFiles(source, told)) {
+    : read_(readGeoJsonFiles(source)) {
   for (const GeoJsonFile& file : read_.files) addFeatures(file, told);
 }
 

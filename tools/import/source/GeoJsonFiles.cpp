@@ -8,14 +8,10 @@ namespace tern::imports {
 
 namespace {
 
-void add(GeoJsonFiles& files, const std::string& name, std::string text, Oddities& told) {
-  files.stamp = hashOf(text, hashOf(name, files.stamp));
+GeoJsonFile parsed(const std::string& name, std::string text) {
   JsonResult document = decodeJson(std::move(text));
-  if (document.error) {
-    told.tell(name, "unreadable", "The file is no JSON: " + *document.error);
-  } else {
-    files.files.push_back({name, std::move(document.value)});
-  }
+  if (document.error) return {name, {}, "The file is no JSON: " + *document.error};
+  return {name, std::move(document.value), std::nullopt};
 }
 
 }  // namespace
@@ -24,15 +20,16 @@ bool isGeoJson(std::string_view file) {
   return file.ends_with(".geojson") || file.ends_with(".GeoJSON") || file.ends_with(".json");
 }
 
-GeoJsonFiles readGeoJsonFiles(const SourceFiles& source, Oddities& told) {
+GeoJsonFiles readGeoJsonFiles(const SourceFiles& source) {
   GeoJsonFiles files;
   for (const std::string& name : source.names()) {
     if (!isGeoJson(name)) continue;
     ReadFile read = source.read(name);
     if (read.error) {
-      told.tell(name, "unreadable", *read.error + ".");
+      files.files.push_back({name, {}, *read.error + "."});
     } else {
-      add(files, name, std::move(read.text), told);
+      files.stamp = hashOf(read.text, hashOf(name, files.stamp));
+      files.files.push_back(parsed(name, std::move(read.text)));
     }
   }
   return files;
@@ -41,7 +38,7 @@ GeoJsonFiles readGeoJsonFiles(const SourceFiles& source, Oddities& told) {
 const Value* featuresOf(const GeoJsonFile& file, Oddities& told) {
   const Value& features = file.document["features"];
   if (features.isList()) return &features;
-  told.tell(file.name, "unreadable", "The file has no list of features.");
+  told.tell(file.name, "unreadable", file.error.value_or("The file has no list of features."));
   return nullptr;
 }
 

@@ -1,13 +1,14 @@
 // The GeoJSON files of a source, read.
 //
-//   const GeoJsonFiles files = readGeoJsonFiles(source, told);
+//   const GeoJsonFiles files = readGeoJsonFiles(source);
 //   for (const GeoJsonFile& file : files.files) featuresOf(file, told);
 //
 // Ownership: owns the documents. Threads: free functions. Fails: by value; a file that cannot be
-// read is told of, and the others count.
+// read says why, and the others count.
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,6 +23,8 @@ namespace tern::imports {
 struct GeoJsonFile {
   std::string name;
   Value document;
+  // Why there is none, in a sentence.
+  std::optional<std::string> error;
 };
 
 struct GeoJsonFiles {
@@ -33,9 +36,9 @@ struct GeoJsonFiles {
 // By the end of its name.
 bool isGeoJson(std::string_view file);
 
-GeoJsonFiles readGeoJsonFiles(const SourceFiles& source, Oddities& told);
+GeoJsonFiles readGeoJsonFiles(const SourceFiles& source);
 
-// Null, and told of, where there is no list of them.
+// Null, and told of, where the file cannot be read or has no list of them.
 const Value* featuresOf(const GeoJsonFile& file, Oddities& told);
 
 }  // namespace tern::imports
