@@ -47,6 +47,7 @@ class ImdfReader {
     ImdfPlaces places(files_, floors_, units_, draft_, site_);
     places.plan();
     places.add(makeWays(site_, draft_));
+    if (draft_.nodes.empty()) return {{}, "nothing of it can be walked: it has no doors"};
     readDetails();
     tellTheRest();
     dropEmptyFloors(draft_);

@@ -364,6 +364,9 @@ TEST(ImdfReader, withoutALevelOrAUnitThereIsNoDraft) {
   DrawnImdf solid;
   solid.level("ground", 0).unit("wall", "ground", "structure", {0, 0, 1, 1});
   EXPECT_TRUE(readOf(solid).error);
+  DrawnImdf closed;
+  closed.level("ground", 0).unit("room", "ground", "room", {0, 0, 1, 1});
+  EXPECT_EQ(readOf(closed).error, "nothing of it can be walked: it has no doors");
 }
 
 // A real campus, where it lies.
