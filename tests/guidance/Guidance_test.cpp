@@ -24,6 +24,7 @@
 #include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "tests/guidance/Bearings.hpp"
+#include "tests/support/RealData.hpp"
 #include "tests/support/TriedVenues.hpp"
 
 namespace tern {
@@ -57,7 +58,7 @@ class StepLaws : public testing::TestWithParam<std::string> {
  protected:
   void SetUp() override {
     venue = test::triedVenue(GetParam());
-    if (venue == nullptr) GTEST_SKIP() << "no real buildings here: TERN_REALDATA names no folder";
+    if (venue == nullptr) GTEST_SKIP() << test::noRealData;
   }
 
   double scaleOf(std::int64_t mapId) const {

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "tests/support/Paths.hpp"
-#include "tests/support/PedestrianNetwork.hpp"
+#include "tests/support/RealData.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 #include "tools/generate/GenerateVenue.hpp"
 #include "tools/tern/VenueFolder.hpp"
