@@ -141,7 +141,7 @@ class Tests:
         self.link = [word for word in words if not word.endswith("libTernCoreKit.a")
                      and "--exclude-libs" not in word]
         self.library = [self.object_of(source) for source in self.compile
-                        if source.startswith("TernCoreKit/")]
+                        if "/TernCoreKit.dir/" in self.object_of(source)]
         self.suites = {}
         for source in self.compile:
             if source.endswith("_test.cpp"):
