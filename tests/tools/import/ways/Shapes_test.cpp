@@ -40,6 +40,10 @@ TEST(Shapes, whatLiesOverEachOtherBecomesOne) {
   EXPECT_NEAR(areaOfAll(both), 6, 1e-9);
 }
 
+// Not with libc++: what GEOS throws within itself is libstdc++'s where it comes from a package, and
+// a program that has both does not survive that.
+#ifndef _LIBCPP_VERSION
+
 // As rounding leaves them; GEOS by itself gives up on each of these.
 TEST(Shapes, whatLiesOverEachOtherOrCrossesItselfIsCutAndCutOut) {
   const Shapes pair{square(0, 0, 2), square(1.9, 0, 2)};
@@ -49,6 +53,8 @@ TEST(Shapes, whatLiesOverEachOtherOrCrossesItselfIsCutAndCutOut) {
   EXPECT_NEAR(areaOfAll(common({square(0, 0, 1)}, bow)), 0.5, 1e-9);
   EXPECT_NEAR(areaOfAll(joined({square(0, 0, 1)}, bow)), 2.5, 1e-9);
 }
+
+#endif
 
 TEST(Shapes, outlinesTurnOneWayAndHolesTheOther) {
   const Shapes frame = cut({square(0, 0, 4)}, {square(1, 1, 2)});
