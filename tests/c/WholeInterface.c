@@ -20,7 +20,8 @@
 static char failure[2000];
 
 static const char* failed_at(int line, const char* what, const char* more) {
-  snprintf(failure, sizeof failure, "WholeInterface.c:%d: %s: %s", line, what, more ? more : "");
+  snprintf(failure, sizeof failure, "WholeInterface.c:%d: %s: %.1000s", line, what,
+           more ? more : "");
   return failure;
 }
 
