@@ -23,6 +23,7 @@ from terncorekit.answers import (
     Tour,
 )
 from terncorekit.errors import TernError
+from terncorekit.host import HttpRequest, HttpResponse, use_host
 from terncorekit.hub import Hub, VenueName
 from terncorekit.matrix import Matrix
 from terncorekit.venue import Venue
@@ -30,6 +31,8 @@ from terncorekit.venue import Venue
 __all__ = [
     "Directions",
     "Element",
+    "HttpRequest",
+    "HttpResponse",
     "Hub",
     "Matrix",
     "Nearest",
@@ -45,6 +48,7 @@ __all__ = [
     "Tour",
     "Venue",
     "VenueName",
+    "use_host",
     "use_library",
     "version",
 ]

@@ -41,6 +41,8 @@ _FUNCTIONS: list[tuple[str, Any, list[Any]]] = [
     ("tern_hub_load", c_bool, [c_void_p, c_char_p, VenueCallback, c_void_p, _ERROR]),
     ("tern_hub_list", c_bool, [c_void_p, TextCallback, c_void_p, _ERROR]),
     ("tern_hub_close", c_bool, [c_void_p, _ERROR]),
+    ("tern_http_complete", c_bool, [c_void_p, c_void_p, _ERROR]),
+    ("tern_set_host", c_bool, [c_void_p, _ERROR]),
 ]
 
 _lock = threading.Lock()

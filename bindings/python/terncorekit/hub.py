@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import atexit
 import itertools
 import json
 import os
@@ -10,6 +11,7 @@ from concurrent.futures import Future, InvalidStateError
 from types import TracebackType
 from typing import Any, Callable, Iterable, NamedTuple, SupportsIndex
 
+from terncorekit import _ending
 from terncorekit._arguments import venue_options, whole
 from terncorekit._calls import call, given_text
 from terncorekit._library import TextCallback, VenueCallback, library
@@ -68,6 +70,7 @@ class Hub:
         text = json.dumps(options, ensure_ascii=False)
         self._handle: int = call(library().tern_hub_open, given_text(text, "options"))
         self._finalizer = weakref.finalize(self, library().tern_hub_close, self._handle, None)
+        _open.add(self)
 
     def venues(self) -> list[VenueName]:
         """The customer's venues."""
@@ -111,6 +114,16 @@ class Hub:
         self.close()
 
 
+_open: weakref.WeakSet[Hub] = weakref.WeakSet()
+
+
+@atexit.register
+def _close_all() -> None:
+    """Comes before what waits for loads to end."""
+    for hub in list(_open):
+        hub.close()
+
+
 # Who waits, by the number that goes through the library in place of an address. The two callbacks,
 # _LOADED and _LISTED, live as long as the program: the library can never call one that has gone.
 _waiting: dict[int, Future[Any]] = {}
@@ -121,10 +134,11 @@ def _waited_for(begin: Callable[[int], Any]) -> Any:
     """What a callback is told of the work that begins."""
     number = next(_numbers)
     future = _waiting[number] = Future()
+    _ending.note(future)
     try:
         begin(number)
     except BaseException:
-        del _waiting[number]
+        _ending.forget(_waiting.pop(number, None))
         raise
     try:
         return future.result()
@@ -144,6 +158,8 @@ def _loaded(number: int, venue: int | None, error: bytes | None) -> None:
             future.set_result(venue)
     except InvalidStateError:
         _close_venue(venue)
+    finally:
+        _ending.forget(future)
 
 
 def _listed(number: int, text: bytes) -> None:
@@ -157,6 +173,8 @@ def _listed(number: int, text: bytes) -> None:
             future.set_result(said)
     except InvalidStateError:
         pass
+    finally:
+        _ending.forget(future)
 
 
 _LOADED = VenueCallback(_loaded)

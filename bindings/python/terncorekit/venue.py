@@ -9,6 +9,7 @@ from types import TracebackType
 from typing import Any, Iterable, Iterator, Mapping, SupportsFloat, SupportsIndex, TypeVar
 from typing import Union, overload
 
+from terncorekit import _ending
 from terncorekit._arguments import number, one_or_more, request_text, venue_options, whole, wholes
 from terncorekit._calls import call, given_text, taken_text
 from terncorekit._library import DocumentCallback, library
@@ -372,6 +373,7 @@ def _opened(documents: Documents, options: bytes | None) -> int:
             failures.append(failure)
 
     # Who calls has the callback until the call returns, and nobody calls it later.
+    _ending.note(give)
     try:
         handle: int = call(
             library().tern_venue_open_documents, DocumentCallback(give), None, options
@@ -380,6 +382,8 @@ def _opened(documents: Documents, options: bytes | None) -> int:
         if failures:
             raise failures[0] from None
         raise
+    finally:
+        _ending.forget(give)
     if failures:
         library().tern_venue_close(handle, None)
         raise failures[0]

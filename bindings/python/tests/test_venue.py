@@ -179,6 +179,20 @@ def test_a_program_that_ends_closes():
     subprocess.run([sys.executable, "-c", program], check=True)
 
 
+def test_a_program_that_ends_while_a_venue_is_opened():
+    program = """
+import threading, time
+from terncorekit import Venue
+asked = threading.Event()
+def read(path):
+    asked.set()
+    time.sleep(0.2)
+threading.Thread(target=Venue.from_documents, args=(read,), daemon=True).start()
+asked.wait()
+"""
+    subprocess.run([sys.executable, "-c", program], check=True, timeout=60)
+
+
 def test_requests_that_are_none_raise(shared_venue):
     for wrong in (None, 7, b"{}", {"op": "center"}):
         with pytest.raises(TypeError):
@@ -262,12 +276,11 @@ def test_threads_ask_one_venue_at_once(shared_venue):
 def test_the_library_runs_without_pythons_lock():
     """While one thread opens a venue, which asks this function, another one answers."""
     with Venue.open("data/plaza") as other:
-        said = threading.Event()
-
         def wait(path):
-            thread = threading.Thread(target=lambda: other.answer(ROUTE) and said.set())
+            thread = threading.Thread(target=other.answer, args=(ROUTE,))
             thread.start()
-            assert said.wait(60)
+            thread.join(60)
+            assert not thread.is_alive()
             return read(path)
 
         Venue.from_documents(wait).close()
