@@ -6,6 +6,9 @@ import json
 import operator
 from typing import Any, Iterable, Mapping, SupportsFloat, SupportsIndex
 
+# Made once: json.dumps would make one for each request.
+_ENCODER = json.JSONEncoder(ensure_ascii=False, allow_nan=False, separators=(",", ":"))
+
 
 def whole(value: SupportsIndex, name: str) -> int:
     """A whole number, one of numpy's too. True is none."""
@@ -49,7 +52,7 @@ def number(value: SupportsFloat, name: str) -> float:
 
 def request_text(request: Mapping[str, Any]) -> str:
     """A request in JSON. A TypeError or ValueError where it cannot be written in it."""
-    return json.dumps(dict(request), ensure_ascii=False, allow_nan=False, separators=(",", ":"))
+    return _ENCODER.encode(dict(request))
 
 
 def venue_options(venues: Iterable[SupportsIndex] | None) -> bytes | None:

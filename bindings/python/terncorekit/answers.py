@@ -57,7 +57,7 @@ class Segment:
             pixel_distance=raw["pixelDistance"],
             millimetres=raw["mmDistance"],
             points=tuple(raw["points"]),
-            map_points=tuple((x, y) for x, y in raw["mapPoints"]),
+            map_points=tuple(map(_point, raw["mapPoints"])),
             raw=raw,
         )
 
@@ -424,6 +424,10 @@ class Places:
     def _repr_html_(self) -> str:
         rows = [(place.name, place.kind, place.id, place.waypoints) for place in self.places]
         return table(("name", "kind", "id", "waypoints"), rows)
+
+
+def _point(raw: list[float]) -> tuple[float, float]:
+    return raw[0], raw[1]
 
 
 def element_of(raw: dict[str, Any] | None) -> Element | None:
