@@ -1,8 +1,8 @@
 """The end of the program, while the library may still call Python.
 
 A thread that wants to run Python then is ended where it stands. Where the library called it, C++
-answers that by ending the process as a crash would. So whatever the library may call is noted here
-as long as it may, and the end waits for it. By then hubs are closed, so there is little to wait for.
+answers that by ending the process as a crash would. So what the library may call is noted here as
+long as it may, and the end waits for it. By then hubs are closed: there is little to wait for.
 """
 
 from __future__ import annotations

@@ -17,10 +17,9 @@ if TYPE_CHECKING:
 
 Rows = list[list[Any]]
 
-# Of one request: what is asked at once is in memory as text, too.
-PAIRS_AT_ONCE = 100_000
-# Rows that are asked together share what is prepared for them.
-FEWEST_ROWS = 16
+# Of one request: rows that are asked together share what is prepared for them, and are in memory as
+# text and as objects, too.
+PAIRS_AT_ONCE = 250_000
 
 
 @dataclass(frozen=True, eq=False)
@@ -65,7 +64,7 @@ def matrix_of(
 ) -> Matrix:
     """The matrix of a request, asked some rows at a time."""
     starts, goals = request["from"], request["to"]
-    together = max(FEWEST_ROWS, PAIRS_AT_ONCE // max(1, len(goals)))
+    together = max(1, PAIRS_AT_ONCE // max(1, len(goals)))
     costs, lengths = _Table(len(starts), len(goals)), _Table(len(starts), len(goals))
     with reporting(progress, len(starts), "rows") as report:
         # Without starts it is asked too, so that a request that is wrong is refused.

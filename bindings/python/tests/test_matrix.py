@@ -45,7 +45,6 @@ def test_matrix_says_what_a_route_says(shared_venue):
 def test_matrix_in_parts_is_the_same(shared_venue, monkeypatch):
     whole = shared_venue.matrix(STARTS, GOALS)
     monkeypatch.setattr(matrix, "PAIRS_AT_ONCE", 12)
-    monkeypatch.setattr(matrix, "FEWEST_ROWS", 1)
     told = []
     parts = shared_venue.matrix(STARTS, GOALS, progress=lambda *each: told.append(each))
     assert cells(parts.costs) == cells(whole.costs)
