@@ -8,6 +8,7 @@ long as it may, and the end waits for it. By then hubs are closed: there is litt
 from __future__ import annotations
 
 import atexit
+import os
 import time
 
 LONGEST_WAIT = 60.0
@@ -26,6 +27,11 @@ def note(what: object) -> None:
 def forget(what: object) -> None:
     """It will not any more, once the function that says so has returned."""
     _noted.discard(what)
+
+
+if hasattr(os, "register_at_fork"):
+    # What the library's threads are about in the parent is not done in a child.
+    os.register_at_fork(after_in_child=_noted.clear)
 
 
 @atexit.register

@@ -15,7 +15,7 @@ from terncorekit import _ending
 from terncorekit._arguments import venue_options, whole
 from terncorekit._calls import call, given_text
 from terncorekit._library import TextCallback, VenueCallback, library
-from terncorekit.errors import error_from, error_of
+from terncorekit.errors import TernError, error_from, error_of
 from terncorekit.floors import Floors
 from terncorekit.venue import Venue
 
@@ -32,7 +32,8 @@ class Hub:
     """Loads venues of a customer from a mapping service, and keeps what it loads on disk.
 
     What the service does not answer is taken from what is kept. It is a context manager; venues
-    that were loaded stay when it is closed. No request is sent before the first load.
+    that were loaded stay when it is closed. No request is sent before the first load. In a forked
+    process it is closed: it stays with the one that opened it.
 
         with Hub("https://maps.example.com", customer_id=42, client_id="...",
                  client_secret="...") as hub:
@@ -74,9 +75,8 @@ class Hub:
 
     def venues(self) -> list[VenueName]:
         """The customer's venues."""
-        text = _waited_for(
-            lambda number: call(library().tern_hub_list, self._handle, _LISTED, number)
-        )
+        handle = self._open_handle()
+        text = _waited_for(lambda number: call(library().tern_hub_list, handle, _LISTED, number))
         return [
             VenueName(venue["id"], venue["externalId"], venue["name"])
             for venue in json.loads(text)["venues"]
@@ -88,10 +88,11 @@ class Hub:
         Closing the hub on another thread ends the wait with an error.
         """
         options = venue_options(venues)
-        handle = _waited_for(
-            lambda number: call(library().tern_hub_load, self._handle, options, _LOADED, number)
+        handle = self._open_handle()
+        venue = _waited_for(
+            lambda number: call(library().tern_hub_load, handle, options, _LOADED, number)
         )
-        return Venue(handle, Floors(None, None))
+        return Venue(venue, Floors(None, None))
 
     def close(self) -> None:
         """Ends what is under way. Once or more often."""
@@ -101,6 +102,11 @@ class Hub:
     def closed(self) -> bool:
         """Whether it was closed."""
         return not self._finalizer.alive
+
+    def _open_handle(self) -> int:
+        if self.closed:
+            raise TernError("TN006", "the hub is closed")
+        return self._handle
 
     def __enter__(self) -> Hub:
         return self
@@ -122,6 +128,16 @@ def _close_all() -> None:
     """Comes before what waits for loads to end."""
     for hub in list(_open):
         hub.close()
+
+
+def _leave_to_parent() -> None:
+    """In a forked process, where the threads that a hub needs are not."""
+    for hub in list(_open):
+        hub._finalizer.detach()
+
+
+if hasattr(os, "register_at_fork"):
+    os.register_at_fork(after_in_child=_leave_to_parent)
 
 
 # Who waits, by the number that goes through the library in place of an address. The two callbacks,

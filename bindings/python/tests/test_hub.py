@@ -1,7 +1,9 @@
 """Venues from a mapping service: that of the command, on this machine."""
 
+import os
 import re
 import subprocess
+import sys
 import threading
 
 import pytest
@@ -91,6 +93,26 @@ def test_a_closed_hub_raises(service, options):
         hub.load()
     with pytest.raises(TernError, match="closed"):
         hub.venues()
+
+
+@pytest.mark.skipif(not hasattr(os, "fork"), reason="no fork here")
+def test_a_fork_leaves_the_hub_to_its_parent(service, options):
+    program = f"""
+import os, terncorekit
+hub = terncorekit.Hub({service!r}, customer_id=1, client_id="local", client_secret="local",
+                      cache_folder={str(options["cache_folder"])!r})
+hub.load().close()
+child = os.fork()
+if child == 0:
+    try:
+        hub.load()
+    except terncorekit.TernError as error:
+        assert error.message == "the hub is closed"
+        raise SystemExit(7)
+assert os.waitstatus_to_exitcode(os.waitpid(child, 0)[1]) == 7
+hub.load().close()
+"""
+    subprocess.run([sys.executable, "-c", program], check=True, timeout=60)
 
 
 def test_wrong_options_raise(options):
