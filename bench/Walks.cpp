@@ -3,9 +3,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <random>
-#include <thread>
 
 #include "TernCoreKit/model/collections/TernMapCollection.hpp"
+#include "TernCoreKit/platform/detail/common/Processors.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "TernCoreKit/wayfinding/TernWalks.hpp"
 #include "bench/Bench.hpp"
@@ -61,7 +61,7 @@ void measure(std::size_t waypoints) {
                             rounds);
   std::printf(
       "%zu x %zu walks at %zu waypoints on %u threads: %.0f ms, %.2f of bare searches on one\n",
-      side, side, ids.size(), std::thread::hardware_concurrency(), median(seconds[0]) * 1e3,
+      side, side, ids.size(), tern::detail::usableProcessors(), median(seconds[0]) * 1e3,
       ratioOf(seconds[0], seconds[1]));
   std::fflush(stdout);
 }

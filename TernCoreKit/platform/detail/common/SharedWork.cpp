@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "TernCoreKit/platform/detail/common/Attempt.hpp"
+#include "TernCoreKit/platform/detail/common/Processors.hpp"
 
 namespace tern::inline v5::detail {
 
@@ -18,7 +19,7 @@ void shareWork(std::size_t pieces, const std::function<void(Pieces&)>& work) {
     left.stop();
   };
   std::vector<std::thread> helpers;
-  const std::size_t most = std::min<std::size_t>(pieces, std::thread::hardware_concurrency());
+  const std::size_t most = std::min<std::size_t>(pieces, usableProcessors());
   attempt([&] {
     while (helpers.size() + 1 < most) helpers.emplace_back(attemptWork);
   });

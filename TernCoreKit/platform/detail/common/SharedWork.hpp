@@ -33,9 +33,10 @@ class Pieces {
   const std::size_t count_;
 };
 
-// Runs the work on as many threads as the machine has, the caller's among them, but on no more than
-// there are pieces; returns when all have ended. Where no threads are to be had the caller's does
-// it all. Fails: by std::bad_alloc, when the system had no more to give to the work itself.
+// Runs the work on as many threads as there are processors for the caller, its own among them, but
+// on no more than there are pieces; returns when all have ended. Where no threads are to be had the
+// caller's does it all. Fails: by std::bad_alloc, when the system had no more to give to the work
+// itself.
 void shareWork(std::size_t pieces, const std::function<void(Pieces&)>& work);
 
 }  // namespace tern::detail

@@ -1,6 +1,7 @@
 #include "TernCoreKit/platform/detail/common/SharedWork.hpp"
 
 #include <gtest/gtest.h>
+#include <sched.h>
 
 #include <algorithm>
 #include <atomic>
@@ -39,6 +40,38 @@ TEST(SharedWork, wantOfMemoryInOnePieceEndsTheWork) {
   EXPECT_THROW(shareWork(1'000'000'000, work), std::bad_alloc);
   EXPECT_GE(done, 3);
 }
+
+#if defined(__linux__)
+
+class OneProcessor {
+ public:
+  OneProcessor() {
+    EXPECT_EQ(sched_getaffinity(0, sizeof before_, &before_), 0);
+    cpu_set_t one;
+    CPU_ZERO(&one);
+    CPU_SET(static_cast<unsigned>(sched_getcpu()), &one);
+    EXPECT_EQ(sched_setaffinity(0, sizeof one, &one), 0);
+  }
+  ~OneProcessor() { sched_setaffinity(0, sizeof before_, &before_); }
+  OneProcessor(const OneProcessor&) = delete;
+  OneProcessor& operator=(const OneProcessor&) = delete;
+
+ private:
+  cpu_set_t before_;
+};
+
+// As under `taskset`, or in a container that was given a part of the machine.
+TEST(SharedWork, noMoreThreadsWorkThanMayRunAtATime) {
+  const OneProcessor pinned;
+  std::atomic<int> workers = 0;
+  shareWork(1000, [&](Pieces& pieces) {
+    ++workers;
+    while (pieces.next()) continue;
+  });
+  EXPECT_EQ(workers, 1);
+}
+
+#endif
 
 // The caller does what nobody helps with.
 TEST(SharedWork, withoutMemoryForHelpersItIsDoneAllTheSame) {
