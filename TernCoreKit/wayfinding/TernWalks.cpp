@@ -52,12 +52,12 @@ std::optional<std::vector<TernWalks::Row>> TernWalks::between(std::span<const st
     detail::shareWork(from.size(), [&](detail::Pieces& pieces) {
       detail::SearchTurn turn(nodes);
       detail::WalkLengths lengths(scales);
-      std::vector<Position> settled;
+      std::vector<detail::Settled> settled;
       while (const auto piece = pieces.next()) {
         const Position start = nodes.graph.find(from[*piece]);
         if (start == detail::noPosition) continue;
         turn.searchWhole(start, accessLevel, first.links(), settled);
-        lengths.measure(turn.state(), settled);
+        lengths.measure(settled);
         read(turn.state(), start, ends, lengths, rows[*piece]);
       }
     });

@@ -11,11 +11,11 @@ constexpr std::size_t largeGraph = 150'000;
 
 // What becomes of the nodes that are closed.
 struct Forgotten {
-  void add(Position) {}
+  void add(Position, const NodeState&) {}
 };
 struct Listed {
-  Position* next;
-  void add(Position closed) { *next++ = closed; }
+  Settled* next;
+  void add(Position at, const NodeState& closed) { *next++ = {at, closed.parent, closed.link}; }
 };
 
 template <class Order, bool fetchesAhead, class Closed>
@@ -46,7 +46,7 @@ class Loop {
       NodeState& current = node(at);
       if (current.mark == round_ + NodeState::visitedGoal) return at;
       current.mark = round_ + NodeState::closed;
-      closed_.add(at);
+      closed_.add(at, current);
       if (fetchesAhead && !open_.isEmpty()) fetchNeighbours(node(open_.first()));
       expand(at, current, limit);
     }
@@ -130,7 +130,7 @@ Position searchGraph(const Graph& graph, const Links& links, SearchState& state,
 }
 
 void searchWhole(const Graph& graph, const Links& links, SearchState& state, Position start,
-                 TypeRank limit, std::vector<Position>& settled) {
+                 TypeRank limit, std::vector<Settled>& settled) {
   settled.resize(graph.nodeCount());
   Listed closed{settled.data()};
   search(graph, links, state, start, limit, closed);

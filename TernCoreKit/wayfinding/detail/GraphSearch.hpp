@@ -20,10 +20,17 @@ namespace tern::inline v5::detail {
 Position searchGraph(const Graph& graph, const Links& links, SearchState& state, Position start,
                      TypeRank limit);
 
+// A node that a search has closed, and how it was come to.
+struct Settled {
+  Position node;
+  Position parent;  // none for the start
+  LinkIndex link;   // the one that led there from the parent
+};
+
 // The same without a goal: `settled` becomes all nodes that are reached, in the order in which they
 // were closed, so that each stands behind its parent. REQUIRES: no goal is marked. Allocates while
 // `settled` is smaller than the graph.
 void searchWhole(const Graph& graph, const Links& links, SearchState& state, Position start,
-                 TypeRank limit, std::vector<Position>& settled);
+                 TypeRank limit, std::vector<Settled>& settled);
 
 }  // namespace tern::detail

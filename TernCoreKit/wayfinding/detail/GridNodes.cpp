@@ -134,7 +134,7 @@ Position SearchTurn::search(const RouteRequest& request, const Links& links) {
 }
 
 void SearchTurn::searchWhole(Position start, std::int64_t accessLevel, const Links& links,
-                             std::vector<Position>& settled) {
+                             std::vector<Settled>& settled) {
   const GridGraph& graph = nodes_.graph;
   state_->clear();
   detail::searchWhole(graph.graph, links, *state_, start, graph.rankLimit(accessLevel), settled);

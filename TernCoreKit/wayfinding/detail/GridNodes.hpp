@@ -19,6 +19,7 @@
 
 #include "TernCoreKit/platform/Mutex.hpp"
 #include "TernCoreKit/wayfinding/detail/Blocks.hpp"
+#include "TernCoreKit/wayfinding/detail/GraphSearch.hpp"
 #include "TernCoreKit/wayfinding/detail/GridGraph.hpp"
 #include "TernCoreKit/wayfinding/detail/NodeSource.hpp"
 #include "TernCoreKit/wayfinding/detail/SearchState.hpp"
@@ -93,7 +94,7 @@ class SearchTurn {
   Position search(const RouteRequest& request, const Links& links);
   // All that is reached from the start: see `searchWhole` of the graph.
   void searchWhole(Position start, std::int64_t accessLevel, const Links& links,
-                   std::vector<Position>& settled);
+                   std::vector<Settled>& settled);
 
   const SearchState& state() const { return *state_; }
   // Null when nothing is closed.

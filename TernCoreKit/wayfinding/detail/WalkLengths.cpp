@@ -22,11 +22,11 @@ WalkScales::WalkScales(const GridGraph& graph, const TernMapCollection* maps) {
 }
 
 // Where the map changes, the segment ends with the node before.
-void WalkLengths::measure(const SearchState& state, std::span<const Position> settled) {
+void WalkLengths::measure(std::span<const Settled> settled) {
   if (settled.empty()) return;
-  ways_[settled.front()] = {.map = scales_.mapOf[settled.front()]};
-  for (const Position node : settled.subspan(1)) {
-    const NodeState& reached = state.nodes[node];
+  const Position start = settled.front().node;
+  ways_[start] = {.map = scales_.mapOf[start]};
+  for (const Settled& reached : settled.subspan(1)) {
     const WalkScales::Walk walk = scales_.walks[reached.link];
     Way way = ways_[reached.parent];
     if (way.map != walk.map) {
@@ -35,7 +35,7 @@ void WalkLengths::measure(const SearchState& state, std::span<const Position> se
       way.map = walk.map;
     }
     way.distance += walk.distance;
-    ways_[node] = way;
+    ways_[reached.node] = way;
   }
 }
 

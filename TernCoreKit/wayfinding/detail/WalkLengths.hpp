@@ -6,6 +6,7 @@
 
 #include <span>
 
+#include "TernCoreKit/wayfinding/detail/GraphSearch.hpp"
 #include "TernCoreKit/wayfinding/detail/GridGraph.hpp"
 
 namespace tern::inline v5 {
@@ -34,8 +35,8 @@ class WalkLengths {
   explicit WalkLengths(const WalkScales& scales) : scales_(scales), ways_(scales.mapOf.size()) {}
 
   // Each way goes on from that of the node's parent, which was measured before it.
-  // REQUIRES: the state is that of the search, and these are what it settled, in its order.
-  void measure(const SearchState& state, std::span<const Position> settled);
+  // REQUIRES: these are what a search settled, in its order.
+  void measure(std::span<const Settled> settled);
   // As the segments of the route would say together. REQUIRES: the last search settled the node.
   float millimetresTo(Position end) const { return millimetres(ways_[end]); }
 
