@@ -143,6 +143,7 @@ TEST(TernPlaces, closestIsTheFirstFoundElseTheOneWithFewestSlips) {
   EXPECT_EQ(places.closest("books")->name, "Coral Books");
   EXPECT_EQ(places.closest("Juiper Bkery")->name, "Juniper Bakery");
   EXPECT_EQ(places.closest("tpyland")->name, "Toy Land");
+  EXPECT_EQ(places.closest("Corl Boks")->name, "Coral Books");
   EXPECT_EQ(places.closest(" "), nullptr);
 }
 

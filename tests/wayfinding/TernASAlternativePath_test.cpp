@@ -377,9 +377,9 @@ int turnsOfABend(double degrees) {
 }
 
 TEST(TernASAlternativePath, bendsCountAsTurnsAndSharpOnesTwice) {
-  const std::pair<double, int> bends[] = {{0, 0},   {15, 0},  {25, 1},  {90, 1},  {130, 1},
-                                          {150, 2}, {170, 1}, {180, 1}, {190, 1}, {210, 2},
-                                          {230, 1}, {330, 1}, {345, 0}};
+  const std::pair<double, int> bends[] = {
+      {0, 0},   {19.5, 0},  {20.5, 1},  {90, 1},    {134.5, 1}, {135.5, 2}, {159.5, 2}, {160.5, 1},
+      {180, 1}, {199.5, 1}, {200.5, 2}, {224.5, 2}, {225.5, 1}, {339.5, 1}, {340.5, 0}};
   for (const auto& [degrees, turns] : bends) EXPECT_EQ(turnsOfABend(degrees), turns) << degrees;
 }
 

@@ -95,6 +95,14 @@ TEST_F(WaypointSelectionTest, tieIsOpenUntilTheLeastMeanDistanceSettlesIt) {
   EXPECT_EQ(tables_.getScore(3), 2);
 }
 
+TEST_F(WaypointSelectionTest, aTieIsOpenOnTheLevelsThatTieOnly) {
+  place('A', {{7, "B H L"}, {8, "E"}, {9, "K"}});
+  detail::WaypointSelection(tables_).finalizeWaypointFor(*venue_->destinations->getById(7), true);
+  EXPECT_THAT(record(7).TBDMapids, ElementsAre(3, 2));
+  EXPECT_EQ(open(1), "");
+  EXPECT_EQ(open(2) + open(3), "HL");
+}
+
 TEST_F(WaypointSelectionTest, tieWithNothingToCompareWithStaysOpen) {
   place('A', {{7, "H L"}});
   select();

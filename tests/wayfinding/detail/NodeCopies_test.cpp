@@ -77,5 +77,16 @@ TEST(NodeCopies, copyOfACopyIsLikeIt) {
   EXPECT_EQ(again.facts(only).nodeId, 1);
 }
 
+TEST(NodeCopies, copyOfACopyIsOfTheSameOriginalWhereverTheCopyStands) {
+  const auto copies = std::make_shared<NodeCopies>();
+  const auto source = original();
+  copies->add(source, onlyOne);
+  copies->add(source, onlyOne);
+  const Position second[] = {Position{1}};
+  NodeCopies again;
+  again.add(copies, second);
+  EXPECT_EQ(again.facts(only).nodeId, 1);
+}
+
 }  // namespace
 }  // namespace tern::detail
