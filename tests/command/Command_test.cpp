@@ -19,6 +19,7 @@
 #include "tests/support/MemoryFile.hpp"
 #include "tests/support/Paths.hpp"
 #include "tests/support/Process.hpp"
+#include "tests/support/Sanitized.hpp"
 #include "tests/support/ScopedVariable.hpp"
 #include "tests/support/TemporaryFolder.hpp"
 #include "tests/support/Terminal.hpp"
@@ -122,7 +123,7 @@ TEST(CommandWithABrokenDisk, answersOrSaysSoWhateverSystemCallFails) {
   EXPECT_GE(failed, 8);
 }
 
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#if !defined(TERN_TESTS_SANITIZED)
 // In an address space that is too small the program ends with status 3 and one line, or answers. In
 // one smaller still it cannot be loaded, or is ended by what runs before `main`: no code of ours.
 TEST(CommandWithoutMemory, endsWithStatusThreeInASmallAddressSpace) {
