@@ -37,8 +37,9 @@ def waypoints_of(folder):
 
 def routes_between(ids, count):
     draw = random.Random(1)
-    lines = ({"op": "route", "from": draw.choice(ids), "to": draw.choice(ids)} for _ in range(count))
-    return "".join(json.dumps(line) + "\n" for line in lines)
+    pairs = ((draw.choice(ids), draw.choice(ids)) for _ in range(count))
+    requests = ({"op": "route", "from": start, "to": goal} for start, goal in pairs)
+    return "".join(json.dumps(request) + "\n" for request in requests)
 
 
 def measure(tern, size, folder):
@@ -50,8 +51,8 @@ def measure(tern, size, folder):
     both, _ = spent(tern, folder, routes_between(ids, count))
     each = (both - load) / count
     documents = sum(file.stat().st_size for file in folder.rglob("*.json")) / 2**20
-    print(f"{len(ids):9} {documents:13.1f} {load:12.2f} {memory:10.1f} {1 / each:15.0f} {each * 1e6:12.0f}",
-          flush=True)
+    costs = f"{load:12.2f} {memory:10.1f} {1 / each:15.0f} {each * 1e6:12.0f}"
+    print(f"{len(ids):9} {documents:13.1f} {costs}", flush=True)
 
 
 def main():

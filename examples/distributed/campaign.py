@@ -1,8 +1,8 @@
 """How much longer the step-free way is, between all places of many venues.
 
-The work of the campaign, without whatever spreads it over machines. A task is a block of rows of one
-venue's matrix and writes one file, whole or not at all, that is always the same: so a task may be
-done twice, and one whose worker died is done again by another.
+The work of the campaign, without whatever spreads it over machines. A task is a block of rows of
+one venue's matrix and writes one file, whole or not at all, that is always the same: so a task may
+be done twice, and one whose worker died is done again by another.
 
     campaign.py plan DATA                     the tasks, one a line
     campaign.py work DATA OUT [TASK...]       does them; without any those of standard input
@@ -151,7 +151,9 @@ def pairs_of(out: Path, venue: int) -> Iterator[tuple[float | None, float | None
 
 
 def main() -> None:
-    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawTextHelpFormatter)
+    parser = argparse.ArgumentParser(
+        description=__doc__, formatter_class=argparse.RawTextHelpFormatter
+    )
     parser.add_argument("what", choices=["plan", "work", "sum"])
     parser.add_argument("data", type=Path)
     parser.add_argument("out", type=Path, nargs="?")
