@@ -1,10 +1,14 @@
 # The library TernCoreKit and what every target of this repository is compiled with.
 
 option(TERN_WITH_CURL "HTTP of our own; without it the application has to provide one" ON)
+option(TERN_WITH_SYSTEM
+  "Threads and files of the system; without it work is done where it is asked for, and files are the application's" ON)
 set(TERN_DEFAULT_SERVICE_HOST "https://maps.example.invalid" CACHE STRING
   "Scheme and host of the mapping service that destinations are asked of")
 
-find_package(Threads REQUIRED)
+if(TERN_WITH_SYSTEM)
+  find_package(Threads REQUIRED)
+endif()
 if(TERN_WITH_CURL)
   find_package(CURL 7.87)
   if(NOT CURL_FOUND)
@@ -46,6 +50,11 @@ if(TERN_WITH_CURL)
 else()
   list(FILTER tern_library_sources EXCLUDE REGEX "/platform/detail/curl/")
 endif()
+if(TERN_WITH_SYSTEM)
+  list(FILTER tern_library_sources EXCLUDE REGEX "/NoFiles\\.cpp$")
+else()
+  list(FILTER tern_library_sources EXCLUDE REGEX "/(PosixFiles|DefaultFiles|PlainFile)\\.cpp$")
+endif()
 include(${PROJECT_SOURCE_DIR}/cmake/Languages.cmake)
 tern_embed_languages(${PROJECT_BINARY_DIR}/Languages.cpp)
 list(APPEND tern_library_sources ${PROJECT_BINARY_DIR}/Languages.cpp)
@@ -63,7 +72,9 @@ target_include_directories(TernCoreKit PUBLIC
   $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>)
 target_include_directories(TernCoreKit SYSTEM PRIVATE ${TERN_FAST_FLOAT_INCLUDE})
 configure_file(TernCoreKit/Version.hpp.in include/TernCoreKit/Version.hpp @ONLY)
-target_link_libraries(TernCoreKit PUBLIC Threads::Threads)
+if(TERN_WITH_SYSTEM)
+  target_link_libraries(TernCoreKit PUBLIC Threads::Threads)
+endif()
 if(TERN_WITH_CURL)
   target_link_libraries(TernCoreKit PRIVATE CURL::libcurl ZLIB::ZLIB)
 endif()
