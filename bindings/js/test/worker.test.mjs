@@ -1,0 +1,96 @@
+import assert from "node:assert/strict";
+import { after, before, test } from "node:test";
+import { load } from "../src/index.js";
+import { TernError, startWorker } from "../src/worker.js";
+import { plazaDocument, plazaDocuments } from "./plaza.mjs";
+import { credentials, startService } from "./service.mjs";
+
+let tern;
+let service;
+before(async () => {
+  [tern, service] = await Promise.all([startWorker(), startService()]);
+});
+after(() => Promise.all([tern.close(), service.stop()]));
+
+const open = () => tern.open({ documents: plazaDocuments() });
+
+test("a worker answers as the library does", async () => {
+  const here = (await load()).open({ documents: plazaDocument });
+  const venue = await open();
+  assert.match(tern.version, /^\d+\./);
+  const request = { from: 22001, to: 14016 };
+  assert.deepEqual(await venue.route(request), here.route(request));
+  assert.deepEqual(await venue.places("cam"), here.places("cam"));
+  const matrix = { from: [22001, 12002], to: [14016] };
+  assert.deepEqual(await venue.matrix(matrix), here.matrix(matrix));
+  const text = '{"op":"center","id":5}';
+  assert.equal(await venue.answer(text), here.answer(text));
+  assert.ok((await tern.memoryBytes()) > 0);
+  await venue.close();
+});
+
+test("questions that are asked at once are each answered", async () => {
+  const venue = await open();
+  const ids = Array.from({ length: 50 }, (_, id) => id);
+  const answers = await Promise.all(ids.map((id) => venue.ask({ op: "center", id })));
+  assert.deepEqual(answers.map(({ id }) => id), ids);
+});
+
+test("a batch goes over in order, lists and streams", async () => {
+  const venue = await open();
+  const requests = Array.from({ length: 3000 }, (_, id) => ({ op: "center", id }));
+  let count = 0;
+  for await (const answer of venue.batch(requests)) {
+    assert.equal(JSON.parse(answer).id, count);
+    count += 1;
+  }
+  assert.equal(count, requests.length);
+
+  // The next request of this stream comes only when the one before has its answer.
+  let answered = () => {};
+  async function* stream() {
+    for (const request of requests.slice(0, 3)) {
+      const isAnswered = new Promise((resolve) => (answered = resolve));
+      yield request;
+      await isAnswered;
+    }
+  }
+  count = 0;
+  for await (const answer of venue.batch(stream())) {
+    assert.equal(JSON.parse(answer).id, count);
+    count += 1;
+    answered();
+  }
+  assert.equal(count, 3);
+});
+
+test("errors come over as they are", async () => {
+  const venue = await open();
+  const isWrongArgument = (error) => error instanceof TernError && error.code === "TN006";
+  await assert.rejects(venue.ask({ op: "nope" }), isWrongArgument);
+  await assert.rejects(tern.open({ documents: () => undefined }), isWrongArgument);
+  await venue.close();
+  await venue.close();
+  await assert.rejects(venue.route({ from: 22001, to: 14016 }), isWrongArgument);
+});
+
+test("a hub works in a worker", async () => {
+  const hub = await tern.hub({ host: service.address, ...credentials });
+  assert.equal((await hub.list())[0].name, "Linden Plaza");
+  const venue = await hub.load({ venues: [1] });
+  assert.ok((await venue.route({ from: 22001, to: 14016 })).length > 0);
+  await hub.close();
+});
+
+test("a worker that is closed ends what was asked of it", async () => {
+  const other = await startWorker();
+  const venue = await other.open({ documents: plazaDocuments() });
+  const asked = assert.rejects(venue.route({ from: 22001, to: 14016 }), TernError);
+  await other.close();
+  await asked;
+  await assert.rejects(venue.route({ from: 22001, to: 14016 }), /closed/);
+});
+
+test("a library that cannot be loaded is an error", async () => {
+  await assert.rejects(startWorker({ wasm: new Uint8Array(8) }), /./);
+});
