@@ -3,6 +3,7 @@
 // Java's own kind of UTF-8 is another one. Nothing is decided here.
 #include <jni.h>
 
+#include <atomic>
 #include <cstdint>
 #include <cstring>
 #include <limits>
@@ -12,6 +13,11 @@
 namespace {
 
 JavaVM* machine = nullptr;
+
+// Threads of the library that are in Java, and whether Java ends, when no more may come: one that
+// is still there then is never let out again, and the end of the process would wait for it.
+std::atomic<int> threadsInJava = 0;
+std::atomic<bool> javaEnds = false;
 
 // What is called of Java, looked up once.
 struct JavaMethods {
@@ -130,6 +136,11 @@ class JavaScope {
 
  private:
   void attach() {
+    ++threadsInJava;
+    if (javaEnds) {
+      --threadsInJava;
+      return;
+    }
 #ifdef __ANDROID__
     isAttached_ = machine->AttachCurrentThreadAsDaemon(&env_, nullptr) == JNI_OK;
 #else
@@ -137,12 +148,16 @@ class JavaScope {
     isAttached_ = machine->AttachCurrentThreadAsDaemon(&attached, nullptr) == JNI_OK;
     env_ = static_cast<JNIEnv*>(attached);
 #endif
-    if (!isAttached_) env_ = nullptr;
+    if (isAttached_) return;
+    env_ = nullptr;
+    --threadsInJava;
   }
 
   void leave() {
     env_ = nullptr;
-    if (isAttached_) machine->DetachCurrentThread();
+    if (!isAttached_) return;
+    machine->DetachCurrentThread();
+    --threadsInJava;
   }
 
   JNIEnv* env_ = nullptr;
@@ -344,6 +359,11 @@ JNIEXPORT jint JNICALL JNI_OnLoad(JavaVM* vm, void*) {
 
 JNIEXPORT jbyteArray JNICALL Java_io_terncorekit_Native_version(JNIEnv* env, jclass) {
   return arrayOf(env, tern_version());
+}
+
+JNIEXPORT jint JNICALL Java_io_terncorekit_Native_endCalls(JNIEnv*, jclass) {
+  javaEnds = true;
+  return threadsInJava;
 }
 
 JNIEXPORT jlong JNICALL Java_io_terncorekit_Native_openFolder(JNIEnv* env, jclass,

@@ -17,10 +17,6 @@ public final class Host {
   private FileStore files;
   private Consumer<? super String> log;
 
-  static {
-    Ending.before(() -> Native.setHost(null, false, false, false));
-  }
-
   /** The library's own of everything. */
   public Host() {}
 

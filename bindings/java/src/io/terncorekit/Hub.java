@@ -31,10 +31,6 @@ public final class Hub implements AutoCloseable {
   private static final Set<Hub> OPEN =
       Collections.synchronizedSet(Collections.newSetFromMap(new WeakHashMap<>()));
 
-  static {
-    Ending.before(Hub::closeAll);
-  }
-
   final Executor executor;
   private final Handle handle;
 
@@ -114,7 +110,7 @@ public final class Hub implements AutoCloseable {
     return handle.number;
   }
 
-  private static void closeAll() {
+  static void closeAll() {
     for (Hub each : OPEN.toArray(new Hub[0])) {
       each.close();
     }

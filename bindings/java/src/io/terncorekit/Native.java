@@ -13,11 +13,15 @@ final class Native {
     } else {
       System.loadLibrary("terncorekit-jni");
     }
+    Ending.prepare();
   }
 
   private Native() {}
 
   static native byte[] version();
+
+  /** From now on no thread of the library calls Java; how many are doing so yet. */
+  static native int endCalls();
 
   static native long openFolder(byte[] folder, byte[] options);
 

@@ -21,6 +21,7 @@ import java.util.concurrent.ConcurrentLinkedQueue;
 import java.util.concurrent.ExecutionException;
 import java.util.concurrent.ExecutorService;
 import java.util.concurrent.Executors;
+import java.util.concurrent.TimeUnit;
 import java.util.logging.Handler;
 import java.util.logging.LogRecord;
 import java.util.logging.Logger;
@@ -299,6 +300,61 @@ class HostTest {
     String said = new String(program.getInputStream().readAllBytes(), StandardCharsets.UTF_8);
     assertEquals(0, program.waitFor(), said);
     assertFalse(said.contains("WARNING"), said);
+  }
+
+  @Test
+  void aProgramThatEndsWaitsForFilesThatAreRead() throws Exception {
+    Process program = new ProcessBuilder(
+        ProcessHandle.current().info().command().orElse("java"),
+        "-cp", System.getProperty("java.class.path"),
+        "-Dterncorekit.library=" + System.getProperty("terncorekit.library"),
+        SlowProgram.class.getName(), service.address).redirectErrorStream(true).start();
+    boolean hasEnded = program.waitFor(30, TimeUnit.SECONDS);
+    program.destroyForcibly().waitFor();
+    assertTrue(hasEnded);
+    assertEquals(0, program.exitValue());
+  }
+
+  /** Ends while the library reads and writes files, each of which takes a while. */
+  static final class SlowProgram {
+    public static void main(String[] words) throws Exception {
+      CompletableFuture<Void> asked = new CompletableFuture<>();
+      FileStore slow = new FileStore() {
+        @Override
+        public byte[] read(String path) {
+          sleep();
+          return null;
+        }
+
+        @Override
+        public void write(String path, byte[] contents) {
+          asked.complete(null);
+          sleep();
+        }
+
+        @Override
+        public boolean remove(String path) {
+          sleep();
+          return false;
+        }
+
+        @Override
+        public Collection<String> list(String prefix) {
+          return List.of();
+        }
+      };
+      new Host().files(slow).log(line -> {}).use();
+      new Hub(new Hub.Settings(words[0], 1, "local", "local")).load();
+      asked.get();
+    }
+
+    static void sleep() {
+      try {
+        Thread.sleep(200);
+      } catch (InterruptedException thrown) {
+        Thread.currentThread().interrupt();
+      }
+    }
   }
 
   /** Ends while a load is under way, with a host, and without closing anything. */

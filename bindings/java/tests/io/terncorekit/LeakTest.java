@@ -107,7 +107,7 @@ class LeakTest {
 
   @Test
   void whatCannotBeOpened() throws Exception {
-    Path none = Path.of("data/nowhere");
+    Path none = Path.of("x".repeat(20_000)); // which the error names
     assertKeepsNothing(3000, () -> {
       assertThrows(TernException.class, () -> Venue.open(none));
       assertThrows(TernException.class, () -> Venue.fromDocuments(path -> null));
