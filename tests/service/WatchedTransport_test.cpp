@@ -19,6 +19,7 @@ TEST(WatchedTransport, remembersWhatTheCacheStandsInFor) {
   EXPECT_EQ(failureAfter("GET", {.error = "no network"}), "no network");
   EXPECT_EQ(failureAfter("GET", {}), "it does not answer");
   EXPECT_EQ(failureAfter("GET", {.status = 500}), "it answers with status 500");
+  EXPECT_EQ(failureAfter("POST", {.status = 400}), "it gives no access token (status 400)");
   EXPECT_EQ(failureAfter("POST", {.status = 401}), "it gives no access token (status 401)");
 }
 

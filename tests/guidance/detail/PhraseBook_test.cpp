@@ -82,6 +82,8 @@ TEST(PhraseBook, lengthsAreMetresAndInAmericaFeet) {
   EXPECT_EQ(PhraseBook::of("ja").length(41'000), "41m");
   const PhraseBook american = PhraseBook::of("en-US");
   EXPECT_EQ(american.length(10'000), "33 ft");
+  EXPECT_EQ(american.length(160'934.4), "0.1 mi");
+  EXPECT_EQ(american.length(160'934.3), "528 ft");
   EXPECT_EQ(american.length(1'609'344), "1.0 mi");
 }
 
