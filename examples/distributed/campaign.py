@@ -115,12 +115,12 @@ def write(path: Path, lines: Iterable[str]) -> None:
     unfinished.replace(path)
 
 
-def summarise(data: Path, out: Path) -> None:
+def summarise(out: Path, summaries: Iterable[str]) -> None:
     """Writes the table of all venues, and takes away what killed workers have left unfinished."""
     for unfinished in out.glob("venue=*/.rows-*"):
         unfinished.unlink(missing_ok=True)
     header = "venue,pairs,noWay,noStepFreeWay,medianRatio,ninetiethRatio,mostMoreMetres\n"
-    write(out / "venues.csv", [header, *(summary(out, venue) for venue in venues_in(data))])
+    write(out / "venues.csv", [header, *summaries])
 
 
 def summary(out: Path, venue: int) -> str:
@@ -169,7 +169,7 @@ def main() -> None:
         for task in words.tasks or map(Task.read, map(str.strip, sys.stdin)):
             work(words.data, words.out, task)
     else:
-        summarise(words.data, words.out)
+        summarise(words.out, (summary(words.out, venue) for venue in venues_in(words.data)))
 
 
 if __name__ == "__main__":

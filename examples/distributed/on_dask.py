@@ -27,7 +27,8 @@ def run(client: Client, data: Path, out: Path) -> None:
         future.result()
         print(f"\r{done} of {len(tasks)} tasks", end="", file=sys.stderr, flush=True)
     print(file=sys.stderr)
-    campaign.summarise(data, out)
+    summaries = client.gather(client.map(campaign.summary, [out] * len(venues), venues))
+    campaign.summarise(out, summaries)
 
 
 def main() -> None:
