@@ -42,6 +42,15 @@ test("a route is its segments, and none is an empty list", async () => {
   assert.deepEqual(venue.route({ from: 22001, to: 1 }), []);
 });
 
+test("places are found by longer names, misspelled ones too", async () => {
+  const venue = await open();
+  const found = (text) => venue.places(text).map(({ name }) => name);
+  assert.deepEqual(found("popp"), ["Poppy Records"]);
+  assert.deepEqual(found("coral books"), ["Coral Books"]);
+  assert.deepEqual(found("foxglove camras"), ["Foxglove Cameras"]);
+  assert.deepEqual(found("zzzz"), []);
+});
+
 test("each kind of question is answered", async () => {
   const venue = await open();
   assert.equal(venue.places("cam")[0].name, "Foxglove Cameras");
