@@ -5,7 +5,7 @@ import { createInterface } from "node:readline";
 import { fileURLToPath } from "node:url";
 import { plazaFolder } from "./plaza.mjs";
 
-const command =
+export const command =
   process.env.TERN_COMMAND ?? fileURLToPath(new URL("../../../build/bin/tern", import.meta.url));
 
 export const credentials = { customerId: 1, clientId: "local", clientSecret: "local" };
