@@ -5,6 +5,8 @@ not installed.
 """
 
 import os
+import re
+import subprocess
 import sys
 
 for missing in filter(None, os.environ.get("TERN_TEST_WITHOUT", "").split(",")):
@@ -34,3 +36,14 @@ def venue():
 def tern():
     """The command."""
     return os.environ.get("TERN", "build/shared/tern")
+
+
+@pytest.fixture(scope="session")
+def service(tern):
+    """The address of a local service over the sample."""
+    with subprocess.Popen([tern, "serve", "--data", "data/plaza", "--port", "0"],
+                          stdout=subprocess.PIPE, text=True) as process:
+        try:
+            yield re.search(r" at (http\S+)", process.stdout.readline()).group(1)
+        finally:
+            process.terminate()

@@ -2,7 +2,6 @@
 
 import gc
 import logging
-import re
 import socket
 import subprocess
 import signal
@@ -17,17 +16,6 @@ import pytest
 from terncorekit import HttpResponse, Hub, TernError, Venue, host, use_host
 
 ROUTE = '{"op":"route","from":22001,"to":14016}'
-
-
-@pytest.fixture(scope="module")
-def service(tern):
-    """Its address."""
-    with subprocess.Popen([tern, "serve", "--data", "data/plaza", "--port", "0"],
-                          stdout=subprocess.PIPE, text=True) as process:
-        try:
-            yield re.search(r" at (http\S+)", process.stdout.readline()).group(1)
-        finally:
-            process.terminate()
 
 
 @pytest.fixture(autouse=True)

@@ -1,7 +1,6 @@
 """Venues from a mapping service: that of the command, on this machine."""
 
 import os
-import re
 import subprocess
 import sys
 import threading
@@ -11,17 +10,6 @@ import pytest
 from terncorekit import Hub, TernError, Venue, VenueName
 
 ROUTE = '{"op":"route","from":22001,"to":14016}'
-
-
-@pytest.fixture(scope="module")
-def service(tern):
-    """Its address."""
-    with subprocess.Popen([tern, "serve", "--data", "data/plaza", "--port", "0"],
-                          stdout=subprocess.PIPE, text=True) as process:
-        try:
-            yield re.search(r" at (http\S+)", process.stdout.readline()).group(1)
-        finally:
-            process.terminate()
 
 
 @pytest.fixture
