@@ -41,6 +41,8 @@ Requests, one a line, with what each is answered:
       {"route":[SEGMENT,...]}
   {"op":"routeToAny","from":22001,"to":[14016,14017]}
       {"route":[SEGMENT,...]}
+  {"op":"directions","from":22001,"to":14016,"language":"de"}
+      {"route":[SEGMENT,...],"steps":[STEP,...],"mm":mm,"seconds":s}
   {"op":"alternatives","from":22001,"to":14016,"options":{"optimalPathMatchRatio":0.6}}
       {"optimal":[SEGMENT,...] or null,"alternatives":[[SEGMENT,...]] or null}
   {"op":"tour","from":22001,"destinations":[7,9]}
@@ -82,6 +84,9 @@ Requests, one a line, with what each is answered:
 
 SEGMENT, one for each stretch on one map, with sums from the route's start on:
   {"mapId":3,"mover":2 or null,"cost":c,"pixelDistance":d,"mmDistance":mm,"points":[waypoint ids],"mapPoints":[[x,y],...]}
+
+STEP, which begins "at" a waypoint, by a landmark where there is one:
+  {"kind":"turn","direction":"left" or null,"mapId":3,"at":12,"mm":mm,"seconds":s,"mover":2 or null,"toMapId":4 or null,"landmark":{"kind":"destination","id":7} or null,"text":"Turn left"}
 
 An "id" comes back in the answer. Blocks stay until they are lifted. With
 several venues (--venue 1,2) a route runs on the graph that joins them, and

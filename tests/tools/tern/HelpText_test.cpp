@@ -5,6 +5,7 @@
 
 #include <sstream>
 
+#include "TernCoreKit/answers/detail/Operations.hpp"
 #include "tools/tern/CommandTable.hpp"
 #include "tools/tern/HelpPage.hpp"
 
@@ -40,6 +41,12 @@ TEST(HelpText, everyCommandTeachesByExample) {
     EXPECT_THAT(command->help, HasSubstr("tern " + std::string(command->name) + " "));
     if (!loadsData(*command)) continue;
     EXPECT_THAT(help, HasSubstr("\nExamples:\n  tern generate --out mall\n"));
+  }
+}
+
+TEST(HelpText, everyRequestOfABatchIsShown) {
+  for (const detail::Operation& operation : detail::operations()) {
+    EXPECT_THAT(batchCommand.help, HasSubstr("\"op\":\"" + std::string(operation.name) + "\""));
   }
 }
 
