@@ -62,6 +62,10 @@ export class Venue {
     return this.ask({ ...request, op: "route" }).route;
   }
 
+  routeToAny(request) {
+    return this.ask({ ...request, op: "routeToAny" }).route;
+  }
+
   alternatives(request) {
     return this.ask({ ...request, op: "alternatives" });
   }
@@ -76,6 +80,18 @@ export class Venue {
 
   nearest(request) {
     return this.ask({ ...request, op: request.from === undefined ? "nearest" : "nearestByWalk" });
+  }
+
+  nearestOnMap(request) {
+    return this.ask({ ...request, op: "nearestOnMap" });
+  }
+
+  closest(request) {
+    return this.ask({ ...request, op: "closest" }).waypoint;
+  }
+
+  closestByRoute(request) {
+    return this.ask({ ...request, op: "closestByRoute" }).waypoint;
   }
 
   matrix(request) {
@@ -95,6 +111,34 @@ export class Venue {
   places(request = {}) {
     const asked = typeof request === "string" ? { text: request } : request;
     return this.ask({ ...asked, op: "places" }).places;
+  }
+
+  convert(request) {
+    return this.ask({ ...request, op: "convert" }).point;
+  }
+
+  center(request = {}) {
+    return this.ask({ ...request, op: "center" }).point;
+  }
+
+  solve(request) {
+    return this.ask({ ...request, op: "solve" });
+  }
+
+  neighbors(request) {
+    return this.ask({ ...request, op: "neighbors" }).neighbors;
+  }
+
+  blockEdge(request) {
+    this.ask({ ...request, op: "blockEdge" });
+  }
+
+  blockEntry(request) {
+    this.ask({ ...request, op: "blockEntry" });
+  }
+
+  blockExit(request) {
+    this.ask({ ...request, op: "blockExit" });
   }
 
   // What is asked of a closed venue gets an error. Closing twice means nothing.

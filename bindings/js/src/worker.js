@@ -155,8 +155,9 @@ export class WorkerTern {
 }
 
 const asked = [
-  "answer", "ask", "route", "alternatives", "directions", "tour", "nearest", "matrix", "reach",
-  "places",
+  "answer", "ask", "route", "routeToAny", "alternatives", "directions", "tour", "nearest",
+  "nearestOnMap", "closest", "closestByRoute", "matrix", "reach", "places", "convert", "center",
+  "solve", "neighbors", "blockEdge", "blockEntry", "blockExit",
 ];
 for (const [remote, methods] of [[RemoteVenue, asked], [RemoteHub, ["load", "list"]]]) {
   for (const method of methods) {

@@ -1,7 +1,9 @@
 import assert from "node:assert/strict";
+import { spawnSync } from "node:child_process";
 import { test } from "node:test";
 import { TernError, Venue, load } from "../src/index.js";
 import { fetchOf, plazaDocument, plazaDocuments } from "./plaza.mjs";
+import { command } from "./service.mjs";
 
 const open = async (options) => (await load(options)).open({ documents: plazaDocument });
 const isOutOfMemory = (error) => error instanceof TernError && /out of memory/.test(error.message);
@@ -66,6 +68,59 @@ test("each kind of question is answered", async () => {
   assert.equal(venue.nearest({ map: 22, at: [400, 300], amenity: 2 }).element.id, 2);
   assert.ok(venue.alternatives({ from: 22001, to: 14016 }).optimal.length > 0);
   assert.equal(venue.ask({ op: "center" }).point.length, 2);
+});
+
+test("every request of the command's help has a method", () => {
+  const help = spawnSync(command, ["batch", "--help"], { encoding: "utf8" }).stdout;
+  const named = new Set([...help.matchAll(/"op":"(\w+)"/g)].map(([, name]) => name));
+  assert.ok(named.size > 10);
+  named.delete("nearestByWalk"); // which nearest() asks, from a waypoint
+  for (const name of named) assert.equal(typeof Venue.prototype[name], "function", name);
+});
+
+test("requests about points, numbers and the graph are answered", async () => {
+  const venue = await open();
+  const goals = venue.places("toys")[0].waypoints;
+  assert.equal(venue.routeToAny({ from: 22001, to: goals }).at(-1).points.at(-1), 13020);
+  assert.equal(venue.closest({ map: 11, at: [400, 300] }), 11010);
+  assert.equal(venue.closest({ map: 99, at: [400, 300] }), null);
+  assert.equal(venue.closestByRoute({ candidates: [22001, 14015], to: 14016 }), 14015);
+  assert.ok(venue.nearestOnMap({ from: 12002, toMap: 12, amenities: [2] }).totalDistance > 0);
+  assert.equal(venue.nearestOnMap({ from: 12002, toMap: 12, amenities: [] }).waypoint, null);
+  assert.deepEqual(venue.solve({ matrix: [[0, 1], [1, 0]] }), { tour: [0, 1], cost: 1 });
+  const center = venue.center();
+  const local = venue.convert({ point: center, from: "EPSG:4326", to: "tern:local" });
+  assert.ok(local.every(Number.isFinite));
+});
+
+test("a mover is closed by blocks on its links, and opened again", async () => {
+  const venue = await open();
+  const escalator = 3;
+  const way = { from: 11005, to: 12010 };
+  const isTaken = () => venue.route(way)[0].points.length === 1;
+  assert.ok(isTaken());
+  const block = (blocked) => {
+    for (const { id, pathType } of venue.neighbors({ node: way.from })) {
+      if (pathType === escalator) venue.blockEdge({ from: way.from, to: id, blocked });
+    }
+  };
+  block(true);
+  assert.ok(!isTaken());
+  block(false);
+  assert.ok(isTaken());
+});
+
+test("nobody gets into a waypoint, or out of it, that is blocked", async () => {
+  const venue = await open();
+  const [into, out] = [{ from: 22026, to: 22001 }, { from: 22001, to: 22026 }];
+  const hasWay = (request) => venue.route(request).length > 0;
+  venue.blockEntry({ node: 22001, blocked: true });
+  assert.deepEqual([hasWay(into), hasWay(out)], [false, true]);
+  venue.blockEntry({ node: 22001, blocked: false });
+  venue.blockExit({ node: 22001, blocked: true });
+  assert.deepEqual([hasWay(into), hasWay(out)], [true, false]);
+  venue.blockExit({ node: 22001, blocked: false });
+  assert.deepEqual([hasWay(into), hasWay(out)], [true, true]);
 });
 
 test("a matrix is flat, with Infinity where there is no way", async () => {

@@ -1,7 +1,7 @@
 import assert from "node:assert/strict";
 import { after, before, test } from "node:test";
-import { load } from "../src/index.js";
-import { TernError, startWorker } from "../src/worker.js";
+import { Venue, load } from "../src/index.js";
+import { RemoteVenue, TernError, startWorker } from "../src/worker.js";
 import { plazaDocument, plazaDocuments } from "./plaza.mjs";
 import { credentials, startService } from "./service.mjs";
 
@@ -80,6 +80,22 @@ test("a hub works in a worker", async () => {
   const venue = await hub.load({ venues: [1] });
   assert.ok((await venue.route({ from: 22001, to: 14016 })).length > 0);
   await hub.close();
+});
+
+test("a worker's venue has every method of a venue", () => {
+  for (const method of Object.getOwnPropertyNames(Venue.prototype)) {
+    assert.equal(typeof RemoteVenue.prototype[method], "function", method);
+  }
+});
+
+test("blocks hold in the worker", async () => {
+  const venue = await open();
+  const request = { from: 22001, to: 22026 };
+  const free = await venue.route(request);
+  assert.equal(await venue.blockEdge({ ...request, blocked: true }), undefined);
+  assert.notDeepEqual(await venue.route(request), free);
+  await venue.blockEdge({ ...request, blocked: false });
+  assert.deepEqual(await venue.route(request), free);
 });
 
 test("a worker that is closed ends what was asked of it", async () => {

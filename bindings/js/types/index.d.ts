@@ -11,7 +11,7 @@ export class TernError extends Error {
 /** A stretch of a route on one map, with sums from the route's start on. */
 export interface Segment {
   mapId: number;
-  /** The path type that leads to this map; null where it is walked. */
+  /** The path type that leads on to the next segment; in the last one that of the last link. */
   mover: number | null;
   cost: number;
   pixelDistance: number;
@@ -22,17 +22,29 @@ export interface Segment {
   mapPoints: [number, number][];
 }
 
+export type Direction =
+  | "left"
+  | "right"
+  | "slight left"
+  | "slight right"
+  | "sharp left"
+  | "sharp right"
+  | "around";
+
 /** A step that a person can follow. */
 export interface Step {
   kind: "depart" | "turn" | "mover" | "crossing" | "arrive";
-  direction: string | null;
+  direction: Direction | null;
   mapId: number;
-  at: [number, number];
+  /** The waypoint where it begins. */
+  at: number;
   mm: number;
   seconds: number;
+  /** The path type of a lift, stairs or the like; null on foot. */
   mover: number | null;
+  /** Where a mover or a crossing leads. */
   toMapId: number | null;
-  landmark: { kind: "destination" | "amenity"; id: number } | null;
+  landmark: { kind: "destination"; id: number } | null;
   text: string;
 }
 
@@ -45,11 +57,30 @@ export interface Place {
   waypoints: number[];
 }
 
-/** What is looked for: one kind of element. */
+/** What is looked for. */
 export interface Wanted {
-  destination?: number | number[];
-  amenity?: number | number[];
-  pathType?: number | number[];
+  destination?: number;
+  amenity?: number;
+  pathType?: number;
+}
+
+/** Several that are looked for, of one kind or of more. */
+export interface WantedLists {
+  destinations?: number[];
+  amenities?: number[];
+  pathTypes?: number[];
+}
+
+export interface Element {
+  kind: "destination" | "amenity" | "pathType";
+  id: number;
+}
+
+/** Why there is no answer, with the library's own codes. */
+export interface AnsweredError {
+  code: string;
+  message: string;
+  description: string;
 }
 
 /** With several venues every request but a route names its `venue`. */
@@ -63,8 +94,14 @@ export interface RouteRequest extends Request {
   to: number;
 }
 
+export interface RouteToAnyRequest extends Request {
+  from: number;
+  to: number[];
+}
+
 export interface AlternativesRequest extends RouteRequest {
-  options?: Record<string, unknown>;
+  /** Such as { optimalPathMatchRatio: 0.6 }. */
+  options?: Record<string, number> | null;
 }
 
 export interface DirectionsRequest extends RouteRequest {
@@ -77,13 +114,27 @@ export interface TourRequest extends Request {
   destinations: number[];
 }
 
-export interface NearestOnMapRequest extends Request, Wanted {
+/** A point on a map, in its own units. */
+export interface SpotRequest {
+  venue?: number;
   map: number;
   at: [number, number];
 }
 
-export interface NearestByWalkRequest extends Request, Wanted {
+export interface NearestRequest extends SpotRequest, Wanted {}
+
+export interface NearestOnMapRequest extends Request, WantedLists {
   from: number;
+  toMap: number;
+}
+
+export interface NearestByWalkRequest extends Request, Wanted, WantedLists {
+  from: number;
+}
+
+export interface ClosestByRouteRequest extends Request {
+  candidates: number[];
+  to: number;
 }
 
 export interface MatrixRequest extends Request {
@@ -92,7 +143,8 @@ export interface MatrixRequest extends Request {
 }
 
 export interface ReachRequest extends Request {
-  from: number;
+  /** One waypoint or several. */
+  from: number | number[];
   metres?: number;
   cost?: number;
 }
@@ -100,6 +152,41 @@ export interface ReachRequest extends Request {
 export interface PlacesRequest {
   text?: string;
   venue?: number;
+}
+
+/** Degrees of longitude and latitude, metres of the spherical Mercator projection, or pixels of the
+ * venue's first map. */
+export type Projection = "EPSG:4326" | "EPSG:3857" | "tern:local";
+
+export interface ConvertRequest {
+  venue?: number;
+  point: [number, number];
+  from: Projection;
+  to: Projection;
+}
+
+export interface SolveRequest {
+  venue?: number;
+  /** A square of costs. */
+  matrix: number[][];
+}
+
+/** The ways out of a waypoint, or into it. */
+export interface NodeRequest {
+  venue?: number;
+  node: number;
+}
+
+export interface BlockNodeRequest extends NodeRequest {
+  blocked: boolean;
+}
+
+/** The way from one waypoint to the next, but not that back. */
+export interface BlockEdgeRequest {
+  venue?: number;
+  from: number;
+  to: number;
+  blocked: boolean;
 }
 
 export interface Alternatives {
@@ -119,17 +206,28 @@ export interface Tour {
   destinations: number[];
 }
 
+export interface Nearest {
+  waypoint: number | null;
+  element: Element | null;
+  /** Waypoints where floors are changed. */
+  connectors: number[];
+  error: AnsweredError | null;
+}
+
 export interface NearestOnMap {
   waypoint: number | null;
-  element: { kind: string; id: number } | null;
+  totalDistance: number | null;
+  /** Waypoints where floors are changed. */
   connectors: number[];
-  error: { code: string; message: string; description: string } | null;
+  error: AnsweredError | null;
 }
 
 export interface NearestByWalk {
   waypoint: number | null;
-  element: { kind: string; id: number } | null;
+  element: Element | null;
   route: Segment[];
+  /** Only where the venue does not have what is looked for. */
+  error?: AnsweredError;
 }
 
 /** Row by row: the way from `from[i]` to `to[j]` is at `i * columns + j`; Infinity: there is none. */
@@ -144,6 +242,23 @@ export interface Reached {
   waypoint: number;
   cost: number;
   mm: number;
+}
+
+/** The order in which to visit the rows of a matrix. */
+export interface Solution {
+  tour: number[];
+  cost: number;
+}
+
+/** A link of the graph. */
+export interface Neighbor {
+  /** The waypoint that it leads to. */
+  id: number;
+  cost: number;
+  distance: number;
+  accessibility: number;
+  edge: number;
+  pathType: number;
 }
 
 /** A document's contents: text, bytes, or an object that JSON can say. */
@@ -188,15 +303,37 @@ export class Venue {
 
   /** Empty when there is no way. */
   route(request: RouteRequest): Segment[];
+  /** To whichever is the cheapest to reach. */
+  routeToAny(request: RouteToAnyRequest): Segment[];
   alternatives(request: AlternativesRequest): Alternatives;
   directions(request: DirectionsRequest): Directions;
   tour(request: TourRequest): Tour;
-  nearest(request: NearestOnMapRequest): NearestOnMap;
+  /** In straight lines, floor by floor. */
+  nearest(request: NearestRequest): Nearest;
+  /** By walk: what is the cheapest to reach. */
   nearest(request: NearestByWalkRequest): NearestByWalk;
+  nearestOnMap(request: NearestOnMapRequest): NearestOnMap;
+  /** The waypoint closest to a point; null on a map without any. */
+  closest(request: SpotRequest): number | null;
+  /** Of the candidates the one with the shortest way. */
+  closestByRoute(request: ClosestByRouteRequest): number | null;
   matrix(request: MatrixRequest): Matrix;
   reach(request: ReachRequest): Reached[];
   /** The best first; all of them without a text. */
   places(request?: string | PlacesRequest): Place[];
+  /** A coordinate that is not finite is null. */
+  convert(request: ConvertRequest): [number | null, number | null];
+  /** The middle of the venue in degrees: longitude, latitude. */
+  center(request?: { venue?: number }): [number, number];
+  solve(request: SolveRequest): Solution;
+  neighbors(request: NodeRequest): Neighbor[];
+
+  /** Closes a way, or opens it again. A block holds for all that is asked of this venue later. */
+  blockEdge(request: BlockEdgeRequest): void;
+  /** The same for the ways into a waypoint from those that it has links to. */
+  blockEntry(request: BlockNodeRequest): void;
+  /** The same for the ways out of a waypoint. */
+  blockExit(request: BlockNodeRequest): void;
 
   /** Closing twice means nothing; what is asked afterwards is a TernError. */
   close(): void;

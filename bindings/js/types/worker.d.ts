@@ -2,6 +2,10 @@
 import {
   Alternatives,
   AlternativesRequest,
+  BlockEdgeRequest,
+  BlockNodeRequest,
+  ClosestByRouteRequest,
+  ConvertRequest,
   Directions,
   DirectionsRequest,
   DocumentContents,
@@ -9,16 +13,24 @@ import {
   ListedVenue,
   Matrix,
   MatrixRequest,
+  Nearest,
   NearestByWalk,
   NearestByWalkRequest,
   NearestOnMap,
   NearestOnMapRequest,
+  NearestRequest,
+  Neighbor,
+  NodeRequest,
   Place,
   PlacesRequest,
   ReachRequest,
   Reached,
   RouteRequest,
+  RouteToAnyRequest,
   Segment,
+  Solution,
+  SolveRequest,
+  SpotRequest,
   TernError,
   Tour,
   TourRequest,
@@ -34,14 +46,25 @@ export class RemoteVenue {
     requests: Iterable<string | object> | AsyncIterable<string | object>,
   ): AsyncGenerator<string, void, undefined>;
   route(request: RouteRequest): Promise<Segment[]>;
+  routeToAny(request: RouteToAnyRequest): Promise<Segment[]>;
   alternatives(request: AlternativesRequest): Promise<Alternatives>;
   directions(request: DirectionsRequest): Promise<Directions>;
   tour(request: TourRequest): Promise<Tour>;
-  nearest(request: NearestOnMapRequest): Promise<NearestOnMap>;
+  nearest(request: NearestRequest): Promise<Nearest>;
   nearest(request: NearestByWalkRequest): Promise<NearestByWalk>;
+  nearestOnMap(request: NearestOnMapRequest): Promise<NearestOnMap>;
+  closest(request: SpotRequest): Promise<number | null>;
+  closestByRoute(request: ClosestByRouteRequest): Promise<number | null>;
   matrix(request: MatrixRequest): Promise<Matrix>;
   reach(request: ReachRequest): Promise<Reached[]>;
   places(request?: string | PlacesRequest): Promise<Place[]>;
+  convert(request: ConvertRequest): Promise<[number | null, number | null]>;
+  center(request?: { venue?: number }): Promise<[number, number]>;
+  solve(request: SolveRequest): Promise<Solution>;
+  neighbors(request: NodeRequest): Promise<Neighbor[]>;
+  blockEdge(request: BlockEdgeRequest): Promise<void>;
+  blockEntry(request: BlockNodeRequest): Promise<void>;
+  blockExit(request: BlockNodeRequest): Promise<void>;
   close(): Promise<void>;
 }
 
