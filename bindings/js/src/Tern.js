@@ -3,7 +3,7 @@ import { Instance, bytesOf } from "./Instance.js";
 import { TernError } from "./TernError.js";
 import { Venue } from "./Venue.js";
 import { Waiting } from "./Waiting.js";
-import { fetchDocuments, folderUrl } from "./documents.js";
+import { fetchDocuments } from "./documents.js";
 import { FilesInMemory, fileCallbacks } from "./files.js";
 import { httpCallbacks } from "./http.js";
 import { compiled } from "./module.js";
@@ -102,7 +102,7 @@ export class Tern {
 
   // A venue of the documents below an address.
   async fetch(base, { venues, signal, fetch = this.#fetch } = {}) {
-    const documents = await fetchDocuments(folderUrl(base), { venues, fetch, signal });
+    const documents = await fetchDocuments(base, { venues, fetch, signal });
     return this.open({ documents, venues });
   }
 

@@ -30,10 +30,11 @@ function idsIn(bytes, name) {
 
 // A map of paths to documents: those that full.json and venue/<id>/full.json list. Of the venues
 // that are wanted, or of the only one.
-export async function fetchDocuments(base, { venues, fetch, signal }) {
+export async function fetchDocuments(base, { venues, signal, fetch = globalThis.fetch } = {}) {
+  const folder = folderUrl(base);
   const documents = new Map();
   const get = async (path) => {
-    const bytes = await documentAt(fetch, new URL(path, base).href, signal);
+    const bytes = await documentAt(fetch, new URL(path, folder).href, signal);
     if (bytes !== undefined) documents.set(path, bytes);
     return bytes;
   };

@@ -3,6 +3,7 @@ import { Tern } from "./Tern.js";
 import { Venue } from "./Venue.js";
 
 export { TernError } from "./TernError.js";
+export { fetchDocuments } from "./documents.js";
 export { FilesInMemory } from "./files.js";
 export { Hub, Tern, Venue };
 

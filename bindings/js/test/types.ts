@@ -7,6 +7,7 @@ import {
   Step,
   TernError,
   Venue,
+  fetchDocuments,
   load,
 } from "terncorekit";
 import { startWorker } from "terncorekit/worker";
@@ -49,7 +50,8 @@ try {
 }
 
 const worker = await startWorker({ maximumBytes: 2 ** 28 });
-const remote = await worker.open({ documents: new Map([["full.json", new Uint8Array()]]) });
+const documents = await fetchDocuments("https://maps.example.com/plaza/", { venues: [1] });
+const remote = await worker.open({ documents });
 await remote.blockEntry({ node: 1, blocked: true });
 const route: Segment[] = await remote.route({ from: 1, to: 2 });
 console.log(route.length);

@@ -1,7 +1,7 @@
 import assert from "node:assert/strict";
 import { spawnSync } from "node:child_process";
 import { test } from "node:test";
-import { TernError, Venue, load } from "../src/index.js";
+import { TernError, Venue, fetchDocuments, load } from "../src/index.js";
 import { fetchOf, plazaDocument, plazaDocuments } from "./plaza.mjs";
 import { command } from "./service.mjs";
 
@@ -281,6 +281,17 @@ test("documents are fetched from an address, those that are listed", async () =>
     "http://maps.test/plaza/venue/1/full.json",
   ]);
   await assert.rejects(tern.fetch("http://maps.test/plaza", { venues: [9] }), isTernError("TN007", /venue 9/));
+});
+
+test("documents that were fetched are opened as often as wanted", async () => {
+  const { fetch, asked } = fetchOf((url) => new Response(plazaDocument(url.pathname.slice(1))));
+  const documents = await fetchDocuments("http://maps.test", { fetch, venues: [1] });
+  assert.deepEqual([...documents.keys()].sort(), Object.keys(plazaDocuments()).sort());
+  const tern = await load();
+  for (let i = 0; i < 2; i += 1) assert.ok(tern.open({ documents }).places().length > 0);
+  assert.equal(asked.length, 4);
+  const signal = AbortSignal.abort();
+  await assert.rejects(fetchDocuments("http://maps.test", { fetch, signal }), { name: "AbortError" });
 });
 
 test("an address that fails is an error that names it", async () => {

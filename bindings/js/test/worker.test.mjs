@@ -1,6 +1,8 @@
 import assert from "node:assert/strict";
+import { once } from "node:events";
+import { createServer } from "node:http";
 import { after, before, test } from "node:test";
-import { Venue, load } from "../src/index.js";
+import { Venue, fetchDocuments, load } from "../src/index.js";
 import { RemoteVenue, TernError, startWorker } from "../src/worker.js";
 import { plazaDocument, plazaDocuments } from "./plaza.mjs";
 import { credentials, startService } from "./service.mjs";
@@ -82,6 +84,14 @@ test("a hub works in a worker", async () => {
   await hub.close();
 });
 
+// A server of documents that `respond(path, answer)` gives.
+async function serve(respond) {
+  const server = createServer((asked, answer) => respond(asked.url.slice(1), answer, asked));
+  server.listen(0, "127.0.0.1");
+  await once(server, "listening");
+  return { address: `http://127.0.0.1:${server.address().port}/`, stop: () => server.close() };
+}
+
 test("a worker's venue has every method of a venue", () => {
   for (const method of Object.getOwnPropertyNames(Venue.prototype)) {
     assert.equal(typeof RemoteVenue.prototype[method], "function", method);
@@ -96,6 +106,19 @@ test("blocks hold in the worker", async () => {
   assert.notDeepEqual(await venue.route(request), free);
   await venue.blockEdge({ ...request, blocked: false });
   assert.deepEqual(await venue.route(request), free);
+});
+
+test("documents that a page fetches are handed to the worker, and fetched once", async () => {
+  const asked = [];
+  const { address, stop } = await serve((path, answer) => {
+    asked.push(path);
+    answer.end(plazaDocument(path));
+  });
+  const documents = await fetchDocuments(address);
+  const venue = await tern.open({ documents });
+  assert.ok((await venue.route({ from: 22001, to: 14016 })).length > 0);
+  assert.deepEqual(asked.sort(), Object.keys(plazaDocuments()).sort());
+  stop();
 });
 
 test("a worker that is closed ends what was asked of it", async () => {

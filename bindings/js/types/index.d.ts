@@ -282,6 +282,13 @@ export interface FetchOptions {
   fetch?: typeof fetch;
 }
 
+/** The documents below an address, by their paths, as `open` takes them: of the venues, or of the
+ * only one. Those that are not there are left out; the library says which it needs. */
+export function fetchDocuments(
+  base: string | URL,
+  options?: FetchOptions,
+): Promise<Map<string, Uint8Array>>;
+
 /** A loaded venue, or several that are joined. It is closed when it is collected; closing sooner
  * frees its memory sooner. */
 export class Venue {
