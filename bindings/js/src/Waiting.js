@@ -12,8 +12,11 @@ export class Waiting {
     return { number, promise };
   }
 
+  // Whether somebody still waited.
   resolve(number, value) {
-    this.#take(number)?.resolve(value);
+    const found = this.#take(number);
+    found?.resolve(value);
+    return found !== undefined;
   }
 
   reject(number, error) {

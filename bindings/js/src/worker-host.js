@@ -3,6 +3,7 @@ import { Hub, Venue, load } from "./index.js";
 import { library, sentError } from "./protocol.js";
 
 const objects = new Map();
+const abortable = new Map();
 let lastNumber = library;
 
 async function portOfWorker() {
@@ -47,14 +48,32 @@ function movedOf({ value }) {
     : [];
 }
 
-const port = await portOfWorker();
-port.listen(async (call) => {
-  let answer;
+// The call with a signal that a later message can set off.
+function withSignal(call) {
+  const controller = new AbortController();
+  abortable.set(call.id, controller);
+  const words = [...call.words];
+  words.push({ ...words.pop(), signal: controller.signal });
+  return { ...call, words };
+}
+
+async function answerTo(call) {
   try {
-    answer = await resultOf(call);
+    return await resultOf(call.canAbort ? withSignal(call) : call);
   } catch (error) {
-    answer = { error: sentError(error) };
+    return { error: sentError(error) };
+  } finally {
+    abortable.delete(call.id);
   }
-  port.post({ id: call.id, ...answer }, movedOf(answer));
+}
+
+const port = await portOfWorker();
+port.listen(async (message) => {
+  if (message.abort !== undefined) {
+    abortable.get(message.abort)?.abort();
+    return;
+  }
+  const answer = await answerTo(message);
+  port.post({ id: message.id, ...answer }, movedOf(answer));
 });
 port.post({ isListening: true }, []);

@@ -44,18 +44,24 @@ class Connection {
   }
 
   call(object, method, ...words) {
-    const { number, promise } = this.#waiting.add();
-    if (this.#end !== null) {
-      this.#waiting.reject(number, this.#end);
-      return promise;
-    }
+    return this.#ask({ object, method, words }).promise;
+  }
+
+  // A call whose last word are options, which a signal of the page ends.
+  async abortableCall(signal, object, method, ...words) {
+    if (signal === undefined) return this.call(object, method, ...words);
+    signal.throwIfAborted();
+    const { number, promise } = this.#ask({ object, method, words, canAbort: true });
+    const abort = () => {
+      this.#waiting.reject(number, signal.reason);
+      if (this.#end === null) this.#worker.post({ abort: number });
+    };
+    signal.addEventListener("abort", abort);
     try {
-      this.#worker.post({ id: number, object, method, words });
-    } catch (error) {
-      // A function, say, cannot travel.
-      this.#waiting.reject(number, new TernError(wrongArgument, error.message));
+      return await promise;
+    } finally {
+      signal.removeEventListener("abort", abort);
     }
-    return promise;
   }
 
   async close() {
@@ -63,14 +69,36 @@ class Connection {
     await this.#worker.end();
   }
 
+  #ask(call) {
+    const { number, promise } = this.#waiting.add();
+    if (this.#end !== null) {
+      this.#waiting.reject(number, this.#end);
+      return { number, promise };
+    }
+    try {
+      this.#worker.post({ id: number, ...call });
+    } catch (error) {
+      // A function, say, cannot travel.
+      this.#waiting.reject(number, new TernError(wrongArgument, error.message));
+    }
+    return { number, promise };
+  }
+
   #take({ id, isListening, value, made, error }) {
     if (isListening) {
       this.#isListening.resolve(1);
     } else if (error !== undefined) {
       this.#waiting.reject(id, receivedError(error));
+    } else if (made === undefined) {
+      this.#waiting.resolve(id, value);
     } else {
-      this.#waiting.resolve(id, made === undefined ? value : objectOf(this, made));
+      this.#keep(id, objectOf(this, made));
     }
+  }
+
+  // What was made while its call was aborted, nobody has: it is closed.
+  #keep(id, object) {
+    if (!this.#waiting.resolve(id, object)) object.close().catch(() => {});
   }
 
   #fail(message) {
@@ -136,8 +164,9 @@ export class WorkerTern {
   }
 
   // The address is the page's, not the worker's.
-  async fetch(base, options) {
-    return this.#connection.call(library, "fetch", folderUrl(base).href, options);
+  async fetch(base, { signal, ...options } = {}) {
+    const url = folderUrl(base).href;
+    return this.#connection.abortableCall(signal, library, "fetch", url, options);
   }
 
   hub(options) {

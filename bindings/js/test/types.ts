@@ -52,6 +52,8 @@ try {
 const worker = await startWorker({ maximumBytes: 2 ** 28 });
 const documents = await fetchDocuments("https://maps.example.com/plaza/", { venues: [1] });
 const remote = await worker.open({ documents });
+const { signal } = new AbortController();
+await worker.fetch("https://maps.example.com/plaza/", { signal });
 await remote.blockEntry({ node: 1, blocked: true });
 const route: Segment[] = await remote.route({ from: 1, to: 2 });
 console.log(route.length);

@@ -121,6 +121,59 @@ test("documents that a page fetches are handed to the worker, and fetched once",
   stop();
 });
 
+test("a fetch that is aborted ends at once, and its requests in the worker", async () => {
+  let hang;
+  const hanging = new Promise((resolve) => (hang = resolve));
+  const { address, stop } = await serve((path, answer, asked) => hang(asked));
+  const controller = new AbortController();
+  const fetched = tern.fetch(address, { signal: controller.signal });
+  const ended = assert.rejects(fetched, /no longer wanted/);
+  const asked = await hanging;
+  const isGone = once(asked.socket, "close");
+  controller.abort(new Error("no longer wanted"));
+  await Promise.all([ended, isGone]);
+  await assert.rejects(tern.fetch(address, { signal: AbortSignal.abort() }), { name: "AbortError" });
+  assert.ok((await (await open()).places()).length > 0);
+  stop();
+});
+
+// A second venue, which is the first one under another number. Joined, one set is open at a time.
+function twins(path) {
+  const document = plazaDocument(path.replace("venue/2/", "venue/1/"));
+  return path === "venue/2/full.json" ? document.toString().replace('"id":1', '"id":2') : document;
+}
+
+test("a venue that is made when its fetch was aborted is closed", async () => {
+  const controller = new AbortController();
+  let left = 7;
+  const { address, stop } = await serve((path, answer) => {
+    left -= 1;
+    const isLast = left === 0;
+    answer.end(twins(path), () => {
+      if (!isLast) return;
+      // The worker makes the venue while nothing is heard of it here.
+      Atomics.wait(new Int32Array(new SharedArrayBuffer(4)), 0, 0, 500);
+      controller.abort();
+    });
+  });
+  const { signal } = controller;
+  await assert.rejects(tern.fetch(address, { venues: [1, 2], signal }), { name: "AbortError" });
+  // What the worker said before this answer was heard, too.
+  await tern.memoryBytes();
+  const joined = await tern.fetch(address, { venues: [1, 2] });
+  await joined.close();
+  stop();
+});
+
+test("an abort that comes late changes nothing", async () => {
+  const { address, stop } = await serve((path, answer) => answer.end(plazaDocument(path)));
+  const controller = new AbortController();
+  const venue = await tern.fetch(address, { signal: controller.signal });
+  controller.abort();
+  assert.ok((await venue.places()).length > 0);
+  stop();
+});
+
 test("a worker that is closed ends what was asked of it", async () => {
   const other = await startWorker();
   const venue = await other.open({ documents: plazaDocuments() });

@@ -87,7 +87,11 @@ export class WorkerTern {
     documents: Record<string, DocumentContents> | Map<string, DocumentContents>;
     venues?: number[];
   }): Promise<RemoteVenue>;
-  fetch(base: string | URL, options?: { venues?: number[] }): Promise<RemoteVenue>;
+  /** Rejects at once with the signal's reason when that is aborted. */
+  fetch(
+    base: string | URL,
+    options?: { venues?: number[]; signal?: AbortSignal },
+  ): Promise<RemoteVenue>;
   hub(options: HubOptions): Promise<RemoteHub>;
   memoryBytes(): Promise<number>;
   /** Ends the worker, and with it all that was opened in it. */
