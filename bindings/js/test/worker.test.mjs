@@ -6,6 +6,7 @@ import { Venue, fetchDocuments, load } from "../src/index.js";
 import { RemoteVenue, TernError, startWorker } from "../src/worker.js";
 import { plazaDocument, plazaDocuments } from "./plaza.mjs";
 import { credentials, startService } from "./service.mjs";
+import { moduleWithTrapIn } from "./trapping.mjs";
 
 let tern;
 let service;
@@ -172,6 +173,21 @@ test("an abort that comes late changes nothing", async () => {
   controller.abort();
   assert.ok((await venue.places()).length > 0);
   stop();
+});
+
+test("a library that stops in the worker says so to every later call", async () => {
+  const other = await startWorker({ wasm: await moduleWithTrapIn("answer") });
+  const hasStopped = (error) =>
+    error instanceof TernError &&
+    error.code === "TN008" &&
+    error.message === "the library has stopped";
+  const venue = await other.open({ documents: plazaDocuments() });
+  const requests = [venue.route({ from: 22001, to: 14016 }), venue.places(), venue.answer("{}")];
+  for (const each of requests) await assert.rejects(each, hasStopped);
+  await assert.rejects(other.open({ documents: plazaDocuments() }), hasStopped);
+  await assert.rejects(venue.batch([{ op: "center" }]).next(), hasStopped);
+  await venue.close();
+  await other.close();
 });
 
 test("a worker that is closed ends what was asked of it", async () => {
