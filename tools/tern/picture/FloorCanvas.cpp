@@ -28,9 +28,8 @@ constexpr std::size_t mostNameBytes = 80;
 constexpr double nameClearancePx = 5;
 // A name that is wider is broken into two lines where it has a blank.
 constexpr double widestNameLinePx = 84;
-// Letters of a drawing that are smaller cannot be read, and smaller ones yet are not even seen.
-constexpr double leastReadablePx = 6.5;
-constexpr double leastSeenPx = 4;
+// What the drawing says so near to a point is said of it.
+constexpr double sameNamePx = 60;
 // What is a sign in a drawing: neither a dot nor a room.
 constexpr double leastSignPx = 12;
 constexpr double mostSignPx = 36;
@@ -84,9 +83,10 @@ FloorCanvas::FloorCanvas(const CanvasRequest& request)
     : map_(request.map),
       floor_(*request.drawing),
       window_(windowOf(request)),
+      drawn_(floor_.marks, window_),
       placer_(window_.size()) {
   begin(request);
-  readTexts();
+  avoidWhatIsDrawn();
 }
 
 void FloorCanvas::begin(const CanvasRequest& request) {
@@ -126,21 +126,12 @@ void FloorCanvas::drawFloor(const FloorDrawing& floor) {
 }
 
 // What can be read or known in the drawing is not to be written over.
-void FloorCanvas::readTexts() {
-  const auto inPixels = [&](const Box& box) {
-    const Point from = window_.toPicture({box.left, box.top});
-    const Point to = window_.toPicture({box.right, box.bottom});
-    return Box{from.x, from.y, to.x, to.y};
-  };
-  drawnWords_ = " ";
-  for (const DrawnText& text : floor_.marks.texts) {
-    const double sizePx = text.fontSize * window_.scale();
-    if (sizePx < leastSeenPx) continue;
-    if (sizePx >= leastReadablePx) drawnWords_ += text.text + " ";
-    placer_.avoidLightly(inPixels(text.box));
-  }
+void FloorCanvas::avoidWhatIsDrawn() {
+  for (const Box& text : drawn_.boxes()) placer_.avoidLightly(text);
   for (const Box& shape : floor_.marks.shapes) {
-    const Box box = inPixels(shape);
+    const Point from = window_.toPicture({shape.left, shape.top});
+    const Point to = window_.toPicture({shape.right, shape.bottom});
+    const Box box{from.x, from.y, to.x, to.y};
     if (isSign(box)) placer_.avoidLightly(box);
   }
 }
@@ -221,7 +212,8 @@ void FloorCanvas::label(Point at, double clearance, std::string_view name, Weigh
   const std::string text = drawing::fittedText(name, labelFontPx, widestLabelPx / boldness);
   const Size size{drawing::textWidth(text, labelFontPx) * boldness + 2 * labelPaddingPx,
                   labelHeightPx};
-  const Box box = placer_.place(at, clearance, size);
+  const std::optional<Box> over = overDrawn({at}, name, size);
+  const Box box = over ? *over : placer_.place(at, clearance, size);
   out_.leaf("rect", {{"x", box.left},
                      {"y", box.top},
                      {"width", size.width},
@@ -243,17 +235,42 @@ void FloorCanvas::label(Point at, double clearance, std::string_view name, Weigh
 
 void FloorCanvas::name(const std::vector<Point>& places, std::string_view text, Weight weight) {
   if (text.size() > mostNameBytes) return;
-  if (drawnWords_.find(" " + std::string(text) + " ") != std::string::npos) return;
+  if (drawn_.isReadable(text)) return;
   const std::vector<std::string> lines = linesOf(text, nameFontPx);
   double width = 0;
   for (const std::string& line : lines)
     width = std::max(width, drawing::textWidth(line, nameFontPx));
   const double boldness = weight == Weight::strong ? 1.12 : 1;
   const Size size{width * boldness, nameLinePx * static_cast<double>(lines.size())};
+  if (const auto box = overDrawn(places, text, size)) {
+    drawPlate(*box);
+    return drawName(*box, lines, weight);
+  }
   for (const Point at : places) {
     const auto box = placer_.fit(at, nameClearancePx, size);
     if (box) return drawName(*box, lines, weight);
   }
+}
+
+std::optional<Box> FloorCanvas::overDrawn(const std::vector<Point>& places, std::string_view name,
+                                          Size size) {
+  for (const Point at : places) {
+    const auto drawn = drawn_.nearest(name, at, sameNamePx);
+    const auto box = drawn ? placer_.cover(*drawn, size) : std::nullopt;
+    if (box) return box;
+  }
+  return std::nullopt;
+}
+
+void FloorCanvas::drawPlate(const Box& box) {
+  const Box plate = box.grownBy(1);
+  out_.leaf("rect", {{"x", plate.left},
+                     {"y", plate.top},
+                     {"width", plate.width()},
+                     {"height", plate.height()},
+                     {"rx", 3},
+                     {"fill", palette::casing},
+                     {"fill-opacity", 0.85}});
 }
 
 void FloorCanvas::drawName(const Box& box, const std::vector<std::string>& lines, Weight weight) {

@@ -13,11 +13,13 @@
 //   const PanelDrawing panel = canvas.finish();
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "TernCoreKit/model/records/TernMap.hpp"
+#include "tools/tern/picture/DrawnNames.hpp"
 #include "tools/tern/picture/FloorDrawings.hpp"
 #include "tools/tern/picture/Geometry.hpp"
 #include "tools/tern/picture/LabelPlacer.hpp"
@@ -66,10 +68,11 @@ class FloorCanvas {
   // A bar that says how long so many metres are, away from the points where that can be had;
   // nothing for a map without a scale.
   void scaleBar(const std::vector<Point>& points);
-  // A label at least `clearance` from its point; a name that is too long is cut.
+  // A label at least `clearance` from its point, or over what the drawing says of that name near
+  // it; a name that is too long is cut.
   void label(Point at, double clearance, std::string_view text, Weight weight);
-  // A name on the first of the points where all of it has room, or nowhere; one that the drawing
-  // itself says there in letters that can be read is left to it.
+  // A name on the first of the points where all of it has room, or nowhere. One that the drawing
+  // itself says in letters that can be read is left to it; over smaller ones it is written.
   void name(const std::vector<Point>& places, std::string_view text, Weight weight);
 
   // For what is drawn besides; labels keep off what the placer is told.
@@ -83,7 +86,10 @@ class FloorCanvas {
  private:
   void begin(const CanvasRequest& request);
   void drawFloor(const FloorDrawing& floor);
-  void readTexts();
+  void avoidWhatIsDrawn();
+  // Where the drawing says the name near one of the points and nothing else would be hidden.
+  std::optional<Box> overDrawn(const std::vector<Point>& places, std::string_view name, Size size);
+  void drawPlate(const Box& box);
   void drawName(const Box& box, const std::vector<std::string>& lines, Weight weight);
   void drawBar(const Box& box, double length, const std::string& label);
   void drawBorder();
@@ -91,9 +97,8 @@ class FloorCanvas {
   const TernMap* map_;
   const FloorDrawing& floor_;
   MapWindow window_;
+  DrawnNames drawn_;
   LabelPlacer placer_;
-  // All that the drawing says in letters that can be read, with a blank around each text.
-  std::string drawnWords_;
   Markup out_;
 };
 

@@ -39,10 +39,13 @@ double LabelPlacer::penalty(const Box& box) const {
   return taken_.takenArea(near) + lineWeight * lines_.takenArea(near);
 }
 
+bool LabelPlacer::isWhole(const Box& box) const {
+  return box.left >= edgePx && box.top >= edgePx && box.right <= window_.width - edgePx &&
+         box.bottom <= window_.height - edgePx;
+}
+
 bool LabelPlacer::isFree(const Box& box) const {
-  const bool isWhole = box.left >= edgePx && box.top >= edgePx &&
-                       box.right <= window_.width - edgePx && box.bottom <= window_.height - edgePx;
-  return isWhole && taken_.areFree(box.grownBy(gapPx)) && lines_.areFree(box.grownBy(gapPx));
+  return isWhole(box) && taken_.areFree(box.grownBy(gapPx)) && lines_.areFree(box.grownBy(gapPx));
 }
 
 std::optional<Box> LabelPlacer::fit(Point point, double clearance, Size size) {
@@ -54,6 +57,16 @@ std::optional<Box> LabelPlacer::fit(Point point, double clearance, Size size) {
     return box;
   }
   return std::nullopt;
+}
+
+std::optional<Box> LabelPlacer::cover(const Box& drawn, Size size) {
+  const Box box = boxAt(drawn.centre(), {0, 0}, 0, size);
+  const Box near = box.grownBy(gapPx);
+  const bool hidesIt = drawn.width() <= size.width && drawn.height() <= size.height;
+  if (!hidesIt || !isWhole(box) || !taken_.areFree(near)) return std::nullopt;
+  if (lines_.takenArea(near) > lines_.takenArea(drawn)) return std::nullopt;
+  avoid(box);
+  return box;
 }
 
 Box LabelPlacer::place(Point point, double clearance, Size size) {

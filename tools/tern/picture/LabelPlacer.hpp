@@ -40,8 +40,14 @@ class LabelPlacer {
   // is taken from now on; none without room.
   std::optional<Box> fit(Point point, double clearance, Size size);
 
+  // A box of that size in the middle of what is drawn and avoided lightly, so that it hides that
+  // and nothing else, whole within the window, which is taken from now on; none where it would hide
+  // more or not all of that.
+  std::optional<Box> cover(const Box& drawn, Size size);
+
  private:
   double penalty(const Box& box) const;
+  bool isWhole(const Box& box) const;
   bool isFree(const Box& box) const;
 
   Size window_;

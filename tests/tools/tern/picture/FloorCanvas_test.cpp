@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include <cmath>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -66,6 +68,47 @@ TEST(FloorCanvas, whatTheDrawingSaysReadablyIsNotSaidTwice) {
   const std::string markup = of.canvas.finish().markup;
   EXPECT_FALSE(says(markup, "Coral"));
   EXPECT_TRUE(says(markup, "Toys"));
+}
+
+// Where the text stands, in the middle; nothing when it does not.
+std::optional<Point> placeOf(const std::string& markup, const std::string& text) {
+  const std::size_t end = markup.find(">" + text + "<");
+  if (end == std::string::npos) return std::nullopt;
+  const std::size_t from = markup.rfind("<text", end);
+  const auto numberOf = [&](std::string_view name) {
+    return std::stod(markup.substr(markup.find(name, from) + name.size()));
+  };
+  return Point{numberOf(" x=\""), numberOf(" y=\"") - 4};
+}
+
+// The middle of a text of the drawing that is about so wide.
+Point middleOf(const FloorCanvas& canvas, Point start, double width, double size) {
+  return canvas.toPicture({start.x + width / 2, start.y - size * 0.3});
+}
+
+TEST(FloorCanvas, nameIsWrittenOverTheLettersThatAreTooSmallToBeRead) {
+  CanvasOf of("<text x='100' y='100' font-size='6'>Coral Books</text>");
+  of.canvas.name({of.canvas.toPicture({100, 80})}, "Coral Books", Weight::normal);
+  const Point drawn = middleOf(of.canvas, {100, 100}, 35, 6);
+  const auto written = placeOf(of.canvas.finish().markup, "Coral Books");
+  ASSERT_TRUE(written);
+  EXPECT_LT(std::hypot(written->x - drawn.x, written->y - drawn.y), 5);
+}
+
+TEST(FloorCanvas, labelLiesOverItsNameInTheDrawingNearBy) {
+  const std::string drawing =
+      "<text x='100' y='100' font-size='10'>Coral</text>"
+      "<text x='100' y='110' font-size='10'>Books</text>";
+  CanvasOf near(drawing);
+  near.canvas.label(near.canvas.toPicture({100, 80}), 12, "Coral Books", Weight::strong);
+  const Point drawn = middleOf(near.canvas, {100, 105}, 28, 10);
+  const auto written = placeOf(near.canvas.finish().markup, "Coral Books");
+  ASSERT_TRUE(written);
+  EXPECT_LT(std::hypot(written->x - drawn.x, written->y - drawn.y), 6);
+
+  CanvasOf far(drawing);
+  far.canvas.label(far.canvas.toPicture({300, 200}), 12, "Coral Books", Weight::strong);
+  EXPECT_GT(placeOf(far.canvas.finish().markup, "Coral Books")->x, 200);
 }
 
 TEST(FloorCanvas, namesKeepOffWhatIsWrittenInTheDrawingAndItsSigns) {

@@ -80,6 +80,29 @@ TEST(LabelPlacer, nameWithoutRoomIsNotPlaced) {
   EXPECT_FALSE(placer.fit({100, 100}, 4, {60, 14}));
 }
 
+TEST(LabelPlacer, whatCoversADrawnNameHidesAllOfItAndNothingElse) {
+  LabelPlacer placer(window);
+  const Box drawn{80, 96, 120, 102};
+  placer.avoidLightly(drawn);
+  EXPECT_FALSE(placer.cover(drawn, {30, 14}));
+  EXPECT_FALSE(placer.cover({2, 96, 42, 102}, {60, 14}));
+  const auto box = LabelPlacer(placer).cover(drawn, {60, 14});
+  ASSERT_TRUE(box);
+  EXPECT_DOUBLE_EQ(box->centre().x, 100);
+  EXPECT_DOUBLE_EQ(box->centre().y, 99);
+  EXPECT_DOUBLE_EQ(box->width(), 60);
+  placer.avoidLightly({100, 105, 110, 111});
+  EXPECT_FALSE(placer.cover(drawn, {60, 14}));
+}
+
+TEST(LabelPlacer, drawnNameIsCoveredOnce) {
+  LabelPlacer placer(window);
+  const Box drawn{80, 96, 120, 102};
+  placer.avoidLightly(drawn);
+  EXPECT_TRUE(placer.cover(drawn, {60, 14}));
+  EXPECT_FALSE(placer.cover(drawn, {60, 14}));
+}
+
 RC_GTEST_PROP(LabelPlacer, namesAreWholeAndHideNothing, ()) {
   LabelPlacer placer(window);
   const auto anyPoint = [] {
