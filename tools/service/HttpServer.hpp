@@ -20,7 +20,7 @@
 #include <vector>
 
 #include "TernCoreKit/platform/Http.hpp"
-#include "tools/service/ServedDocuments.hpp"
+#include "tools/service/ServedAnswer.hpp"
 
 struct MHD_Daemon;
 

@@ -63,11 +63,6 @@ Value withVenues(Value customer, std::string_view externalIds) {
 
 }  // namespace
 
-ServedAnswer errorAnswer(int status, std::string_view message) {
-  return {status, encodeJson(Value::map({{"statusCode", status}, {"message", message}}),
-                             JsonLayout::compact)};
-}
-
 ServedDocuments::ServedDocuments(std::string folder)
     : folder_(std::move(folder)),
       files_(makeFileSystem(std::filesystem::absolute(folder_).string())) {}

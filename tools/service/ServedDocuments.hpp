@@ -24,20 +24,9 @@
 #include "TernCoreKit/platform/Files.hpp"
 #include "TernCoreKit/platform/Mutex.hpp"
 #include "TernCoreKit/platform/Value.hpp"
-#include "tools/service/BodyStream.hpp"
+#include "tools/service/ServedAnswer.hpp"
 
 namespace tern::service {
-
-struct ServedAnswer {
-  int status = 200;
-  // JSON; empty for 304.
-  std::string body = {};
-  // Lines of JSON that come one by one, in the place of the body; null when there are none.
-  std::shared_ptr<BodyStream> stream = nullptr;
-};
-
-// {"statusCode": status, "message": message}
-ServedAnswer errorAnswer(int status, std::string_view message);
 
 class ServedDocuments {
  public:

@@ -17,7 +17,7 @@
 
 #include "TernCoreKit/answers/TernAnswers.hpp"
 #include "TernCoreKit/platform/Mutex.hpp"
-#include "tools/service/ServedDocuments.hpp"
+#include "tools/service/ServedAnswer.hpp"
 
 namespace tern::service {
 
