@@ -214,14 +214,22 @@ MHD_Response* responseOf(ServedAnswer& answer, const Arrival& arrival) {
   return response;
 }
 
+// Empty when there is no body.
+std::string typeOf(const ServedAnswer& answer) {
+  if (!answer.type.empty()) return answer.type;
+  if (answer.stream != nullptr) return "application/x-ndjson";
+  return answer.body.empty() ? "" : "application/json";
+}
+
 MHD_Result send(Traffic& traffic, MHD_Connection* connection, const Arrival& arrival,
                 ServedAnswer answer) {
-  const char* const type = answer.stream != nullptr ? "application/x-ndjson"
-                           : answer.body.empty()    ? nullptr
-                                                    : "application/json";
+  const std::string type = typeOf(answer);
   MHD_Response* const response = responseOf(answer, arrival);
   if (response == nullptr) return MHD_NO;
-  if (type != nullptr) MHD_add_response_header(response, MHD_HTTP_HEADER_CONTENT_TYPE, type);
+  if (!type.empty()) MHD_add_response_header(response, MHD_HTTP_HEADER_CONTENT_TYPE, type.c_str());
+  for (const HttpHeader& header : answer.headers) {
+    MHD_add_response_header(response, header.name.c_str(), header.value.c_str());
+  }
   if (answer.status == 503) MHD_add_response_header(response, MHD_HTTP_HEADER_RETRY_AFTER, "1");
   if (traffic.isEnding()) {
     MHD_add_response_header(response, MHD_HTTP_HEADER_CONNECTION, "close");

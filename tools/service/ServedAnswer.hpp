@@ -6,17 +6,23 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "TernCoreKit/platform/Http.hpp"
 #include "tools/service/BodyStream.hpp"
 
 namespace tern::service {
 
 struct ServedAnswer {
   int status = 200;
-  // JSON; empty for 304.
+  // Empty for 304.
   std::string body = {};
-  // Lines of JSON that come one by one, in the place of the body; null when there are none.
+  // What comes piece by piece in the place of the body; null when nothing does.
   std::shared_ptr<BodyStream> stream = nullptr;
+  // Of the body. DEFAULT: JSON, and of a stream lines of JSON.
+  std::string type = {};
+  // Others than those that say how long the body is and of which type.
+  std::vector<HttpHeader> headers = {};
 };
 
 // {"statusCode": status, "message": message}

@@ -176,6 +176,21 @@ TEST_F(HttpServerTest, answerToHeadHasNoBody) {
   EXPECT_THAT(answer, EndsWith("\r\n\r\n"));
 }
 
+TEST_F(HttpServerTest, answerMaySayItsTypeAndHeaders) {
+  HttpServer server([](const ReceivedRequest&) {
+    return ServedAnswer{
+        .body = "p {}", .type = "text/css", .headers = {{"ETag", "\"1\""}, {"Vary", "A"}}};
+  });
+  ASSERT_EQ(server.start("127.0.0.1", 0), std::nullopt);
+  RawClient client(server.port());
+  ASSERT_TRUE(client.send("GET / HTTP/1.1\r\nHost: h\r\nConnection: close\r\n\r\n"));
+  const std::string answer = client.hear();
+  EXPECT_THAT(answer, HasSubstr("\r\nContent-Type: text/css\r\n"));
+  EXPECT_THAT(answer, Not(HasSubstr("application/json")));
+  EXPECT_THAT(answer, HasSubstr("\r\nETag: \"1\"\r\n"));
+  EXPECT_THAT(answer, HasSubstr("\r\nVary: A\r\n"));
+}
+
 TEST_F(HttpServerTest, noAnswerIsAConnectionThatCloses) {
   HttpServer server([](const ReceivedRequest&) { return std::nullopt; });
   ASSERT_EQ(server.start("127.0.0.1", 0), std::nullopt);
