@@ -2,21 +2,19 @@
 // venues, until SIGINT or SIGTERM. It says its address when it is ready. Fails: by value, naming
 // the folder or the port.
 #include <sys/resource.h>
-#include <unistd.h>
 
 #include <chrono>
-#include <csignal>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <utility>
 #include <variant>
 
 #include "TernCoreKit/platform/Log.hpp"
 #include "tools/service/MappingService.hpp"
 #include "tools/tern/CommandTable.hpp"
+#include "tools/tern/EndSignals.hpp"
 #include "tools/tern/VenueChoice.hpp"
 #include "tools/tern/VenueFolder.hpp"
 
@@ -32,15 +30,6 @@ void allowDescriptors() {
   if (::getrlimit(RLIMIT_NOFILE, &limit) != 0) return;
   limit.rlim_cur = limit.rlim_max;
   ::setrlimit(RLIMIT_NOFILE, &limit);
-}
-
-// A line that has begun is answered to its end, however long that takes; once its client is gone
-// nobody waits for it.
-void endWithin(std::chrono::seconds time) {
-  std::thread([time] {
-    std::this_thread::sleep_for(time);
-    ::_exit(static_cast<int>(ExitStatus::answered));
-  }).detach();
 }
 
 // What can be asked about in the folder: of one whose customer cannot be read, nothing.
@@ -59,13 +48,8 @@ service::VenueList venuesIn(const std::string& folder) {
   return list;
 }
 
-// The process must not have started a thread that could take the signals instead.
 Outcome serveFolder(const Arguments& call, Console& console) {
-  sigset_t ends;
-  sigemptyset(&ends);
-  sigaddset(&ends, SIGINT);
-  sigaddset(&ends, SIGTERM);
-  pthread_sigmask(SIG_BLOCK, &ends, nullptr);
+  const EndSignals ends;
   allowDescriptors();
   // Each answer says itself what it found.
   setLogSink([](std::string_view) {});
@@ -80,9 +64,9 @@ Outcome serveFolder(const Arguments& call, Console& console) {
   if (const auto error = service.start()) return notFound(*error);
   console.answers.write("Serving " + asked("data") + " at " + service.url() + "\n");
   console.answers.flush();
-  int signal = 0;
-  sigwait(&ends, &signal);
-  endWithin(2 * graceTime);
+  ends.wait();
+  // A line that has begun is answered to its end, however long that takes.
+  EndSignals::endWithin(2 * graceTime);
   service.stop(graceTime);
   return Answer();
 }
