@@ -27,12 +27,12 @@ struct MHD_Daemon;
 namespace tern::service {
 
 struct ReceivedRequest {
-  std::string method;
+  std::string method = {};
   // Path and query as they were sent.
-  std::string target;
+  std::string target = {};
   // In the order in which they came.
-  std::vector<HttpHeader> headers;
-  std::string body;
+  std::vector<HttpHeader> headers = {};
+  std::string body = {};
   // Of the connection, for who answers with what is no HTTP; open while the request is answered.
   int socket = -1;
   // For an answer that is a stream: to be called when there is more of it, on any thread, also when

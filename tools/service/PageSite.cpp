@@ -35,7 +35,8 @@ bool isNamedHost(const HttpHeader& header) {
 
 // Whether the request was sent to this machine by a name that nobody else can give it.
 bool namesThisMachine(const ReceivedRequest& request, int port) {
-  if (std::ranges::count_if(request.headers, isNamedHost) != 1) return false;
+  // Before it listens, nobody knows where it is.
+  if (port == 0 || std::ranges::count_if(request.headers, isNamedHost) != 1) return false;
   const std::string host = request.header("Host").value_or("");
   const std::string behind = ":" + std::to_string(port);
   for (const std::string name : {"127.0.0.1", "localhost"}) {

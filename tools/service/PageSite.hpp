@@ -34,13 +34,13 @@
 namespace tern::service {
 
 struct PageSettings {
-  std::span<const PageFile> files;
-  std::vector<std::int64_t> venues;
+  std::span<const PageFile> files = {};
+  std::vector<std::int64_t> venues = {};
   // Asked for each request, so that a document that is replaced is shown anew.
-  DocumentSource documents;
+  DocumentSource documents = {};
   // What is wrong with a venue, as JSON. Called once for each, when it is first asked for, on a
   // thread of its own. REQUIRES: throws nothing.
-  std::function<std::string(std::int64_t venue)> findings;
+  std::function<std::string(std::int64_t venue)> findings = {};
 };
 
 class PageSite {
