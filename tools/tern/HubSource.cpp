@@ -11,6 +11,7 @@
 #include "TernCoreKit/model/collections/TernFloorCollection.hpp"
 #include "TernCoreKit/model/records/TernBuilding.hpp"
 #include "TernCoreKit/platform/Files.hpp"
+#include "TernCoreKit/platform/Json.hpp"
 #include "tools/tern/Whereabouts.hpp"
 
 namespace tern::command {
@@ -95,9 +96,9 @@ std::variant<std::int64_t, Failure> HubSource::chosenVenue(std::optional<std::in
   if (venueId) return *venueId;
   const auto venues = readVenues();
   if (const auto* failure = std::get_if<Failure>(&venues)) return *failure;
-  auto only = onlyVenue(*std::get<std::shared_ptr<TernVenueCollection>>(venues), host_);
-  if (auto* error = std::get_if<TernError>(&only)) return notLoaded(std::move(*error));
-  return std::get<std::int64_t>(only);
+  auto only = chosenVenues(*std::get<std::shared_ptr<TernVenueCollection>>(venues), host_, {});
+  if (auto* failure = std::get_if<Failure>(&only)) return std::move(*failure);
+  return std::get<std::vector<std::int64_t>>(only).front();
 }
 
 Loaded<TernActiveVenue> HubSource::loadVenue(std::optional<std::int64_t> venueId,
@@ -134,6 +135,60 @@ std::optional<Failure> HubSource::addBuildings(const std::shared_ptr<TernActiveV
     }
   }
   return std::nullopt;
+}
+
+std::optional<Failure> HubSource::addText(const std::string& path, const std::string& endpoint,
+                                          Texts& texts) const {
+  Value document;
+  hub_->cache()->getCacheFileAtPath(
+      endpoint, [&](const std::optional<TernError>&, Value found) { document = std::move(found); });
+  if (!document.isMap()) {
+    return notLoaded(TernErrorTypeUndefined, host_ + ": " + path + " could not be kept in " +
+                                                 hub_->cache()->documentFolder());
+  }
+  texts[path] = encodeJson(document, JsonLayout::compact);
+  return std::nullopt;
+}
+
+std::optional<Failure> HubSource::addTexts(std::int64_t venueId, Texts& texts) {
+  auto loaded = loadVenue(venueId, std::nullopt);
+  if (auto* failure = std::get_if<Failure>(&loaded)) return std::move(*failure);
+  const auto& venue = *std::get<std::shared_ptr<TernActiveVenue>>(loaded);
+  const std::string folder = "venue/" + std::to_string(venueId);
+  if (auto failure =
+          addText(folder + "/full.json", hub_->venueComponenentsAPIWithVenueID(venueId), texts)) {
+    return failure;
+  }
+  const auto ids = buildingIds(venue, host_);
+  for (const std::int64_t id : std::get<std::vector<std::int64_t>>(ids)) {
+    if (auto failure = addText(folder + "/building/" + std::to_string(id) + "/full.json",
+                               hub_->buildingAPIWithVenue(venue, id), texts)) {
+      return failure;
+    }
+  }
+  return std::nullopt;
+}
+
+Loaded<VenueFiles> HubSource::loadFiles(std::vector<std::int64_t> venueIds) {
+  auto venues = readVenues();
+  if (auto* failure = std::get_if<Failure>(&venues)) return std::move(*failure);
+  auto chosen = chosenVenues(*std::get<std::shared_ptr<TernVenueCollection>>(venues), host_,
+                             std::move(venueIds));
+  if (auto* failure = std::get_if<Failure>(&chosen)) return std::move(*failure);
+  auto files = std::make_shared<VenueFiles>();
+  files->venues = std::get<std::vector<std::int64_t>>(std::move(chosen));
+  const auto texts = std::make_shared<Texts>();
+  if (auto failure = addText("full.json", hub_->customerFullCallAPI(), *texts)) return *failure;
+  for (const std::int64_t id : files->venues) {
+    if (auto failure = addTexts(id, *texts)) return *std::move(failure);
+  }
+  files->documents.place = host_;
+  files->documents.read = [texts](const std::string& path) -> std::variant<std::string, TernError> {
+    const auto found = texts->find(path);
+    if (found != texts->end()) return found->second;
+    return TernError::initWithErrorType(TernErrorTypeObjectNotFound, path + ": was not loaded");
+  };
+  return files;
 }
 
 std::string HubSource::remark() const {

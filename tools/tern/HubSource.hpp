@@ -11,6 +11,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -34,14 +36,24 @@ class HubSource final : public VenueSource {
   Loaded<TernVenueCollection> readVenues() override;
   Loaded<TernActiveVenue> loadVenue(std::optional<std::int64_t> venueId,
                                     std::optional<std::int64_t> buildingId) override;
+  // The documents are those that the disk cache holds once they are loaded.
+  Loaded<VenueFiles> loadFiles(std::vector<std::int64_t> venueIds) override;
   // That the service failed and the cache took its place.
   std::string remark() const override;
 
  private:
+  // Documents by their path in a venue folder.
+  using Texts = std::map<std::string, std::string, std::less<>>;
+
   std::variant<std::int64_t, Failure> chosenVenue(std::optional<std::int64_t> venueId);
   // Returns when routes can be searched.
   std::optional<Failure> addBuildings(const std::shared_ptr<TernActiveVenue>& venue,
                                       std::optional<std::int64_t> buildingId);
+  // Loads a venue and adds its documents.
+  std::optional<Failure> addTexts(std::int64_t venueId, Texts& texts);
+  // Adds what is cached of an endpoint's answer.
+  std::optional<Failure> addText(const std::string& path, const std::string& endpoint,
+                                 Texts& texts) const;
   // A load that found nothing to build on reports no error.
   Failure isEmpty(const std::string& what) const;
   Failure failed(const TernError& error) const;

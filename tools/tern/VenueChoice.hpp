@@ -3,10 +3,12 @@
 // Threads: any. Fails: never.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <utility>
 #include <variant>
+#include <vector>
 
 #include "TernCoreKit/model/collections/TernVenueCollection.hpp"
 #include "TernCoreKit/model/venue/TernActiveVenue.hpp"
@@ -22,6 +24,11 @@ Failure notFound(std::string line);
 
 // The same for an error of the library's. Where a choice is missing, a word of the call is.
 Failure notLoaded(TernError error);
+
+// The ids, or that of the only venue where there are none.
+std::variant<std::vector<std::int64_t>, Failure> chosenVenues(const TernVenueCollection& venues,
+                                                              const std::string& place,
+                                                              std::vector<std::int64_t> ids);
 
 template <class T>
 Loaded<T> orFailure(std::variant<std::shared_ptr<T>, TernError> loaded) {

@@ -8,9 +8,11 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <vector>
 
 #include "TernCoreKit/loading/VenueLoading.hpp"
 #include "tools/tern/VenueChoice.hpp"
+#include "tools/tern/VenueFiles.hpp"
 
 namespace tern::command {
 
@@ -23,5 +25,14 @@ Loaded<TernActiveVenue> loadVenue(const std::filesystem::path& folder,
                                   std::optional<std::int64_t> venueId,
                                   std::optional<std::int64_t> buildingId,
                                   VenueDocuments* documents = nullptr);
+
+// The documents that lie in the folder. Nothing outside it is ever read, also not over a symbolic
+// link in it.
+DocumentSource documentsWithin(const std::filesystem::path& folder);
+
+// Those venues, loaded once, with the documents that lie within the folder, which are read anew
+// each time; see VenueSource.hpp.
+Loaded<VenueFiles> loadFiles(const std::filesystem::path& folder,
+                             std::vector<std::int64_t> venueIds);
 
 }  // namespace tern::command

@@ -19,6 +19,9 @@ class FolderSource final : public VenueSource {
                                     std::optional<std::int64_t> buildingId) override {
     return command::loadVenue(folder_, venueId, buildingId);
   }
+  Loaded<VenueFiles> loadFiles(std::vector<std::int64_t> venueIds) override {
+    return command::loadFiles(folder_, std::move(venueIds));
+  }
 
  private:
   const std::string folder_;

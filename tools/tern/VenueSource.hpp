@@ -9,9 +9,11 @@
 #include <optional>
 #include <string>
 #include <variant>
+#include <vector>
 
 #include "tools/tern/Arguments.hpp"
 #include "tools/tern/VenueChoice.hpp"
+#include "tools/tern/VenueFiles.hpp"
 
 namespace tern::command {
 
@@ -25,6 +27,8 @@ class VenueSource {
   // a building's id it gets all buildings of its document, in ascending order of their ids.
   virtual Loaded<TernActiveVenue> loadVenue(std::optional<std::int64_t> venueId,
                                             std::optional<std::int64_t> buildingId) = 0;
+  // Those venues, loaded to see that they can be, with their documents; without ids the only one.
+  virtual Loaded<VenueFiles> loadFiles(std::vector<std::int64_t> venueIds) = 0;
   // What to tell of loads that succeeded; empty when all is as it should be.
   virtual std::string remark() const { return {}; }
 };
