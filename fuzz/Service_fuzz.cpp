@@ -1,6 +1,6 @@
-// The local service's targets: on the first line a path and query, on the second the stamp that the
-// client holds. No name leads out of the folder, and every answer is a document or says what is
-// wrong.
+// The targets of the local service and of the page that shows venues: on the first line a path and
+// query, on the second the stamp, or the tag and the codings, of the client. No name leads out of
+// the folder, and every answer is a document or says what is wrong.
 #include <algorithm>
 #include <optional>
 #include <string>
@@ -9,8 +9,11 @@
 #include "TernCoreKit/platform/Json.hpp"
 #include "fuzz/ServedFolder.hpp"
 #include "fuzz/Target.hpp"
+#include "tests/support/MadePage.hpp"
+#include "tools/service/PageSite.hpp"
 #include "tools/service/RequestTarget.hpp"
 #include "tools/service/ServedDocuments.hpp"
+#include "tools/tern/VenueFolder.hpp"
 
 namespace tern::fuzz {
 namespace {
@@ -37,6 +40,29 @@ void checkAnswer(const service::ServedAnswer& answer) {
   require(!body.error && body.value["statusCode"] == Value(answer.status), "an error says so");
 }
 
+// A page over the folder, of one file.
+service::PageSite pageOver(const ServedFolder& folder) {
+  static test::MadePage page;
+  page.add("index.html", "text/html", "<p>page");
+  return service::PageSite({.files = page.files(),
+                            .venues = {1, 7},
+                            .documents = command::documentsWithin(folder.path()),
+                            .findings = [](std::int64_t) { return std::string("{}"); }});
+}
+
+void checkPageAnswer(const service::ServedAnswer& answer) {
+  require(answer.body.find(ServedFolder::hidden) == std::string::npos,
+          "nothing outside is ever shown");
+  const int statuses[] = {200, 304, 404, 500};
+  require(std::ranges::find(statuses, answer.status) != std::end(statuses), "a status is known");
+  require(std::ranges::find(answer.headers, "Content-Security-Policy", &HttpHeader::name) !=
+              answer.headers.end(),
+          "every answer is under the policy");
+  if (answer.status < 400) return;
+  const JsonResult body = decodeJson(answer.body);
+  require(!body.error && body.value["statusCode"] == Value(answer.status), "an error says so");
+}
+
 void run(const std::string& text) {
   static const ServedFolder folder;
   static const service::ServedDocuments documents(folder.path());
@@ -47,6 +73,16 @@ void run(const std::string& text) {
   checkTarget(target);
   checkAnswer(documents.answer(target, stamp));
   checkAnswer(documents.answer(ServedFolder::customer + target, stamp));
+  static service::PageSite page = pageOver(folder);
+  const std::string held = stamp.value_or("");
+  for (const std::string& asked : {target, "/data" + target}) {
+    checkPageAnswer(page.answer(
+        {.method = "GET",
+         .target = asked,
+         .headers = {{"Host", "localhost:1"}, {"If-None-Match", held}, {"Accept-Encoding", held}},
+         .wake = [] {}},
+        1));
+  }
 }
 
 std::vector<std::string> seeds() {
@@ -58,6 +94,12 @@ std::vector<std::string> seeds() {
           "/map-template/calm/full",
           "/locale/full\nstamp",
           "/venue/7/full",
+          "/full.json",
+          "/venue/1/building/3/full.json\nbr;q=1, gzip;q=0.5",
+          "/venue/7/full.json",
+          "/venue/..%2f..%2foutside/full.json",
+          "/findings.json?venue=1",
+          "/index.html\nW/\"0-gzip\", gzip;q=1",
           "/venue/..%2f..%2foutside/full",
           "/venue/%2e%2e/%2e%2e/outside/full",
           "/venue/1%00/full",
