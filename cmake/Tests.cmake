@@ -122,8 +122,13 @@ set_target_properties(tern_test_support PROPERTIES C_STANDARD 11 C_EXTENSIONS OF
 target_link_libraries(tern_test_support PUBLIC
   TernCoreKit::TernCoreKit GTest::gmock ${tern_rapidcheck})
 target_compile_definitions(tern_test_support PUBLIC $<$<BOOL:${TERN_WITH_IMPORT}>:TERN_WITH_IMPORT>)
+# The command with a page of two files, in a folder of its own, so that it can have its own name.
+tern_add_command(tern_with_page ${PROJECT_SOURCE_DIR}/tests/page)
+set_target_properties(tern_with_page PROPERTIES
+  OUTPUT_NAME tern RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/with-page EXCLUDE_FROM_ALL ON)
+
 set_source_files_properties(${PROJECT_SOURCE_DIR}/tests/support/Paths.cpp PROPERTIES
-  COMPILE_DEFINITIONS "TERN_SOURCE_DIR=\"${PROJECT_SOURCE_DIR}\";TERN_BINARY_PATH=\"$<TARGET_FILE:tern>\"")
+  COMPILE_DEFINITIONS "TERN_SOURCE_DIR=\"${PROJECT_SOURCE_DIR}\";TERN_BINARY_PATH=\"$<TARGET_FILE:tern>\";TERN_WITH_PAGE_PATH=\"$<TARGET_FILE:tern_with_page>\"")
 
 # A program of the given test sources. ctest runs it in as many parts at once as `shards` says; a
 # part that hangs fails.
@@ -136,7 +141,7 @@ function(tern_add_tests target shards)
   # What a test does itself is little, and compiling its matchers takes twice as long otherwise.
   target_compile_options(${target} PRIVATE $<$<CONFIG:Debug>:-O0>)
   target_link_libraries(${target} PRIVATE tern_test_support)
-  foreach(part tern tern_tool)
+  foreach(part tern tern_with_page tern_tool)
     if(TARGET ${part})
       add_dependencies(${target} ${part})
     endif()

@@ -3,13 +3,15 @@
 
 find_path(TERN_MICROHTTPD_INCLUDE microhttpd.h REQUIRED)
 find_library(TERN_MICROHTTPD microhttpd REQUIRED)
+find_package(ZLIB REQUIRED)
+find_package(Threads REQUIRED)
 
 file(GLOB_RECURSE tern_tool_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tools/*.cpp)
 set(tern_main ${PROJECT_SOURCE_DIR}/tools/tern/main.cpp)
 list(REMOVE_ITEM tern_tool_sources ${tern_main})
 
 option(TERN_WITH_IMPORT "The command that makes venues of open building data" ON)
-set(tern_tool_libraries TernCoreKit::TernCoreKit ${TERN_MICROHTTPD})
+set(tern_tool_libraries TernCoreKit::TernCoreKit ${TERN_MICROHTTPD} ZLIB::ZLIB Threads::Threads)
 if(TERN_WITH_IMPORT)
   find_path(TERN_ZIP_INCLUDE zip.h REQUIRED)
   find_library(TERN_ZIP zip REQUIRED)
@@ -32,15 +34,13 @@ if(tern_tool_sources)
     find_path(TERN_OSMIUM_INCLUDE osmium/io/reader.hpp REQUIRED)
     find_path(TERN_PROTOZERO_INCLUDE protozero/pbf_reader.hpp REQUIRED)
     find_package(EXPAT REQUIRED)
-    find_package(ZLIB REQUIRED)
-    find_package(Threads REQUIRED)
     target_include_directories(tern_tool SYSTEM PRIVATE ${TERN_OSMIUM_INCLUDE}
                                                         ${TERN_PROTOZERO_INCLUDE})
     # Its headers are many, and only their own macros' order is known to work. They count digits and
     # exponents beyond 64 bits before they refuse a coordinate for its size.
     set_source_files_properties(${PROJECT_SOURCE_DIR}/tools/import/osm/OsmFile.cpp PROPERTIES
       SKIP_UNITY_BUILD_INCLUSION ON COMPILE_OPTIONS -fwrapv)
-    list(APPEND tern_tool_libraries ${TERN_GEOS} EXPAT::EXPAT ZLIB::ZLIB Threads::Threads)
+    list(APPEND tern_tool_libraries ${TERN_GEOS} EXPAT::EXPAT)
   endif()
   target_link_libraries(tern_tool PUBLIC ${tern_tool_libraries})
   if(TERN_WITH_IMPORT)
@@ -50,10 +50,19 @@ if(tern_tool_sources)
   list(APPEND tern_tool_libraries tern_tool)
 endif()
 
+include(${PROJECT_SOURCE_DIR}/cmake/Page.cmake)
+
+# The command with the page of that folder.
+function(tern_add_command target page)
+  add_executable(${target} ${tern_main})
+  tern_own_target(${target})
+  tern_embed_page(${target} "${page}")
+  target_link_libraries(${target} PRIVATE ${tern_tool_libraries})
+endfunction()
+
+set(TERN_EXPLORER_DIR "" CACHE PATH "Folder of the built page of `tern explore`; empty for none")
 if(EXISTS ${tern_main})
-  add_executable(tern ${tern_main})
-  tern_own_target(tern)
-  target_link_libraries(tern PRIVATE ${tern_tool_libraries})
+  tern_add_command(tern "${TERN_EXPLORER_DIR}")
 endif()
 
 # What the command says of itself for shells and for man, unless it cannot run on this machine.

@@ -10,4 +10,6 @@ std::string samplePath() { return sourcePath("data/plaza"); }
 
 std::string commandPath() { return TERN_BINARY_PATH; }
 
+std::string commandWithPagePath() { return TERN_WITH_PAGE_PATH; }
+
 }  // namespace tern::test

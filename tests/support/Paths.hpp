@@ -9,5 +9,7 @@ namespace tern::test {
 std::string sourcePath(const std::string& below);
 std::string samplePath();
 std::string commandPath();
+// The command as it is built with a page, that of tests/page.
+std::string commandWithPagePath();
 
 }  // namespace tern::test

@@ -1,0 +1,1 @@
+document.title = "The scripts of the page run";
