@@ -42,4 +42,6 @@ void Output::flush() {
   gathered_.clear();
 }
 
+bool Output::isTerminal() const { return ::isatty(descriptor_) != 0; }
+
 }  // namespace tern::command

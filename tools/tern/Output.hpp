@@ -21,6 +21,9 @@ class Output {
   // Hands over all that was gathered.
   void flush();
 
+  // Whether somebody sees it at once.
+  bool isTerminal() const;
+
   // The errno of the write that failed; 0 as long as none has.
   int error() const { return error_; }
 
