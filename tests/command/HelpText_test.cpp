@@ -31,9 +31,9 @@ std::string replaced(std::string text, std::string_view what, std::string_view w
   return text;
 }
 
-// A shell in a folder with nothing but the data of buildings, which finds the command. Where an
-// example serves on port 8080, which somebody else may have, it serves on one that is free, and who
-// asks there asks that one.
+// A shell in a folder with nothing but the data of buildings, which finds the command with a page.
+// Where an example serves on port 8080, which somebody else may have, it serves on one that is
+// free, and who asks there asks that one.
 class Shell {
  public:
   Shell() {
@@ -47,7 +47,9 @@ class Shell {
   ~Shell() { endService(); }
 
   void run(const std::string& line) {
-    if (line.find("tern serve") != std::string::npos) return serve(line);
+    for (const char* const endless : {"tern serve", "tern explore"}) {
+      if (line.find(endless) != std::string::npos) return serve(line);
+    }
     const test::ProcessResult result =
         test::runProcess(words(replaced(line, "http://127.0.0.1:8080", address_)));
     EXPECT_EQ(result.status, 0) << line;
@@ -62,7 +64,8 @@ class Shell {
     endService();
     service_.emplace(words("exec env " + replaced(line, "--port 8080", "--port 0")));
     const std::string heard = service_->hear();
-    EXPECT_THAT(heard, MatchesRegex("Serving .+ at http://127\\.0\\.0\\.1:[0-9]+")) << line;
+    EXPECT_THAT(heard, MatchesRegex("(Serving|Showing) .+ at http://127\\.0\\.0\\.1:[0-9]+/?"))
+        << line;
     address_ = heard.substr(heard.rfind(' ') + 1);
   }
 
@@ -74,7 +77,7 @@ class Shell {
   }
 
   std::vector<std::string> words(const std::string& line) const {
-    const std::string tools = std::filesystem::path(test::commandPath()).parent_path();
+    const std::string tools = std::filesystem::path(test::commandWithPagePath()).parent_path();
     return {"/bin/sh", "-c",
             "cd '" + folder.at("") + "' && export PATH='" + tools + "':\"$PATH\" XDG_DATA_HOME='" +
                 folder.at("home") + "'\n" + line};

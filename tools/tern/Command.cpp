@@ -28,8 +28,11 @@ namespace {
 
 class Run {
  public:
-  Run(const Streams& streams, bool json)
-      : streams_(streams), answers_(streams.answers), json_(json) {}
+  Run(const Streams& streams, std::span<const service::PageFile> page, bool json)
+      : streams_(streams),
+        answers_(streams.answers),
+        console_{streams.requests, answers_, page},
+        json_(json) {}
 
   ExitStatus run(const std::vector<std::string>& words) {
     const ExitStatus status = words.empty() ? showUsage() : runWords(words);
@@ -83,6 +86,18 @@ class Run {
       return answerRequests(call, TernAnswers(data), console_);
     };
     return call.venues.size() > 1 ? ask(loadJoined(call), ofEither) : ask(loadOne(call), ofEither);
+  }
+
+  Outcome answer(const Arguments& call, AboutFiles answerFiles) {
+    if (console_.page.empty()) return noPage();
+    return ask(load(call, [&](VenueSource& source) { return source.loadFiles(call.venues); }),
+               [&](const auto& files) { return answerFiles(call, *files, console_); });
+  }
+
+  static Failure noPage() {
+    return notFound(
+        "this tern was built without the page; scripts/build builds it where npm is, or set "
+        "TERN_EXPLORER_DIR to the folder of a built page");
   }
 
   Loaded<TernActiveVenue> loadOne(const Arguments& call) {
@@ -150,7 +165,7 @@ class Run {
 
   Streams streams_;
   Output answers_;
-  Console console_{streams_.requests, answers_};
+  Console console_;
   bool json_;
   // Of the source, when it is not as it should be.
   std::string remark_;
@@ -158,9 +173,10 @@ class Run {
 
 }  // namespace
 
-int runCommand(const std::vector<std::string>& words, const Streams& streams) {
+int runCommand(const std::vector<std::string>& words, const Streams& streams,
+               std::span<const service::PageFile> page) {
   std::signal(SIGPIPE, SIG_IGN);
-  Run run(streams, asksForJson(words));
+  Run run(streams, page, asksForJson(words));
   ExitStatus status = ExitStatus::notLoaded;
   if (!service::hasEnough([&] { status = run.run(words); })) status = run.endOutOfMemory();
   return static_cast<int>(status);

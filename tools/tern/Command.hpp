@@ -6,8 +6,11 @@
 // the answer then is {"error": ...}.
 #pragma once
 
+#include <span>
 #include <string>
 #include <vector>
+
+#include "tools/service/PageFile.hpp"
 
 namespace tern::command {
 
@@ -18,7 +21,9 @@ struct Streams {
   int diagnostics = 2;
 };
 
-// The words are those behind the program's name. Returns the exit status.
-int runCommand(const std::vector<std::string>& words, const Streams& streams);
+// The words are those behind the program's name; the page is for the command that shows one.
+// Returns the exit status.
+int runCommand(const std::vector<std::string>& words, const Streams& streams,
+               std::span<const service::PageFile> page = {});
 
 }  // namespace tern::command

@@ -10,10 +10,10 @@ namespace tern::command {
 namespace {
 
 constexpr std::array commands{
-    &venuesCommand,     &infoCommand,    &floorsCommand,       &placesCommand,
-    &routeCommand,      &nearestCommand, &alternativesCommand, &tourCommand,
-    &matrixCommand,     &reachCommand,   &closestCommand,      &convertCommand,
-    &batchCommand,      &serveCommand,   &generateCommand,     &checkCommand,
+    &venuesCommand,     &infoCommand,         &floorsCommand, &placesCommand,  &routeCommand,
+    &nearestCommand,    &alternativesCommand, &tourCommand,   &matrixCommand,  &reachCommand,
+    &closestCommand,    &convertCommand,      &batchCommand,  &exploreCommand, &serveCommand,
+    &generateCommand,   &checkCommand,
 #ifdef TERN_WITH_IMPORT
     &importCommand,
 #endif
@@ -34,13 +34,15 @@ bool loadsData(const Command& command) {
 }
 
 bool loadsVenue(const Command& command) {
-  return loadsData(command) && !std::holds_alternative<AboutCustomer>(command.about);
+  return loadsData(command) && !std::holds_alternative<AboutCustomer>(command.about) &&
+         !std::holds_alternative<AboutFiles>(command.about);
 }
 
 bool joinsVenues(const Command& command) {
   const auto* about = std::get_if<AboutVenue>(&command.about);
   return about != nullptr ? about->joined != nullptr
-                          : std::holds_alternative<AboutRequests>(command.about);
+                          : std::holds_alternative<AboutRequests>(command.about) ||
+                                std::holds_alternative<AboutFiles>(command.about);
 }
 
 std::string namesOfCommands(bool (*isSo)(const Command&), std::string_view between) {

@@ -16,18 +16,21 @@
 #include "TernCoreKit/model/collections/TernVenueCollection.hpp"
 #include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "TernCoreKit/wayfinding/joined/TernMultiActiveVenues.hpp"
+#include "tools/service/PageFile.hpp"
 #include "tools/tern/Arguments.hpp"
 #include "tools/tern/Option.hpp"
 #include "tools/tern/Outcome.hpp"
 #include "tools/tern/Output.hpp"
+#include "tools/tern/VenueFiles.hpp"
 
 namespace tern::command {
 
-// For commands that talk while they run: where requests come from, a descriptor, and where answers
-// go.
+// For commands that talk while they run: where requests come from, a descriptor, where answers go,
+// and the page that is part of the program, which has no files where it was built without one.
 struct Console {
   int requests;
   Output& answers;
+  std::span<const service::PageFile> page;
 };
 
 // What a command is about, with the function that answers it: nothing that is loaded before,
@@ -40,11 +43,13 @@ struct AboutVenue {
   Outcome (*joined)(const Arguments& call,
                     const std::shared_ptr<TernMultiActiveVenues>& venues) = nullptr;
 };
-// or requests to either.
+// requests to either,
 using AboutRequests = Outcome (*)(const Arguments& call, const TernAnswers& answers,
                                   Console& console);
+// or the documents of venues, for the page to show.
+using AboutFiles = Outcome (*)(const Arguments& call, const VenueFiles& files, Console& console);
 
-using About = std::variant<AboutNothing, AboutCustomer, AboutVenue, AboutRequests>;
+using About = std::variant<AboutNothing, AboutCustomer, AboutVenue, AboutRequests, AboutFiles>;
 
 struct Command {
   std::string_view name;
@@ -76,6 +81,7 @@ extern const Command reachCommand;
 extern const Command closestCommand;
 extern const Command convertCommand;
 extern const Command batchCommand;
+extern const Command exploreCommand;
 extern const Command serveCommand;
 extern const Command generateCommand;
 extern const Command checkCommand;

@@ -8,6 +8,7 @@
 
 #include "tools/service/Exhaustion.hpp"
 #include "tools/tern/Command.hpp"
+#include "tools/tern/EmbeddedPage.hpp"
 #include "tools/tern/Failure.hpp"
 
 namespace {
@@ -29,5 +30,5 @@ namespace {
 int main(int argc, char** argv) {
   std::set_terminate(endOutOfMemory);
   const std::vector<std::string> words(argv + (argc > 0 ? 1 : 0), argv + argc);
-  return tern::command::runCommand(words, {});
+  return tern::command::runCommand(words, {}, tern::command::embeddedPage());
 }

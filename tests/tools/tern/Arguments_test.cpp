@@ -235,11 +235,11 @@ TEST(Arguments, ratiosOfAlternativesBecomeOptions) {
 }
 
 TEST(Arguments, unknownCommandIsNamedWithThoseThereAre) {
-  EXPECT_EQ(
-      refusalOf({"fly"}),
-      "\"fly\" is no command; there are venues, info, floors, places, route, nearest, "
-      "alternatives, tour, matrix, reach, "
-      "closest, convert, batch, serve, generate, check, import, completion, man (see tern --help)");
+  EXPECT_EQ(refusalOf({"fly"}),
+            "\"fly\" is no command; there are venues, info, floors, places, route, nearest, "
+            "alternatives, tour, matrix, reach, "
+            "closest, convert, batch, explore, serve, generate, check, import, completion, man "
+            "(see tern --help)");
 }
 
 TEST(Arguments, whatIsNearlyACommandOrAnOptionIsNamed) {
