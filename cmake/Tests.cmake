@@ -8,6 +8,7 @@ list(APPEND tern_test_support ${PROJECT_SOURCE_DIR}/tests/c/WholeInterface.c)
 list(FILTER tern_test_sources INCLUDE REGEX "_test\\.cpp$")
 if(NOT TERN_WITH_IMPORT)
   list(FILTER tern_test_sources EXCLUDE REGEX "/tests/tools/(import/|tern/ImportCommand)")
+  list(FILTER tern_test_support EXCLUDE REGEX "/tests/tools/import/")
 endif()
 
 set(TERN_ONLY_TESTS "" CACHE STRING "Regular expression of the test sources to build; empty for all")
