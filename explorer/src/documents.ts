@@ -1,0 +1,68 @@
+// The venue's documents: each is fetched once, for the page and for the library.
+import { integer, items, object, type Json } from "./venue/json.js";
+import { firstBuildingId } from "./venue/read.js";
+
+export interface Documents {
+  // By their paths, as the library takes them.
+  readonly bytes: ReadonlyMap<string, Uint8Array>;
+  readonly customer: Json;
+  readonly venue: Json;
+  readonly buildings: readonly Json[];
+}
+
+export class DocumentError extends Error {}
+
+async function fetched(base: string, path: string): Promise<Uint8Array> {
+  let response: Response;
+  try {
+    response = await fetch(base + path);
+  } catch {
+    throw new DocumentError(path);
+  }
+  if (!response.ok) throw new DocumentError(`${path} (${response.status})`);
+  return new Uint8Array(await response.arrayBuffer());
+}
+
+// The building that holds the map, or the venue's first one, is handed over as soon as it is there.
+interface Wanted {
+  readonly map: number | null;
+  readonly arrived: (venue: Json, building: Json) => void;
+}
+
+function holds(building: Json, map: number): boolean {
+  return items(building["floors"]).some((floor) => integer(object(floor["map"])["id"]) === map);
+}
+
+// `base` is a folder's address, with a slash at its end. `venue` null: the first one that is listed.
+export async function fetchDocuments(
+  base: string,
+  venue: number | null,
+  wanted: Wanted,
+): Promise<Documents> {
+  const bytes = new Map<string, Uint8Array>();
+  const get = async (path: string) => {
+    const contents = await fetched(base, path);
+    bytes.set(path, contents);
+    try {
+      return object(JSON.parse(new TextDecoder().decode(contents)));
+    } catch {
+      throw new DocumentError(path);
+    }
+  };
+  const customerComing = get("full.json");
+  const id = venue ?? integer(items((await customerComing)["venues"])[0]?.["id"]);
+  if (id === null) throw new DocumentError("full.json");
+  const [customer, document] = await Promise.all([customerComing, get(`venue/${id}/full.json`)]);
+  const listed = items(document["buildings"]);
+  const ids = listed.map((each) => integer(each["id"])).filter((each) => each !== null);
+  const first = firstBuildingId(document);
+  const buildings = await Promise.all(
+    ids.map(async (each) => {
+      const building = await get(`venue/${id}/building/${each}/full.json`);
+      const isWanted = wanted.map === null ? each === first : holds(building, wanted.map);
+      if (isWanted) wanted.arrived(document, building);
+      return building;
+    }),
+  );
+  return { bytes, customer, venue: document, buildings };
+}

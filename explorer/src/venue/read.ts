@@ -1,0 +1,172 @@
+// Makes a venue of its documents.
+import { frameOf } from "./frame.js";
+import { integer, integers, items, list, number, object, point, text, type Json } from "./json.js";
+import { levelsOf } from "./levels.js";
+import { moversOf, type Path } from "./movers.js";
+import { namesOf } from "./names.js";
+import type { Building, Floor, Names, PathType, Place, Spot, Venue } from "./Venue.js";
+
+// The library knows a null level by this number.
+const unknownLevel = -2_147_483_648;
+const noFrame = [0, 0, 1000, 1000] as const;
+
+// The frame of a map without a drawing: around its waypoints.
+function frameAround(waypoints: readonly Json[]): Floor["frame"] {
+  let [left, top, right, bottom] = [Infinity, Infinity, -Infinity, -Infinity];
+  for (const waypoint of waypoints) {
+    const at = point(waypoint["coordinates"]);
+    if (at === null) continue;
+    [left, right] = [Math.min(left, at[0]), Math.max(right, at[0])];
+    [top, bottom] = [Math.min(top, at[1]), Math.max(bottom, at[1])];
+  }
+  if (left > right) return noFrame;
+  const border = Math.max(right - left, bottom - top, 1) / 10;
+  return [left - border, top - border, right - left + 2 * border, bottom - top + 2 * border];
+}
+
+function byLevel(a: Floor, b: Floor): number {
+  if (a.level === null || b.level === null) return Number(a.level === null) - Number(b.level === null);
+  return b.level - a.level;
+}
+
+function floorOf(record: Json, building: Building): Floor | null {
+  const map = object(record["map"]);
+  const id = integer(map["id"]);
+  if (id === null) return null;
+  const drawing = text(map["svg"]);
+  const level = number(record["level"]);
+  const scale = number(map["mmPerPixel"]);
+  return {
+    map: id,
+    names: namesOf(record, text(record["shortName"])),
+    shortName: text(record["shortName"]) || (level === null ? "·" : String(level)),
+    level: level === unknownLevel ? null : level,
+    building,
+    drawing,
+    frame: frameOf(drawing) ?? frameAround(items(map["waypoints"])),
+    mmPerUnit: scale !== null && scale > 0 ? scale : null,
+  };
+}
+
+export function buildingOf(document: Json): Building {
+  const floors: Floor[] = [];
+  const building = {
+    id: integer(document["id"]) ?? 0,
+    names: namesOf(document),
+    floors,
+    firstFloor: null as Floor | null,
+  };
+  const first = integer(document["defaultFloorId"]);
+  for (const record of items(document["floors"])) {
+    const floor = floorOf(record, building);
+    if (floor === null) continue;
+    floors.push(floor);
+    if (integer(record["id"]) === first) building.firstFloor = floor;
+  }
+  floors.sort(byLevel);
+  building.firstFloor ??= floors.find((each) => each.level === 0) ?? floors.at(-1) ?? null;
+  return building;
+}
+
+// A venue without buildings has a single map.
+function onlyBuilding(venue: Json): Building {
+  const floors = { items: [{ map: venue["map"], name: venue["name"], level: 0 }] };
+  return buildingOf({ id: 0, name: venue["name"], floors });
+}
+
+function spotsOf(record: Json, waypoints: ReadonlyMap<number, Spot>): Spot[] {
+  const ids = list(record["locations"]).flatMap((each) => integers(object(each)["waypointIds"]));
+  return ids.map((id) => waypoints.get(id)).filter((spot) => spot !== undefined);
+}
+
+function placesOf(venue: Json, waypoints: ReadonlyMap<number, Spot>): Place[] {
+  const categories = new Map<number | null, Names>();
+  for (const each of list(object(venue["extensors"])["categories"]).map(object)) {
+    categories.set(integer(each["id"]), namesOf(each));
+  }
+  const read = (kind: Place["kind"]) => (record: Json) => ({
+    kind,
+    id: integer(record["id"]) ?? 0,
+    names: namesOf(record),
+    categories: integers(record["categoryIds"])
+      .map((id) => categories.get(id))
+      .filter((names) => names !== undefined),
+    description: text(record["description"]),
+    keywords: list(record["keywords"]).map(text),
+    symbol: text(record["svg"]),
+    spots: spotsOf(record, waypoints),
+  });
+  const all = [
+    ...items(venue["destinations"]).map(read("destination")),
+    ...items(venue["amenities"]).map(read("amenity")),
+  ];
+  return all.filter((place) => place.names.name !== "");
+}
+
+function typesOf(venue: Json): Map<number, PathType> {
+  const types = new Map<number, PathType>();
+  for (const record of items(venue["pathTypes"])) {
+    const id = integer(record["id"]);
+    if (id === null) continue;
+    types.set(id, {
+      id,
+      names: namesOf(record),
+      symbol: text(record["svg"]),
+      accessibility: integer(record["accessibility"]) ?? 0,
+    });
+  }
+  return types;
+}
+
+interface Ways {
+  waypoints: Map<number, Spot>;
+  paths: Path[];
+}
+
+function addWays(ways: Ways, map: Json): void {
+  const id = integer(map["id"]);
+  for (const record of items(map["waypoints"])) {
+    const waypoint = integer(record["id"]);
+    const at = point(record["coordinates"]);
+    if (id === null || waypoint === null || at === null) continue;
+    ways.waypoints.set(waypoint, { waypoint, map: id, at });
+  }
+  for (const record of items(map["paths"])) {
+    const type = integer(record["pathTypeId"]);
+    if (type !== null) ways.paths.push({ type, waypoints: integers(record["waypointIds"]) });
+  }
+}
+
+function mapsOf(venue: Json, buildings: readonly Json[]): Json[] {
+  const floors = buildings.flatMap((each) => items(each["floors"]));
+  return [...floors.map((each) => object(each["map"])), object(venue["map"])];
+}
+
+// `document` is the venue's, `buildings` are those that it lists, in its order.
+export function readVenue(document: Json, buildings: readonly Json[]): Venue {
+  const ways: Ways = { waypoints: new Map(), paths: [] };
+  for (const map of mapsOf(document, buildings)) addWays(ways, map);
+  const types = typesOf(document);
+  const used = new Set(ways.paths.map((path) => path.type));
+  const read = buildings.length > 0 ? buildings.map(buildingOf) : [onlyBuilding(document)];
+  const withFloors = read.filter((each) => each.floors.length > 0);
+  const first = firstBuildingId(document);
+  return {
+    id: integer(document["id"]) ?? 0,
+    names: namesOf(document),
+    buildings: withFloors,
+    floors: new Map(withFloors.flatMap((each) => each.floors.map((floor) => [floor.map, floor]))),
+    firstFloor: (withFloors.find((each) => each.id === first) ?? withFloors[0])?.firstFloor ?? null,
+    places: placesOf(document, ways.waypoints),
+    waypoints: ways.waypoints,
+    joined: new Set(ways.paths.flatMap((path) => (path.waypoints.length > 1 ? path.waypoints : []))),
+    movers: moversOf(ways.paths, types, ways.waypoints),
+    levels: levelsOf([...types.values()].filter((type) => used.has(type.id))),
+  };
+}
+
+// Of the venue's document; null where it names none.
+export function firstBuildingId(venue: Json): number | null {
+  const buildings = object(venue["buildings"]);
+  return integer(buildings["defaultId"]) ?? integer(items(buildings)[0]?.["id"]);
+}
