@@ -1,0 +1,41 @@
+// What the page shows, as plain values: everything that an address can say.
+
+// One end of a way: a place of the venue, or a waypoint.
+export interface End {
+  readonly kind: "destination" | "amenity" | "waypoint";
+  readonly id: number;
+}
+
+export interface State {
+  // Null: the venue that comes first.
+  readonly venue: number | null;
+  // The map of the floor; null: where the venue begins.
+  readonly map: number | null;
+  // The place whose card is open.
+  readonly place: End | null;
+  readonly from: End | null;
+  readonly via: readonly End[];
+  readonly to: End | null;
+  // The accessibility level; null: everything may be taken.
+  readonly level: number | null;
+  // Movers that are out of order, by their ids.
+  readonly closed: readonly number[];
+  // Null: as the browser wants it.
+  readonly language: string | null;
+}
+
+export const emptyState: State = {
+  venue: null,
+  map: null,
+  place: null,
+  from: null,
+  via: [],
+  to: null,
+  level: null,
+  closed: [],
+  language: null,
+};
+
+export function isSameEnd(a: End | null, b: End | null): boolean {
+  return a === b || (a !== null && b !== null && a.kind === b.kind && a.id === b.id);
+}

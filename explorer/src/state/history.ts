@@ -1,0 +1,24 @@
+// Keeps the store and the browser's address in step.
+import { decodeAddress, encodeAddress } from "./address.js";
+import type { State } from "./State.js";
+import type { Store } from "./Store.js";
+
+// What "back" should undo; anything else only changes the address that is there.
+const steps: readonly (keyof State)[] = ["venue", "place", "from", "to"];
+
+export function followAddress(store: Store): void {
+  const read = () => {
+    const state = decodeAddress(location.hash);
+    if (encodeAddress(state) !== encodeAddress(store.state)) store.update(state);
+  };
+  addEventListener("popstate", read);
+  addEventListener("hashchange", read);
+  store.subscribe((state, before) => {
+    const hash = encodeAddress(state);
+    if (hash === encodeAddress(decodeAddress(location.hash))) return;
+    const address = hash === "" ? location.pathname + location.search : hash;
+    const isStep = steps.some((name) => state[name] !== before[name]);
+    if (isStep) history.pushState(null, "", address);
+    else history.replaceState(null, "", address);
+  });
+}
