@@ -1,0 +1,178 @@
+// The library in a worker, with one venue open in it. Should it stop, it is started anew, with the
+// same venue and the same movers closed, and what was asked is asked again.
+import {
+  TernError,
+  startWorker,
+  type RemoteVenue,
+  type WorkerTern,
+} from "terncorekit/worker";
+import type {
+  Alternatives,
+  Directions,
+  NearestByWalk,
+  Place,
+  Reached,
+  Segment,
+  Step as LibraryStep,
+  Tour,
+  Wanted,
+} from "terncorekit";
+
+export type { Place, Segment };
+
+// A step happens at a waypoint.
+export type Step = Omit<LibraryStep, "at"> & { readonly at: number };
+
+export interface Way extends Omit<Directions, "route" | "steps"> {
+  readonly segments: readonly Segment[];
+  readonly steps: readonly Step[];
+}
+
+export interface EngineOptions {
+  readonly wasm: Promise<WebAssembly.Module>;
+  readonly documents: ReadonlyMap<string, Uint8Array>;
+  readonly venue: number;
+}
+
+export interface WayRequest {
+  readonly from: number;
+  // The one that is cheapest to reach.
+  readonly to: readonly number[];
+  readonly level: number | null;
+  readonly language: string;
+}
+
+interface Opened {
+  readonly tern: WorkerTern;
+  readonly venue: RemoteVenue;
+}
+
+type Question = { op: string } & Record<string, unknown>;
+
+// What tells of an end of the library, and not of a question.
+function hasStopped(error: unknown): boolean {
+  return (
+    error instanceof TernError &&
+    /^the (library has stopped|worker (has ended|is closed))/.test(error.message)
+  );
+}
+
+function levelOf(level: number | null): { accessibility?: number } {
+  return level === null ? {} : { accessibility: level };
+}
+
+export class Engine {
+  #options: EngineOptions;
+  #opened: Promise<Opened>;
+  #closed: readonly number[] = [];
+
+  constructor(options: EngineOptions) {
+    this.#options = options;
+    this.#opened = this.#open();
+    // Whoever asks is told.
+    this.#opened.catch(() => undefined);
+  }
+
+  // Fails when the library cannot be started or does not open the venue.
+  async ready(): Promise<void> {
+    await this.#opened;
+  }
+
+  // Null where there is no way.
+  async way({ from, to, level, language }: WayRequest): Promise<Way | null> {
+    const goal = to.length === 1 ? to[0]! : await this.#goal(from, to, level);
+    if (goal === undefined) return null;
+    const told = await this.#ask((venue) =>
+      venue.directions({ from, to: goal, language, ...levelOf(level) }),
+    );
+    if (told.route.length === 0) return null;
+    const { route, steps, mm, seconds } = told;
+    // The library says where a step is by its waypoint.
+    return { segments: route, steps: steps as unknown as readonly Step[], mm, seconds };
+  }
+
+  // Those whose name is like the text, the best first.
+  places(text: string): Promise<Place[]> {
+    return this.#ask((venue) => venue.places({ text }));
+  }
+
+  // The waypoint that is nearest to a point of a map.
+  async closest(map: number, at: readonly [number, number]): Promise<number | null> {
+    const answer = await this.#question({ op: "closest", map, at });
+    return answer["waypoint"] as number | null;
+  }
+
+  // The way to each list of waypoints, in their order; null where there is none.
+  async ways(requests: readonly WayRequest[]): Promise<(Way | null)[]> {
+    return Promise.all(requests.map((request) => this.way(request)));
+  }
+
+  nearest(from: number, wanted: Wanted, level: number | null): Promise<NearestByWalk> {
+    return this.#ask((venue) => venue.nearest({ from, ...wanted, ...levelOf(level) }));
+  }
+
+  reach(from: number, metres: number, level: number | null): Promise<Reached[]> {
+    return this.#ask((venue) => venue.reach({ from, metres, ...levelOf(level) }));
+  }
+
+  alternatives(from: number, to: number, level: number | null): Promise<Alternatives> {
+    return this.#ask((venue) => venue.alternatives({ from, to, ...levelOf(level) }));
+  }
+
+  tour(from: number, destinations: number[], level: number | null): Promise<Tour> {
+    return this.#ask((venue) => venue.tour({ from, destinations, ...levelOf(level) }));
+  }
+
+  // Nobody is led over these waypoints any more, and over those that were closed before again.
+  async close(waypoints: readonly number[]): Promise<void> {
+    const before = this.#closed;
+    this.#closed = waypoints;
+    await this.#ask(async (venue) => {
+      await this.#block(venue, before.filter((id) => !waypoints.includes(id)), false);
+      await this.#block(venue, waypoints, true);
+    });
+  }
+
+  async end(): Promise<void> {
+    const { tern } = await this.#opened;
+    await tern.close();
+  }
+
+  async #goal(from: number, to: readonly number[], level: number | null) {
+    const answer = await this.#question({ op: "routeToAny", from, to, ...levelOf(level) });
+    return (answer["route"] as Segment[]).at(-1)?.points.at(-1);
+  }
+
+  #question(question: Question): Promise<Record<string, unknown>> {
+    return this.#ask((venue) => venue.ask(question));
+  }
+
+  async #ask<T>(question: (venue: RemoteVenue) => Promise<T>): Promise<T> {
+    const opened = this.#opened;
+    try {
+      return await question((await opened).venue);
+    } catch (error) {
+      if (!hasStopped(error)) throw error;
+    }
+    // Others may have noticed before.
+    if (this.#opened === opened) this.#opened = this.#openAgain(opened);
+    return question((await this.#opened).venue);
+  }
+
+  async #openAgain(before: Promise<Opened>): Promise<Opened> {
+    await before.then(({ tern }) => tern.close()).catch(() => undefined);
+    return this.#open();
+  }
+
+  async #open(): Promise<Opened> {
+    const { wasm, documents, venue: id } = this.#options;
+    const tern = await startWorker({ wasm: await wasm });
+    const venue = await tern.open({ documents: new Map(documents), venues: [id] });
+    await this.#block(venue, this.#closed, true);
+    return { tern, venue };
+  }
+
+  async #block(venue: RemoteVenue, waypoints: readonly number[], blocked: boolean): Promise<void> {
+    await Promise.all(waypoints.map((node) => venue.ask({ op: "blockEntry", node, blocked })));
+  }
+}
