@@ -1,0 +1,218 @@
+// The map: a floor, what stands on it and the way over it, moved by touch, wheel and keys.
+import OlMap from "ol/Map.js";
+import View from "ol/View.js";
+import { easeOut } from "ol/easing.js";
+import { boundingExtent, buffer, type Extent } from "ol/extent.js";
+import { defaults as defaultInteractions } from "ol/interaction/defaults.js";
+import Projection from "ol/proj/Projection.js";
+import type MapBrowserEvent from "ol/MapBrowserEvent.js";
+import type { Sign } from "../venue/signs.js";
+import type { Floor, Point } from "../venue/Venue.js";
+import { mapColours } from "./colours.js";
+import type { FloorImage } from "./FloorImage.js";
+import { FloorLayer } from "./FloorLayer.js";
+import { fitted, type Padding } from "./frame.js";
+import { SignLayer } from "./signs.js";
+import { WayLayer, type Passage, type ShownWay } from "./ways.js";
+
+export interface Tap {
+  readonly at: Point;
+  readonly sign: Sign | null;
+  readonly passage: Passage | null;
+}
+
+export interface MapEvents {
+  readonly tapped: (tap: Tap) => void;
+  readonly turned: (radians: number) => void;
+}
+
+const flight = 450;
+// How close one may look: so many pixels are a map unit, or a metre where there is a scale.
+const closest = { unit: 8, metre: 90 };
+const tapReach = 6;
+
+const reducesMotion = matchMedia("(prefers-reduced-motion: reduce)");
+const duration = () => (reducesMotion.matches ? 0 : flight);
+
+function closestResolution(floor: Floor): number {
+  return floor.mmPerUnit === null ? 1 / closest.unit : 1000 / floor.mmPerUnit / closest.metre;
+}
+
+export class MapView {
+  #floor = new FloorLayer();
+  #signs = new SignLayer();
+  #ways = new WayLayer();
+  #map: OlMap;
+  #padding: Padding;
+  #target: HTMLElement;
+  #colours = mapColours();
+  #turned: MapEvents["turned"];
+
+  constructor(target: HTMLElement, padding: Padding, events: MapEvents) {
+    this.#target = target;
+    this.#padding = padding;
+    this.#map = new OlMap({
+      target,
+      controls: [],
+      layers: [this.#floor, this.#signs.layer, this.#ways.layer],
+      interactions: defaultInteractions({ zoomDuration: 200 }),
+    });
+    this.#map.on("singleclick", (event) => events.tapped(this.#tapOf(event)));
+    this.#map.on("pointermove", (event) => this.#showWhetherTappable(event));
+    target.addEventListener("keydown", (event) => this.#turnByKey(event));
+    this.#turned = events.turned;
+  }
+
+  // The whole floor is shown, unless one that is as large is there already.
+  showFloor(image: FloorImage): void {
+    const before = this.#floor.image?.signed.floor;
+    const { floor } = image.signed;
+    this.#target.style.backgroundColor = image.ground;
+    this.#floor.show(image);
+    if (before !== undefined && String(before.frame) === String(floor.frame)) return;
+    const [x, y, width, height] = floor.frame;
+    const extent: Extent = [x, -y - height, x + width, -y];
+    const place = fitted(floor.frame, this.#size(), this.#padding);
+    const view = new View({
+      projection: new Projection({ code: `floor-${floor.map}`, units: "pixels", extent }),
+      center: [place.center[0], -place.center[1]],
+      resolution: place.resolution,
+      maxResolution: place.resolution * 2,
+      minResolution: Math.min(closestResolution(floor), place.resolution / 4),
+      extent: buffer(extent, Math.max(width, height) / 2),
+      constrainOnlyCenter: true,
+      showFullExtent: true,
+      smoothExtentConstraint: true,
+    });
+    view.on("change:rotation", () => this.#turned(view.getRotation()));
+    this.#map.setView(view);
+    this.#turned(0);
+  }
+
+  get image(): FloorImage | null {
+    return this.#floor.image;
+  }
+
+  // What the panel covers has changed; nothing is moved.
+  setPadding(padding: Padding): void {
+    this.#padding = padding;
+  }
+
+  themeChanged(): void {
+    this.#colours = mapColours();
+  }
+
+  showSigns(signs: readonly Sign[], hidden: (sign: Sign) => boolean, language: string): void {
+    this.#signs.show(signs, hidden, language, this.#colours);
+  }
+
+  showWay(way: ShownWay): void {
+    this.#ways.show(way, this.#colours);
+  }
+
+  showAll(): void {
+    const floor = this.#floor.image?.signed.floor;
+    if (floor === undefined) return;
+    const place = fitted(floor.frame, this.#size(), this.#padding);
+    const center = [place.center[0], -place.center[1]];
+    this.#animate({ center, resolution: place.resolution, rotation: 0 });
+  }
+
+  // So that all of the points are seen, and not closer than that is calm.
+  showPoints(points: readonly Point[]): void {
+    if (points.length === 0) return;
+    const { top, right, bottom, left } = this.#padding;
+    const air = 40;
+    this.#map.getView().fit(boundingExtent(points.map(([x, y]) => [x, -y])), {
+      size: this.#map.getSize()!,
+      padding: [top + air, right + air, bottom + air, left + air],
+      minResolution: this.#calmResolution(),
+      duration: duration(),
+      easing: easeOut,
+    });
+  }
+
+  // The point in the middle of what is free, at the nearness that is there or a calm one.
+  flyTo([x, y]: Point): void {
+    const view = this.#map.getView();
+    const resolution = Math.min(view.getResolution() ?? 1, this.#calmResolution());
+    const { top, right, bottom, left } = this.#padding;
+    const across = ((right - left) / 2) * resolution;
+    const down = ((bottom - top) / 2) * resolution;
+    const [sin, cos] = [Math.sin(view.getRotation()), Math.cos(view.getRotation())];
+    const center = [x + across * cos + down * sin, -(y + down * cos - across * sin)];
+    this.#animate({ center, resolution });
+  }
+
+  zoomBy(factor: number): void {
+    const view = this.#map.getView();
+    this.#animate({ resolution: view.getConstrainedResolution(view.getResolution()! / factor)! });
+  }
+
+  turnBy(radians: number): void {
+    this.#animate({ rotation: this.#map.getView().getRotation() + radians });
+  }
+
+  turnUpright(): void {
+    this.#animate({ rotation: 0 });
+  }
+
+  // Where a point of the floor is in the window.
+  pixelOf([x, y]: Point): Point | null {
+    const pixel = this.#map.getPixelFromCoordinate([x, -y]);
+    return pixel === null ? null : [pixel[0]!, pixel[1]!];
+  }
+
+  // Half of what makes the whole floor fit, or a view of some forty metres.
+  #calmResolution(): number {
+    const floor = this.#floor.image!.signed.floor;
+    const whole = fitted(floor.frame, this.#size(), this.#padding).resolution;
+    const metres = 40;
+    const shorter = Math.min(this.#size().width, this.#size().height);
+    const calm = floor.mmPerUnit === null ? whole / 3 : (metres * 1000) / floor.mmPerUnit / shorter;
+    return Math.min(whole, calm);
+  }
+
+  #size() {
+    return { width: this.#target.clientWidth, height: this.#target.clientHeight };
+  }
+
+  #animate(to: { center?: number[]; resolution?: number; rotation?: number }): void {
+    const view = this.#map.getView();
+    view.cancelAnimations();
+    view.animate({ ...to, duration: duration(), easing: easeOut });
+  }
+
+  #tapOf(event: MapBrowserEvent): Tap {
+    const [x = 0, y = 0] = event.coordinate;
+    let sign: Sign | null = null;
+    let passage: Passage | null = null;
+    this.#map.forEachFeatureAtPixel(
+      event.pixel,
+      (feature) => {
+        sign ??= feature.get("sign") ?? null;
+        passage ??= feature.get("passage") ?? null;
+        return passage !== null;
+      },
+      { hitTolerance: tapReach },
+    );
+    return { at: [x, -y], sign, passage };
+  }
+
+  #showWhetherTappable(event: MapBrowserEvent): void {
+    if (event.dragging) return;
+    const isOver = this.#map.hasFeatureAtPixel(event.pixel, { hitTolerance: tapReach });
+    this.#target.classList.toggle("is-over", isOver);
+  }
+
+  #turnByKey(event: KeyboardEvent): void {
+    if (!event.shiftKey || event.target !== this.#target) return;
+    const turns: Record<string, number> = { ArrowLeft: -1, ArrowRight: 1 };
+    const turn = turns[event.key];
+    if (turn !== undefined) {
+      this.turnBy((turn * Math.PI) / 8);
+      event.preventDefault();
+      event.stopPropagation();
+    }
+  }
+}

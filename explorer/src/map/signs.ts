@@ -1,0 +1,81 @@
+// Names and symbols on the map. What would lie on one another is left out until one looks closer.
+import Feature from "ol/Feature.js";
+import Point from "ol/geom/Point.js";
+import VectorLayer from "ol/layer/Vector.js";
+import VectorSource from "ol/source/Vector.js";
+import { Fill, Icon, Stroke, Style, Text } from "ol/style.js";
+import { plateAddress, symbolFor } from "../theme/icons.js";
+import { nameIn } from "../venue/names.js";
+import type { Sign } from "../venue/signs.js";
+import type { MapColours } from "./colours.js";
+
+export const labelFont = '500 12.5px "Inter", system-ui, sans-serif';
+const longestLine = 13;
+const symbolSize = 24;
+
+// At a blank, so that both lines are about as long.
+export function wrapped(name: string): string {
+  if (name.length <= longestLine || !name.includes(" ")) return name;
+  const words = name.split(" ");
+  const longer = (count: number) =>
+    Math.max(words.slice(0, count).join(" ").length, words.slice(count).join(" ").length);
+  let best = 1;
+  for (let count = 2; count < words.length; count += 1) if (longer(count) < longer(best)) best = count;
+  return `${words.slice(0, best).join(" ")}\n${words.slice(best).join(" ")}`;
+}
+
+export function symbolOf({ place, mover }: Sign) {
+  if (mover !== null) return symbolFor([mover.type.names.name]);
+  return symbolFor([place?.names.name ?? "", ...(place?.keywords ?? [])]);
+}
+
+function nameStyle(sign: Sign, language: string, colours: MapColours): Style {
+  return new Style({
+    text: new Text({
+      text: wrapped(nameIn(language, sign.place!.names)),
+      font: labelFont,
+      fill: new Fill({ color: colours.ink }),
+      stroke: new Stroke({ color: colours.paper, width: 3 }),
+      padding: [3, 4, 3, 4],
+      overflow: true,
+    }),
+  });
+}
+
+function symbolStyle(sign: Sign, colours: MapColours): Style {
+  const symbol = symbolOf(sign);
+  const isExit = symbol === "exit";
+  const plate = sign.mover !== null ? colours.mover : isExit ? colours.start : colours.amenity;
+  return new Style({
+    image: new Icon({
+      src: plateAddress(symbol, plate, "#ffffff", colours.paper),
+      width: symbolSize,
+      height: symbolSize,
+    }),
+    zIndex: 1,
+  });
+}
+
+export class SignLayer {
+  #source = new VectorSource<Feature<Point>>();
+  readonly layer = new VectorLayer({ source: this.#source, declutter: true, zIndex: 2 });
+
+  // `hidden` are those that something else stands for, such as the pin of the chosen place.
+  show(
+    signs: readonly Sign[],
+    hidden: (sign: Sign) => boolean,
+    language: string,
+    colours: MapColours,
+  ): void {
+    const shown = signs.filter((sign) => !hidden(sign));
+    const features = shown.map((sign) => {
+      const feature = new Feature(new Point([sign.at[0], -sign.at[1]]));
+      const isName = sign.place?.kind === "destination";
+      feature.setStyle(isName ? nameStyle(sign, language, colours) : symbolStyle(sign, colours));
+      feature.set("sign", sign, true);
+      return feature;
+    });
+    this.#source.clear(true);
+    this.#source.addFeatures(features);
+  }
+}

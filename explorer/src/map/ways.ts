@@ -1,0 +1,138 @@
+// The way on one floor, where it begins and ends, and where it goes on to another floor.
+import Feature from "ol/Feature.js";
+import LineString from "ol/geom/LineString.js";
+import Point from "ol/geom/Point.js";
+import VectorLayer from "ol/layer/Vector.js";
+import VectorSource from "ol/source/Vector.js";
+import { Circle, Fill, Icon, Stroke, Style, Text } from "ol/style.js";
+import type { Point as MapPoint } from "../venue/Venue.js";
+import type { MapColours } from "./colours.js";
+import { labelFont, wrapped } from "./signs.js";
+
+// Where the way leaves the floor: to another one, by something or on foot.
+export interface Passage {
+  readonly at: MapPoint;
+  readonly toMap: number;
+  // Such as "↑ 2".
+  readonly label: string;
+}
+
+export interface Mark {
+  readonly kind: "start" | "end" | "chosen";
+  readonly at: MapPoint;
+  readonly label: string;
+}
+
+export interface ShownWay {
+  readonly lines: readonly (readonly MapPoint[])[];
+  readonly passages: readonly Passage[];
+  readonly marks: readonly Mark[];
+}
+
+const pin = "M12 31c5.5-8 10.5-12.7 10.5-19a10.5 10.5 0 1 0-21 0C1.5 18.3 6.5 23 12 31z";
+
+function pinAddress(colour: string, border: string): string {
+  const text =
+    `<svg xmlns="http://www.w3.org/2000/svg" width="52" height="68" viewBox="-1 -1 26 34">` +
+    `<path d="${pin}" fill="${colour}" stroke="${border}" stroke-width="1.6"/>` +
+    `<circle cx="12" cy="12" r="4.2" fill="${border}"/></svg>`;
+  return `data:image/svg+xml,${encodeURIComponent(text)}`;
+}
+
+function lineStyles(colours: MapColours): Style[] {
+  const line = { lineCap: "round", lineJoin: "round" } as const;
+  return [
+    new Style({ stroke: new Stroke({ ...line, color: colours.way, width: 9 }) }),
+    new Style({ stroke: new Stroke({ ...line, color: colours.accent, width: 5.5 }) }),
+  ];
+}
+
+function passageStyle({ label }: Passage, colours: MapColours): Style {
+  return new Style({
+    text: new Text({
+      text: label,
+      font: labelFont.replace("500", "700"),
+      fill: new Fill({ color: colours.way }),
+      backgroundFill: new Fill({ color: colours.accent }),
+      backgroundStroke: new Stroke({ color: colours.way, width: 5, lineJoin: "round" }),
+      padding: [5, 7, 4, 8],
+      offsetY: -22,
+    }),
+    image: new Circle({
+      radius: 6,
+      fill: new Fill({ color: colours.way }),
+      stroke: new Stroke({ color: colours.accent, width: 3 }),
+    }),
+    zIndex: 3,
+  });
+}
+
+function markText(label: string, offsetY: number, colours: MapColours): Text {
+  return new Text({
+    text: wrapped(label),
+    font: labelFont.replace("500 12.5px", "600 13.5px"),
+    fill: new Fill({ color: colours.ink }),
+    stroke: new Stroke({ color: colours.paper, width: 4 }),
+    offsetY,
+    textBaseline: "top",
+  });
+}
+
+function markStyle({ kind, label }: Mark, colours: MapColours): Style {
+  if (kind === "start") {
+    return new Style({
+      image: new Circle({
+        radius: 8,
+        fill: new Fill({ color: colours.start }),
+        stroke: new Stroke({ color: colours.paper, width: 3.5 }),
+      }),
+      text: markText(label, 14, colours),
+      zIndex: 4,
+    });
+  }
+  const colour = kind === "end" ? colours.end : colours.accent;
+  return new Style({
+    image: new Icon({
+      src: pinAddress(colour, colours.paper),
+      width: 26,
+      height: 34,
+      anchor: [0.5, 0.96],
+    }),
+    text: markText(label, 6, colours),
+    zIndex: 5,
+  });
+}
+
+const turned = ([x, y]: MapPoint): [number, number] => [x, -y];
+
+export class WayLayer {
+  #source = new VectorSource();
+  readonly layer = new VectorLayer({
+    source: this.#source,
+    zIndex: 3,
+    updateWhileAnimating: true,
+    updateWhileInteracting: true,
+  });
+
+  show({ lines, passages, marks }: ShownWay, colours: MapColours): void {
+    const features: Feature[] = [];
+    for (const points of lines) {
+      const feature = new Feature(new LineString(points.map(turned)));
+      feature.setStyle(lineStyles(colours));
+      features.push(feature);
+    }
+    for (const passage of passages) {
+      const feature = new Feature(new Point(turned(passage.at)));
+      feature.setStyle(passageStyle(passage, colours));
+      feature.set("passage", passage, true);
+      features.push(feature);
+    }
+    for (const mark of marks) {
+      const feature = new Feature(new Point(turned(mark.at)));
+      feature.setStyle(markStyle(mark, colours));
+      features.push(feature);
+    }
+    this.#source.clear(true);
+    this.#source.addFeatures(features);
+  }
+}
