@@ -1,0 +1,78 @@
+// What is known of a place, or of a spot on the floor, and the ways from and to it.
+import { lineIcon } from "../theme/icons.js";
+import { nameIn } from "../venue/names.js";
+import type { End } from "../state/State.js";
+import { floorName, nameOfEnd, placeOf, startOf, waypointsOf, whereabouts, type Context } from "./Context.js";
+import { h, iconButton } from "./dom.js";
+
+function where(context: Context, end: End): string {
+  const place = placeOf(context, end);
+  if (place !== null) return whereabouts(context, place);
+  const spot = context.venue.waypoints.get(end.id);
+  const floor = context.venue.floors.get(spot?.map ?? NaN);
+  return floor === undefined ? "" : floorName(context, floor);
+}
+
+function kinds(context: Context, end: End): string {
+  const { language } = context.texts();
+  const categories = placeOf(context, end)?.categories ?? [];
+  return categories.map((each) => nameIn(language, each)).join(", ");
+}
+
+// How far it is from the start, once that is known.
+async function tellWalk(context: Context, end: End, told: HTMLElement): Promise<void> {
+  const { engine, store, texts } = context;
+  const { from, level } = store.state;
+  const start = from === null ? null : startOf(context, from);
+  const to = waypointsOf(context, end);
+  if (start === null || to.length === 0 || to.includes(start)) return;
+  try {
+    const way = await engine.way({ from: start, to, level, language: texts().language });
+    if (way === null) return;
+    told.textContent = `${texts().length(way.mm)} · ${texts().minutes(way.seconds)}`;
+  } catch (error) {
+    context.failed(error);
+  }
+}
+
+export function placeCard(context: Context, end: End): HTMLElement {
+  const { store, texts } = context;
+  const say = texts();
+  const words = [kinds(context, end), where(context, end)].filter((each) => each !== "");
+  const walk = h("p", { class: "card-walk" });
+  void tellWalk(context, end, walk);
+  const go = () => store.update({ to: end, place: null });
+  const start = () => store.update({ from: end, place: null });
+  return h(
+    "section",
+    { class: "card", attributes: { "aria-labelledby": "card-name" } },
+    h(
+      "div",
+      { class: "card-head" },
+      h("h2", {
+        class: "card-name",
+        text: nameOfEnd(context, end),
+        attributes: { id: "card-name", tabindex: -1 },
+      }),
+      iconButton(lineIcon("close"), say.of("close"), () => store.update({ place: null })),
+    ),
+    h("p", { class: "card-where", text: words.join(" · ") }),
+    walk,
+    h(
+      "div",
+      { class: "card-actions" },
+      h(
+        "button",
+        { class: "button is-main", attributes: { type: "button" }, on: { click: go } },
+        lineIcon("go"),
+        say.of(store.state.from === null ? "directions" : "goHere"),
+      ),
+      h(
+        "button",
+        { class: "button", attributes: { type: "button" }, on: { click: start } },
+        lineIcon("start"),
+        say.of("startHere"),
+      ),
+    ),
+  );
+}

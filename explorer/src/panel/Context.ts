@@ -1,0 +1,88 @@
+// What the parts of the panel share.
+import type { Engine } from "../engine/Engine.js";
+import type { End } from "../state/State.js";
+import type { Store } from "../state/Store.js";
+import type { Texts } from "../texts/texts.js";
+import { nameIn } from "../venue/names.js";
+import type { Floor, Place, Point, Venue } from "../venue/Venue.js";
+import { distance } from "../venue/drawing.js";
+
+export interface Context {
+  readonly store: Store;
+  readonly venue: Venue;
+  readonly engine: Engine;
+  readonly texts: () => Texts;
+  // Tells everybody, those who listen too.
+  readonly say: (text: string) => void;
+  readonly failed: (error: unknown) => void;
+  readonly flyTo: (map: number, at: Point) => void;
+}
+
+export function placeOf({ venue }: Context, end: End): Place | null {
+  return venue.places.find((each) => each.kind === end.kind && each.id === end.id) ?? null;
+}
+
+// The waypoints of an end: of a place all by which it is reached.
+export function waypointsOf(context: Context, end: End): readonly number[] {
+  if (end.kind === "waypoint") return context.venue.waypoints.has(end.id) ? [end.id] : [];
+  return placeOf(context, end)?.spots.map((spot) => spot.waypoint) ?? [];
+}
+
+// One waypoint to start from: the first that a path leads to, as the command takes it.
+export function startOf(context: Context, end: End): number | null {
+  const all = waypointsOf(context, end);
+  return all.find((id) => context.venue.joined.has(id)) ?? all[0] ?? null;
+}
+
+// A floor's name, with its building's where there are several.
+export function floorName({ venue, texts }: Context, floor: Floor): string {
+  const name = nameIn(texts().language, floor.names);
+  if (venue.buildings.length < 2) return name;
+  return `${name}, ${nameIn(texts().language, floor.building.names)}`;
+}
+
+// The floors where a place is, each once.
+export function floorsOf({ venue }: Context, place: Place): Floor[] {
+  const maps = new Set(place.spots.map((spot) => spot.map));
+  return [...maps].map((map) => venue.floors.get(map)).filter((floor) => floor !== undefined);
+}
+
+export function whereabouts(context: Context, place: Place): string {
+  const floors = floorsOf(context, place);
+  const [first] = floors;
+  if (first === undefined) return "";
+  return floors.length === 1 ? floorName(context, first) : floorsTogether(context, floors);
+}
+
+function floorsTogether({ texts, venue }: Context, floors: readonly Floor[]): string {
+  const language = texts().language;
+  if (venue.buildings.length < 2) return floors.map((each) => nameIn(language, each.names)).join(", ");
+  const buildings = [...new Set(floors.map((each) => each.building))];
+  return buildings.map((each) => nameIn(language, each.names)).join(", ");
+}
+
+// How near somebody must stand to a door to stand near its place, in metres or, without a scale, in
+// parts of the floor.
+const near = { metres: 25, part: 0.05 };
+
+export function nameOfEnd(context: Context, end: End): string {
+  const { venue, texts } = context;
+  const place = placeOf(context, end);
+  if (place !== null) return nameIn(texts().language, place.names);
+  const spot = venue.waypoints.get(end.id);
+  const floor = venue.floors.get(spot?.map ?? NaN);
+  if (spot === undefined || floor === undefined) return "";
+  const reach =
+    floor.mmPerUnit === null ? near.part * floor.frame[2] : (near.metres * 1000) / floor.mmPerUnit;
+  let best: Place | null = null;
+  let least = reach;
+  for (const each of venue.places) {
+    if (each.kind !== "destination") continue;
+    for (const door of each.spots) {
+      if (door.map !== spot.map || distance(door.at, spot.at) > least) continue;
+      [best, least] = [each, distance(door.at, spot.at)];
+    }
+  }
+  if (best !== null) return texts().of("spotNear", { place: nameIn(texts().language, best.names) });
+  return texts().of("spot", { floor: floorName(context, floor) });
+}

@@ -1,0 +1,49 @@
+// What the panel shows before anything is chosen: what the venue offers, and all of its places.
+import { nameIn } from "../venue/names.js";
+import { whereabouts, type Context } from "./Context.js";
+import { h } from "./dom.js";
+import { endOfPlace, placeIcon } from "./Search.js";
+
+export function home(context: Context): HTMLElement[] {
+  const { venue, texts, store } = context;
+  const { language } = texts();
+  const name = (place: (typeof venue.places)[number]) => nameIn(language, place.names);
+  const byName = new Intl.Collator(language, { numeric: true }).compare;
+  const amenities = venue.places.filter((each) => each.kind === "amenity" && each.spots.length > 0);
+  const places = venue.places
+    .filter((each) => each.kind === "destination" && each.spots.length > 0)
+    .sort((a, b) => byName(name(a), name(b)));
+  const chips = amenities.map((place) =>
+    h(
+      "button",
+      {
+        class: "chip",
+        attributes: { type: "button" },
+        on: { click: () => store.update({ place: endOfPlace(place) }) },
+      },
+      placeIcon(place),
+      name(place),
+    ),
+  );
+  const rows = places.map((place) =>
+    h(
+      "li",
+      { class: "row-item" },
+      h(
+        "button",
+        {
+          class: "row",
+          attributes: { type: "button" },
+          on: { click: () => store.update({ place: endOfPlace(place) }) },
+        },
+        h("span", { class: "result-name", text: name(place) }),
+        h("span", { class: "result-where", text: whereabouts(context, place) }),
+      ),
+    ),
+  );
+  return [
+    h("div", { class: "chips" }, ...chips),
+    h("h2", { class: "heading", text: texts().of("places") }),
+    h("ul", { class: "rows" }, ...rows),
+  ];
+}

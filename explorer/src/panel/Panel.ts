@@ -1,0 +1,166 @@
+// The panel: a search and what the venue has, the card of a place, or the way between two ends. On
+// a phone it is a sheet at the bottom, on anything wider it stands beside the map.
+import type { CurrentWay, Found } from "../engine/CurrentWay.js";
+import type { End, State } from "../state/State.js";
+import { lineIcon } from "../theme/icons.js";
+import { languages } from "../texts/texts.js";
+import { placeCard } from "./Card.js";
+import { nameOfEnd, type Context } from "./Context.js";
+import { h, iconButton, set } from "./dom.js";
+import { home } from "./Home.js";
+import { levelChoice } from "./Levels.js";
+import { Search } from "./Search.js";
+import type { Sheet } from "./Sheet.js";
+import { wayInWords } from "./Steps.js";
+
+export type View = "home" | "card" | "way";
+
+export function viewOf(state: State): View {
+  if (state.place !== null) return "card";
+  return state.from !== null || state.to !== null ? "way" : "home";
+}
+
+type EndName = "from" | "to";
+
+export class Panel {
+  #context: Context;
+  #way: CurrentWay;
+  #sheet: Sheet;
+  #head: HTMLElement;
+  #body: HTMLElement;
+  #words = h("div", { class: "words" });
+  #searches: Partial<Record<EndName | "place", Search>> = {};
+
+  constructor(context: Context, way: CurrentWay, element: HTMLElement, sheet: Sheet) {
+    this.#context = context;
+    this.#way = way;
+    this.#sheet = sheet;
+    this.#head = h("div", { class: "panel-head" });
+    this.#body = h("div", { class: "panel-body" });
+    element.replaceChildren(sheet.handle, this.#head, this.#body);
+    context.store.subscribe((state, before) => this.#changed(state, before));
+    way.subscribe((found) => this.#tellWay(found));
+    this.#show(context.store.state);
+  }
+
+  // Everything anew, as in another language.
+  refresh(): void {
+    this.#show(this.#context.store.state);
+  }
+
+  #changed(state: State, before: State): void {
+    const [view, last] = [viewOf(state), viewOf(before)];
+    if (view === last && view === "way") {
+      this.#nameEnds(state);
+      if (state.level !== before.level) this.#tellWay(this.#way.found);
+      return;
+    }
+    const names = ["place", "from", "to", "level"] as const;
+    if (names.every((name) => state[name] === before[name])) return;
+    this.#show(state);
+    this.#focus(state);
+  }
+
+  #show(state: State): void {
+    const view = viewOf(state);
+    this.#searches = {};
+    if (view === "way") this.#showWay(state);
+    else this.#showSearch(view === "card" ? state.place : null);
+    this.#sheet.hold(view === "home" ? "low" : "half");
+    this.#body.scrollTop = 0;
+  }
+
+  // The keyboard goes on where something is to be done next.
+  #focus(state: State): void {
+    const view = viewOf(state);
+    if (view === "card") this.#body.querySelector<HTMLElement>(".card-name")?.focus();
+    else if (view === "home") this.#searches.place?.input.focus({ preventScroll: true });
+    else if (state.from === null) this.#searches.from?.input.focus();
+    else if (state.to === null) this.#searches.to?.input.focus();
+    else this.#words.querySelector<HTMLElement>(".sum")?.focus();
+  }
+
+  #search(label: string, name: EndName | "place", chosen: (end: End | null) => void): Search {
+    const search = new Search(this.#context, label, {
+      chosen,
+      emptied: () => chosen(null),
+      opened: (isOpen) => this.#listOpened(isOpen),
+    });
+    this.#searches[name] = search;
+    search.input.addEventListener("focus", () => this.#sheet.hold("high"));
+    return search;
+  }
+
+  #listOpened(isOpen: boolean): void {
+    this.#body.hidden = isOpen;
+  }
+
+  #showSearch(place: End | null): void {
+    const { texts, store } = this.#context;
+    const search = this.#search(texts().of("search"), "place", (end) => store.update({ place: end }));
+    search.show(place === null ? "" : nameOfEnd(this.#context, place));
+    this.#head.replaceChildren(h("div", { class: "ends" }, search.element), search.list);
+    if (place !== null) this.#body.replaceChildren(placeCard(this.#context, place));
+    else this.#body.replaceChildren(...home(this.#context), this.#languageChoice());
+  }
+
+  #showWay(state: State): void {
+    const { texts, store } = this.#context;
+    const from = this.#search(texts().of("searchFrom"), "from", (end) => store.update({ from: end }));
+    const to = this.#search(texts().of("searchTo"), "to", (end) => store.update({ to: end }));
+    const swap = iconButton(lineIcon("swap"), texts().of("swap"), () => {
+      const { from: before, to: after } = store.state;
+      store.update({ from: after, to: before });
+    });
+    const close = iconButton(lineIcon("close"), texts().of("close"), () =>
+      store.update({ from: null, to: null, via: [] }),
+    );
+    const field = (label: string, search: Search) =>
+      h("div", { class: "end" }, h("span", { class: "end-label", text: label }), search.element);
+    this.#head.replaceChildren(
+      h(
+        "div",
+        { class: "ends is-two" },
+        h("div", { class: "end-fields" }, field(texts().of("from"), from), field(texts().of("to"), to)),
+        h("div", { class: "end-buttons" }, close, swap),
+      ),
+      from.list,
+      to.list,
+    );
+    const levels = levelChoice(this.#context);
+    this.#body.replaceChildren(...(levels === null ? [] : [levels]), this.#words);
+    this.#nameEnds(state);
+    this.#tellWay(this.#way.found);
+  }
+
+  #nameEnds({ from, to }: State): void {
+    this.#searches.from?.show(from === null ? "" : nameOfEnd(this.#context, from));
+    this.#searches.to?.show(to === null ? "" : nameOfEnd(this.#context, to));
+  }
+
+  #tellWay(found: Found): void {
+    // What is there stays while the next is searched for: it takes milliseconds.
+    if (found.kind === "searching" && this.#words.childElementCount > 0) return;
+    this.#words.replaceChildren(...wayInWords(this.#context, found));
+    set(this.#words.querySelector(".sum") ?? this.#words, { tabindex: -1 });
+    if (found.kind !== "found" || viewOf(this.#context.store.state) !== "way") return;
+    const { texts, say } = this.#context;
+    say(`${texts().minutes(found.way.seconds)}, ${texts().length(found.way.mm)}`);
+    this.#sheet.hold("half");
+  }
+
+  #languageChoice(): HTMLElement {
+    const { texts, store } = this.#context;
+    const options = languages.map((language) =>
+      h("option", {
+        text: texts().nameOf(language),
+        attributes: { value: language, selected: language === texts().language },
+      }),
+    );
+    const changed = (event: Event) => {
+      store.update({ language: (event.target as HTMLSelectElement).value });
+    };
+    const select = h("select", { class: "select", on: { change: changed } }, ...options);
+    return h("label", { class: "language" }, h("span", { text: texts().of("chooseLanguage") }), select);
+  }
+}

@@ -1,0 +1,94 @@
+// The way in words: how long it is, and its steps, floor by floor. A step leads to its spot.
+import type { Found } from "../engine/CurrentWay.js";
+import type { Step, Way } from "../engine/Engine.js";
+import { lineIcon, symbolFor, symbolIcon, type Line } from "../theme/icons.js";
+import { floorName, type Context } from "./Context.js";
+import { h } from "./dom.js";
+
+const turns: Readonly<Record<string, Line>> = {
+  left: "left",
+  right: "right",
+  "slight left": "slightLeft",
+  "slight right": "slightRight",
+  "sharp left": "sharpLeft",
+  "sharp right": "sharpRight",
+  around: "around",
+};
+
+function stepIcon({ venue }: Context, step: Step): Element {
+  if (step.kind === "mover") {
+    const type = venue.movers.find((mover) => mover.type.id === step.mover)?.type;
+    return symbolIcon(symbolFor([type?.names.name ?? ""]));
+  }
+  if (step.kind === "turn") return lineIcon(turns[step.direction ?? ""] ?? "straight");
+  if (step.kind === "arrive") return lineIcon("arrive");
+  return lineIcon(step.kind === "crossing" ? "crossing" : "depart");
+}
+
+function stepElement(context: Context, step: Step): HTMLElement {
+  const { venue, texts, flyTo } = context;
+  const fly = () => {
+    const spot = venue.waypoints.get(step.at);
+    if (spot !== undefined) flyTo(spot.map, spot.at);
+  };
+  const length = step.mm >= 500 ? texts().length(step.mm) : "";
+  return h(
+    "li",
+    {},
+    h(
+      "button",
+      { class: "step", attributes: { type: "button" }, on: { click: fly } },
+      stepIcon(context, step),
+      h("span", { class: "step-text", text: step.text }),
+      h("span", { class: "step-length", text: length }),
+    ),
+  );
+}
+
+// Steps of one floor after another, as far as they follow each other.
+function stepGroups(way: Way): Step[][] {
+  const groups: Step[][] = [];
+  for (const step of way.steps) {
+    const last = groups.at(-1);
+    if (last?.[0]?.mapId === step.mapId) last.push(step);
+    else groups.push([step]);
+  }
+  return groups;
+}
+
+function told(context: Context, way: Way): HTMLElement[] {
+  const { venue, texts } = context;
+  const sum = h(
+    "p",
+    { class: "sum" },
+    h("strong", { text: texts().minutes(way.seconds) }),
+    h("span", { text: texts().length(way.mm) }),
+  );
+  const groups = stepGroups(way).map((steps) => {
+    const floor = venue.floors.get(steps[0]!.mapId);
+    return h(
+      "section",
+      { class: "steps" },
+      h("h3", { class: "steps-floor", text: floor === undefined ? "" : floorName(context, floor) }),
+      h("ol", { class: "step-list" }, ...steps.map((step) => stepElement(context, step))),
+    );
+  });
+  return [sum, ...groups];
+}
+
+export function wayInWords(context: Context, found: Found): HTMLElement[] {
+  const { texts, store } = context;
+  const note = (text: string) => [h("p", { class: "note", text })];
+  switch (found.kind) {
+    case "none":
+      return note(texts().of("tapHint"));
+    case "searching":
+      return note(texts().of("searching"));
+    case "there":
+      return note(texts().of("sameSpot"));
+    case "missing":
+      return note(texts().of(store.state.level === null ? "noWay" : "noWayLevel"));
+    case "found":
+      return told(context, found.way);
+  }
+}
