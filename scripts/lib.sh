@@ -109,3 +109,19 @@ build_command() {
   need build && build release tern && mkdir -p build/bin &&
     ln -sfn ../release/tern build/bin/tern
 }
+
+# npm_packages FROM TO: what FROM/package-lock.json lists, at TO/node_modules. Nothing of it is run.
+npm_packages() {
+  mkdir -p "$2"
+  cmp -s "$1/package-lock.json" "$2/installed" && return
+  cp "$1/package.json" "$1/package-lock.json" "$2/"
+  (cd "$2" && npm ci --ignore-scripts --no-audit --no-fund) &&
+    cp "$1/package-lock.json" "$2/installed"
+}
+
+# build_explorer: the page with the library in it, at build/explorer.
+build_explorer() {
+  need build web wasm && build wasm terncorekit_wasm &&
+    npm_packages explorer build/explorer-packages &&
+    node explorer/build.mjs build/explorer-packages bindings/js/dist/terncorekit.wasm build/explorer
+}

@@ -1,0 +1,259 @@
+// Puts the parts together once the first floor is drawn.
+import type { Config } from "./config.js";
+import type { Documents } from "./documents.js";
+import { CurrentWay } from "./engine/CurrentWay.js";
+import { Engine, type Way } from "./engine/Engine.js";
+import { FloorImage } from "./map/FloorImage.js";
+import { paddingAround } from "./map/frame.js";
+import { MapView, type Tap } from "./map/MapView.js";
+import { Controls } from "./panel/Controls.js";
+import { floorName, startOf, waypointsOf, type Context } from "./panel/Context.js";
+import { FloorStrip } from "./panel/FloorStrip.js";
+import { Panel, viewOf } from "./panel/Panel.js";
+import { endOfPlace } from "./panel/Search.js";
+import { Sheet } from "./panel/Sheet.js";
+import { isMarked, linesOn, shownWay } from "./shownWay.js";
+import { decodeAddress } from "./state/address.js";
+import { followAddress } from "./state/history.js";
+import { isSameEnd, type State } from "./state/State.js";
+import { Store } from "./state/Store.js";
+import { Texts } from "./texts/texts.js";
+import { isDark, onTheme } from "./theme/theme.js";
+import { nameIn } from "./venue/names.js";
+import { readVenue } from "./venue/read.js";
+import { signedFloor, type SignedFloor } from "./venue/signs.js";
+import type { Floor, Point } from "./venue/Venue.js";
+
+export interface Beginning {
+  readonly config: Config;
+  readonly documents: Documents;
+  readonly wasm: Promise<WebAssembly.Module>;
+  readonly image: FloorImage | null;
+}
+
+const byId = (id: string) => document.getElementById(id)!;
+
+class App {
+  #config: Config;
+  #context: Context;
+  #way: CurrentWay;
+  #map: MapView;
+  #panel: Panel;
+  #strip: FloorStrip;
+  #controls: Controls;
+  #sheet: Sheet;
+  #texts: Texts;
+  #signed = new Map<number, SignedFloor>();
+  #status = byId("status");
+
+  constructor({ config, documents, wasm, image }: Beginning) {
+    const venue = readVenue(documents.venue, documents.buildings);
+    const store = new Store(decodeAddress(location.hash));
+    this.#config = config;
+    this.#texts = new Texts(store.state.language);
+    const engine = new Engine({ wasm, documents: documents.bytes, venue: venue.id });
+    this.#context = {
+      store,
+      venue,
+      engine,
+      texts: () => this.#texts,
+      say: (text) => this.#say(text),
+      failed: (error) => this.#failed(error),
+      flyTo: (map, at) => this.#flyTo(map, at),
+    };
+    this.#sheet = new Sheet(byId("panel"), this.#context.texts, () => this.#layoutChanged());
+    this.#way = new CurrentWay(
+      engine,
+      store,
+      { stops: (state) => this.#stops(state), language: () => this.#texts.language },
+      (error) => this.#failed(error),
+    );
+    this.#panel = new Panel(this.#context, this.#way, byId("panel"), this.#sheet);
+    this.#strip = new FloorStrip(this.#context, byId("floors"));
+    this.#controls = new Controls(byId("controls"), this.#context.texts, () => this.#map);
+    this.#tellLanguage();
+    this.#strip.show(this.#floor(store.state), new Set());
+    this.#map = new MapView(byId("map"), this.#padding(), {
+      tapped: (tap) => void this.#tapped(tap),
+      turned: (radians) => this.#controls.turned(radians),
+    });
+    this.#showFloor(store.state, image);
+    this.#follow(store);
+    engine.ready().catch((error) => this.#say(this.#texts.of("noLibrary", { what: message(error) })));
+    if (config.refused.length > 0) {
+      this.#say(this.#texts.of("refused", { names: config.refused.join(", ") }));
+    }
+    void this.#way.search(store.state);
+  }
+
+  #follow(store: Store): void {
+    followAddress(store);
+    store.subscribe((state, before) => this.#changed(state, before));
+    this.#way.subscribe((found) => {
+      if (found.kind !== "searching") this.#wayChanged(found.kind === "found" ? found.way : null);
+    });
+    onTheme(() => {
+      this.#map.themeChanged();
+      this.#showFloor(store.state, null);
+    });
+    addEventListener("resize", () => this.#layoutChanged());
+    byId("to-search").addEventListener("click", () => byId("panel").querySelector("input")?.focus());
+  }
+
+  // The floor that a state shows. A venue without any floor has nothing to show.
+  #floor({ map }: State): Floor {
+    const { floors, firstFloor } = this.#context.venue;
+    const floor = floors.get(map ?? NaN) ?? firstFloor;
+    if (floor === null) throw new Error(this.#texts.of("nothingFound"));
+    return floor;
+  }
+
+  #signedOf(floor: Floor): SignedFloor {
+    const signed = this.#signed.get(floor.map) ?? signedFloor(this.#context.venue, floor);
+    this.#signed.set(floor.map, signed);
+    return signed;
+  }
+
+  #foundWay(): Way | null {
+    const { found } = this.#way;
+    return found.kind === "found" ? found.way : null;
+  }
+
+  #changed(state: State, before: State): void {
+    if (state.language !== before.language) {
+      this.#texts = new Texts(state.language);
+      this.#tellLanguage();
+      this.#controls.refresh();
+      this.#panel.refresh();
+    }
+    const closed = state.closed !== before.closed;
+    if (closed) void this.#context.engine.close(this.#closedWaypoints(state)).catch((error) => this.#failed(error));
+    if (!isSameEnd(state.place, before.place) && state.place !== null) this.#showPlace(state);
+    if (state.map !== before.map) this.#showFloor(state, null);
+    else this.#draw(state);
+  }
+
+  #closedWaypoints({ closed }: State): number[] {
+    const movers = this.#context.venue.movers.filter((mover) => closed.includes(mover.id));
+    return movers.flatMap((mover) => mover.spots.map((spot) => spot.waypoint));
+  }
+
+  #tellLanguage(): void {
+    const { venue } = this.#context;
+    const name = this.#config.name || nameIn(this.#texts.language, venue.names);
+    document.documentElement.lang = this.#texts.language;
+    document.title = name === "" ? this.#texts.of("title") : name;
+    byId("to-search").textContent = this.#texts.of("toSearch");
+    this.#sheet.hold(this.#sheet.height);
+  }
+
+  // The image of the floor is made anew, unless it is there already.
+  #showFloor(state: State, ready: FloorImage | null): void {
+    const floor = this.#floor(state);
+    const isReady = ready?.signed.floor.map === floor.map && ready.isDark === isDark();
+    if (!isReady) ready?.release();
+    // Its building may have come before the others: what stands on it is read anew.
+    const image = isReady ? ready : new FloorImage(this.#signedOf(floor), isDark());
+    this.#map.showFloor(image);
+    byId("map").setAttribute("aria-label", this.#texts.of("map", { floor: floorName(this.#context, floor) }));
+    this.#draw(state);
+  }
+
+  #draw(state: State): void {
+    const floor = this.#floor(state);
+    const { signs } = this.#signedOf(floor);
+    const way = viewOf(state) === "home" ? null : this.#foundWay();
+    this.#map.showSigns(signs, (sign) => isMarked(this.#context, state, sign), this.#texts.language);
+    this.#map.showWay(shownWay(this.#context, state, way, floor, signs));
+    this.#strip.show(floor, new Set(way?.segments.map((segment) => segment.mapId)));
+  }
+
+  // A new way is shown from its start.
+  #wayChanged(way: Way | null): void {
+    const { store } = this.#context;
+    const first = way?.segments[0]?.mapId;
+    if (first !== undefined && first !== this.#floor(store.state).map) store.update({ map: first });
+    else this.#draw(store.state);
+    if (way !== null) this.#map.showPoints(linesOn(way, this.#floor(store.state).map).flat());
+  }
+
+  // Where it is on this floor, or on the first where it is.
+  #showPlace(state: State): void {
+    const { venue, store } = this.#context;
+    const ids = waypointsOf(this.#context, state.place!);
+    const spots = ids.map((id) => venue.waypoints.get(id)).filter((spot) => spot !== undefined);
+    const map = this.#floor(state).map;
+    const here = spots.filter((spot) => spot.map === map);
+    if (here.length > 0) this.#map.showPoints(here.map((spot) => spot.at));
+    else if (spots[0] !== undefined) {
+      store.update({ map: spots[0].map });
+      this.#map.showPoints(spots.filter((spot) => spot.map === spots[0]!.map).map((spot) => spot.at));
+    }
+  }
+
+  async #tapped({ at, sign, passage }: Tap): Promise<void> {
+    const { store, engine } = this.#context;
+    if (passage !== null) return this.#goOn(passage.toMap);
+    if (sign?.place != null) return this.#choose({ place: endOfPlace(sign.place) });
+    try {
+      const map = this.#floor(store.state).map;
+      const waypoint = await engine.closest(map, at);
+      if (waypoint !== null) this.#choose({ place: { kind: "waypoint", id: waypoint } });
+    } catch (error) {
+      this.#failed(error);
+    }
+  }
+
+  // What is tapped fills the end that is missing; else its card is opened.
+  #choose({ place }: Pick<State, "place">): void {
+    const { store } = this.#context;
+    const { state } = store;
+    if (viewOf(state) === "way" && state.from === null) store.update({ from: place });
+    else if (viewOf(state) === "way" && state.to === null) store.update({ to: place });
+    else store.update({ place });
+  }
+
+  #goOn(map: number): void {
+    this.#context.store.update({ map });
+    this.#map.showPoints(linesOn(this.#foundWay(), map).flat());
+  }
+
+  #flyTo(map: number, at: Point): void {
+    this.#context.store.update({ map });
+    this.#map.flyTo(at);
+  }
+
+  #stops(state: State): (readonly number[])[] | null {
+    if (state.from === null || state.to === null) return null;
+    const start = startOf(this.#context, state.from);
+    const stops = [...state.via, state.to].map((end) => waypointsOf(this.#context, end));
+    return [start === null ? [] : [start], ...stops];
+  }
+
+  #padding() {
+    return paddingAround(byId("panel"), byId("floors"));
+  }
+
+  #layoutChanged(): void {
+    // Before there is a map, nothing is covered.
+    if (this.#map !== undefined) this.#map.setPadding(this.#padding());
+  }
+
+  #say(text: string): void {
+    this.#status.textContent = text;
+    delete this.#status.dataset["isError"];
+  }
+
+  #failed(error: unknown): void {
+    this.#say(this.#texts.of("failed", { what: message(error) }));
+    this.#status.dataset["isError"] = "";
+  }
+}
+
+function message(error: unknown): string {
+  return error instanceof Error ? error.message : String(error);
+}
+
+export function start(beginning: Beginning): void {
+  new App(beginning);
+}

@@ -1,0 +1,66 @@
+// The page's first script: asks for everything at once, and draws the first floor as soon as its
+// document is there. The map, the panel and the library come meanwhile.
+import { fetchConfig, type Config } from "./config.js";
+import { DocumentError, fetchDocuments } from "./documents.js";
+import { FloorImage } from "./map/FloorImage.js";
+import { fitted, paddingAround } from "./map/frame.js";
+import { decodeAddress } from "./state/address.js";
+import { applyColours, isDark } from "./theme/theme.js";
+import { object, type Json } from "./venue/json.js";
+import { readVenue } from "./venue/read.js";
+import { signedFloor } from "./venue/signs.js";
+
+const map = document.getElementById("map")!;
+const panel = document.getElementById("panel")!;
+const status = document.getElementById("status")!;
+
+async function compiledLibrary(): Promise<WebAssembly.Module> {
+  const response = await fetch("terncorekit.wasm", { priority: "low" });
+  const isKnown = response.headers.get("content-type")?.startsWith("application/wasm") ?? false;
+  // A server that does not know the type still gives the bytes.
+  return isKnown
+    ? WebAssembly.compileStreaming(response)
+    : WebAssembly.compile(await response.arrayBuffer());
+}
+
+// Of the venue's document and the one building that is there.
+function firstPicture(venue: Json, building: Json, wanted: number | null): FloorImage | null {
+  const read = readVenue(venue, [building]);
+  const floor = read.floors.get(wanted ?? NaN) ?? read.firstFloor;
+  if (floor === null) return null;
+  const image = new FloorImage(signedFloor(read, floor), isDark());
+  const size = { width: map.clientWidth, height: map.clientHeight };
+  image.put(fitted(floor.frame, size, paddingAround(panel, null)), size);
+  map.style.backgroundColor = image.ground;
+  map.append(image.element);
+  return image;
+}
+
+async function begin(config: Config): Promise<void> {
+  applyColours(config);
+  const state = decodeAddress(location.hash);
+  let image: FloorImage | null = null;
+  const venue = state.venue ?? config.venues[0] ?? null;
+  const documents = await fetchDocuments(config.data, venue, {
+    map: state.map,
+    arrived: (document, building) => {
+      image ??= firstPicture(document, building, state.map);
+    },
+  });
+  const first = image as FloorImage | null;
+  await first?.decoded();
+  // It is here already, but only run once the first picture stands.
+  const { start } = await import("./app.js");
+  start({ config, documents, wasm, image: first });
+}
+
+function failed(error: unknown): void {
+  const what = error instanceof DocumentError ? error.message : String(object(error)["message"]);
+  status.textContent = `The map could not be loaded: ${what}`;
+  status.dataset["isError"] = "";
+}
+
+const wasm = compiledLibrary();
+// Whoever needs it is told.
+wasm.catch(() => undefined);
+fetchConfig().then(begin).catch(failed);

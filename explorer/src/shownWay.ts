@@ -1,0 +1,93 @@
+// What of a way and of the state is drawn on one floor.
+import type { Way } from "./engine/Engine.js";
+import type { Mark, Passage, ShownWay } from "./map/ways.js";
+import { nameOfEnd, placeOf, type Context } from "./panel/Context.js";
+import type { End, State } from "./state/State.js";
+import type { Sign } from "./venue/signs.js";
+import type { Floor, Point, Venue } from "./venue/Venue.js";
+
+function arrowTo(venue: Venue, from: Floor, to: Floor | undefined): string {
+  if (to === undefined) return "→";
+  const rise = (to.level ?? 0) - (from.level ?? 0);
+  const arrow = rise > 0 ? "↑" : rise < 0 ? "↓" : "→";
+  const isElsewhere = to.building !== from.building && venue.buildings.length > 1;
+  return `${arrow} ${isElsewhere && rise === 0 ? to.building.names.name : to.shortName}`;
+}
+
+function passagesOn(venue: Venue, way: Way, floor: Floor): Passage[] {
+  const passages: Passage[] = [];
+  way.segments.forEach((segment, index) => {
+    const next = way.segments[index + 1];
+    const at = segment.mapPoints.at(-1);
+    if (segment.mapId !== floor.map || next === undefined || at === undefined) return;
+    if (next.mapId === floor.map) return;
+    const label = arrowTo(venue, floor, venue.floors.get(next.mapId));
+    passages.push({ at, toMap: next.mapId, label });
+  });
+  return passages;
+}
+
+export function linesOn(way: Way | null, map: number): Point[][] {
+  const segments = way?.segments.filter((segment) => segment.mapId === map) ?? [];
+  return segments.map((segment) => segment.mapPoints);
+}
+
+function pointsOf(context: Context, end: End | null, map: number): Point[] {
+  if (end === null) return [];
+  if (end.kind === "waypoint") {
+    const spot = context.venue.waypoints.get(end.id);
+    return spot?.map === map ? [spot.at] : [];
+  }
+  const spots = placeOf(context, end)?.spots ?? [];
+  return spots.filter((spot) => spot.map === map).map((spot) => spot.at);
+}
+
+function marksOn(context: Context, state: State, way: Way | null, floor: Floor, signs: readonly Sign[]) {
+  const marks: Mark[] = [];
+  const label = (end: End) => nameOfEnd(context, end);
+  const ends = way?.segments;
+  const first = ends?.[0]?.mapId === floor.map ? ends[0].mapPoints[0] : undefined;
+  const last = ends?.at(-1)?.mapId === floor.map ? ends.at(-1)!.mapPoints.at(-1) : undefined;
+  // Until there is a way, ends are where their places are.
+  const start = way === null ? pointsOf(context, state.from, floor.map)[0] : first;
+  const goal = way === null ? pointsOf(context, state.to, floor.map)[0] : last;
+  if (state.from !== null && start !== undefined) {
+    marks.push({ kind: "start", at: start, label: label(state.from) });
+  }
+  if (state.to !== null && goal !== undefined) {
+    marks.push({ kind: "end", at: goal, label: label(state.to) });
+  }
+  if (state.place !== null) marks.push(...chosenMarks(context, state.place, floor, signs));
+  return marks;
+}
+
+function chosenMarks(context: Context, end: End, floor: Floor, signs: readonly Sign[]): Mark[] {
+  const place = placeOf(context, end);
+  const own = signs.filter((sign) => sign.place !== null && sign.place === place);
+  const points = own.length > 0 ? own.map((sign) => sign.at) : pointsOf(context, end, floor.map);
+  // Of many that are alike the name is said in the card.
+  const label = points.length === 1 ? nameOfEnd(context, end) : "";
+  return points.map((at) => ({ kind: "chosen", at, label }));
+}
+
+export function shownWay(
+  context: Context,
+  state: State,
+  way: Way | null,
+  floor: Floor,
+  signs: readonly Sign[],
+): ShownWay {
+  return {
+    lines: linesOn(way, floor.map),
+    passages: way === null ? [] : passagesOn(context.venue, way, floor),
+    marks: marksOn(context, state, way, floor, signs),
+  };
+}
+
+// Names that a mark says already.
+export function isMarked(context: Context, state: State, sign: Sign): boolean {
+  if (sign.place === null) return false;
+  return [state.place, state.from, state.to].some(
+    (end) => end !== null && placeOf(context, end) === sign.place,
+  );
+}
