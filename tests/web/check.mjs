@@ -5,6 +5,7 @@ import { readFileSync } from "node:fs";
 import { createRequire } from "node:module";
 import checker from "@placemarkio/check-geojson";
 import { chromium } from "playwright-core";
+import { chromiumOptions } from "../../tests/support/chromium.mjs";
 
 const require = createRequire(import.meta.url);
 const leaflet = require.resolve("leaflet");
@@ -56,18 +57,7 @@ function draw(features) {
   });
 }
 
-const browser = await chromium.launch({
-  executablePath: "/usr/bin/chromium",
-  args: [
-    "--no-sandbox",
-    "--disable-gpu",
-    "--disable-quic",
-    "--no-first-run",
-    "--disable-background-networking",
-    "--disable-component-update",
-    "--disable-sync",
-  ],
-});
+const browser = await chromium.launch(chromiumOptions);
 const page = await browser.newPage();
 let file = "";
 page.on("console", (message) => {

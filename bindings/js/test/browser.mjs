@@ -6,6 +6,7 @@ import { createServer, request as httpRequest } from "node:http";
 import { createRequire } from "node:module";
 import { extname, join } from "node:path";
 import { after, before, test } from "node:test";
+import { chromiumOptions } from "../../../tests/support/chromium.mjs";
 import { load } from "../src/index.js";
 import { plazaDocument, plazaFolder } from "./plaza.mjs";
 import { credentials, startService } from "./service.mjs";
@@ -68,18 +69,7 @@ before(async () => {
   service = await startService();
   server = await startServer(service);
   origin = `http://127.0.0.1:${server.address().port}`;
-  browser = await chromium.launch({
-    executablePath: "/usr/bin/chromium",
-    args: [
-      "--no-sandbox",
-      "--disable-gpu",
-      "--disable-quic",
-      "--no-first-run",
-      "--disable-background-networking",
-      "--disable-component-update",
-      "--disable-sync",
-    ],
-  });
+  browser = await chromium.launch(chromiumOptions);
   const venue = (await load()).open({ documents: plazaDocument });
   expected = venue.answer('{"op":"route","from":22001,"to":14016}');
 });
