@@ -1,6 +1,6 @@
 // Builds the page: build.mjs PACKAGES WASM OUT. PACKAGES is the folder of node_modules that the lock
 // file describes, WASM the library, and OUT the folder that any server of files can give.
-import { copyFileSync, cpSync, mkdirSync, readFileSync, rmSync, writeFileSync } from "node:fs";
+import { copyFileSync, mkdirSync, readFileSync, rmSync, writeFileSync } from "node:fs";
 import { createRequire } from "node:module";
 import { basename, join, resolve } from "node:path";
 import { fileURLToPath } from "node:url";
@@ -50,10 +50,12 @@ if (styles.warnings.length > 0) process.exit(1);
 const outputs = Object.keys(metafile.outputs).map((path) => basename(path));
 const later = outputs.filter((name) => name.endsWith(".js") && !/^(main|worker-host)\.js$/.test(name));
 const preloads = later.map((name) => `<link rel="modulepreload" href="${name}">`);
+// Browsers ask for an icon again whenever the address changes: here it is in the page.
+const icon = readFileSync(join(here, "icons/explorer.svg"), "utf8").replace(/\n\s*/g, "");
 const page = readFileSync(join(here, "index.html"), "utf8")
   .replace("{policy}", policy.filter((rule) => !rule.startsWith("frame-ancestors")).join("; "))
+  .replace("{icon}", `data:image/svg+xml,${encodeURIComponent(icon)}`)
   .replace("{preloads}", preloads.join("\n    "));
 writeFileSync(join(out, "index.html"), page);
 writeFileSync(join(out, "config.json"), '{ "data": "data/" }\n');
 copyFileSync(wasm, join(out, "terncorekit.wasm"));
-cpSync(join(here, "icons"), join(out, "icons"), { recursive: true });

@@ -78,20 +78,29 @@ class App {
       turned: (radians) => this.#controls.turned(radians),
     });
     this.#showFloor(store.state, image);
-    this.#follow(store);
+    void this.#showFirstWay(store.state);
     engine.ready().catch((error) => this.#say(this.#texts.of("noLibrary", { what: message(error) })));
     if (config.refused.length > 0) {
       this.#say(this.#texts.of("refused", { names: config.refused.join(", ") }));
     }
-    void this.#way.search(store.state);
+    this.#follow(store);
+  }
+
+  // The floor that the address names stays.
+  async #showFirstWay(state: State): Promise<void> {
+    await this.#way.search(state);
+    const way = this.#foundWay();
+    const map = state.map ?? way?.segments[0]?.mapId;
+    if (way !== null && map !== undefined) this.#goOn(map);
+    else if (state.place !== null && state.map === null) this.#showPlace(state);
+    this.#way.subscribe((found) => {
+      if (found.kind !== "searching") this.#wayChanged(found.kind === "found" ? found.way : null);
+    });
   }
 
   #follow(store: Store): void {
     followAddress(store);
     store.subscribe((state, before) => this.#changed(state, before));
-    this.#way.subscribe((found) => {
-      if (found.kind !== "searching") this.#wayChanged(found.kind === "found" ? found.way : null);
-    });
     onTheme(() => {
       this.#map.themeChanged();
       this.#showFloor(store.state, null);
@@ -128,9 +137,9 @@ class App {
     }
     const closed = state.closed !== before.closed;
     if (closed) void this.#context.engine.close(this.#closedWaypoints(state)).catch((error) => this.#failed(error));
-    if (!isSameEnd(state.place, before.place) && state.place !== null) this.#showPlace(state);
     if (state.map !== before.map) this.#showFloor(state, null);
     else this.#draw(state);
+    if (!isSameEnd(state.place, before.place) && state.place !== null) this.#showPlace(state);
   }
 
   #closedWaypoints({ closed }: State): number[] {
@@ -184,11 +193,10 @@ class App {
     const spots = ids.map((id) => venue.waypoints.get(id)).filter((spot) => spot !== undefined);
     const map = this.#floor(state).map;
     const here = spots.filter((spot) => spot.map === map);
-    if (here.length > 0) this.#map.showPoints(here.map((spot) => spot.at));
-    else if (spots[0] !== undefined) {
-      store.update({ map: spots[0].map });
-      this.#map.showPoints(spots.filter((spot) => spot.map === spots[0]!.map).map((spot) => spot.at));
-    }
+    const shown = here.length > 0 ? here : spots.filter((spot) => spot.map === spots[0]!.map);
+    if (shown[0] !== undefined) store.update({ map: shown[0].map });
+    // Once the floor is shown, too.
+    queueMicrotask(() => this.#map.showPoints(shown.map((spot) => spot.at)));
   }
 
   async #tapped({ at, sign, passage }: Tap): Promise<void> {
@@ -214,7 +222,9 @@ class App {
   }
 
   #goOn(map: number): void {
-    this.#context.store.update({ map });
+    const { store } = this.#context;
+    store.update({ map });
+    this.#draw(store.state);
     this.#map.showPoints(linesOn(this.#foundWay(), map).flat());
   }
 

@@ -54,9 +54,10 @@ async function begin(config: Config): Promise<void> {
   start({ config, documents, wasm, image: first });
 }
 
-function failed(error: unknown): void {
+async function failed(error: unknown): Promise<void> {
+  const { Texts } = await import("./texts/texts.js");
   const what = error instanceof DocumentError ? error.message : String(object(error)["message"]);
-  status.textContent = `The map could not be loaded: ${what}`;
+  status.textContent = new Texts(decodeAddress(location.hash).language).of("notLoaded", { what });
   status.dataset["isError"] = "";
 }
 

@@ -13,6 +13,7 @@ import type { FloorImage } from "./FloorImage.js";
 import { FloorLayer } from "./FloorLayer.js";
 import { fitted, type Padding } from "./frame.js";
 import { SignLayer } from "./signs.js";
+import { touched, type Target } from "./touch.js";
 import { WayLayer, type Passage, type ShownWay } from "./ways.js";
 
 export interface Tap {
@@ -29,7 +30,6 @@ export interface MapEvents {
 const flight = 450;
 // How close one may look: so many pixels are a map unit, or a metre where there is a scale.
 const closest = { unit: 8, metre: 90 };
-const tapReach = 6;
 
 const reducesMotion = matchMedia("(prefers-reduced-motion: reduce)");
 const duration = () => (reducesMotion.matches ? 0 : flight);
@@ -185,24 +185,19 @@ export class MapView {
 
   #tapOf(event: MapBrowserEvent): Tap {
     const [x = 0, y = 0] = event.coordinate;
-    let sign: Sign | null = null;
-    let passage: Passage | null = null;
-    this.#map.forEachFeatureAtPixel(
-      event.pixel,
-      (feature) => {
-        sign ??= feature.get("sign") ?? null;
-        passage ??= feature.get("passage") ?? null;
-        return passage !== null;
-      },
-      { hitTolerance: tapReach },
-    );
+    const passage = this.#touched(event.pixel, this.#ways.targets);
+    const sign = passage === null ? this.#touched(event.pixel, this.#signs.targets) : null;
     return { at: [x, -y], sign, passage };
+  }
+
+  #touched<What>([x = 0, y = 0]: number[], targets: readonly Target<What>[]): What | null {
+    return touched([x, y], targets, (at) => this.pixelOf(at));
   }
 
   #showWhetherTappable(event: MapBrowserEvent): void {
     if (event.dragging) return;
-    const isOver = this.#map.hasFeatureAtPixel(event.pixel, { hitTolerance: tapReach });
-    this.#target.classList.toggle("is-over", isOver);
+    const { sign, passage } = this.#tapOf(event);
+    this.#target.classList.toggle("is-over", passage !== null || sign?.place != null);
   }
 
   #turnByKey(event: KeyboardEvent): void {

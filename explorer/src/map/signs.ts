@@ -8,8 +8,11 @@ import { plateAddress, symbolFor } from "../theme/icons.js";
 import { nameIn } from "../venue/names.js";
 import type { Sign } from "../venue/signs.js";
 import type { MapColours } from "./colours.js";
+import { halfOf, type Target } from "./touch.js";
 
 export const labelFont = '500 12.5px "Inter", system-ui, sans-serif';
+// What keeps clear of each other, on any layer.
+export const clutter = "signs";
 const longestLine = 13;
 const symbolSize = 24;
 
@@ -56,9 +59,18 @@ function symbolStyle(sign: Sign, colours: MapColours): Style {
   });
 }
 
+function targetOf(sign: Sign, language: string): Target<Sign> {
+  const isName = sign.place?.kind === "destination";
+  const half = isName
+    ? halfOf(wrapped(nameIn(language, sign.place.names)), labelFont)
+    : ([symbolSize / 2, symbolSize / 2] as const);
+  return { what: sign, at: sign.at, offset: [0, 0], half };
+}
+
 export class SignLayer {
   #source = new VectorSource<Feature<Point>>();
-  readonly layer = new VectorLayer({ source: this.#source, declutter: true, zIndex: 2 });
+  #targets: readonly Target<Sign>[] = [];
+  readonly layer = new VectorLayer({ source: this.#source, declutter: clutter, zIndex: 2 });
 
   // `hidden` are those that something else stands for, such as the pin of the chosen place.
   show(
@@ -72,10 +84,14 @@ export class SignLayer {
       const feature = new Feature(new Point([sign.at[0], -sign.at[1]]));
       const isName = sign.place?.kind === "destination";
       feature.setStyle(isName ? nameStyle(sign, language, colours) : symbolStyle(sign, colours));
-      feature.set("sign", sign, true);
       return feature;
     });
+    this.#targets = shown.map((sign) => targetOf(sign, language));
     this.#source.clear(true);
     this.#source.addFeatures(features);
+  }
+
+  get targets(): readonly Target<Sign>[] {
+    return this.#targets;
   }
 }

@@ -7,7 +7,8 @@ import VectorSource from "ol/source/Vector.js";
 import { Circle, Fill, Icon, Stroke, Style, Text } from "ol/style.js";
 import type { Point as MapPoint } from "../venue/Venue.js";
 import type { MapColours } from "./colours.js";
-import { labelFont, wrapped } from "./signs.js";
+import { halfOf, type Target } from "./touch.js";
+import { clutter, labelFont, wrapped } from "./signs.js";
 
 // Where the way leaves the floor: to another one, by something or on foot.
 export interface Passage {
@@ -29,6 +30,10 @@ export interface ShownWay {
   readonly marks: readonly Mark[];
 }
 
+const passageFont = labelFont.replace("500", "700");
+const passageHeight = 22;
+// It is shown whatever else there is, and names keep away from it.
+const always = "obstacle";
 const pin = "M12 31c5.5-8 10.5-12.7 10.5-19a10.5 10.5 0 1 0-21 0C1.5 18.3 6.5 23 12 31z";
 
 function pinAddress(colour: string, border: string): string {
@@ -51,14 +56,16 @@ function passageStyle({ label }: Passage, colours: MapColours): Style {
   return new Style({
     text: new Text({
       text: label,
-      font: labelFont.replace("500", "700"),
+      font: passageFont,
       fill: new Fill({ color: colours.way }),
       backgroundFill: new Fill({ color: colours.accent }),
-      backgroundStroke: new Stroke({ color: colours.way, width: 5, lineJoin: "round" }),
+      backgroundStroke: new Stroke({ color: colours.accent, width: 5, lineJoin: "round" }),
       padding: [5, 7, 4, 8],
-      offsetY: -22,
+      offsetY: -passageHeight,
+      declutterMode: always,
     }),
     image: new Circle({
+      declutterMode: always,
       radius: 6,
       fill: new Fill({ color: colours.way }),
       stroke: new Stroke({ color: colours.accent, width: 3 }),
@@ -75,6 +82,7 @@ function markText(label: string, offsetY: number, colours: MapColours): Text {
     stroke: new Stroke({ color: colours.paper, width: 4 }),
     offsetY,
     textBaseline: "top",
+    declutterMode: always,
   });
 }
 
@@ -82,6 +90,7 @@ function markStyle({ kind, label }: Mark, colours: MapColours): Style {
   if (kind === "start") {
     return new Style({
       image: new Circle({
+        declutterMode: always,
         radius: 8,
         fill: new Fill({ color: colours.start }),
         stroke: new Stroke({ color: colours.paper, width: 3.5 }),
@@ -97,6 +106,7 @@ function markStyle({ kind, label }: Mark, colours: MapColours): Style {
       width: 26,
       height: 34,
       anchor: [0.5, 0.96],
+      declutterMode: always,
     }),
     text: markText(label, 6, colours),
     zIndex: 5,
@@ -107,11 +117,11 @@ const turned = ([x, y]: MapPoint): [number, number] => [x, -y];
 
 export class WayLayer {
   #source = new VectorSource();
+  #targets: readonly Target<Passage>[] = [];
   readonly layer = new VectorLayer({
     source: this.#source,
+    declutter: clutter,
     zIndex: 3,
-    updateWhileAnimating: true,
-    updateWhileInteracting: true,
   });
 
   show({ lines, passages, marks }: ShownWay, colours: MapColours): void {
@@ -124,7 +134,6 @@ export class WayLayer {
     for (const passage of passages) {
       const feature = new Feature(new Point(turned(passage.at)));
       feature.setStyle(passageStyle(passage, colours));
-      feature.set("passage", passage, true);
       features.push(feature);
     }
     for (const mark of marks) {
@@ -132,7 +141,17 @@ export class WayLayer {
       feature.setStyle(markStyle(mark, colours));
       features.push(feature);
     }
+    this.#targets = passages.map((passage) => ({
+      what: passage,
+      at: passage.at,
+      offset: [0, -passageHeight / 2],
+      half: [halfOf(passage.label, passageFont)[0] + 8, passageHeight],
+    }));
     this.#source.clear(true);
     this.#source.addFeatures(features);
+  }
+
+  get targets(): readonly Target<Passage>[] {
+    return this.#targets;
   }
 }

@@ -6,6 +6,8 @@ export type Listener = (state: State, before: State) => void;
 export class Store {
   #state: State;
   #listeners = new Set<Listener>();
+  // The one that is being told, and those that wait.
+  #changes: [State, State][] = [];
 
   constructor(state: State) {
     this.#state = state;
@@ -15,13 +17,22 @@ export class Store {
     return this.#state;
   }
 
-  // What is left out stays. A change that changes nothing is not told.
+  // What is left out stays. A change that changes nothing is not told; one that a listener makes is
+  // told once all have heard of the one before.
   update(change: Partial<State>): void {
     const before = this.#state;
     const names = Object.keys(change) as (keyof State)[];
     if (names.every((name) => before[name] === change[name])) return;
     this.#state = { ...before, ...change };
-    for (const listener of [...this.#listeners]) listener(this.#state, before);
+    this.#changes.push([this.#state, before]);
+    if (this.#changes.length > 1) return;
+    for (let next = this.#changes[0]; next !== undefined; next = this.#changes[0]) {
+      try {
+        for (const listener of [...this.#listeners]) listener(...next);
+      } finally {
+        this.#changes.shift();
+      }
+    }
   }
 
   subscribe(listener: Listener): () => void {

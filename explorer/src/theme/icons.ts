@@ -15,7 +15,7 @@ export const symbols = {
   ticket: "M3 7h18v3a2 2 0 0 0 0 4v3H3v-3a2 2 0 0 0 0-4z",
   water: "M12 3c3 4 5.5 7 5.5 10.5a5.5 5.5 0 0 1-11 0C6.5 10 9 7 12 3z",
   place: "M12 7.5a4.5 4.5 0 1 0 .01 0z",
-  lift: "M7.5 5l4.5 6H3zm9 14L12 13h9z",
+  lift: "M12 3l6.5 7.5h-13zM12 21l-6.5-7.5h13z",
   escalator: "M3 17h4L16 6h5v3h-3.5L8.5 20H3z",
   stairs: "M3 20v-4h4v-4h4V8h4V4h6v16z",
   ramp: "M3 19L21 8v11z",

@@ -27,7 +27,10 @@ export function darkened(colour: string): string {
   const wide = digits.length < 6 ? digits.replace(/./g, "$&$&") : digits;
   const bytes = [0, 2, 4].map((at) => parseInt(wide.slice(at, at + 2), 16) / 255);
   const [hue, saturation, lightness] = hslOf(bytes as unknown as Triple);
-  const dark: Triple = [hue, saturation * 0.55, 0.11 + 0.8 * (1 - lightness)];
+  const turned = 0.11 + 0.8 * (1 - lightness);
+  // As strong as before, not as saturated: what is almost white would else become quite brown.
+  const strength = saturation * (1 - Math.abs(2 * lightness - 1)) * 0.7;
+  const dark: Triple = [hue, Math.min(1, strength / (1 - Math.abs(2 * turned - 1))), turned];
   const out = rgbOf(dark).map((each) => Math.round(each * 255).toString(16).padStart(2, "0"));
   return `#${out.join("")}${wide.slice(6)}`;
 }

@@ -13,13 +13,17 @@ function isFrame(all: readonly number[]): boolean {
   return all.length === 4 && all.every(Number.isFinite) && all[2]! > 0 && all[3]! > 0;
 }
 
+function pixels(length: string): number {
+  return Number(/^\s*([\d.]+)\s*(?:px)?\s*$/.exec(length)?.[1] ?? NaN);
+}
+
 // Null where it says nothing.
 export function frameOf(drawing: string): Frame | null {
   const tag = start.exec(drawing)?.[0];
   if (tag === undefined) return null;
   const box = (attribute(tag, "viewBox")?.match(numbers) ?? []).map(Number);
   if (isFrame(box)) return box as unknown as Frame;
-  const size = [0, 0, ...["width", "height"].map((name) => parseFloat(attribute(tag, name) ?? ""))];
+  const size = [0, 0, ...["width", "height"].map((name) => pixels(attribute(tag, name) ?? ""))];
   return isFrame(size) ? (size as unknown as Frame) : null;
 }
 
