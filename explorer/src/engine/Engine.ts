@@ -13,15 +13,12 @@ import type {
   Place,
   Reached,
   Segment,
-  Step as LibraryStep,
+  Step,
   Tour,
   Wanted,
 } from "terncorekit";
 
-export type { Place, Segment };
-
-// A step happens at a waypoint.
-export type Step = Omit<LibraryStep, "at"> & { readonly at: number };
+export type { Place, Segment, Step };
 
 export interface Way extends Omit<Directions, "route" | "steps"> {
   readonly segments: readonly Segment[];
@@ -46,8 +43,6 @@ interface Opened {
   readonly tern: WorkerTern;
   readonly venue: RemoteVenue;
 }
-
-type Question = { op: string } & Record<string, unknown>;
 
 // What tells of an end of the library, and not of a question.
 function hasStopped(error: unknown): boolean {
@@ -87,8 +82,7 @@ export class Engine {
     );
     if (told.route.length === 0) return null;
     const { route, steps, mm, seconds } = told;
-    // The library says where a step is by its waypoint.
-    return { segments: route, steps: steps as unknown as readonly Step[], mm, seconds };
+    return { segments: route, steps, mm, seconds };
   }
 
   // Those whose name is like the text, the best first.
@@ -97,9 +91,8 @@ export class Engine {
   }
 
   // The waypoint that is nearest to a point of a map.
-  async closest(map: number, at: readonly [number, number]): Promise<number | null> {
-    const answer = await this.#question({ op: "closest", map, at });
-    return answer["waypoint"] as number | null;
+  closest(map: number, [x, y]: readonly [number, number]): Promise<number | null> {
+    return this.#ask((venue) => venue.closest({ map, at: [x, y] }));
   }
 
   // The way to each list of waypoints, in their order; null where there is none.
@@ -139,12 +132,9 @@ export class Engine {
   }
 
   async #goal(from: number, to: readonly number[], level: number | null) {
-    const answer = await this.#question({ op: "routeToAny", from, to, ...levelOf(level) });
-    return (answer["route"] as Segment[]).at(-1)?.points.at(-1);
-  }
-
-  #question(question: Question): Promise<Record<string, unknown>> {
-    return this.#ask((venue) => venue.ask(question));
+    const goals = { from, to: [...to], ...levelOf(level) };
+    const route = await this.#ask((venue) => venue.routeToAny(goals));
+    return route.at(-1)?.points.at(-1);
   }
 
   async #ask<T>(question: (venue: RemoteVenue) => Promise<T>): Promise<T> {
@@ -173,6 +163,6 @@ export class Engine {
   }
 
   async #block(venue: RemoteVenue, waypoints: readonly number[], blocked: boolean): Promise<void> {
-    await Promise.all(waypoints.map((node) => venue.ask({ op: "blockEntry", node, blocked })));
+    await Promise.all(waypoints.map((node) => venue.blockEntry({ node, blocked })));
   }
 }
