@@ -47,6 +47,7 @@ export class MapView {
   #target: HTMLElement;
   #colours = mapColours();
   #turned: MapEvents["turned"];
+  #showAgain: (() => void) | null = null;
 
   constructor(target: HTMLElement, padding: Padding, events: MapEvents) {
     this.#target = target;
@@ -55,29 +56,36 @@ export class MapView {
       target,
       controls: [],
       layers: [this.#floor, this.#signs.layer, this.#ways.layer],
-      interactions: defaultInteractions({ zoomDuration: 200 }),
+      // A tap is answered at once, and not only when no second one has followed it.
+      interactions: defaultInteractions({ zoomDuration: 200, doubleClickZoom: false }),
     });
-    this.#map.on("singleclick", (event) => events.tapped(this.#tapOf(event)));
+    this.#map.on("click", (event) => events.tapped(this.#tapOf(event)));
+    this.#map.on("pointerdrag", () => (this.#showAgain = null));
+    target.addEventListener("wheel", () => (this.#showAgain = null), { passive: true });
     this.#map.on("pointermove", (event) => this.#showWhetherTappable(event));
     target.addEventListener("keydown", (event) => this.#turnByKey(event));
     this.#turned = events.turned;
   }
 
-  // The whole floor is shown, unless one that is as large is there already.
+  // All of the floor is shown, unless another one of the building is there already.
   showFloor(image: FloorImage): void {
     const before = this.#floor.image?.signed.floor;
     const { floor } = image.signed;
     this.#target.style.backgroundColor = image.ground;
     this.#floor.show(image);
-    if (before !== undefined && String(before.frame) === String(floor.frame)) return;
+    if (before !== undefined && String(before.frame) === String(floor.frame)) {
+      if (before.building.id !== floor.building.id) this.showAll();
+      return;
+    }
     const [x, y, width, height] = floor.frame;
     const extent: Extent = [x, -y - height, x + width, -y];
-    const place = fitted(floor.frame, this.#size(), this.#padding);
+    const place = fitted(floor.home, this.#size(), this.#padding);
+    const whole = fitted(floor.frame, this.#size(), this.#padding).resolution;
     const view = new View({
       projection: new Projection({ code: `floor-${floor.map}`, units: "pixels", extent }),
       center: [place.center[0], -place.center[1]],
       resolution: place.resolution,
-      maxResolution: place.resolution * 2,
+      maxResolution: whole * 1.5,
       minResolution: Math.min(closestResolution(floor), place.resolution / 4),
       extent: buffer(extent, Math.max(width, height) / 2),
       constrainOnlyCenter: true,
@@ -87,15 +95,20 @@ export class MapView {
     view.on("change:rotation", () => this.#turned(view.getRotation()));
     this.#map.setView(view);
     this.#turned(0);
+    this.#showAgain = () => this.showAll();
   }
 
   get image(): FloorImage | null {
     return this.#floor.image;
   }
 
-  // What the panel covers has changed; nothing is moved.
+  // What the panel covers has changed: what was to be seen is shown beside it again, unless somebody
+  // has moved the map since.
   setPadding(padding: Padding): void {
+    const names = ["top", "right", "bottom", "left"] as const;
+    if (names.every((name) => this.#padding[name] === padding[name])) return;
     this.#padding = padding;
+    this.#showAgain?.();
   }
 
   themeChanged(): void {
@@ -111,9 +124,10 @@ export class MapView {
   }
 
   showAll(): void {
+    this.#showAgain = () => this.showAll();
     const floor = this.#floor.image?.signed.floor;
     if (floor === undefined) return;
-    const place = fitted(floor.frame, this.#size(), this.#padding);
+    const place = fitted(floor.home, this.#size(), this.#padding);
     const center = [place.center[0], -place.center[1]];
     this.#animate({ center, resolution: place.resolution, rotation: 0 });
   }
@@ -121,6 +135,7 @@ export class MapView {
   // So that all of the points are seen, and not closer than that is calm.
   showPoints(points: readonly Point[]): void {
     if (points.length === 0) return;
+    this.#showAgain = () => this.showPoints(points);
     const { top, right, bottom, left } = this.#padding;
     const air = 40;
     this.#map.getView().fit(boundingExtent(points.map(([x, y]) => [x, -y])), {
@@ -134,6 +149,7 @@ export class MapView {
 
   // The point in the middle of what is free, at the nearness that is there or a calm one.
   flyTo([x, y]: Point): void {
+    this.#showAgain = () => this.flyTo([x, y]);
     const view = this.#map.getView();
     const resolution = Math.min(view.getResolution() ?? 1, this.#calmResolution());
     const { top, right, bottom, left } = this.#padding;
@@ -145,11 +161,13 @@ export class MapView {
   }
 
   zoomBy(factor: number): void {
+    this.#showAgain = null;
     const view = this.#map.getView();
     this.#animate({ resolution: view.getConstrainedResolution(view.getResolution()! / factor)! });
   }
 
   turnBy(radians: number): void {
+    this.#showAgain = null;
     this.#animate({ rotation: this.#map.getView().getRotation() + radians });
   }
 
@@ -166,7 +184,7 @@ export class MapView {
   // Half of what makes the whole floor fit, or a view of some forty metres.
   #calmResolution(): number {
     const floor = this.#floor.image!.signed.floor;
-    const whole = fitted(floor.frame, this.#size(), this.#padding).resolution;
+    const whole = fitted(floor.home, this.#size(), this.#padding).resolution;
     const metres = 40;
     const shorter = Math.min(this.#size().width, this.#size().height);
     const calm = floor.mmPerUnit === null ? whole / 3 : (metres * 1000) / floor.mmPerUnit / shorter;
@@ -201,6 +219,7 @@ export class MapView {
   }
 
   #turnByKey(event: KeyboardEvent): void {
+    this.#showAgain = null;
     if (!event.shiftKey || event.target !== this.#target) return;
     const turns: Record<string, number> = { ArrowLeft: -1, ArrowRight: 1 };
     const turn = turns[event.key];

@@ -44,12 +44,13 @@ export function transformOf([x, y]: Frame, place: Place, size: Size): string {
   );
 }
 
-// What of the window the panel and the floor strip leave to the map.
-export function paddingAround(panel: Element, strip: Element | null): Padding {
-  const box = panel.getBoundingClientRect();
+// What of the window the panel and the floor strip leave to the map, wherever they are moving from.
+export function paddingAround(panel: HTMLElement, strip: HTMLElement | null): Padding {
   const air = 16;
-  const isBeside = box.width < innerWidth * 0.6 && box.height > innerHeight * 0.2;
-  if (isBeside) return { top: air, right: 5 * air, bottom: air, left: box.right + air };
-  const top = strip?.getBoundingClientRect().bottom ?? 0;
-  return { top: top + air, right: air, bottom: innerHeight - box.top + air, left: air };
+  const isBeside = panel.offsetWidth < innerWidth * 0.6 && panel.offsetHeight > innerHeight * 0.2;
+  if (isBeside) {
+    return { top: air, right: 5 * air, bottom: air, left: panel.offsetLeft + panel.offsetWidth + air };
+  }
+  const top = strip === null ? 0 : strip.offsetTop + strip.offsetHeight;
+  return { top: top + air, right: air, bottom: innerHeight - panel.offsetTop + air, left: air };
 }

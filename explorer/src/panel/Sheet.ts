@@ -7,6 +7,7 @@ export type Height = "low" | "half" | "high";
 
 const heights: readonly Height[] = ["low", "half", "high"];
 const leastDrag = 24;
+const reducesMotion = matchMedia("(prefers-reduced-motion: reduce)");
 
 export class Sheet {
   readonly handle: HTMLButtonElement;
@@ -23,7 +24,7 @@ export class Sheet {
     this.handle.addEventListener("click", () => this.#pressed());
     this.handle.addEventListener("pointerdown", (event) => this.#down(event));
     this.handle.addEventListener("pointerup", (event) => this.#up(event));
-    element.addEventListener("transitionend", () => this.#moved());
+    new ResizeObserver(() => this.#moved()).observe(element);
     this.hold("low");
   }
 
@@ -32,13 +33,23 @@ export class Sheet {
   }
 
   hold(height: Height): void {
+    const before = this.#element.getBoundingClientRect().top;
     this.#element.dataset["sheet"] = height;
+    this.#slideFrom(before);
     const isLow = height === "low";
     set(this.handle, {
       "aria-expanded": String(!isLow),
       "aria-label": this.#texts().of(isLow ? "bigger" : "smaller"),
     });
+  }
+
+  // What is measured is where it will be.
+  #slideFrom(before: number): void {
+    const way = before - this.#element.getBoundingClientRect().top;
     this.#moved();
+    if (Math.abs(way) < 1 || reducesMotion.matches) return;
+    const frames = [{ transform: `translateY(${way}px)` }, { transform: "none" }];
+    this.#element.animate(frames, { duration: 220, easing: "ease-out" });
   }
 
   #pressed(): void {

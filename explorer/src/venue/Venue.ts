@@ -37,6 +37,8 @@ export interface Floor {
   readonly drawing: string;
   // Left, top, width and height of what is drawn.
   readonly frame: readonly [number, number, number, number];
+  // The part of the frame where one can walk, with some air: what is shown first.
+  readonly home: readonly [number, number, number, number];
   // Null where the map has no scale.
   readonly mmPerUnit: number | null;
 }

@@ -9,9 +9,13 @@ import type { Building, Floor, Names, PathType, Place, Spot, Venue } from "./Ven
 // The library knows a null level by this number.
 const unknownLevel = -2_147_483_648;
 const noFrame = [0, 0, 1000, 1000] as const;
+// Rooms lie around the ways to them.
+const airOfFloor = 0.12;
 
-// The frame of a map without a drawing: around its waypoints.
-function frameAround(waypoints: readonly Json[]): Floor["frame"] {
+type Frame = Floor["frame"];
+
+// Around a map's waypoints, with some air; null where it has none.
+function aroundWaypoints(waypoints: readonly Json[]): Frame | null {
   let [left, top, right, bottom] = [Infinity, Infinity, -Infinity, -Infinity];
   for (const waypoint of waypoints) {
     const at = point(waypoint["coordinates"]);
@@ -19,9 +23,17 @@ function frameAround(waypoints: readonly Json[]): Floor["frame"] {
     [left, right] = [Math.min(left, at[0]), Math.max(right, at[0])];
     [top, bottom] = [Math.min(top, at[1]), Math.max(bottom, at[1])];
   }
-  if (left > right) return noFrame;
-  const border = Math.max(right - left, bottom - top, 1) / 10;
-  return [left - border, top - border, right - left + 2 * border, bottom - top + 2 * border];
+  if (left > right) return null;
+  const air = Math.max(right - left, bottom - top, 1) * airOfFloor;
+  return [left - air, top - air, right - left + 2 * air, bottom - top + 2 * air];
+}
+
+// What two frames share; the second where that is nothing.
+function shared(a: Frame, b: Frame): Frame {
+  const [left, top] = [Math.max(a[0], b[0]), Math.max(a[1], b[1])];
+  const width = Math.min(a[0] + a[2], b[0] + b[2]) - left;
+  const height = Math.min(a[1] + a[3], b[1] + b[3]) - top;
+  return width > 0 && height > 0 ? [left, top, width, height] : b;
 }
 
 function byLevel(a: Floor, b: Floor): number {
@@ -36,6 +48,8 @@ function floorOf(record: Json, building: Building): Floor | null {
   const drawing = text(map["svg"]);
   const level = number(record["level"]);
   const scale = number(map["mmPerPixel"]);
+  const walked = aroundWaypoints(items(map["waypoints"]));
+  const frame = frameOf(drawing) ?? walked ?? noFrame;
   return {
     map: id,
     names: namesOf(record, text(record["shortName"])),
@@ -43,7 +57,8 @@ function floorOf(record: Json, building: Building): Floor | null {
     level: level === unknownLevel ? null : level,
     building,
     drawing,
-    frame: frameOf(drawing) ?? frameAround(items(map["waypoints"])),
+    frame,
+    home: shared(walked ?? frame, frame),
     mmPerUnit: scale !== null && scale > 0 ? scale : null,
   };
 }
