@@ -7,7 +7,7 @@ import { FloorImage } from "./map/FloorImage.js";
 import { paddingAround } from "./map/frame.js";
 import { MapView, type Tap } from "./map/MapView.js";
 import { Controls } from "./panel/Controls.js";
-import { floorName, startOf, waypointsOf, type Context } from "./panel/Context.js";
+import { floorName, startOf, waypointsOf, type Context, type OfferedVenue } from "./panel/Context.js";
 import { FloorStrip } from "./panel/FloorStrip.js";
 import { Panel, viewOf } from "./panel/Panel.js";
 import { endOfPlace } from "./panel/Search.js";
@@ -19,7 +19,8 @@ import { isSameEnd, type State } from "./state/State.js";
 import { Store } from "./state/Store.js";
 import { Texts } from "./texts/texts.js";
 import { isDark, onTheme } from "./theme/theme.js";
-import { nameIn } from "./venue/names.js";
+import { integer, items } from "./venue/json.js";
+import { nameIn, namesOf } from "./venue/names.js";
 import { readVenue } from "./venue/read.js";
 import { signedFloor, type SignedFloor } from "./venue/signs.js";
 import type { Floor, Point } from "./venue/Venue.js";
@@ -55,6 +56,8 @@ class App {
     this.#context = {
       store,
       venue,
+      venues: offeredVenues(config, documents),
+      logo: config.logo,
       engine,
       texts: () => this.#texts,
       say: (text) => this.#say(text),
@@ -129,6 +132,8 @@ class App {
   }
 
   #changed(state: State, before: State): void {
+    // Another venue is another page, with documents and a library of its own.
+    if (state.venue !== before.venue) return location.reload();
     if (state.language !== before.language) {
       this.#texts = new Texts(state.language);
       this.#tellLanguage();
@@ -258,6 +263,15 @@ class App {
     this.#say(this.#texts.of("failed", { what: message(error) }));
     this.#status.dataset["isError"] = "";
   }
+}
+
+// Those that the configuration names, of those that the documents list.
+function offeredVenues({ venues }: Config, { customer }: Documents): OfferedVenue[] {
+  const listed = items(customer["venues"]).map((record) => ({
+    id: integer(record["id"]) ?? 0,
+    names: namesOf(record),
+  }));
+  return venues.length === 0 ? listed : listed.filter((each) => venues.includes(each.id));
 }
 
 function message(error: unknown): string {

@@ -30,7 +30,7 @@ function firstPicture(venue: Json, building: Json, wanted: number | null): Floor
   if (floor === null) return null;
   const image = new FloorImage(signedFloor(read, floor), isDark());
   const size = { width: map.clientWidth, height: map.clientHeight };
-  image.put(fitted(floor.frame, size, paddingAround(panel, null)), size);
+  image.put(fitted(floor.home, size, paddingAround(panel, null)), size);
   map.style.backgroundColor = image.ground;
   map.append(image.element);
   return image;
@@ -40,7 +40,8 @@ async function begin(config: Config): Promise<void> {
   applyColours(config);
   const state = decodeAddress(location.hash);
   let image: FloorImage | null = null;
-  const venue = state.venue ?? config.venues[0] ?? null;
+  const isOffered = config.venues.length === 0 || config.venues.includes(state.venue ?? NaN);
+  const venue = (isOffered ? state.venue : null) ?? config.venues[0] ?? null;
   const documents = await fetchDocuments(config.data, venue, {
     map: state.map,
     arrived: (document, building) => {

@@ -1,12 +1,15 @@
 // The page in a browser: what everybody does in it, by pointer, by touch and by keyboard.
 import assert from "node:assert/strict";
-import { readFileSync } from "node:fs";
+import { execFile } from "node:child_process";
+import { readFileSync, rmSync } from "node:fs";
 import { join } from "node:path";
 import { after, before, test } from "node:test";
+import { promisify } from "node:util";
 import { packages, root } from "./support/modules.mjs";
 import { Stage, pixelOf, search, searchField, sizes, stepsIn } from "./support/page.mjs";
 
 const axe = packages.resolve("axe-core/axe.min.js");
+const tern = process.env.TERN_COMMAND ?? join(root, "build/bin/tern");
 const plazaFrame = [0, 0, 2400, 2240];
 let stage;
 
@@ -339,8 +342,10 @@ test("the page works in a folder of a server", async () => {
 });
 
 test("a host's own name and colours are taken, and what cannot be used is told of", async () => {
-  const config = { name: "Halls", colours: { accent: "#a01050" }, venues: "all" };
-  const other = await Stage.open({ files: { "config.json": JSON.stringify(config) } });
+  const config = { name: "Halls", logo: "logo.svg", colours: { accent: "#a01050" }, venues: "all" };
+  const logo = '<svg xmlns="http://www.w3.org/2000/svg" width="90" height="30"/>';
+  const files = { "config.json": JSON.stringify(config), "logo.svg": logo };
+  const other = await Stage.open({ files });
   try {
     await other.with({}, async (page) => {
       assert.equal(await page.title(), "Halls");
@@ -350,6 +355,29 @@ test("a host's own name and colours are taken, and what cannot be used is told o
         "rgb(160, 16, 80)",
       );
       assert.match(await page.locator("#status").textContent(), /cannot be used: venues/);
+      const width = await page.getByRole("img", { name: "Linden Plaza" }).evaluate((each) => each.naturalWidth);
+      assert.equal(width, 90);
+    });
+  } finally {
+    await other.close();
+  }
+});
+
+test("of several venues one is chosen, and back leads to the one before", async () => {
+  const two = join(root, "build/explorer-tests/two");
+  rmSync(two, { recursive: true, force: true });
+  await promisify(execFile)(tern, ["generate", "--out", two, "--venues", "2", "--shops", "8"]);
+  const other = await Stage.open({ venue: two });
+  try {
+    await other.with({}, async (page) => {
+      const first = await page.title();
+      const names = await page.getByLabel("Venue").locator("option").allTextContents();
+      assert.deepEqual([names.length, names[0]], [2, first]);
+      await page.getByLabel("Venue").selectOption({ index: 1 });
+      await page.waitForFunction((name) => document.title === name, names[1]);
+      assert.match(page.url(), /#venue=\d+$/);
+      await page.goBack();
+      await page.waitForFunction((name) => document.title === name, first);
     });
   } finally {
     await other.close();

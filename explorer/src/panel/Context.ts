@@ -4,12 +4,21 @@ import type { End } from "../state/State.js";
 import type { Store } from "../state/Store.js";
 import type { Texts } from "../texts/texts.js";
 import { nameIn } from "../venue/names.js";
-import type { Floor, Place, Point, Venue } from "../venue/Venue.js";
+import type { Floor, Names, Place, Point, Venue } from "../venue/Venue.js";
 import { distance } from "../venue/drawing.js";
+
+export interface OfferedVenue {
+  readonly id: number;
+  readonly names: Names;
+}
 
 export interface Context {
   readonly store: Store;
   readonly venue: Venue;
+  // All that are offered, this one among them.
+  readonly venues: readonly OfferedVenue[];
+  // The address of a picture; null where there is none.
+  readonly logo: string | null;
   readonly engine: Engine;
   readonly texts: () => Texts;
   // Tells everybody, those who listen too.

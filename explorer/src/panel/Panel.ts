@@ -5,6 +5,7 @@ import type { End, State } from "../state/State.js";
 import { lineIcon } from "../theme/icons.js";
 import { languages } from "../texts/texts.js";
 import { placeCard } from "./Card.js";
+import { nameIn } from "../venue/names.js";
 import { nameOfEnd, type Context } from "./Context.js";
 import { h, iconButton, set } from "./dom.js";
 import { home } from "./Home.js";
@@ -99,9 +100,10 @@ export class Panel {
     const { texts, store } = this.#context;
     const search = this.#search(texts().of("search"), "place", (end) => store.update({ place: end }));
     search.show(place === null ? "" : nameOfEnd(this.#context, place));
-    this.#head.replaceChildren(h("div", { class: "ends" }, search.element), search.list);
+    const parts = [h("div", { class: "ends" }, search.element), search.list];
+    this.#head.replaceChildren(...(place === null ? this.#logo() : []), ...parts);
     if (place !== null) this.#body.replaceChildren(placeCard(this.#context, place));
-    else this.#body.replaceChildren(...home(this.#context), this.#languageChoice());
+    else this.#body.replaceChildren(...home(this.#context), ...this.#settings());
   }
 
   #showWay(state: State): void {
@@ -149,18 +151,47 @@ export class Panel {
     this.#sheet.hold("half");
   }
 
-  #languageChoice(): HTMLElement {
-    const { texts, store } = this.#context;
-    const options = languages.map((language) =>
-      h("option", {
-        text: texts().nameOf(language),
-        attributes: { value: language, selected: language === texts().language },
-      }),
-    );
-    const changed = (event: Event) => {
-      store.update({ language: (event.target as HTMLSelectElement).value });
-    };
-    const select = h("select", { class: "select", on: { change: changed } }, ...options);
-    return h("label", { class: "language" }, h("span", { text: texts().of("chooseLanguage") }), select);
+  #logo(): HTMLElement[] {
+    const { logo, venue, texts } = this.#context;
+    if (logo === null) return [];
+    const alt = nameIn(texts().language, venue.names);
+    return [h("img", { class: "logo", attributes: { src: logo, alt } })];
   }
+
+  #settings(): HTMLElement[] {
+    const { texts, store, venue, venues } = this.#context;
+    const ofVenues = venues.map(({ id, names }) => ({
+      value: String(id),
+      text: nameIn(texts().language, names),
+    }));
+    const ofLanguages = languages.map((value) => ({ value, text: texts().nameOf(value) }));
+    const choice = setting(texts().of("chooseLanguage"), ofLanguages, texts().language, (language) =>
+      store.update({ language }),
+    );
+    if (venues.length < 2) return [choice];
+    const away = { map: null, place: null, from: null, via: [], to: null, closed: [] };
+    const other = setting(texts().of("venue"), ofVenues, String(venue.id), (id) =>
+      store.update({ ...away, venue: Number(id) }),
+    );
+    return [other, choice];
+  }
+}
+
+interface Option {
+  readonly value: string;
+  readonly text: string;
+}
+
+function setting(
+  label: string,
+  options: readonly Option[],
+  chosen: string,
+  changed: (value: string) => void,
+): HTMLElement {
+  const elements = options.map(({ value, text }) =>
+    h("option", { text, attributes: { value, selected: value === chosen } }),
+  );
+  const listener = (event: Event) => changed((event.target as HTMLSelectElement).value);
+  const select = h("select", { class: "select", on: { change: listener } }, ...elements);
+  return h("label", { class: "setting" }, h("span", { text: label }), select);
 }
