@@ -1,6 +1,6 @@
 // Builds the page: build.mjs PACKAGES WASM OUT. PACKAGES is the folder of node_modules that the lock
 // file describes, WASM the library, and OUT the folder that any server of files can give.
-import { copyFileSync, mkdirSync, readFileSync, rmSync, writeFileSync } from "node:fs";
+import { copyFileSync, mkdirSync, readFileSync, readdirSync, rmSync, writeFileSync } from "node:fs";
 import { createRequire } from "node:module";
 import { basename, join, resolve } from "node:path";
 import { fileURLToPath } from "node:url";
@@ -46,6 +46,19 @@ const styles = await esbuild.build({
 });
 if (styles.warnings.length > 0) process.exit(1);
 
+// Whose work is in the page, with what they ask whoever hands it on to say.
+function licences() {
+  const used = Object.keys(metafile.inputs).map((path) => /node_modules\/((?:@[^/]+\/)?[^/]+)\//.exec(path)?.[1]);
+  const names = [...new Set(used)].filter((name) => name !== undefined).sort();
+  return names.map((name) => {
+    const folder = join(packages, "node_modules", name);
+    const file = readdirSync(folder).find((each) => /^licen[cs]e/i.test(each));
+    const { version, license } = JSON.parse(readFileSync(join(folder, "package.json"), "utf8"));
+    const text = file === undefined ? license : readFileSync(join(folder, file), "utf8").trim();
+    return `${name} ${version}\n\n${text}\n`;
+  });
+}
+
 // What the page's scripts import is asked for along with the page.
 const outputs = Object.keys(metafile.outputs).map((path) => basename(path));
 const later = outputs.filter((name) => name.endsWith(".js") && !/^(main|worker-host)\.js$/.test(name));
@@ -58,4 +71,6 @@ const page = readFileSync(join(here, "index.html"), "utf8")
   .replace("{preloads}", preloads.join("\n    "));
 writeFileSync(join(out, "index.html"), page);
 writeFileSync(join(out, "config.json"), '{ "data": "data/" }\n');
+const own = `The explorer and TernCoreKit\n\n${readFileSync(join(here, "../LICENSE"), "utf8").trim()}\n`;
+writeFileSync(join(out, "licences.txt"), [...licences(), own].join(`\n${"-".repeat(72)}\n\n`));
 copyFileSync(wasm, join(out, "terncorekit.wasm"));
