@@ -1,6 +1,8 @@
 """Writes requests of every kind about the venues of a folder, the same for the same words.
 
   requests.py FOLDER COUNT SEED VENUE...
+
+COUNT are about ways, points and blocks; behind them 600 are about names, steps and distances.
 """
 import json
 import pathlib
@@ -43,6 +45,8 @@ class Venue:
         self.elements = {kind: self.list_of(kind + "s") for kind in
                          ("destination", "amenity", "pathType")}
         self.elements["amenity"] = self.list_of("amenities")
+        self.names = [item["name"] for kind in ("destinations", "amenities")
+                      for item in self.document.get(kind, {}).get("items", []) if item["name"]]
 
     def list_of(self, name):
         return [item["id"] for item in self.document.get(name, {}).get("items", [])]
@@ -152,20 +156,126 @@ KINDS = {
 }
 
 
+def without_a_letter(draw, name):
+    place = draw.below(len(name))
+    return name[:place] + name[place + 1:]
+
+
+def with_a_letter(draw, name):
+    place = draw.below(len(name) + 1)
+    return name[:place] + draw.one("aeéstz東") + name[place:]
+
+
+def with_another_letter(draw, name):
+    return with_a_letter(draw, without_a_letter(draw, name))
+
+
+def with_letters_swapped(draw, name):
+    place = draw.below(len(name))
+    return name[:place] + name[place + 1:place + 2] + name[place:place + 1] + name[place + 2:]
+
+
+def a_part(draw, name):
+    place = draw.below(len(name))
+    return name[place:place + 1 + draw.below(6)]
+
+
+def a_beginning(draw, name):
+    return name[:1 + draw.below(len(name))]
+
+
+def in_capitals(draw, name):
+    return name.upper()
+
+
+def with_accents(draw, name):
+    marks = ["\u0301", "\u0308", "\u0323\u0304"]
+    return "".join(each + draw.one(marks) if draw.below(3) == 0 else each for each in name)
+
+
+def with_letters_of_accents(draw, name):
+    return name.translate(str.maketrans("aceinouAEO", "àçéîñöúÅÊØ"))
+
+
+def in_wide_letters(draw, name):
+    return "".join(chr(ord(each) + 0xFEE0) if "!" <= each <= "~" else each for each in name)
+
+
+def with_spaces(draw, name):
+    return draw.one([" ", "\t", "\u00a0", "\u3000"]) + name.replace(" ", "  ") + " "
+
+
+def as_it_is(draw, name):
+    return name
+
+
+TYPED = [as_it_is, without_a_letter, with_a_letter, with_another_letter, with_letters_swapped,
+         a_part, a_beginning, a_beginning, in_capitals, with_accents, with_letters_of_accents,
+         in_wide_letters, with_spaces]
+OTHER_TEXTS = ["", " ", "東京", "ｶﾞﾗｽ", "Καφές", "аптека", "قهوة", "Straße", "ﬁsh", "İ", "🚇",
+               "\u0301", "q" * 300]
+
+
+def places(draw, venue):
+    if draw.below(20) == 0:
+        return {}
+    if draw.below(8) == 0:
+        return {"text": draw.one(OTHER_TEXTS)}
+    return {"text": draw.one(TYPED)(draw, draw.one(venue.names))}
+
+
+def directions(draw, venue):
+    languages = ["en", "en", "en-US", "en-US", "de", "fr", "es", "ja", "ja", "de-AT", "xx"]
+    return {**route(draw, venue), "language": draw.one(languages)}
+
+
+def matrix(draw, venue):
+    some = [waypoint(draw, venue) for _ in range(1 + draw.below(5))]
+    return {"from": some, "to": draw.some(venue.ids, 6), "accessibility": accessibility(draw)}
+
+
+def reach(draw, venue):
+    start = draw.one([waypoint(draw, venue), draw.some(venue.ids, 3)])
+    limits = draw.one([{"metres": draw.between(0, 40)}, {"cost": draw.between(0, 400)},
+                       {"metres": draw.between(0, 40), "cost": draw.between(0, 400)}])
+    return {"from": start, **limits, "accessibility": accessibility(draw)}
+
+
+def nearest_by_walk(draw, venue):
+    kind, number = element(draw, venue)
+    sought = {kind: number}
+    if draw.below(2):
+        sought = {"destinations": draw.some(venue.elements["destination"], 4),
+                  "amenities": draw.some(venue.elements["amenity"], 2)}
+    return {"from": waypoint(draw, venue), **sought, "accessibility": accessibility(draw)}
+
+
+TELLING = {
+    "places": (places, 8), "directions": (directions, 6), "matrix": (matrix, 2),
+    "reach": (reach, 2), "nearestByWalk": (nearest_by_walk, 3), "routeToAny": (route_to_any, 2),
+}
+TELLING_COUNT = 600
+
 def main(folder, count, seed, *numbers):
     draw = Draw(int(seed))
     venues = [Venue(folder, number) for number in numbers]
-    kinds = [kind for kind, (_, weight) in KINDS.items() for _ in range(weight)]
-    for _ in range(int(count)):
-        kind = draw.one(kinds)
+    ask(draw, venues, KINDS, int(count))
+    ask(draw, venues, TELLING, TELLING_COUNT)
+
+
+def ask(draw, venues, kinds, count):
+    names = [kind for kind, (_, weight) in kinds.items() for _ in range(weight)]
+    for _ in range(count):
+        kind = draw.one(names)
         venue = draw.one(venues)
-        request = {"op": kind, **KINDS[kind][0](draw, venue)}
+        request = {"op": kind, **kinds[kind][0](draw, venue)}
         if len(venues) > 1:
             if kind == "route" and draw.below(2):
                 request["to"] = draw.one(draw.one(venues).ids)
             else:
                 request["venue"] = venue.id
-        print(json.dumps(request))
+        # Letters as they are, and as JSON can write them otherwise.
+        print(json.dumps(request, ensure_ascii=kind != "places" or draw.below(2) == 0))
 
 
 main(*sys.argv[1:])
