@@ -1,6 +1,6 @@
 """What routes cost by the size of the venue: processor time of one job, and memory.
 
-    scale.py TERN [WAYPOINTS...]
+    routes.py TERN [WAYPOINTS...]
 
 Routes lead between random waypoints, with all ways open. What loading takes is not in them.
 """
