@@ -1,13 +1,10 @@
 #include "tools/tern/EndSignals.hpp"
 
 #include <semaphore.h>
-#include <unistd.h>
 
 #include <array>
 #include <csignal>
-#include <thread>
 
-#include "tools/tern/Failure.hpp"
 
 namespace tern::command {
 
@@ -44,13 +41,6 @@ void EndSignals::wait() const {
   // A signal that is none of ours interrupts it.
   while (::sem_wait(&signalsSeen) != 0) {
   }
-}
-
-void EndSignals::endWithin(std::chrono::milliseconds time) {
-  std::thread([time] {
-    std::this_thread::sleep_for(time);
-    ::_exit(static_cast<int>(ExitStatus::answered));
-  }).detach();
 }
 
 }  // namespace tern::command

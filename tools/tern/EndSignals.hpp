@@ -1,16 +1,13 @@
-// Waits for SIGINT or SIGTERM, and ends what is then under way.
+// Waits for SIGINT or SIGTERM.
 //
 //   const EndSignals ends;
 //   ... start to serve, say so ...
 //   ends.wait();
-//   EndSignals::endWithin(std::chrono::seconds(20));
 //   ... stop serving ...
 //
 // Threads: one object at a time in the process; threads may run already, since whichever takes the
 // signal wakes who waits. Fails: never.
 #pragma once
-
-#include <chrono>
 
 namespace tern::command {
 
@@ -25,10 +22,6 @@ class EndSignals {
 
   // Returns when one has come since this was made.
   void wait() const;
-
-  // Ends the process by then, as one that has answered: what is under way may take as long as it
-  // likes, and nobody waits for it.
-  static void endWithin(std::chrono::milliseconds time);
 };
 
 }  // namespace tern::command

@@ -15,6 +15,7 @@
 #include "tools/tern/CommandTable.hpp"
 #include "tools/tern/Desktop.hpp"
 #include "tools/tern/EndSignals.hpp"
+#include "tools/tern/ProcessEnd.hpp"
 #include "tools/tern/SharedOptions.hpp"
 #include "tools/tern/VenueChoice.hpp"
 
@@ -63,7 +64,7 @@ Outcome explore(const Arguments& call, const VenueFiles& files, Console& console
   if (console.answers.isTerminal() && hasDesktop()) openOnDesktop(page.url());
   ends.wait();
   // A check that has begun goes on to its end, however long that takes.
-  EndSignals::endWithin(2 * mostGrace);
+  endProcessWithin(2 * mostGrace, ExitStatus::answered);
   page.stop(mostGrace);
   return Answer();
 }

@@ -15,6 +15,7 @@
 #include "tools/service/MappingService.hpp"
 #include "tools/tern/CommandTable.hpp"
 #include "tools/tern/EndSignals.hpp"
+#include "tools/tern/ProcessEnd.hpp"
 #include "tools/tern/VenueChoice.hpp"
 #include "tools/tern/VenueFolder.hpp"
 
@@ -65,8 +66,9 @@ Outcome serveFolder(const Arguments& call, Console& console) {
   console.answers.write("Serving " + asked("data") + " at " + service.url() + "\n");
   console.answers.flush();
   ends.wait();
-  // A line that has begun is answered to its end, however long that takes.
-  EndSignals::endWithin(2 * graceTime);
+  // A line that has begun is answered to its end, however long that takes; once its client is gone
+  // nobody waits for it.
+  endProcessWithin(2 * graceTime, ExitStatus::answered);
   service.stop(graceTime);
   return Answer();
 }

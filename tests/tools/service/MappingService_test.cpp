@@ -3,9 +3,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <future>
+#include <optional>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "TernCoreKit/platform/Json.hpp"
@@ -16,6 +20,7 @@
 #include "tests/support/LoopbackServer.hpp"
 #include "tests/support/TurnedClock.hpp"
 #include "tests/support/VenueFolders.hpp"
+#include "tests/support/Waiting.hpp"
 
 namespace tern::service {
 namespace {
@@ -150,17 +155,17 @@ TEST_F(MappingServiceTest, addressOrFolderThatIsNoneIsNamed) {
 
 std::string drawnAnswer(const std::string& id) { return "{\"id\":" + id + ",\"waypoint\":null}\n"; }
 
+SharedAnswers drawnAnswers() {
+  return std::make_shared<TernAnswers>(
+      test::loadDrawnVenue({.floors = {{.lines = {"A  B"}}}, .paths = {"A-B"}}));
+}
+
 // The venue that is drawn is that of a token's holder, whatever the folder has.
 class ConcurrentAnswersOverHttp : public testing::Test {
  protected:
   ConcurrentAnswersOverHttp() {
     test::writeTwoFloors(folder_);
     EXPECT_EQ(service_.start(), std::nullopt);
-  }
-
-  static SharedAnswers drawn() {
-    return std::make_shared<TernAnswers>(
-        test::loadDrawnVenue({.floors = {{.lines = {"A  B"}}}, .paths = {"A-B"}}));
   }
 
   HttpResponse post(const std::string& path, const std::string& body,
@@ -183,14 +188,15 @@ class ConcurrentAnswersOverHttp : public testing::Test {
 
   test::TemporaryFolder folder_;
   MappingService service_{
-      {.folder = folder_.path(), .venues = {{1, 2}, [](std::int64_t) { return drawn(); }}}};
+      {.folder = folder_.path(), .venues = {{1, 2}, [](std::int64_t) { return drawnAnswers(); }}}};
   std::shared_ptr<HttpTransport> transport_ = makeHttpTransport();
 };
 
 TEST_F(ConcurrentAnswersOverHttp, requestIsAnsweredForAToken) {
   const HttpResponse answer = ask("/answer?venue=1", R"({"op":"route","from":1,"to":2,"id":5})");
   EXPECT_EQ(answer.status, 200);
-  EXPECT_EQ(answer.body, drawn()->answerText(R"({"op":"route","from":1,"to":2,"id":5})") + "\n");
+  EXPECT_EQ(answer.body,
+            drawnAnswers()->answerText(R"({"op":"route","from":1,"to":2,"id":5})") + "\n");
 }
 
 TEST_F(ConcurrentAnswersOverHttp, refusalsHaveTheirStatus) {
@@ -236,6 +242,74 @@ TEST_F(ConcurrentAnswersOverHttp, nobodyGetsTheAnswerOfAnother) {
                 lines(client, request, [](const std::string& id) { return drawnAnswer(id); }));
     }
   }
+}
+
+// A service that is stopped when its first answers are under way.
+class ConcurrentEndOfAnswers : public testing::Test {
+ protected:
+  ConcurrentEndOfAnswers() {
+    test::writeTwoFloors(folder_);
+    service_.emplace(
+        ServiceSettings{.folder = folder_.path(), .venues = {{1}, [this](std::int64_t) {
+                                                               isAsked_.set_value();
+                                                               return drawnAnswers();
+                                                             }}});
+    EXPECT_EQ(service_->start(), std::nullopt);
+  }
+
+  // A line that takes a while: the order of so many stops.
+  static std::string slowLines(std::size_t count, std::size_t stops) {
+    std::string row = "[0";
+    for (std::size_t i = 1; i < stops; ++i) row += "," + std::to_string(i * i % 7);
+    std::string matrix = row + "]";
+    for (std::size_t i = 1; i < stops; ++i) matrix += "," + row + "]";
+    std::string lines;
+    for (std::size_t i = 0; i < count; ++i) {
+      lines += R"({"op":"solve","matrix":[)" + matrix + "]}\n";
+    }
+    return lines;
+  }
+
+  // The answer to the body while the service stops.
+  HttpResponse askAndStop(const std::string& body, std::chrono::milliseconds grace) {
+    const auto transport = makeHttpTransport();
+    const auto post = [&](const std::string& path, const std::string& text,
+                          std::vector<HttpHeader> headers) {
+      return exchange(*transport, {.url = service_->url() + path,
+                                   .method = "POST",
+                                   .headers = std::move(headers),
+                                   .body = text});
+    };
+    const HttpResponse grant =
+        post("/QRVS/api/auth/token",
+             "grant_type=client_credentials&client_id=local&client_secret=local", {});
+    const std::string token(decodeJson(grant.body.value_or("")).value["access_token"].text());
+    HttpResponse answer;
+    std::thread client([&] {
+      answer = post("/answer", body, {{"Authorization", "Bearer " + token}});
+    });
+    test::await(isAsked_, "the first line");
+    service_->stop(grace);
+    client.join();
+    service_.reset();
+    return answer;
+  }
+
+ private:
+  test::TemporaryFolder folder_;
+  std::promise<void> isAsked_;
+  std::optional<MappingService> service_;
+};
+
+TEST_F(ConcurrentEndOfAnswers, whatIsUnderWayIsAnsweredToItsEnd) {
+  const HttpResponse answer = askAndStop(slowLines(200, 12), test::longestWait);
+  EXPECT_EQ(answer.status, 200);
+  EXPECT_EQ(std::ranges::count(answer.body.value_or(""), '\n'), 200);
+}
+
+TEST_F(ConcurrentEndOfAnswers, whatTakesLongerIsCutOff) {
+  const HttpResponse answer = askAndStop(slowLines(1'000, 17), std::chrono::milliseconds(1));
+  EXPECT_FALSE(answer.body);
 }
 
 using ConcurrentMappingService = MappingServiceTest;
