@@ -107,6 +107,38 @@ TEST(ServeCommand, answersWhatBatchAnswers) {
   EXPECT_EQ(service.end(), 0);
 }
 
+TEST(ServeCommand, joinedVenuesAreAskedAsOne) {
+  const test::TemporaryFolder folder;
+  const std::string data = folder.at("malls");
+  ASSERT_EQ(test::runProcess(commandWords({"generate", "--out", data, "--venues", "2", "--shops",
+                                           "10", "--seed", "3"}))
+                .status,
+            0);
+  const auto doorIn = [&](const std::string& venue) {
+    const std::string places =
+        test::runProcess(commandWords({"places", "--data", data, "--venue", venue, "--json"}))
+            .output;
+    return encodeJson(decodeJson(places).value["places"].items()[0]["waypoints"].items()[0],
+                      JsonLayout::compact);
+  };
+  const std::string route =
+      R"({"op":"route","from":)" + doorIn("1") + R"(,"to":)" + doorIn("2") + "}\n";
+  const std::string places = "{\"op\":\"places\",\"venue\":2}\n";
+  const auto batch = [&](const std::string& venues, const std::string& requests) {
+    return test::runProcess(commandWords({"batch", "--data", data, "--venue", venues}), requests)
+        .output;
+  };
+  Conversation service(commandWords({"serve", "--data", data, "--venue", "1,2"}));
+  CallOf call(addressIn(service.hear()));
+  call.signIn();
+  const auto answer = call.post("/answer", route + places).body;
+  EXPECT_EQ(answer, batch("1,2", route + places));
+  EXPECT_NE(answer, batch("2", route + places));
+  EXPECT_EQ(call.post("/answer?venue=2", route + places).body, batch("2", route + places));
+  service.send(SIGTERM);
+  EXPECT_EQ(service.end(), 0);
+}
+
 TEST(ServeCommand, helpNamesTheLimits) {
   const service::AnswerLimits limits;
   const std::string help(serveCommand.help);
@@ -133,6 +165,7 @@ TEST(ServeCommand, whatCannotBeServedIsSaidInOneLine) {
   expectRefusal({"serve", "--data", "/nowhere"}, 3, "/nowhere is no venue folder");
   expectRefusal({"serve", "--data", served, "--listen", "300.1.1.1"}, 3, "300.1.1.1");
   expectRefusal({"serve"}, 2, "--data DIR is missing");
+  expectRefusal({"serve", "--data", served, "--venue", "1,9"}, 3, "venue 9");
   expectRefusal({"serve", "--data", served, "--port", "70000"}, 2, "--port: 70000 is out of range");
   service.send(SIGTERM);
   EXPECT_EQ(service.end(), 0);

@@ -1,7 +1,7 @@
 // Answers requests about venues that come as the lines of a body, as `tern batch` does; the answers
 // go out line by line, in order, as they are made.
 //
-//   POST /answer            about the only venue
+//   POST /answer            about what is meant where none is named: the only venue
 //   POST /answer?venue=2    about that one
 //
 // Whoever asks is answered of the same venue, so that nobody can block anything: such a request is

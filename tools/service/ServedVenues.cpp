@@ -7,7 +7,8 @@
 
 namespace tern::service {
 
-ServedVenues::ServedVenues(VenueList list) : load_(std::move(list.load)) {
+ServedVenues::ServedVenues(VenueList list)
+    : load_(std::move(list.load)), meant_(std::move(list.meant)) {
   for (const std::int64_t id : list.ids) {
     names_.append(names_.empty() ? "" : ", ").append(std::to_string(id));
     auto venue = std::make_unique<Venue>();
@@ -24,6 +25,7 @@ ServedVenues::Venue* ServedVenues::venueOf(std::string_view id) {
 }
 
 std::variant<SharedAnswers, ServedAnswer> ServedVenues::find(std::string_view id) {
+  if (id.empty() && meant_ != nullptr) return meant_;
   Venue* const venue = venueOf(id);
   if (venue == nullptr && id.empty() && !venues_.empty()) {
     return errorAnswer(400, "Name one of the venues " + names_ + ": /answer?venue=ID");

@@ -27,13 +27,15 @@ struct VenueList {
   std::vector<std::int64_t> ids = {};
   // Null when it cannot be loaded.
   std::function<SharedAnswers(std::int64_t id)> load = {};
+  // What is meant where no venue is named; null: the only one.
+  SharedAnswers meant = nullptr;
 };
 
 class ServedVenues {
  public:
   explicit ServedVenues(VenueList list);
 
-  // The venue of that id; of an empty text the only one.
+  // The venue of that id; of an empty text what is meant by it.
   std::variant<SharedAnswers, ServedAnswer> find(std::string_view id);
 
  private:
@@ -46,6 +48,7 @@ class ServedVenues {
   Venue* venueOf(std::string_view id);
 
   const std::function<SharedAnswers(std::int64_t)> load_;
+  const SharedAnswers meant_;
   // "1, 2"
   std::string names_;
   std::vector<std::unique_ptr<Venue>> venues_;

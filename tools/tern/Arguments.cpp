@@ -138,8 +138,7 @@ Complaint complaintOfSource(const Arguments& call, const SortedWords& words) {
 Complaint complaintOfSeveral(const Arguments& call) {
   if (call.venues.size() < 2) return std::nullopt;
   if (!joinsVenues(*call.command)) {
-    return "--venue: several venues are for " + namesOfCommands(joinsVenues, " and ") +
-           "; name one";
+    return "--venue: several venues are for " + namesOfCommands(joinsVenues, ", ") + "; name one";
   }
   if (call.building) return "--building: of several venues every building is loaded";
   return std::nullopt;

@@ -42,7 +42,8 @@ bool joinsVenues(const Command& command) {
   const auto* about = std::get_if<AboutVenue>(&command.about);
   return about != nullptr ? about->joined != nullptr
                           : std::holds_alternative<AboutRequests>(command.about) ||
-                                std::holds_alternative<AboutFiles>(command.about);
+                                std::holds_alternative<AboutFiles>(command.about) ||
+                                &command == &serveCommand;
 }
 
 std::string namesOfCommands(bool (*isSo)(const Command&), std::string_view between) {

@@ -5,7 +5,6 @@
 #include <array>
 #include <csignal>
 
-
 namespace tern::command {
 
 namespace {

@@ -2,6 +2,7 @@
 // venues, until SIGINT or SIGTERM. It says its address when it is ready. Fails: by value, naming
 // the folder or the port.
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <memory>
@@ -15,9 +16,11 @@
 #include "tools/service/MappingService.hpp"
 #include "tools/tern/CommandTable.hpp"
 #include "tools/tern/EndSignals.hpp"
+#include "tools/tern/JoinedVenues.hpp"
 #include "tools/tern/ProcessEnd.hpp"
 #include "tools/tern/VenueChoice.hpp"
 #include "tools/tern/VenueFolder.hpp"
+#include "tools/tern/VenueSource.hpp"
 
 namespace tern::command {
 
@@ -49,21 +52,43 @@ service::VenueList venuesIn(const std::string& folder) {
   return list;
 }
 
+// What is meant where no venue is named; null: the only one.
+Loaded<const TernAnswers> answersMeant(const Arguments& call) {
+  if (call.venues.empty()) return nullptr;
+  auto opened = openSource(call, STDERR_FILENO);
+  if (auto* failure = std::get_if<Failure>(&opened)) return std::move(*failure);
+  VenueSource& source = *std::get<std::unique_ptr<VenueSource>>(opened);
+  const auto about = [](auto loaded) -> Loaded<const TernAnswers> {
+    if (auto* failure = std::get_if<Failure>(&loaded)) return std::move(*failure);
+    return std::make_shared<const TernAnswers>(std::get<0>(std::move(loaded)));
+  };
+  if (call.venues.size() > 1) return about(loadVenues(source, call.venues));
+  return about(source.loadVenue(call.venues.front(), std::nullopt));
+}
+
+service::ServiceSettings settingsOf(const Arguments& call, service::VenueList venues) {
+  const auto asked = [&](const char* name) { return std::string(call.request[name].text()); };
+  const std::string& secret = call.service.clientSecret;
+  return {.folder = call.data,
+          .clientId = asked("client-id"),
+          .clientSecret = secret.empty() ? "local" : secret,
+          .address = asked("listen"),
+          .port = static_cast<int>(call.request["port"].integer()),
+          .venues = std::move(venues)};
+}
+
 Outcome serveFolder(const Arguments& call, Console& console) {
   const EndSignals ends;
   allowDescriptors();
   // Each answer says itself what it found.
   setLogSink([](std::string_view) {});
-  const auto asked = [&](const char* name) { return std::string(call.request[name].text()); };
-  const std::string& secret = call.service.clientSecret;
-  service::MappingService service({.folder = asked("data"),
-                                   .clientId = asked("client-id"),
-                                   .clientSecret = secret.empty() ? "local" : secret,
-                                   .address = asked("listen"),
-                                   .port = static_cast<int>(call.request["port"].integer()),
-                                   .venues = venuesIn(asked("data"))});
+  auto meant = answersMeant(call);
+  if (auto* failure = std::get_if<Failure>(&meant)) return std::move(*failure);
+  service::VenueList venues = venuesIn(call.data);
+  venues.meant = std::get<service::SharedAnswers>(std::move(meant));
+  service::MappingService service(settingsOf(call, std::move(venues)));
   if (const auto error = service.start()) return notFound(*error);
-  console.answers.write("Serving " + asked("data") + " at " + service.url() + "\n");
+  console.answers.write("Serving " + call.data + " at " + service.url() + "\n");
   console.answers.flush();
   ends.wait();
   // A line that has begun is answered to its end, however long that takes; once its client is gone
@@ -82,7 +107,9 @@ const Command serveCommand{
                 {"--port", "P", "where to listen; 0 is any that is free",
                  readWholeBetween<0, 65'535>, orElse("0")},
                 {"--listen", "ADDR", "the address to listen on", readText, orElse("127.0.0.1")},
-                {"--client-id", "ID", "who may ask", readText, orElse("local")}},
+                {"--client-id", "ID", "who may ask", readText, orElse("local")},
+                {"--venue", "V,...", "what is meant where none is named; several are joined",
+                 readVenueIds}},
     .about = serveFolder,
     .help = R"(Examples:
   tern generate --out mall
@@ -96,14 +123,17 @@ reads along.
 
 Its documents are those that a mapping service has. It also answers requests,
 those of tern batch, which come as the lines of a body:
-  POST /answer             about the only venue
+  POST /answer             about the only venue, or that of --venue
   POST /answer?venue=2     about that one
-The answers come line by line, in order, as they are made. Both want a token:
+With --venue 1,2 the first is about both, joined: a route leads from one to the
+other, and every other request names its "venue". The answers come line by
+line, in order, as they are made. Both want a token:
   POST /QRVS/api/auth/token
 with grant_type=client_credentials, client_id and client_secret as a form; then
-"Authorization: Bearer TOKEN". Venues are loaded when they are first asked
-about, and stay as they are until the service ends. A request that blocks is
-refused with TN006, since all are answered of one venue.
+"Authorization: Bearer TOKEN". Those of --venue are loaded before it is ready,
+others when they are first asked about, and all stay as they are until the
+service ends. A request that blocks is refused with TN006, since all are
+answered of one venue.
 
 A body of more than 1 MiB or 10000 lines, or a line of more than 64 KiB, is
 refused with 413, and one more than 3000 bodies at a time with 503. What has

@@ -49,6 +49,14 @@ TEST(ServedVenues, onlyVenueNeedsNoName) {
   EXPECT_EQ(found(venues, ""), found(venues, "7"));
 }
 
+TEST(ServedVenues, anotherMayBeMeantWhereNoneIsNamed) {
+  const SharedAnswers joined = drawn();
+  ServedVenues venues({{7, 8}, [](std::int64_t) { return drawn(); }, joined});
+  EXPECT_EQ(found(venues, ""), joined);
+  EXPECT_NE(found(venues, "7"), joined);
+  expectRefusal(venues, "7,8", 404, "there are 7, 8");
+}
+
 TEST(ServedVenues, whatIsNoVenueIsToldWithThoseThatThereAre) {
   ServedVenues venues({{7, 8}, [](std::int64_t) { return drawn(); }});
   expectRefusal(venues, "", 400, "Name one of the venues 7, 8: /answer?venue=ID");

@@ -30,7 +30,7 @@ TEST(CommandTable, namesStandInOneList) {
       "venues, info, floors, places, route, nearest, alternatives, tour, matrix, reach, closest, "
       "convert, batch, "
       "serve, generate, check, import, completion, man");
-  EXPECT_EQ(namesOfCommands(joinsVenues, " and "), "route and batch");
+  EXPECT_EQ(namesOfCommands(joinsVenues, " and "), "route and batch and serve");
   EXPECT_EQ(namesOfCommands([](const Command&) { return false; }, ", "), "");
 }
 
