@@ -63,4 +63,5 @@ def main():
             measure(tern, size, pathlib.Path(folder, "venue"))
 
 
-main()
+if __name__ == "__main__":
+    main()
