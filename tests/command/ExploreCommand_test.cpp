@@ -324,7 +324,7 @@ TEST(ExploreCommand, programWithoutThePageSaysHowToGetIt) {
                        {input.descriptor(), output.descriptor(), diagnostics.descriptor()}),
             3);
   EXPECT_THAT(diagnostics.text(), MatchesRegex("tern: [^\n]*without the page[^\n]*\n"));
-  EXPECT_THAT(diagnostics.text(), HasSubstr("scripts/build"));
+  EXPECT_THAT(diagnostics.text(), HasSubstr("scripts/explore"));
   EXPECT_THAT(output.text(), StartsWith("{\"error\":"));
 }
 

@@ -96,7 +96,7 @@ class Run {
 
   static Failure noPage() {
     return notFound(
-        "this tern was built without the page; scripts/build builds it where npm is, or set "
+        "this tern was built without the page; scripts/explore builds it with one, or set "
         "TERN_EXPLORER_DIR to the folder of a built page");
   }
 

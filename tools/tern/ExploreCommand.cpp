@@ -90,7 +90,7 @@ has an account here can read the venue's documents while it runs. It asks
 nobody else for anything. What came from a mapping service is shown as it was
 loaded; the secret stays with this program.
 
-It is for a tern that was built with the page: scripts/build does, where npm is.
+It is for a tern that was built with the page, as scripts/explore does.
 )"};
 
 }  // namespace tern::command
