@@ -47,6 +47,11 @@ std::string shownBy(const Arguments& call) {
   return call.data.empty() ? call.service.host : call.data;
 }
 
+std::string greeting(const Arguments& call, const std::string& url) {
+  if (call.json) return jsonLine(Value::map({{"url", url}}));
+  return "Showing " + shownBy(call) + " at " + url + "\n";
+}
+
 Outcome explore(const Arguments& call, const VenueFiles& files, Console& console) {
   const EndSignals ends;
   service::PageService page({.files = console.page,
@@ -58,8 +63,7 @@ Outcome explore(const Arguments& call, const VenueFiles& files, Console& console
   if (const auto error = page.start(static_cast<int>(call.request["port"].integer()))) {
     return notFound(*error);
   }
-  console.answers.write(call.json ? jsonLine(Value::map({{"url", page.url()}}))
-                                  : "Showing " + shownBy(call) + " at " + page.url() + "\n");
+  console.answers.write(greeting(call, page.url()));
   console.answers.flush();
   if (console.answers.isTerminal() && hasDesktop()) openOnDesktop(page.url());
   ends.wait();
