@@ -36,8 +36,8 @@ if(tern_tool_sources)
     find_package(EXPAT REQUIRED)
     target_include_directories(tern_tool SYSTEM PRIVATE ${TERN_OSMIUM_INCLUDE}
                                                         ${TERN_PROTOZERO_INCLUDE})
-    # Its headers are many, and only their own macros' order is known to work. They count digits and
-    # exponents beyond 64 bits before they refuse a coordinate for its size.
+    # Its headers are many, and only their own macros' order is known to work. They add up
+    # differences beyond 64 bits before they refuse a coordinate for its size.
     set_source_files_properties(${PROJECT_SOURCE_DIR}/tools/import/osm/OsmFile.cpp PROPERTIES
       SKIP_UNITY_BUILD_INCLUSION ON COMPILE_OPTIONS -fwrapv)
     list(APPEND tern_tool_libraries ${TERN_GEOS} EXPAT::EXPAT)

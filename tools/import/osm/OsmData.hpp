@@ -71,10 +71,24 @@ struct OsmRelation {
   OsmTags tags;
 };
 
+// What some files say beside their records: where the nodes of a way lie, and the ways of a
+// relation. The records themselves may be missing then.
+struct OsmPlaced {
+  struct Way {
+    std::int64_t id = 0;
+    std::vector<LonLat> line;
+  };
+
+  // Without tags.
+  std::vector<OsmNode> nodes;
+  std::vector<Way> ways;
+};
+
 struct OsmData {
   std::vector<OsmNode> nodes;
   std::vector<OsmWay> ways;
   std::vector<OsmRelation> relations;
+  OsmPlaced placed;
 };
 
 // "way/12", as its page on the web ends.

@@ -7,6 +7,7 @@
 
 #include "tools/import/draft/Hash.hpp"
 #include "tools/import/osm/OsmFile.hpp"
+#include "tools/import/osm/PlacedRecords.hpp"
 
 namespace tern::imports {
 
@@ -80,11 +81,14 @@ ReadOsmSource readOsmSource(const SourceFiles& files, Oddities& oddities) {
     append(read.data.nodes, std::move(part.data.nodes));
     append(read.data.ways, std::move(part.data.ways));
     append(read.data.relations, std::move(part.data.relations));
+    append(read.data.placed.nodes, std::move(part.data.placed.nodes));
+    append(read.data.placed.ways, std::move(part.data.placed.ways));
   }
   if (read.stamp == emptyHash) read.error = "no file of it is called .osm or .osm.pbf";
   keepFirst(read.data.nodes);
   keepFirst(read.data.ways);
   keepFirst(read.data.relations);
+  addPlacedRecords(read.data);
   dropMissingNodes(read.data, oddities);
   return read;
 }
