@@ -91,6 +91,8 @@ bool isNamedArea(const OsmTags& tags) {
 // Outlines that lie on a level without saying that they are indoors.
 bool isPlaceOnLevel(const OsmTags& tags) {
   if (!tags.has("level") && !tags.has("repeat_on") && !tags.is("indoor", "yes")) return false;
+  // The levels of a building are those that it has.
+  if (tags.has("building") && !tags.is("building", "no")) return false;
   for (const char* const key : {"amenity", "shop", "office", "craft", "leisure", "tourism"}) {
     if (!isNo(tags[key])) return true;
   }

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <utility>
 
+#include "tools/import/osm/OsmLevels.hpp"
+
 namespace tern::imports {
 
 namespace {
@@ -36,6 +38,8 @@ class FloorFinder {
       refer(place.levels, place.node->tags);
     }
     for (const OsmOutline& level : found.levels) addLevel(level);
+    for (const OsmOutline& building : found.buildings)
+      leaveOut((*building.tags)["non_existent_levels"]);
   }
 
   std::map<double, LevelFacts> floors() {
@@ -67,6 +71,14 @@ class FloorFinder {
       if (facts.names.empty()) facts.names = osmNames(*outline.tags);
     }
     refer(outline.levels, *outline.tags);
+  }
+
+  // As a thirteenth floor, which ranges run over.
+  void leaveOut(std::string_view levels) {
+    for (const double level : osmLevels(levels).levels) {
+      const auto known = levels_.find(level);
+      if (known != levels_.end() && !known->second.isOwn) levels_.erase(known);
+    }
   }
 
   std::map<double, LevelFacts> levels_;

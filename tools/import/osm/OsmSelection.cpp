@@ -59,6 +59,14 @@ class Selector {
  public:
   Selector(const OsmData& data, Oddities& oddities) : data_(data), oddities_(oddities) {
     for (const OsmWay& way : data.ways) ways_.emplace(way.id, &way);
+    const auto look = [this](const auto& records) {
+      for (const auto& record : records) {
+        saysLevels_ = saysLevels_ || record.tags.has("level") || record.tags.has("repeat_on");
+      }
+    };
+    look(data.nodes);
+    look(data.ways);
+    look(data.relations);
   }
 
   OsmSelection select() {
@@ -69,8 +77,14 @@ class Selector {
   }
 
  private:
-  // Told of where part of what it says is no level; empty where it says none.
+  // Told of where part of what it says is no level; empty where it says none. Where nothing indoors
+  // says any, all of it lies on the ground.
   std::vector<double> levelsOf(const std::string& record, const OsmTags& tags) {
+    if (!saysLevels_ && isAboutIndoors(tags)) {
+      oddities_.remark("level 0", "noLevels",
+                       "No record says a level; all that is indoors is taken to lie on this one.");
+      return {0};
+    }
     OsmLevels read = osmLevels(tags);
     if (!read.unread.empty()) {
       oddities_.tell(record, "noFloor", "This of its levels cannot be read: " + read.unread + ".");
@@ -247,6 +261,7 @@ class Selector {
   Oddities& oddities_;
   OsmSelection found_;
   std::unordered_map<std::int64_t, const OsmWay*> ways_;
+  bool saysLevels_ = false;
   // Ways whose relation stands for them.
   std::unordered_set<std::int64_t> taken_;
 };

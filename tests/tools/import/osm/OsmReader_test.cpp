@@ -473,6 +473,38 @@ TEST(OsmReader, whatDoesNotComeThroughIsTold) {
     EXPECT_EQ(oddity.why.back(), '.') << oddity.why;
   }
 }
+TEST(OsmReader, aBuildingWithShopsOnItsLevelsIsNoRoom) {
+  DrawnOsm drawn = smallHouse();
+  drawn.box(7, {-2, -2, 22, 10},
+            {{"building", "retail"}, {"shop", "mall"}, {"level", "0-1"}, {"name", "Arcade"}});
+  const Draft draft = draftOf(drawn);
+  EXPECT_EQ(nameIn(draft.names, ""), "Arcade");
+  EXPECT_EQ(placeNamed(draft, "Arcade"), nullptr);
+  EXPECT_EQ(draft.floors.size(), 1U);
+}
+
+TEST(OsmReader, levelsThatABuildingDoesNotHaveAreNoFloors) {
+  DrawnOsm drawn = twoFloors();
+  drawn.area(21, {{0, 0}, {20, 0}, {20, 3}, {0, 3}}, corridor("3"));
+  drawn.box(3, {14, -4, 17, 0}, {{"room", "elevator"}, {"level", "0-3"}});
+  drawn.box(4, {17, -4, 19, 0}, {{"indoor", "room"}, {"level", "0-3"}});
+  EXPECT_EQ(draftOf(drawn).floors.size(), 4U);
+  drawn.box(7, {-2, -5, 22, 10}, {{"building", "yes"}, {"non_existent_levels", "2"}});
+  EXPECT_EQ(draftOf(drawn).floors.size(), 3U);
+}
+
+TEST(OsmReader, whereNothingSaysALevelAllOfItLiesOnTheGround) {
+  DrawnOsm drawn;
+  drawn.box(1, {0, 0, 20, 3}, {{"indoor", "corridor"}});
+  drawn.box(2, {0, 3, 5, 8}, {{"indoor", "room"}, {"name", "A"}});
+  drawn.box(3, {5, 3, 9, 8}, {{"indoor", "room"}, {"name", "B"}});
+  const Draft draft = draftOf(drawn);
+  EXPECT_TRUE(isJoined(draft, "A", "B"));
+  ASSERT_EQ(draft.floors.size(), 1U);
+  EXPECT_EQ(draft.floors[0].ordinal, 0);
+  EXPECT_THAT(toldLines(draft), Contains("level 0 noLevels"));
+}
+
 
 TEST(OsmReader, outlineThatCrossesItselfIsWalkedAsFarAsItIsAnArea) {
   DrawnOsm drawn;
