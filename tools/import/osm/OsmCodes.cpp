@@ -200,6 +200,10 @@ bool isOsmDoor(const OsmTags& tags) {
 
 bool isOsmLift(const OsmTags& tags) { return tags.is("highway", "elevator"); }
 
+bool isOsmStep(const OsmTags& tags) {
+  return tags.is("kerb", "raised") || tags.isOneOf("barrier", {"stile", "step"});
+}
+
 double osmDoorMetres(const OsmTags& tags) {
   const auto width = leadingNumber(tags.has("door:width") ? tags["door:width"] : tags["width"]);
   return width && *width >= 0.4 && *width <= 20 ? *width : usualDoorMetres;
@@ -248,6 +252,11 @@ std::string osmCategory(const OsmTags& tags) {
   }
   if (tags.is("indoor", "room") || tags.is("indoor", "area")) return "room";
   return tags.is("indoor", "corridor") ? "walkway" : "";
+}
+
+bool isOsmToiletsForWheelchairs(const OsmTags& tags) {
+  const char* const key = tags.has("toilets:wheelchair") ? "toilets:wheelchair" : "wheelchair";
+  return tags.isOneOf(key, {"yes", "designated"});
 }
 
 bool isOsmFacility(std::string_view category) {

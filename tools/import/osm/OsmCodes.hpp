@@ -48,6 +48,8 @@ bool isOsmColumn(const OsmTags& tags);
 bool isOsmDoor(const OsmTags& tags);
 bool isOsmEntrance(const OsmTags& tags);
 bool isOsmLift(const OsmTags& tags);
+// A node of a way that one has to step over.
+bool isOsmStep(const OsmTags& tags);
 double osmDoorMetres(const OsmTags& tags);
 // Squares, and what a mall or a campus lies on, without a level: if it is beside the building, one
 // walks there from entrance to entrance.
@@ -60,6 +62,8 @@ bool isOsmOutline(const OsmTags& tags);
 Names osmNames(const OsmTags& tags);
 // Of what somebody may want to go to; empty for what is nothing of the kind.
 std::string osmCategory(const OsmTags& tags);
+// What `toilets:wheelchair` says, else `wheelchair`.
+bool isOsmToiletsForWheelchairs(const OsmTags& tags);
 // Whether one of the kind is as good as another: toilets, cash machines.
 bool isOsmFacility(std::string_view category);
 

@@ -59,7 +59,7 @@ void OsmPlaces::addPlace(const OsmSpot& spot, const std::vector<std::size_t>& no
   const std::string category = osmCategory(tags);
   const Names names = osmNames(tags);
   const bool isToilets = category == "restroom";
-  if (isToilets && tags.isOneOf("wheelchair", {"yes", "designated"})) {
+  if (isToilets && isOsmToiletsForWheelchairs(tags)) {
     add(spot, "restroom.wheelchair", {}, nodes);
   }
   if (isOsmFacility(category)) add(spot, category, {}, nodes);

@@ -363,7 +363,7 @@ class OsmReader {
     for (const OsmPoint& door : found_.doors) {
       const std::string record = osmId(OsmKind::node, door.node->id);
       const auto floors =
-          door.levels.empty() ? floorsAt(door.node->id) : floorsOf(record, door.levels);
+          door.levels.empty() ? floorsAt(*door.node) : floorsOf(record, door.levels);
       bool isSomewhere = false;
       for (const std::size_t floor : floors) {
         isSomewhere |= addDoor(*door.node, floor, floors.size() > 1);
@@ -379,14 +379,18 @@ class OsmReader {
     addMissingDoors(site_, uses_, draft_.oddities);
   }
 
-  // Where areas that it is part of lie, and ways that lead through it.
-  std::vector<std::size_t> floorsAt(std::int64_t node) const {
-    std::vector<std::size_t> floors = outlines_->floorsAt(node);
+  // Where areas that it is part of lie, and ways that lead through it. One enters the building on
+  // the ground, though what lies above it may be drawn over the same nodes.
+  std::vector<std::size_t> floorsAt(const OsmNode& door) const {
+    std::vector<std::size_t> floors = outlines_->floorsAt(door.id);
     for (std::size_t floor = 0; floor < draft_.floors.size(); ++floor) {
       const bool isNew = std::ranges::find(floors, floor) == floors.end();
-      if (isNew && nodes_->isWalkedOn(node, floor)) floors.push_back(floor);
+      if (isNew && nodes_->isWalkedOn(door.id, floor)) floors.push_back(floor);
     }
-    return floors;
+    const auto ground = floors_.find(0);
+    if (!isOsmEntrance(door.tags) || ground == floors_.end()) return floors;
+    const bool isOnGround = std::ranges::find(floors, ground->second) != floors.end();
+    return isOnGround || floors.empty() ? std::vector{ground->second} : floors;
   }
 
   // Whether it is a door of an area, or a way leads through it.

@@ -121,7 +121,7 @@ void OsmWalks::addClimb(const OsmWalk& walk) {
     if (from.floor == to.floor) {
       addFlat(walk, from.index, to.index, from.floor);
     } else {
-      addLink(walk, {refs[from.index], from.floor}, {refs[to.index], to.floor}, {});
+      addLink(walk, {refs[from.index], from.floor}, {refs[to.index], to.floor}, {}, false);
     }
   }
 }
@@ -146,19 +146,24 @@ void OsmWalks::addFlat(const OsmWalk& walk, std::size_t from, std::size_t to, st
   const bool isRing = refs[from] == refs[to];
   std::size_t before = from;
   Line bends;
+  bool hasStep = isStepAt(refs[from]);
   for (std::size_t i = from + 1; i <= to; ++i) {
+    hasStep = hasStep || isStepAt(refs[i]);
     const bool isHalf = isRing && (i - from == (to - from) / 3 || i - from == (to - from) * 2 / 3);
     if (i == to || isHalf || isStop(walk, i, floor)) {
-      addLink(walk, {refs[before], floor}, {refs[i], floor}, std::move(bends));
+      addLink(walk, {refs[before], floor}, {refs[i], floor}, std::move(bends), hasStep);
       bends.clear();
       before = i;
+      hasStep = isStepAt(refs[i]);
     } else {
       bends.push_back(*nodes_.placeOf(refs[i]));
     }
   }
 }
 
-void OsmWalks::addLink(const OsmWalk& walk, OsmStop from, OsmStop to, Line bends) {
+bool OsmWalks::isStepAt(std::int64_t node) const { return isOsmStep(nodes_.find(node)->tags); }
+
+void OsmWalks::addLink(const OsmWalk& walk, OsmStop from, OsmStop to, Line bends, bool hasStep) {
   if (from == to) return;
   ends_.insert(from);
   ends_.insert(to);
@@ -169,7 +174,9 @@ void OsmWalks::addLink(const OsmWalk& walk, OsmStop from, OsmStop to, Line bends
   link.to = nodes_.walkedOn(to.first, to.second);
   link.kind = walk.meaning.kind;
   link.direction = walk.meaning.direction;
-  link.hasSteps = walk.meaning.hasSteps;
+  const bool isOfSteps =
+      walk.meaning.kind == LinkKind::stairs || walk.meaning.kind == LinkKind::escalator;
+  link.hasSteps = walk.meaning.hasSteps || (hasStep && !isOfSteps);
   link.isSteep = walk.meaning.isSteep;
   link.details = osmDetails(walk.way->tags);
   link.bends = std::move(bends);

@@ -68,7 +68,8 @@ class OsmWalks {
   std::vector<Anchor> anchorsOf(const OsmWalk& walk);
   void addClimb(const OsmWalk& walk);
   void addFlat(const OsmWalk& walk, std::size_t from, std::size_t to, std::size_t floor);
-  void addLink(const OsmWalk& walk, OsmStop from, OsmStop to, Line bends);
+  bool isStepAt(std::int64_t node) const;
+  void addLink(const OsmWalk& walk, OsmStop from, OsmStop to, Line bends, bool hasStep);
   bool isStop(const OsmWalk& walk, std::size_t index, std::size_t floor) const;
   bool goesThroughWall(const OsmWalk& walk, std::size_t index, std::size_t floor) const;
 

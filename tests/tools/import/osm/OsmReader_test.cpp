@@ -285,6 +285,39 @@ TEST(OsmReader, footwaysOutdoorsComeInWhereTheyLeadToADoor) {
   EXPECT_THAT(toldLines(draft), ElementsAre("others notIndoors"));
 }
 
+TEST(OsmReader, anEntranceWithoutALevelIsOnTheGroundThoughOthersAreDrawnOverItsNode) {
+  DrawnOsm drawn;
+  drawn.area(1, {{0, 0}, {20, 0}, {20, 1}, {20, 3}, {0, 3}}, corridor("0"));
+  drawn.area(2, {{0, 0}, {20, 0}, {20, 1}, {20, 3}, {0, 3}}, corridor("1"));
+  drawn.box(3, {5, 3, 9, 9}, {{"room", "stairs"}, {"level", "0;1"}});
+  drawn.point({20, 1}, {{"entrance", "main"}, {"name", "East"}});
+  const Draft draft = draftOf(drawn);
+  EXPECT_EQ(std::ranges::count_if(draft.nodes, &DraftNode::isEntrance), 1);
+  ASSERT_NE(placeNamed(draft, "East"), nullptr);
+  EXPECT_EQ(draft.floors[placeNamed(draft, "East")->floor].ordinal, 0);
+}
+
+TEST(OsmReader, anEntranceBesideAnOutlineNeedsNoLevel) {
+  DrawnOsm drawn = smallHouse();
+  drawn.point({20.3, 1}, {{"entrance", "main"}, {"name", "East"}});
+  drawn.point({60, 1}, {{"entrance", "yes"}, {"name", "Next door"}});
+  const Draft draft = draftOf(drawn);
+  EXPECT_NE(placeNamed(draft, "East"), nullptr);
+  EXPECT_EQ(placeNamed(draft, "Next door"), nullptr);
+  EXPECT_THAT(toldLines(draft), ElementsAre("others notIndoors"));
+}
+
+TEST(OsmReader, oneStepsOverARaisedKerb) {
+  DrawnOsm drawn = smallHouse();
+  drawn.line(3, {{0, 1}, {-10, 1}, {-20, 1}, {-30, 1}}, {{"highway", "footway"}, {"level", "0"}});
+  drawn.line(4, {{-30, 1}, {-40, 1}}, {{"highway", "footway"}, {"level", "0"}});
+  drawn.point({-10, 1}, {{"barrier", "kerb"}, {"kerb", "raised"}});
+  drawn.point({-40, 1}, {{"barrier", "kerb"}, {"kerb", "lowered"}});
+  const Draft draft = draftOf(drawn);
+  EXPECT_TRUE(wayOf(draft, "way/3")->hasSteps);
+  EXPECT_FALSE(wayOf(draft, "way/4")->hasSteps);
+}
+
 TEST(OsmReader, wallParts) {
   DrawnOsm drawn;
   drawn.box(1, {0, 0, 20, 4}, corridor("0"));
@@ -359,6 +392,21 @@ TEST(OsmReader, toiletsAndTheLikeAreAmenities) {
   EXPECT_NE(placeNamed(draft, "Bank"), nullptr);
 }
 
+TEST(OsmReader, toiletsForWheelchairsMaySaySoInTheirOwnKey) {
+  DrawnOsm drawn = smallHouse();
+  drawn.point({16, 1}, {{"amenity", "toilets"}, {"level", "0"}, {"toilets:wheelchair", "yes"}});
+  drawn.point({18, 1}, {{"amenity", "toilets"},
+                        {"level", "0"},
+                        {"toilets:wheelchair", "no"},
+                        {"wheelchair", "yes"}});
+  const Draft draft = draftOf(drawn);
+  std::vector<std::string> amenities;
+  for (const DraftPlace& place : draft.places) {
+    if (place.names.empty()) amenities.push_back(draft.categories[place.category].id);
+  }
+  EXPECT_THAT(amenities, UnorderedElementsAre("restroom", "restroom", "restroom.wheelchair"));
+}
+
 TEST(OsmReader, shopThatIsANodeInARoomIsReachedByItsDoor) {
   DrawnOsm drawn = smallHouse();
   drawn.point({4, 7}, {{"shop", "books"}, {"level", "0"}, {"name", "Books"}});
@@ -425,6 +473,38 @@ TEST(OsmReader, buildingWithMostRoomsNamesTheVenue) {
   EXPECT_EQ(draft.buildings[0].address, "Main Street 5, Bern");
 }
 
+TEST(OsmReader, aBuildingWithShopsOnItsLevelsIsNoRoom) {
+  DrawnOsm drawn = smallHouse();
+  drawn.box(7, {-2, -2, 22, 10},
+            {{"building", "retail"}, {"shop", "mall"}, {"level", "0-1"}, {"name", "Arcade"}});
+  const Draft draft = draftOf(drawn);
+  EXPECT_EQ(nameIn(draft.names, ""), "Arcade");
+  EXPECT_EQ(placeNamed(draft, "Arcade"), nullptr);
+  EXPECT_EQ(draft.floors.size(), 1U);
+}
+
+TEST(OsmReader, levelsThatABuildingDoesNotHaveAreNoFloors) {
+  DrawnOsm drawn = twoFloors();
+  drawn.area(21, {{0, 0}, {20, 0}, {20, 3}, {0, 3}}, corridor("3"));
+  drawn.box(3, {14, -4, 17, 0}, {{"room", "elevator"}, {"level", "0-3"}});
+  drawn.box(4, {17, -4, 19, 0}, {{"indoor", "room"}, {"level", "0-3"}});
+  EXPECT_EQ(draftOf(drawn).floors.size(), 4U);
+  drawn.box(7, {-2, -5, 22, 10}, {{"building", "yes"}, {"non_existent_levels", "2"}});
+  EXPECT_EQ(draftOf(drawn).floors.size(), 3U);
+}
+
+TEST(OsmReader, whereNothingSaysALevelAllOfItLiesOnTheGround) {
+  DrawnOsm drawn;
+  drawn.box(1, {0, 0, 20, 3}, {{"indoor", "corridor"}});
+  drawn.box(2, {0, 3, 5, 8}, {{"indoor", "room"}, {"name", "A"}});
+  drawn.box(3, {5, 3, 9, 8}, {{"indoor", "room"}, {"name", "B"}});
+  const Draft draft = draftOf(drawn);
+  EXPECT_TRUE(isJoined(draft, "A", "B"));
+  ASSERT_EQ(draft.floors.size(), 1U);
+  EXPECT_EQ(draft.floors[0].ordinal, 0);
+  EXPECT_THAT(toldLines(draft), Contains("level 0 noLevels"));
+}
+
 TEST(OsmReader, partsOfABuildingGiveItsFloorsTheirShape) {
   DrawnOsm drawn = twoFloors();
   drawn.point({15, 1}, {{"highway", "elevator"}, {"level", "0;1"}});
@@ -473,38 +553,6 @@ TEST(OsmReader, whatDoesNotComeThroughIsTold) {
     EXPECT_EQ(oddity.why.back(), '.') << oddity.why;
   }
 }
-TEST(OsmReader, aBuildingWithShopsOnItsLevelsIsNoRoom) {
-  DrawnOsm drawn = smallHouse();
-  drawn.box(7, {-2, -2, 22, 10},
-            {{"building", "retail"}, {"shop", "mall"}, {"level", "0-1"}, {"name", "Arcade"}});
-  const Draft draft = draftOf(drawn);
-  EXPECT_EQ(nameIn(draft.names, ""), "Arcade");
-  EXPECT_EQ(placeNamed(draft, "Arcade"), nullptr);
-  EXPECT_EQ(draft.floors.size(), 1U);
-}
-
-TEST(OsmReader, levelsThatABuildingDoesNotHaveAreNoFloors) {
-  DrawnOsm drawn = twoFloors();
-  drawn.area(21, {{0, 0}, {20, 0}, {20, 3}, {0, 3}}, corridor("3"));
-  drawn.box(3, {14, -4, 17, 0}, {{"room", "elevator"}, {"level", "0-3"}});
-  drawn.box(4, {17, -4, 19, 0}, {{"indoor", "room"}, {"level", "0-3"}});
-  EXPECT_EQ(draftOf(drawn).floors.size(), 4U);
-  drawn.box(7, {-2, -5, 22, 10}, {{"building", "yes"}, {"non_existent_levels", "2"}});
-  EXPECT_EQ(draftOf(drawn).floors.size(), 3U);
-}
-
-TEST(OsmReader, whereNothingSaysALevelAllOfItLiesOnTheGround) {
-  DrawnOsm drawn;
-  drawn.box(1, {0, 0, 20, 3}, {{"indoor", "corridor"}});
-  drawn.box(2, {0, 3, 5, 8}, {{"indoor", "room"}, {"name", "A"}});
-  drawn.box(3, {5, 3, 9, 8}, {{"indoor", "room"}, {"name", "B"}});
-  const Draft draft = draftOf(drawn);
-  EXPECT_TRUE(isJoined(draft, "A", "B"));
-  ASSERT_EQ(draft.floors.size(), 1U);
-  EXPECT_EQ(draft.floors[0].ordinal, 0);
-  EXPECT_THAT(toldLines(draft), Contains("level 0 noLevels"));
-}
-
 
 TEST(OsmReader, outlineThatCrossesItselfIsWalkedAsFarAsItIsAnArea) {
   DrawnOsm drawn;
