@@ -37,25 +37,35 @@ RecordKind kindOfFile(std::string_view file) {
 }
 
 RecordKind kindOf(const Value& properties, RecordKind ofFile) {
-  if (properties["link_id"].isText()) return RecordKind::link;
-  if (properties["node_id"].isText()) return RecordKind::node;
+  if (!idOf(propertyOf(properties, "link_id")).empty()) return RecordKind::link;
+  if (!idOf(propertyOf(properties, "node_id")).empty()) return RecordKind::node;
   return ofFile;
 }
 
-std::string idOf(const Value& properties, const std::string& file, std::size_t index) {
+std::string recordIdOf(const Value& properties, const std::string& file, std::size_t index) {
   for (const std::string_view key : {"node_id", "link_id", "id"}) {
-    const std::string_view id = properties[key].text();
-    if (!id.empty()) return std::string(id);
+    std::string id = idOf(propertyOf(properties, key));
+    if (!id.empty()) return id;
   }
   return file + "#" + std::to_string(index + 1);
 }
 
 }  // namespace
 
+const Value& propertyOf(const Value& properties, std::string_view key) {
+  const Value& value = properties[key];
+  if (!value.isAbsent()) return value;
+  std::string capitals(key);
+  for (char& c : capitals) {
+    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+  }
+  return properties[capitals];
+}
+
 int NetworkRecord::code(std::string_view key) const {
-  const Value& value = (*properties)[key];
-  if (value.isNumber()) return static_cast<int>(std::clamp(value.number(), -1.0, 1e6));
-  const std::string_view text = value.text();
+  const Value& stated = value(key);
+  if (stated.isNumber()) return static_cast<int>(std::clamp(stated.number(), -1.0, 1e6));
+  const std::string_view text = stated.text();
   int code = -1;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), code);
   return error == std::errc() && end == text.data() + text.size() ? code : -1;
@@ -88,7 +98,7 @@ void NetworkFiles::addFeatures(const GeoJsonFile& file, Oddities& told) {
     const Value& feature = features->items()[i];
     const Value& properties = feature["properties"];
     records_[kindOf(properties, ofFile)].push_back(
-        {idOf(properties, file.name, i), &properties, &feature["geometry"], *system});
+        {recordIdOf(properties, file.name, i), &properties, &feature["geometry"], *system});
   }
 }
 

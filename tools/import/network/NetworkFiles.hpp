@@ -35,6 +35,8 @@ enum class RecordKind {
   other
 };
 
+const Value& propertyOf(const Value& properties, std::string_view key);
+
 struct NetworkRecord {
   // The record's own; that of its file and its place there when it has none.
   std::string id;
@@ -42,8 +44,13 @@ struct NetworkRecord {
   const Value* geometry = nullptr;
   PlaneSystem system;
 
+  // Of a key in small letters; some files have it in capitals.
+  const Value& value(std::string_view key) const { return propertyOf(*properties, key); }
+  bool has(std::string_view key) const { return !value(key).isAbsent() && !value(key).isNull(); }
   // Null and empty texts read as empty.
-  std::string_view text(std::string_view key) const { return (*properties)[key].text(); }
+  std::string_view text(std::string_view key) const { return value(key).text(); }
+  // Of another record, or empty; numbers are ids too.
+  std::string idOf(std::string_view key) const { return imports::idOf(value(key)); }
   // Codes come as texts and as numbers; -1 for neither.
   int code(std::string_view key) const;
 };

@@ -9,12 +9,12 @@
 #include <utility>
 #include <vector>
 
-#include "TernCoreKit/platform/Numbers.hpp"
 #include "tools/import/draft/MiddleValue.hpp"
 #include "tools/import/draft/NearNodes.hpp"
 #include "tools/import/network/LiftKinds.hpp"
 #include "tools/import/network/NetworkCodes.hpp"
 #include "tools/import/network/NetworkFiles.hpp"
+#include "tools/import/network/StoreyNumbers.hpp"
 #include "tools/import/source/GeoJson.hpp"
 
 namespace tern::imports {
@@ -36,29 +36,18 @@ Names named(std::string_view text) {
   return {{std::string(sourceLanguage), std::string(text)}};
 }
 
-// Some files have numbers as texts; none for what is no finite number.
-std::optional<double> numberOf(const Value& value) {
-  double number = value.number();
-  if (value.isText()) {
-    const std::string_view text = value.text();
-    const auto [end, error] = readDouble(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-  } else if (!value.isNumber()) {
-    return std::nullopt;
-  }
-  return std::isfinite(number) ? std::optional(number) : std::nullopt;
-}
-
+// Some have the number of the storey instead.
 std::optional<double> ordinalOf(const NetworkRecord& record) {
-  const auto ordinal = numberOf((*record.properties)["ordinal"]);
+  const auto ordinal = record.has("ordinal") ? numberOf(record.value("ordinal"))
+                                             : ordinalOfStorey(record.value("floor"));
   if (!ordinal || std::abs(*ordinal) > mostOrdinal) return std::nullopt;
   return *ordinal == 0 ? 0 : *ordinal;  // -0 is 0
 }
 
 // The longitude and latitude that a node states beside its place in the file.
 std::optional<LonLat> statedPlace(const NetworkRecord& node) {
-  const auto longitude = numberOf((*node.properties)["lon"]);
-  const auto latitude = numberOf((*node.properties)["lat"]);
+  const auto longitude = numberOf(node.value("lon"));
+  const auto latitude = numberOf(node.value("lat"));
   if (!longitude || !latitude) return std::nullopt;
   return PlaneSystem().onGlobe({*longitude, *latitude});
 }
@@ -84,7 +73,7 @@ class NetworkReader {
 
   ReadDraft read() {
     const std::vector<GlobeNode> nodes = findNodes();
-    if (nodes.empty()) return {{}, "no node of the network has a floor and a place"};
+    if (nodes.empty()) return {{}, whyNone()};
     readHead(nodes);
     readFloors(nodes);
     if (draft_.floors.size() > mostFloors) return {{}, "the network has more than 500 floors"};
@@ -102,12 +91,34 @@ class NetworkReader {
     draft_.oddities.tell(record.id, kind, std::move(why));
   }
 
+  // With the first of what is wrong, which is wrong with all.
+  std::string whyNone() const {
+    const std::vector<Oddity>& told = draft_.oddities.told();
+    return "no node of the network has a floor and a place" +
+           (told.empty() ? "" : "; " + told.front().id + ": " + told.front().why);
+  }
+
+  // Networks of streets say no floor at all.
+  bool areAllOnOneFloor() {
+    const std::vector<NetworkRecord>& nodes = files_.of(RecordKind::node);
+    const bool isFlat = std::ranges::all_of(nodes, [](const NetworkRecord& node) {
+      return !node.has("ordinal") && !node.has("floor");
+    });
+    if (isFlat && !nodes.empty()) {
+      draft_.oddities.remark("ordinal 0", "noLevels",
+                             "No node says a floor; all of them are taken to lie on this one.");
+    }
+    return isFlat;
+  }
+
   std::vector<GlobeNode> findNodes() {
     std::vector<GlobeNode> nodes;
     std::unordered_set<std::string_view> known;
+    const bool isFlat = areAllOnOneFloor();
     for (const NetworkRecord& record : files_.of(RecordKind::node)) {
-      const auto ordinal = ordinalOf(record);
-      const auto place = globePoint(*record.geometry, record.system);
+      const auto ordinal = isFlat ? std::optional(0.0) : ordinalOf(record);
+      const auto drawn = globePoint(*record.geometry, record.system);
+      const auto place = drawn ? drawn : statedPlace(record);
       if (!known.insert(record.id).second) {
         draft_.oddities.tell(record.id + " (again)", "repeated",
                              "Another node has the same id; the first one counts.");
@@ -224,8 +235,19 @@ class NetworkReader {
     return points;
   }
 
-  // None, and told of, where it has none that can be drawn.
-  std::optional<Line> lineOf(const NetworkRecord& record) {
+  // Empty, and told of, where it has none that can be drawn.
+  std::vector<Line> linesOf(const NetworkRecord& record) {
+    std::vector<Line> lines;
+    for (const GlobeLine& globe : globeLines(*record.geometry, record.system)) {
+      Line line = onPlane(globe);
+      if (std::ranges::all_of(line, isNear)) lines.push_back(std::move(line));
+    }
+    if (lines.empty()) tell(record, "noShape", "It has no line near the site.");
+    return lines;
+  }
+
+  // Of a link, from its first node to its last one.
+  std::optional<Line> wholeLineOf(const NetworkRecord& record) {
     const auto globe = globeLine(*record.geometry, record.system);
     if (globe) {
       Line line = onPlane(*globe);
@@ -250,8 +272,8 @@ class NetworkReader {
 
   // False, and told of, where it does not lead from a node to another.
   bool addLink(const NetworkRecord& record) {
-    const auto from = nodes_.find(record.text("start_id"));
-    const auto to = nodes_.find(record.text("end_id"));
+    const auto from = nodes_.find(record.idOf("start_id"));
+    const auto to = nodes_.find(record.idOf("end_id"));
     if (from == nodes_.end() || to == nodes_.end()) {
       tell(record, "dangling", "The link names a node that is not there.");
       return false;
@@ -278,7 +300,7 @@ class NetworkReader {
   }
 
   Line bendsOf(const NetworkRecord& record, std::size_t from, std::size_t to) {
-    const auto line = lineOf(record);
+    const auto line = wholeLineOf(record);
     if (!line) return {};
     const auto apart = [&](Point end, std::size_t node) {
       const Point at = draft_.nodes[node].at;
@@ -293,7 +315,7 @@ class NetworkReader {
 
   // The floor that a record of a plan names; none, and told of, for one that is not there.
   std::optional<std::size_t> floorOf(const NetworkRecord& record) {
-    const auto ordinal = ordinalOfFloor_.find(record.text("floor_id"));
+    const auto ordinal = ordinalOfFloor_.find(record.idOf("floor_id"));
     if (ordinal != ordinalOfFloor_.end()) return indexOfOrdinal_.at(ordinal->second);
     tell(record, "dangling", "It names a floor that is not there.");
     return std::nullopt;
@@ -307,10 +329,10 @@ class NetworkReader {
       addArea(record, AreaKind::closed);
     }
     for (const NetworkRecord& record : files_.of(RecordKind::drawing)) {
-      if (auto line = lineOnFloor(record)) draft_.walls.push_back(std::move(*line));
+      addLines(record, draft_.walls);
     }
     for (const NetworkRecord& record : files_.of(RecordKind::opening)) {
-      if (auto line = lineOnFloor(record)) draft_.doors.push_back(std::move(*line));
+      addLines(record, draft_.doors);
     }
   }
 
@@ -324,11 +346,10 @@ class NetworkReader {
     draft_.areas.push_back({record.id, *floor, kind, names, std::move(shapes)});
   }
 
-  std::optional<DraftLine> lineOnFloor(const NetworkRecord& record) {
+  void addLines(const NetworkRecord& record, std::vector<DraftLine>& lines) {
     const auto floor = floorOf(record);
-    auto line = floor ? lineOf(record) : std::nullopt;
-    if (!line) return std::nullopt;
-    return DraftLine{*floor, std::move(*line)};
+    if (!floor) return;
+    for (Line& line : linesOf(record)) lines.push_back({*floor, std::move(line)});
   }
 
   void readPlaces() {
@@ -368,8 +389,9 @@ class NetworkReader {
   void readOpening(const NetworkRecord& record) {
     const std::string_view name = record.text("name");
     const auto floor = name.empty() ? std::nullopt : floorOf(record);
-    const auto line = floor ? lineOf(record) : std::nullopt;
-    if (line) addNamedPlace(record, *placeOfOpening(name), *floor, middleOf(*line));
+    const std::vector<Line> lines = floor ? linesOf(record) : std::vector<Line>();
+    if (lines.empty()) return;
+    addNamedPlace(record, *placeOfOpening(name), *floor, middleOf(lines.front()));
   }
 
   void addNamedPlace(const NetworkRecord& record, const PlaceRow& row, std::size_t floor,

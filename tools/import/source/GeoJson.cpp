@@ -44,17 +44,38 @@ std::optional<PlaneSystem> statedPlaneSystem(const Value& document) {
 }
 
 std::optional<LonLat> globePoint(const Value& geometry, const PlaneSystem& system) {
-  if (geometry["type"].text() != "Point") return std::nullopt;
-  return place(geometry["coordinates"], system);
+  const std::string_view type = geometry["type"].text();
+  const Value& coordinates = geometry["coordinates"];
+  if (type == "Point") return place(coordinates, system);
+  if (type != "MultiPoint" || coordinates.size() != 1) return std::nullopt;
+  return place(coordinates.items()[0], system);
 }
 
 std::optional<GlobeLine> globeLine(const Value& geometry, const PlaneSystem& system) {
+  GlobeLine whole;
+  for (const GlobeLine& part : globeLines(geometry, system)) {
+    if (!whole.empty() && whole.back() != part.front()) return std::nullopt;
+    whole.insert(whole.end(), part.begin() + (whole.empty() ? 0 : 1), part.end());
+  }
+  return whole.empty() ? std::nullopt : std::optional(std::move(whole));
+}
+
+std::vector<GlobeLine> globeLines(const Value& geometry, const PlaneSystem& system) {
   constexpr std::size_t leastOfLine = 2;
   const std::string_view type = geometry["type"].text();
-  const Value& coordinates = geometry["coordinates"];
-  if (type == "LineString") return line(coordinates, system, leastOfLine);
-  if (type != "MultiLineString" || coordinates.size() != 1) return std::nullopt;
-  return line(coordinates.items()[0], system, leastOfLine);
+  std::vector<GlobeLine> lines;
+  const auto add = [&](const Value& coordinates) {
+    auto added = line(coordinates, system, leastOfLine);
+    if (added) lines.push_back(std::move(*added));
+    return added.has_value();
+  };
+  if (type == "LineString") add(geometry["coordinates"]);
+  if (type == "MultiLineString") {
+    for (const Value& part : geometry["coordinates"].items()) {
+      if (!add(part)) return {};
+    }
+  }
+  return lines;
 }
 
 std::optional<std::vector<GlobePolygon>> globePolygons(const Value& geometry,

@@ -19,9 +19,13 @@ using GlobePolygon = std::vector<GlobeLine>;
 // none; none for one that is not known.
 std::optional<PlaneSystem> statedPlaneSystem(const Value& document);
 
+// Of a Point, or of a MultiPoint of one.
 std::optional<LonLat> globePoint(const Value& geometry, const PlaneSystem& system);
-// Of a LineString, or of a MultiLineString of one line; of two points or more.
+// Of a LineString, or of a MultiLineString whose lines each begin where the one before ends; of two
+// points or more.
 std::optional<GlobeLine> globeLine(const Value& geometry, const PlaneSystem& system);
+// Of a LineString, or all of a MultiLineString, each of two points or more; none where one is not.
+std::vector<GlobeLine> globeLines(const Value& geometry, const PlaneSystem& system);
 // Of a Polygon or a MultiPolygon, each ring without its last point, which is its first; of at least
 // one, each with three points or more.
 std::optional<std::vector<GlobePolygon>> globePolygons(const Value& geometry,

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "TernCoreKit/platform/Json.hpp"
+#include "TernCoreKit/platform/Numbers.hpp"
 
 namespace tern::imports {
 
@@ -33,6 +34,12 @@ GeoJsonFiles readGeoJsonFiles(const SourceFiles& source) {
     }
   }
   return files;
+}
+
+std::string idOf(const Value& value) {
+  if (value.isText()) return std::string(value.text());
+  const auto number = value.isNumber() ? wholeNumber(value.number()) : std::nullopt;
+  return number ? std::to_string(*number) : std::string();
 }
 
 const Value* featuresOf(const GeoJsonFile& file, Oddities& told) {

@@ -38,6 +38,9 @@ bool isGeoJson(std::string_view file);
 
 GeoJsonFiles readGeoJsonFiles(const SourceFiles& source);
 
+// A text, or a whole number as a text; empty for what is no id.
+std::string idOf(const Value& value);
+
 // Null, and told of, where the file cannot be read or has no list of them.
 const Value* featuresOf(const GeoJsonFile& file, Oddities& told);
 

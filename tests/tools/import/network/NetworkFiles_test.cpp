@@ -70,10 +70,24 @@ TEST(NetworkFiles, fileThatCannotBeReadIsToldOfAndTheOthersCount) {
 
 TEST(NetworkFiles, featuresOfAnyFormAreTakenForWhatTheyAre) {
   const test::TemporaryFolder folder;
-  folder.write("node.geojson",
-               R"({"features":[null,7,"x",[],{},{"properties":5},{"properties":{"node_id":3}}]})");
+  folder.write(
+      "node.geojson",
+      R"({"features":[null,7,"x",[],{},{"properties":5},{"properties":{"node_id":3.5}}]})");
   Read read(folder);
   EXPECT_EQ(read.files.of(RecordKind::other).size(), 7U);
+}
+
+TEST(NetworkFiles, idsMayBeNumbersAndKeysInCapitals) {
+  const test::TemporaryFolder folder;
+  folder.write("a.geojson", R"({"features":[{"properties":{"node_id":12}},
+      {"properties":{"NODE_ID":"n","LINK1_ID":7}},{"properties":{"LINK_ID":4,"START_ID":12}}]})");
+  Read read(folder);
+  const auto& nodes = read.files.of(RecordKind::node);
+  ASSERT_EQ(nodes.size(), 2U);
+  EXPECT_EQ(nodes[0].id, "12");
+  EXPECT_EQ(nodes[1].id, "n");
+  ASSERT_EQ(read.files.of(RecordKind::link).size(), 1U);
+  EXPECT_EQ(read.files.of(RecordKind::link)[0].idOf("start_id"), "12");
 }
 
 TEST(NetworkFiles, stampChangesWithEveryFile) {

@@ -76,6 +76,50 @@ TEST(NetworkReader, ordinalMayBeATextAndMinusZeroIsZero) {
   EXPECT_EQ(draft.nodes[3].floor, 1U);
 }
 
+TEST(NetworkReader, aNodeWithoutAnOrdinalLiesOnTheStoreyThatItSays) {
+  DrawnNetwork network = house();
+  network.point("Node", {5, 5}, {{"node_id", "d"}, {"floor", "B1"}});
+  network.point("Node", {6, 5}, {{"node_id", "e"}, {"floor", 2}});
+  network.point("Node", {7, 5}, {{"node_id", "f"}, {"ordinal", 0}, {"floor", 9}});
+  const Draft draft = draftOf(network);
+  ASSERT_EQ(draft.nodes.size(), 6U);
+  EXPECT_EQ(draft.floors[draft.nodes[3].floor].ordinal, -1);
+  EXPECT_EQ(draft.floors[draft.nodes[4].floor].ordinal, 1);
+  EXPECT_EQ(draft.floors[draft.nodes[5].floor].ordinal, 0);
+}
+
+TEST(NetworkReader, aNodeWithoutAShapeLiesWhereItsColumnsSay) {
+  DrawnNetwork network = house();
+  const LonLat at = DrawnNetwork::globe({12, 5});
+  // A point off the globe is none.
+  network.point("Node", {1e9, 0},
+                {{"node_id", "d"}, {"ordinal", 0}, {"lon", at.longitude}, {"lat", at.latitude}});
+  const Draft draft = draftOf(network);
+  ASSERT_EQ(draft.nodes.size(), 4U);
+  EXPECT_NEAR(draft.nodes[3].at.x - draft.nodes[0].at.x, 12, 1e-3);
+}
+
+TEST(NetworkReader, aNetworkOfStreetsLiesOnTheGround) {
+  DrawnNetwork network;
+  network.point("Node", {0, 0}, {{"node_id", "a"}}).point("Node", {9, 0}, {{"node_id", "b"}});
+  network.line("Link", {0, 0}, {9, 0},
+               {{"link_id", "ab"}, {"start_id", "a"}, {"end_id", "b"}, {"route_type", 1}});
+  const Draft draft = draftOf(network);
+  EXPECT_EQ(draft.links.size(), 1U);
+  ASSERT_EQ(draft.floors.size(), 1U);
+  EXPECT_EQ(draft.floors[0].ordinal, 0);
+  EXPECT_THAT(kindsTold(draft), ElementsAre("noLevels"));
+}
+
+TEST(NetworkReader, aNetworkOfWhichNoNodeCountsSaysWhy) {
+  DrawnNetwork network;
+  network.point("Node", {5, 5}, {{"node_id", "d"}, {"ordinal", "roof"}});
+  const test::TemporaryFolder folder;
+  network.writeTo(folder.at("site"));
+  EXPECT_EQ(readNetwork(openSource(folder.at("site")).files).error,
+            "no node of the network has a floor and a place; d: The node has no ordinal.");
+}
+
 TEST(NetworkReader, partsWithOneOrdinalAreOneFloor) {
   DrawnNetwork network = house();
   network.area("Floor", {0, 0, 20, 20},

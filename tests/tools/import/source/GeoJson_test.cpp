@@ -56,6 +56,27 @@ TEST(GeoJson, linesHaveTwoPointsAtLeast) {
   EXPECT_FALSE(globeLine(geometry("MultiLineString", "[[[0,0],[1,1]],[[2,2],[3,3]]]"), {}));
 }
 
+TEST(GeoJson, linesThatFollowOneAnotherAreOne) {
+  const auto line = globeLine(geometry("MultiLineString", "[[[0,0],[1,1]],[[1,1],[2,1]]]"), {});
+  ASSERT_TRUE(line);
+  EXPECT_EQ(*line, (GlobeLine{{0, 0}, {1, 1}, {2, 1}}));
+}
+
+TEST(GeoJson, allOfSeveralLinesCount) {
+  const Value two = geometry("MultiLineString", "[[[0,0],[1,1]],[[2,2],[3,3]]]");
+  EXPECT_EQ(globeLines(two, {}).size(), 2U);
+  EXPECT_EQ(globeLines(geometry("LineString", "[[0,0],[1,1]]"), {}).size(), 1U);
+  const Value half = geometry("MultiLineString", "[[[0,0],[1,1]],[[2,2]]]");
+  EXPECT_TRUE(globeLines(half, {}).empty());
+  EXPECT_TRUE(globeLines(geometry("Point", "[0,0]"), {}).empty());
+}
+
+TEST(GeoJson, oneOfSeveralPointsIsAPoint) {
+  EXPECT_EQ(globePoint(geometry("MultiPoint", "[[1,2]]"), {}), (LonLat{1, 2}));
+  EXPECT_FALSE(globePoint(geometry("MultiPoint", "[[1,2],[3,4]]"), {}));
+  EXPECT_FALSE(globePoint(geometry("MultiPoint", "[]"), {}));
+}
+
 TEST(GeoJson, whatIsNoShapeIsNone) {
   for (const char* coordinates : {"null", "[]", "[1]", "[\"a\",2]", "{}", "[[1,2]]", "[900,2]"}) {
     EXPECT_FALSE(globePoint(geometry("Point", coordinates), {})) << coordinates;
