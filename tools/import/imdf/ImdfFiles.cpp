@@ -65,7 +65,7 @@ void ImdfFiles::addFeatures(const GeoJsonFile& file, Oddities& told) {
       told.tell(file.name, "unknownType", "The format knows no features of the type " + type + ".");
       continue;
     }
-    std::string id(feature["id"].text());
+    std::string id = idOf(feature["id"]);
     if (id.empty()) id = file.name + "#" + std::to_string(i + 1);
     if (!ids.insert(id).second) {
       told.tell(id + " (again)", "repeated", "Another has the same id; the first one counts.");

@@ -27,7 +27,7 @@ std::string languageOfMost(ImdfFiles& files) {
 }
 
 std::string addressOf(const ImdfFeature& feature, ImdfFiles& files, Oddities& told) {
-  const std::string_view id = feature.text("address_id");
+  const std::string id = feature.idOf("address_id");
   if (id.empty()) return {};
   for (const ImdfFeature& address : files.of("address")) {
     if (address.id != id) continue;

@@ -42,7 +42,7 @@ void ImdfPlaces::planAmenity(const ImdfFeature& amenity) {
   const auto at = imdfPoint(draft_.plane, *amenity.geometry);
   std::optional<std::size_t> unit;
   for (const Value& id : (*amenity.properties)["unit_ids"].items()) {
-    const auto found = units_.byId.find(id.text());
+    const auto found = units_.byId.find(idOf(id));
     if (found == units_.byId.end()) continue;
     unit = found->second;
     break;
@@ -52,18 +52,19 @@ void ImdfPlaces::planAmenity(const ImdfFeature& amenity) {
   } else if (!unit) {
     draft_.oddities.tell(amenity.id, "dangling", "It names no unit that is there.");
   } else {
-    plan(amenity, amenity.text("category"), {}, site_.areas[*unit].floor, *at, unit);
+    plan(amenity, amenity.text("category"), amenity.label("name"), site_.areas[*unit].floor, *at,
+         unit, true);
   }
 }
 
 void ImdfPlaces::planOccupant(const ImdfFeature& occupant) {
-  const auto anchor = anchors_.find(occupant.text("anchor_id"));
+  const auto anchor = anchors_.find(occupant.idOf("anchor_id"));
   if (anchor == anchors_.end()) {
     draft_.oddities.tell(occupant.id, "dangling", "Its anchor is not there.");
     return;
   }
   const auto at = imdfPoint(draft_.plane, *anchor->second->geometry);
-  const auto unit = units_.byId.find(anchor->second->text("unit_id"));
+  const auto unit = units_.byId.find(anchor->second->idOf("unit_id"));
   const Names names = occupant.label("name");
   if (!at || unit == units_.byId.end()) {
     draft_.oddities.tell(occupant.id, "dangling", "Its anchor lies in no unit that is there.");
@@ -78,7 +79,7 @@ void ImdfPlaces::planOccupant(const ImdfFeature& occupant) {
 // One stands in front of it.
 void ImdfPlaces::planKiosk(const ImdfFeature& kiosk) {
   const Names names = kiosk.label("name");
-  const auto floor = floors_.find(kiosk.text("level_id"));
+  const auto floor = floors_.find(kiosk.idOf("level_id"));
   const auto shapes = imdfPolygons(draft_.plane, *kiosk.geometry);
   if (names.empty() || floor == floors_.end() || shapes.empty()) return;
   const Polygon outline{{shapes.front().rings.front()}};
@@ -86,9 +87,10 @@ void ImdfPlaces::planKiosk(const ImdfFeature& kiosk) {
 }
 
 void ImdfPlaces::plan(const ImdfFeature& feature, std::string_view category, Names names,
-                      std::size_t floor, Point at, std::optional<std::size_t> unit) {
+                      std::size_t floor, Point at, std::optional<std::size_t> unit,
+                      bool isAmenity) {
   planned_.push_back({&feature, std::string(category.empty() ? "unspecified" : category),
-                      std::move(names), floor, at, unit, site_.stands.size()});
+                      std::move(names), floor, at, unit, site_.stands.size(), isAmenity});
   if (isEnteredByDoor(unit)) return;
   site_.stands.push_back({feature.id, floor, at});
 }
@@ -99,7 +101,7 @@ bool ImdfPlaces::isEnteredByDoor(std::optional<std::size_t> unit) const {
 }
 
 void ImdfPlaces::add(const MadeWays& made) {
-  for (Planned& place : planned_) {
+  for (const Planned& place : planned_) {
     std::vector<std::size_t> nodes;
     if (isEnteredByDoor(place.unit)) {
       nodes = made.insideDoors[*place.unit];
@@ -110,9 +112,15 @@ void ImdfPlaces::add(const MadeWays& made) {
       draft_.oddities.tell(place.feature->id, "unreached", "No door leads to it.");
       continue;
     }
-    draft_.places.push_back({place.feature->id, categoryOf(place.category), std::move(place.names),
-                             place.floor, place.at, std::move(nodes)});
+    if (place.isAmenity) addPlace(place, {}, nodes);
+    if (!place.isAmenity || !place.names.empty()) addPlace(place, place.names, nodes);
   }
+}
+
+void ImdfPlaces::addPlace(const Planned& place, Names names,
+                          const std::vector<std::size_t>& nodes) {
+  draft_.places.push_back({place.feature->id, categoryOf(place.category), std::move(names),
+                           place.floor, place.at, nodes});
 }
 
 std::size_t ImdfPlaces::categoryOf(const std::string& category) {

@@ -47,6 +47,8 @@ class ImdfPlaces {
     // The unit that it is in, where it is named.
     std::optional<std::size_t> unit;
     std::size_t stand;
+    // One of its kind is as good as another, whatever it is called.
+    bool isAmenity;
   };
 
   void planUnit(std::size_t index);
@@ -54,8 +56,9 @@ class ImdfPlaces {
   void planOccupant(const ImdfFeature& occupant);
   void planKiosk(const ImdfFeature& kiosk);
   void plan(const ImdfFeature& feature, std::string_view category, Names names, std::size_t floor,
-            Point at, std::optional<std::size_t> unit);
+            Point at, std::optional<std::size_t> unit, bool isAmenity = false);
   bool isEnteredByDoor(std::optional<std::size_t> unit) const;
+  void addPlace(const Planned& place, Names names, const std::vector<std::size_t>& nodes);
   std::size_t categoryOf(const std::string& category);
 
   ImdfFiles& files_;

@@ -83,7 +83,7 @@ class ImdfReader {
   // The first that the level names; what lies outdoors belongs to the venue itself.
   std::size_t buildingOf(const ImdfFeature& level) {
     for (const Value& id : (*level.properties)["building_ids"].items()) {
-      const auto building = buildings_.find(id.text());
+      const auto building = buildings_.find(idOf(id));
       if (building != buildings_.end()) return building->second;
       tell(level, "dangling", "It names a building that is not there.");
     }
@@ -102,7 +102,7 @@ class ImdfReader {
 
   // None, and told of, for one that is not there.
   std::optional<std::size_t> floorOf(const ImdfFeature& feature) {
-    const auto floor = floors_.find(feature.text("level_id"));
+    const auto floor = floors_.find(feature.idOf("level_id"));
     if (floor != floors_.end()) return floor->second;
     tell(feature, "dangling", "It names a level that is not there.");
     return std::nullopt;
@@ -149,44 +149,71 @@ class ImdfReader {
     for (const ImdfFeature& opening : files_.of("opening")) {
       const auto floor = floorOf(opening);
       if (!floor) continue;
-      Line line = imdfLine(draft_.plane, *opening.geometry);
-      if (line.empty()) {
-        tell(opening, "noShape", "It has no line near the site.");
-        continue;
+      std::vector<Line> lines = imdfLines(draft_.plane, *opening.geometry);
+      if (lines.empty()) tell(opening, "noShape", "It has no line near the site.");
+      for (Line& line : lines) {
+        draft_.doors.push_back({*floor, line});
+        site_.doors.push_back({opening.id, *floor, std::move(line)});
       }
-      draft_.doors.push_back({*floor, line});
-      site_.doors.push_back({opening.id, *floor, std::move(line)});
     }
   }
 
   std::optional<std::size_t> unitOf(const Value& reference) const {
-    const auto unit = units_.byId.find(reference["id"].text());
+    const auto unit = units_.byId.find(idOf(reference["id"]));
     return unit == units_.byId.end() ? std::nullopt : std::optional(unit->second);
   }
 
-  // What leads from a unit to one of another level. Between units of one level openings do.
+  // What leads from a unit to others of other levels. Between units of one level openings do.
   void readRelationships() {
     for (const ImdfFeature& relation : files_.of("relationship")) {
-      const auto from = unitOf((*relation.properties)["origin"]);
-      const auto to = unitOf((*relation.properties)["destination"]);
-      if (!from || !to) {
+      const std::vector<std::size_t> stops = stopsOf(relation);
+      if (stops.size() < 2) {
         tell(relation, "dangling", "It does not lead from one unit that is there to another.");
         continue;
       }
-      const bool isDirected = relation.text("direction") == "directed";
-      if (site_.areas[*from].floor == site_.areas[*to].floor) {
-        if (isDirected) {
-          tell(relation, "one-way",
-               "A venue knows no one-way on one floor; it is walked both ways.");
-        }
-        continue;
+      bool climbs = false;
+      for (std::size_t i = 1; i < stops.size(); ++i) {
+        const std::string number = climbs ? "/" + std::to_string(i) : "";
+        climbs |= addMover(relation, number, stops[i - 1], stops[i]);
       }
-      LinkKind kind = climbOf(relation.text("category"));
-      if (kind == LinkKind::walkway) kind = site_.areas[*from].kind;
-      if (kind == LinkKind::lift) kind = liftBetween(*from, *to);
-      site_.movers.push_back(
-          {relation.id, *from, *to, kind, isDirected ? Direction::forward : Direction::both});
+      if (!climbs && isDirected(relation)) {
+        tell(relation, "one-way", "A venue knows no one-way on one floor; it is walked both ways.");
+      }
     }
+  }
+
+  // Its units from its origin over what lies between to its destination, as far as they are there.
+  std::vector<std::size_t> stopsOf(const ImdfFeature& relation) const {
+    std::vector<std::size_t> stops;
+    const auto add = [&](const Value& reference) {
+      const auto unit = unitOf(reference);
+      if (unit && (stops.empty() || stops.back() != *unit)) stops.push_back(*unit);
+    };
+    add((*relation.properties)["origin"]);
+    for (const Value& between : (*relation.properties)["intermediary"].items()) add(between);
+    add((*relation.properties)["destination"]);
+    if (isDirected(relation)) return stops;
+    // A lift's stops come in any order.
+    std::ranges::stable_sort(stops, {}, [&](std::size_t unit) {
+      return draft_.floors[site_.areas[unit].floor].ordinal;
+    });
+    return stops;
+  }
+
+  static bool isDirected(const ImdfFeature& relation) {
+    return relation.text("direction") == "directed";
+  }
+
+  // False for what stays on its level.
+  bool addMover(const ImdfFeature& relation, const std::string& number, std::size_t from,
+                std::size_t to) {
+    if (site_.areas[from].floor == site_.areas[to].floor) return false;
+    LinkKind kind = climbOf(relation.text("category"));
+    if (kind == LinkKind::walkway) kind = site_.areas[from].kind;
+    if (kind == LinkKind::lift) kind = liftBetween(from, to);
+    const Direction direction = isDirected(relation) ? Direction::forward : Direction::both;
+    site_.movers.push_back({relation.id + number, from, to, kind, direction});
+    return true;
   }
 
   LinkKind liftBetween(std::size_t from, std::size_t to) const {
@@ -199,18 +226,8 @@ class ImdfReader {
     for (const ImdfFeature& detail : files_.of("detail")) {
       const auto floor = floorOf(detail);
       if (!floor) continue;
-      const Value& geometry = *detail.geometry;
-      const bool isOfMany = geometry["type"].text() == "MultiLineString";
-      std::vector<Value> parts{geometry};
-      if (isOfMany) {
-        parts.clear();
-        for (const Value& part : geometry["coordinates"].items()) {
-          parts.push_back(Value::map({{"type", "LineString"}, {"coordinates", part}}));
-        }
-      }
-      for (const Value& part : parts) {
-        Line line = imdfLine(draft_.plane, part);
-        if (!line.empty()) draft_.walls.push_back({*floor, std::move(line)});
+      for (Line& line : imdfLines(draft_.plane, *detail.geometry)) {
+        draft_.walls.push_back({*floor, std::move(line)});
       }
     }
   }

@@ -30,10 +30,13 @@ std::optional<Point> imdfPoint(const LocalPlane& plane, const Value& geometry) {
   return isNearSite(at) ? std::optional(at) : std::nullopt;
 }
 
-Line imdfLine(const LocalPlane& plane, const Value& geometry) {
-  const auto globe = globeLine(geometry, PlaneSystem());
-  Line line = globe ? onPlane(plane, *globe) : Line();
-  return std::ranges::all_of(line, isNearSite) ? line : Line();
+std::vector<Line> imdfLines(const LocalPlane& plane, const Value& geometry) {
+  std::vector<Line> lines;
+  for (const GlobeLine& globe : globeLines(geometry, PlaneSystem())) {
+    Line line = onPlane(plane, globe);
+    if (std::ranges::all_of(line, isNearSite)) lines.push_back(std::move(line));
+  }
+  return lines;
 }
 
 std::vector<Polygon> imdfPolygons(const LocalPlane& plane, const Value& geometry) {

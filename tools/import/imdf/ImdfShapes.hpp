@@ -12,7 +12,8 @@
 namespace tern::imports {
 
 std::optional<Point> imdfPoint(const LocalPlane& plane, const Value& geometry);
-Line imdfLine(const LocalPlane& plane, const Value& geometry);
+// Those of several that are near the site.
+std::vector<Line> imdfLines(const LocalPlane& plane, const Value& geometry);
 std::vector<Polygon> imdfPolygons(const LocalPlane& plane, const Value& geometry);
 
 }  // namespace tern::imports

@@ -255,6 +255,42 @@ TEST(ImdfReader, relationshipsSayWhereMoversLeadAndWhichWay) {
   EXPECT_EQ(draft.floors[draft.nodes[down->from].floor].ordinal, 1);
 }
 
+Value reference(const char* unit) { return Value::map({{"id", unit}, {"feature_type", "unit"}}); }
+
+// Lifts over each other on three levels, which one relationship names.
+DrawnImdf threeLifts(const DrawnImdf::Properties& ends, const std::vector<const char*>& between) {
+  DrawnImdf building;
+  for (const auto& [level, ordinal] :
+       {std::pair{"low", 0}, std::pair{"mid", 1}, std::pair{"top", 2}}) {
+    const std::string name = level;
+    building.level(name, ordinal);
+    building.unit(name + " hall", name, "walkway", {0, 0, 20, 10});
+    building.unit(name + " lift", name, "elevator", {20, 0, 23, 3});
+    building.opening(name + " door", name, {20, 1}, {20, 2});
+  }
+  Value list = Value::list();
+  for (const char* const unit : between) list.append(reference(unit));
+  DrawnImdf::Properties all = ends;
+  all.insert(
+      all.end(),
+      {{"category", "elevator"}, {"direction", "undirected"}, {"intermediary", std::move(list)}});
+  return building.add("relationship", "shaft", Value(), all);
+}
+
+TEST(ImdfReader, aLiftStopsAtWhatItsRelationshipNamesBetween) {
+  const Value low = reference("low lift");
+  const Value top = reference("top lift");
+  const std::vector<DrawnImdf> buildings{
+      threeLifts({{"origin", top}, {"destination", low}}, {"mid lift"}),
+      threeLifts({{"origin", low}, {"destination", Value()}}, {"top lift", "mid lift"}),
+      threeLifts({}, {"mid lift", "low lift", "top lift"})};
+  for (const DrawnImdf& building : buildings) {
+    const Draft draft = draftOf(building);
+    EXPECT_EQ(islandsOf(draft), 1U);
+    EXPECT_THAT(toldLines(draft), IsEmpty());
+  }
+}
+
 TEST(ImdfReader, relationshipsThatLeadNowhereOrOneWayOnALevelAreTold) {
   DrawnImdf building = shopByAHall();
   building.add("relationship", "lost", Value(), relation("hall", "pool", "stairs", "undirected"));
@@ -282,6 +318,46 @@ TEST(ImdfReader, toiletsAndAmenitiesAreCalledByTheirCategory) {
   EXPECT_EQ(nameIn(draft.categories[cash->category].names, "de"), "Geldautomat");
   EXPECT_LT(apart(draft.nodes[cash->nodes.at(0)].at, cash->at), 0.01) << "in a hall, where it is";
   EXPECT_THAT(toldLines(draft), ElementsAre("lost dangling", "dull noPlace"));
+}
+
+TEST(ImdfReader, anAmenityWithANameIsADestinationToo) {
+  DrawnImdf building = shopByAHall();
+  building.add("amenity", "gate", DrawnImdf::point({15, 2}),
+               {{"category", "boardinggate"},
+                {"name", DrawnImdf::label("Gate A1")},
+                {"unit_ids", Value::list({"hall"})}});
+  std::vector<std::string> names;
+  for (const DraftPlace& place : draftOf(building).places) {
+    if (place.id == "gate") names.emplace_back(nameIn(place.names, "en"));
+  }
+  EXPECT_THAT(names, ElementsAre("", "Gate A1"));
+}
+
+TEST(ImdfReader, anOpeningOfSeveralLinesIsADoorForEach) {
+  DrawnImdf building = shopByAHall();
+  const Value one = DrawnImdf::line({0, 1}, {0, 2})["coordinates"];
+  const Value two = DrawnImdf::line({0, 3}, {0, 4})["coordinates"];
+  const std::size_t before = draftOf(building).doors.size();
+  building.add("opening", "pair",
+               Value::map({{"type", "MultiLineString"}, {"coordinates", Value::list({one, two})}}),
+               {{"level_id", "ground"}});
+  EXPECT_EQ(draftOf(building).doors.size(), before + 2);
+}
+
+TEST(ImdfReader, idsMayBeNumbers) {
+  DrawnImdf building;
+  building.add("level", "ground", DrawnImdf::box({-9, -9, 9, 9}),
+               {{"ordinal", 0}, {"id", "ground"}});
+  building.add("unit", "hall", DrawnImdf::box({0, 0, 8, 8}),
+               {{"level_id", 7}, {"category", "walkway"}, {"name", DrawnImdf::label("Hall")}});
+  building.add("opening", "door", DrawnImdf::line({0, 2}, {0, 4}), {{"level_id", 7}});
+  const test::TemporaryFolder folder;
+  building.writeTo(folder.at("site"));
+  folder.write("site/level.geojson",
+               R"({"features":[{"id":7,"feature_type":"level","properties":{"ordinal":0}}]})");
+  const ReadDraft read = readImdf(openSource(folder.at("site")).files);
+  ASSERT_EQ(read.error, std::nullopt);
+  EXPECT_NE(placeOf(read.draft, "hall"), nullptr);
 }
 
 TEST(ImdfReader, occupantsAreWhereTheirAnchorsAre) {
