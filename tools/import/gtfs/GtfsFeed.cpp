@@ -11,6 +11,7 @@
 #include "tools/import/draft/Hash.hpp"
 #include "tools/import/source/CsvReader.hpp"
 #include "tools/import/source/PlaneSystem.hpp"
+#include "tools/import/source/Utf8Text.hpp"
 
 namespace tern::imports {
 
@@ -59,6 +60,10 @@ void addName(Names& names, std::string_view language, std::string_view text) {
       names, [&](const Name& name) { return name.language == language || name.text == text; });
   if (!text.empty() && !isKnown && names.size() < mostNames)
     names.push_back({std::string(language), std::string(text)});
+}
+
+bool isUtf16(std::string_view text) {
+  return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF");
 }
 
 using Columns = std::span<const std::string_view>;
@@ -155,7 +160,12 @@ std::optional<std::string> GtfsFeed::readTable(const SourceFiles& source, const 
   const ReadFile read = source.read(name);
   if (read.error) return read.error;
   stamp_ = hashOf(read.text, hashOf(file, stamp_));
-  const CsvHead head = readCsv(read.text, table.columns, [&](const CsvRow& row) {
+  if (isUtf16(read.text)) return name + " is written in UTF-16, not in UTF-8";
+  const Utf8Text text = utf8TextOf(read.text);
+  if (!text.wasUtf8) {
+    told_.remark(file, "encoding", "It is not UTF-8; other bytes are taken for Windows-1252.");
+  }
+  const CsvHead head = readCsv(text.text, table.columns, [&](const CsvRow& row) {
     (this->*table.add)(RowReader(table, row));
   });
   if (head.error) return name + ": " + *head.error;

@@ -24,6 +24,7 @@ class GtfsReader {
   ReadStations read(const SourceFiles& source) {
     if (auto error = feed_.read(source)) return failed(*std::move(error), false);
     rest_ = feed_.told();
+    adoptStops();
     for (std::size_t i = 0; i < feed_.stops().size(); ++i) sortStop(i);
     for (std::size_t i = 0; i < feed_.pathways().size(); ++i) sortPathway(i);
     std::vector<const StationParts*> chosen;
@@ -32,7 +33,7 @@ class GtfsReader {
       if (isWished && !parts.pathways.empty()) chosen.push_back(&parts);
     }
     if (chosen.empty() && wish_.station.empty()) {
-      return failed("no pathway of the feed leads through a station", false);
+      return failed("no pathway of the feed leads through a station: " + whyNoStation(), false);
     }
     if (chosen.empty()) return failed(noSuchStation(), true);
     if (chosen.size() > 1 && !wish_.all) return failed("there are " + listed(chosen), true);
@@ -43,9 +44,41 @@ class GtfsReader {
  private:
   const GtfsStop& stop(std::size_t index) const { return feed_.stops()[index]; }
 
+  // Entrances and nodes have to name their station. One that does not belongs to that which its
+  // pathways lead to.
+  void adoptStops() {
+    std::vector<std::vector<std::size_t>> joined(feed_.stops().size());
+    for (const GtfsPathway& way : feed_.pathways()) {
+      const auto from = feed_.stopOf(way.from);
+      const auto to = feed_.stopOf(way.to);
+      if (!from || !to) continue;
+      joined[*from].push_back(*to);
+      joined[*to].push_back(*from);
+    }
+    std::vector<std::size_t> known;
+    for (std::size_t i = 0; i < joined.size(); ++i) {
+      if (stationOf(i)) known.push_back(i);
+    }
+    for (std::size_t i = 0; i < known.size(); ++i) {
+      for (const std::size_t other : joined[known[i]]) {
+        const bool isOfStation =
+            stop(other).kind == StopKind::entrance || stop(other).kind == StopKind::node;
+        if (!isOfStation || !stop(other).parent.empty() || stationOf(other)) continue;
+        const std::size_t station = *stationOf(known[i]);
+        adopted_.emplace(other, station);
+        known.push_back(other);
+        stations_[stop(station).id].told.remark(
+            stop(other).id, "noStation",
+            "It names no station; its pathways lead to one, to which it is taken to belong.");
+      }
+    }
+  }
+
   // The place in the list of the station that a stop belongs to or is: it may be the parent of its
   // parent.
   std::optional<std::size_t> stationOf(std::size_t index) const {
+    const auto adopted = adopted_.find(index);
+    if (adopted != adopted_.end()) return adopted->second;
     std::optional<std::size_t> at = index;
     for (int i = 0; i < 3 && at; ++i) {
       if (stop(*at).kind == StopKind::station) return at;
@@ -87,6 +120,14 @@ class GtfsReader {
     } else {
       stations_[stop(*known).id].pathways.push_back(index);
     }
+  }
+
+  std::string whyNoStation() const {
+    const bool isAny =
+        std::ranges::find(feed_.stops(), StopKind::station, &GtfsStop::kind) != feed_.stops().end();
+    if (feed_.pathways().empty()) return "there is no pathway";
+    return isAny ? "no stop of one belongs to a station"
+                 : "no stop is one, which location_type 1 and parent_station would say";
   }
 
   std::string noSuchStation() const {
@@ -138,6 +179,8 @@ class GtfsReader {
   const StationWish& wish_;
   GtfsFeed feed_;
   std::map<std::string, StationParts> stations_;
+  // Of stops that name none.
+  std::map<std::size_t, std::size_t> adopted_;
   // What belongs to no station that is drafted.
   Oddities rest_;
 };

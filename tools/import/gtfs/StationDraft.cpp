@@ -238,7 +238,7 @@ class StationDrafter {
       const std::size_t from = nodeOf(way.from);
       const std::size_t to = nodeOf(way.to);
       std::vector<std::size_t>& waysBack = single[{to, from, kind}];
-      const bool isSingle = !way.isBothWays && way.mode != PathwayMode::escalator;
+      const bool isSingle = !isBothWays(way) && way.mode != PathwayMode::escalator;
       if (isSingle && !waysBack.empty()) {
         addWayBack(draft_.links[waysBack.back()], way);
         waysBack.pop_back();
@@ -263,15 +263,18 @@ class StationDrafter {
     }
   }
 
+  // An exit gate lets nobody in, whatever the feed says.
+  static bool isBothWays(const GtfsPathway& way) {
+    return way.isBothWays && way.mode != PathwayMode::exitGate;
+  }
+
   DraftLink linkOf(const GtfsPathway& way) const {
     DraftLink link;
     link.id = way.id;
     link.from = nodeOf(way.from);
     link.to = nodeOf(way.to);
     link.kind = kindOf(way, endsOf(way));
-    // An exit gate lets nobody in, whatever the feed says.
-    const bool isBothWays = way.isBothWays && way.mode != PathwayMode::exitGate;
-    link.direction = isBothWays ? Direction::both : Direction::forward;
+    link.direction = isBothWays(way) ? Direction::both : Direction::forward;
     link.hasSteps = link.kind == LinkKind::walkway && way.steps.value_or(0) != 0;
     link.isSteep = isSteep(way);
     link.details = detailsOf(way);

@@ -51,6 +51,21 @@ TEST(GtfsFeed, rowsComeThrough) {
   EXPECT_THAT(feed.told(), IsEmpty());
 }
 
+TEST(GtfsFeed, bytesThatAreNotUtf8AreLettersOfWindowsAndTold) {
+  Feed feed(
+      "stop_id,stop_name,location_type\ns,S\xFC"
+      "d,1\n",
+      pathways);
+  ASSERT_EQ(feed.read(), std::nullopt);
+  EXPECT_EQ(feed.feed.stops()[0].name, "Süd");
+  EXPECT_THAT(feed.told(), ElementsAre("stops.txt encoding"));
+}
+
+TEST(GtfsFeed, aTableInUtf16IsSaidToBe) {
+  Feed feed(std::string_view("\xFF\xFEs\0", 4), pathways);
+  EXPECT_EQ(feed.read(), "stops.txt is written in UTF-16, not in UTF-8");
+}
+
 TEST(GtfsFeed, feedMayLieInAFolderOfItsOwn) {
   const TemporaryFolder folder;
   folder.write("town/stops.txt", stops);

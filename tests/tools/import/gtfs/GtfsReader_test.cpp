@@ -103,11 +103,26 @@ TEST(GtfsReader, pathwaysThatLeadNowhereAreTold) {
   EXPECT_EQ(told["e"], "dangling");
 }
 
+TEST(GtfsReader, entrancesAndNodesWithoutAStationBelongToThatOfTheirPathways) {
+  DrawnFeed feed = town().stop("lane", 3, {}, {.parent = {}}).stop("gate", 2, {}, {.parent = {}});
+  feed.way("a", "s-door", "lane", 1).way("b", "lane", "gate", 2);
+  const ReadStations read = readFeed(feed, {.station = "s"});
+  ASSERT_EQ(read.drafts.size(), 1U);
+  const auto& nodes = read.drafts.front().nodes;
+  EXPECT_TRUE(std::ranges::any_of(nodes, [](const DraftNode& n) { return n.id == "gate"; }));
+  EXPECT_EQ(toldOf(read)["gate"], "noStation");
+  EXPECT_EQ(toldOf(read)["lane"], "noStation");
+}
+
 TEST(GtfsReader, feedWithoutAStationIsAnError) {
   DrawnFeed feed;
   const ReadStations read = readFeed(feed);
-  EXPECT_EQ(read.error, "no pathway of the feed leads through a station");
+  EXPECT_EQ(read.error, "no pathway of the feed leads through a station: there is no pathway");
   EXPECT_FALSE(read.isOfWish);
+  feed.stop("a", 0, {}, {.parent = {}}).stop("b", 0, {}, {.parent = {}}).way("ab", "a", "b", 1);
+  EXPECT_THAT(*readFeed(feed).error, HasSubstr("no stop is one"));
+  feed.station("s");
+  EXPECT_THAT(*readFeed(feed).error, HasSubstr("no stop of one belongs to a station"));
 }
 
 TEST(GtfsReader, parentsThatGoRoundAreNoStation) {

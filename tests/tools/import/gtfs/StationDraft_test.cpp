@@ -118,6 +118,15 @@ TEST(StationDraft, exitGateLetsNobodyIn) {
   EXPECT_EQ(draftOf(halt().way("out", "1", "door", 7)).links.front().direction, Direction::forward);
 }
 
+TEST(StationDraft, anExitGateIsTheWayBackOfAFareGateWhateverTheFeedSays) {
+  DrawnFeed feed = halt();
+  feed.node("n", DrawnFeed::Metres{9, 0}, "street");
+  feed.way("in", "door", "n", 6, {.isBothWays = false}).way("out", "n", "door", 7);
+  const Draft draft = draftOf(feed);
+  ASSERT_EQ(draft.links.size(), 1U);
+  EXPECT_EQ(draft.links[0].direction, Direction::both);
+}
+
 TEST(StationDraft, wayIsTheWayBackOfOneOnly) {
   DrawnFeed feed = halt();
   feed.way("a", "door", "1", 2, {.isBothWays = false});
