@@ -125,7 +125,7 @@ class WayMaker {
   }
 
   // Stairs and the like that no door is drawn to are entered over their longest side that lies
-  // along another area.
+  // along an area with a door, else along any other.
   void addMissingDoor(SitePiece& piece) {
     const SiteArea& area = site_.areas[piece.area];
     if (!isMover(area.kind) || !piece.doors.empty()) return;
@@ -134,11 +134,15 @@ class WayMaker {
     Point at;
     forEachSide(piece.shape, [&](Point a, Point b) {
       const Point way = b - a;
-      if (lengthOf(way) <= longest) return;
+      if (lengthOf(way) == 0) return;
       const Point middle = between(a, b, 0.5);
       const Point out = Point{way.y, -way.x} * (1 / lengthOf(way));
       SitePiece* const other = pieces_.beside(piece.floor, middle, out, &piece);
       if (other == nullptr) return;
+      const bool hasDoor = !other->doors.empty();
+      const bool hadDoor = beside != nullptr && !beside->doors.empty();
+      if (hadDoor && !hasDoor) return;
+      if (hadDoor == hasDoor && lengthOf(way) <= longest) return;
       longest = lengthOf(way);
       beside = other;
       at = middle;

@@ -222,6 +222,16 @@ TEST_F(SiteWays, stairsWithoutADoorAreEnteredFromBesideAndTold) {
   EXPECT_THAT(kindsTold(), ElementsAre("noDoor"));
 }
 
+TEST_F(SiteWays, stairsWithoutADoorAreRatherEnteredFromWhatHasOne) {
+  area("hall", 0, {0, 0, 10, 5});
+  area("stairs", 0, {0, 5, 3, 10}, LinkKind::stairs);
+  area("closet", 0, {3, 5, 6, 10});
+  door("way in", 0, {0, 2}, {0, 3});
+  make();
+  EXPECT_TRUE(nodeOf("stairs/door>hall"));
+  EXPECT_FALSE(nodeOf("stairs/door>closet"));
+}
+
 TEST_F(SiteWays, whatTheSourceSaysOfAMoverIsTaken) {
   area("low", 0, {0, 0, 3, 9}, LinkKind::escalator);
   area("high", 1, {20, 0, 23, 9}, LinkKind::escalator);
