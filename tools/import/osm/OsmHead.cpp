@@ -1,8 +1,12 @@
 #include "tools/import/osm/OsmHead.hpp"
 
 #include <algorithm>
+#include <cmath>
+#include <cstdint>
 #include <map>
+#include <vector>
 
+#include "tools/import/draft/MiddleValue.hpp"
 #include "tools/import/osm/OsmGeometry.hpp"
 #include "tools/import/ways/PlaneGeometry.hpp"
 
@@ -73,6 +77,27 @@ Names namesOfGround(std::span<const OsmArea> areas) {
 }
 
 }  // namespace
+
+bool placeOsm(const OsmSelection& found, const OsmNodes& nodes, Draft& draft) {
+  std::vector<double> longitudes;
+  std::vector<double> latitudes;
+  const auto add = [&](std::int64_t id) {
+    constexpr double mostLatitude = 85;
+    const OsmNode* const node = nodes.find(id);
+    if (node == nullptr || std::abs(node->at.latitude) > mostLatitude) return;
+    longitudes.push_back(node->at.longitude);
+    latitudes.push_back(node->at.latitude);
+  };
+  for (const OsmOutline& area : found.areas) {
+    for (const OsmRing& ring : area.outer) std::ranges::for_each(ring, add);
+  }
+  for (const OsmLine& walk : found.walks) {
+    if (!walk.levels.empty()) std::ranges::for_each(walk.way->refs, add);
+  }
+  if (longitudes.empty()) return false;
+  draft.plane = LocalPlane({middleValue(longitudes), middleValue(latitudes)});
+  return true;
+}
 
 void nameOsmVenue(Draft& draft, const std::string& file, const OsmSelection& found,
                   const OsmNodes& nodes, std::span<const OsmArea> areas) {

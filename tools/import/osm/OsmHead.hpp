@@ -1,4 +1,4 @@
-// What a venue of OpenStreetMap is called, where it is, and in which language its names are.
+// Where a venue of OpenStreetMap is, what it is called, and in which language its names are.
 //
 // Threads: a free function. Fails: never.
 #pragma once
@@ -12,6 +12,9 @@
 #include "tools/import/osm/OsmSelection.hpp"
 
 namespace tern::imports {
+
+// The plane touches the globe amid what is indoors. False where nothing is.
+bool placeOsm(const OsmSelection& found, const OsmNodes& nodes, Draft& draft);
 
 // By the building that most areas lie in, else by what it lies on, else by the file.
 void nameOsmVenue(Draft& draft, const std::string& file, const OsmSelection& found,

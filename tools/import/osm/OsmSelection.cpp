@@ -266,7 +266,33 @@ class Selector {
   std::unordered_set<std::int64_t> taken_;
 };
 
+std::size_t cornersOf(const OsmOutline& outline) {
+  std::size_t corners = 0;
+  for (const OsmRing& ring : outline.outer) corners += ring.size();
+  for (const OsmRing& ring : outline.inner) corners += ring.size();
+  return corners;
+}
+
 }  // namespace
+
+bool isTooMuch(const OsmSelection& found) {
+  std::size_t things = 0;
+  std::size_t corners = 0;
+  const auto add = [&](std::size_t levels, std::size_t cornersOfEach) {
+    things += levels;
+    corners += levels * cornersOfEach;
+  };
+  for (const auto* const outlines : {&found.areas, &found.columns, &found.levels}) {
+    for (const OsmOutline& outline : *outlines) add(outline.levels.size(), cornersOf(outline));
+  }
+  for (const auto* const lines : {&found.walls, &found.walks}) {
+    for (const OsmLine& line : *lines) add(line.levels.size(), line.way->refs.size());
+  }
+  for (const auto* const points : {&found.doors, &found.lifts, &found.places}) {
+    for (const OsmPoint& point : *points) add(point.levels.size(), 1);
+  }
+  return things > mostOsmThings || corners > mostOsmCorners;
+}
 
 OsmSelection selectOsm(const OsmData& data, Oddities& oddities) {
   return Selector(data, oddities).select();

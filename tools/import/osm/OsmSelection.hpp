@@ -4,6 +4,7 @@
 // Fails: never; what is about the inside and cannot be taken is told of.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -51,6 +52,11 @@ struct OsmSelection {
   // Records with tags that say nothing of indoors.
   std::size_t others = 0;
 };
+
+// A record counts on each of its floors, and so do its corners.
+inline constexpr std::size_t mostOsmThings = 50'000;
+inline constexpr std::size_t mostOsmCorners = 1'000'000;
+bool isTooMuch(const OsmSelection& found);
 
 OsmSelection selectOsm(const OsmData& data, Oddities& oddities);
 

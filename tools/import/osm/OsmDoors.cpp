@@ -1,0 +1,90 @@
+#include "tools/import/osm/OsmDoors.hpp"
+
+#include <algorithm>
+#include <vector>
+
+#include "tools/import/osm/OsmGeometry.hpp"
+
+namespace tern::imports {
+
+namespace {
+
+class DoorReader {
+ public:
+  DoorReader(const OsmFrame& frame, const OsmOutlines& outlines, Site& site, OsmPlaces& places)
+      : frame_(frame), outlines_(outlines), site_(site), places_(places) {}
+
+  OsmDoors read(const std::set<OsmStop>& openings) {
+    for (const OsmPoint& door : frame_.found.doors) readDoor(door);
+    for (const auto& [node, floor] : openings) addDoor(*frame_.nodes.find(node), floor, false);
+    return std::move(doors_);
+  }
+
+ private:
+  void readDoor(const OsmPoint& door) {
+    const std::string record = osmId(OsmKind::node, door.node->id);
+    const auto floors =
+        door.levels.empty() ? floorsAt(*door.node) : frame_.floorsOf(record, door.levels);
+    bool isSomewhere = false;
+    for (const std::size_t floor : floors) {
+      isSomewhere |= addDoor(*door.node, floor, floors.size() > 1);
+    }
+    if (isSomewhere) return;
+    if (door.levels.empty()) {
+      ++doors_.others;
+    } else {
+      frame_.tell(record, "unreached", "No outline of an area goes through it.");
+    }
+  }
+
+  // Where areas that it is part of lie, and ways that lead through it. One enters the building on
+  // the ground, though what lies above it may be drawn over the same nodes.
+  std::vector<std::size_t> floorsAt(const OsmNode& door) const {
+    std::vector<std::size_t> floors = outlines_.floorsAt(door.id);
+    for (std::size_t floor = 0; floor < frame_.draft.floors.size(); ++floor) {
+      const bool isNew = std::ranges::find(floors, floor) == floors.end();
+      if (isNew && frame_.nodes.isWalkedOn(door.id, floor)) floors.push_back(floor);
+    }
+    const auto ground = frame_.floors.find(0);
+    if (!isOsmEntrance(door.tags) || ground == frame_.floors.end()) return floors;
+    const bool isOnGround = std::ranges::find(floors, ground->second) != floors.end();
+    return isOnGround || floors.empty() ? std::vector{ground->second} : floors;
+  }
+
+  // Whether it is a door of an area, or a way leads through it.
+  bool addDoor(const OsmNode& node, std::size_t floor, bool isOnSeveral) {
+    if (!known_.insert({node.id, floor}).second) return true;
+    const bool isWalked = frame_.nodes.isWalkedOn(node.id, floor);
+    const bool isEntrance = isOsmEntrance(node.tags);
+    if (isWalked && isEntrance) {
+      frame_.draft.nodes[frame_.nodes.walkedOn(node.id, floor)].isEntrance = true;
+    }
+    const auto line = outlines_.doorAt(node.id, floor, osmDoorMetres(node.tags));
+    if (!line || !isNearSite(line->front())) return isWalked;
+    const std::string& id = frame_.nodes.idOn(node.id, floor, isOnSeveral);
+    frame_.draft.doors.push_back({floor, *line});
+    site_.doors.push_back({id, floor, *line});
+    if (isEntrance) doors_.entrances.insert(id);
+    if (isEntrance && node.tags.has("name")) {
+      places_.planDoor(
+          {osmId(OsmKind::node, node.id), id, &node.tags, floor, *frame_.nodes.placeOf(node.id)});
+    }
+    return true;
+  }
+
+  const OsmFrame& frame_;
+  const OsmOutlines& outlines_;
+  Site& site_;
+  OsmPlaces& places_;
+  OsmDoors doors_;
+  std::set<OsmStop> known_;
+};
+
+}  // namespace
+
+OsmDoors readOsmDoors(const OsmFrame& frame, const OsmOutlines& outlines,
+                      const std::set<OsmStop>& openings, Site& site, OsmPlaces& places) {
+  return DoorReader(frame, outlines, site, places).read(openings);
+}
+
+}  // namespace tern::imports
