@@ -1,4 +1,6 @@
 // A venue as the page shows it. Points are in map units, with y down, as the drawings have them.
+import type { Placement } from "./placement.js";
+
 export type Point = readonly [number, number];
 
 // A name, and those that the venue gives it in other languages, by codes such as "de".
@@ -76,6 +78,8 @@ export interface Level {
 export interface Venue {
   readonly id: number;
   readonly names: Names;
+  // Null where the venue does not say where on the globe it lies.
+  readonly placement: Placement | null;
   readonly buildings: readonly Building[];
   // By their maps.
   readonly floors: ReadonlyMap<number, Floor>;
@@ -84,6 +88,7 @@ export interface Venue {
   readonly waypoints: ReadonlyMap<number, Spot>;
   // Waypoints that a path leads to.
   readonly joined: ReadonlySet<number>;
+  readonly pathTypes: ReadonlyMap<number, PathType>;
   readonly movers: readonly Mover[];
   // In ascending order, the last of which admits everything.
   readonly levels: readonly Level[];

@@ -4,6 +4,7 @@ import { integer, integers, items, list, number, object, point, text, type Json 
 import { levelsOf } from "./levels.js";
 import { moversOf, type Path } from "./movers.js";
 import { namesOf } from "./names.js";
+import { placementOf } from "./placement.js";
 import type { Building, Floor, Names, PathType, Place, Spot, Venue } from "./Venue.js";
 
 // The library knows a null level by this number.
@@ -160,7 +161,8 @@ function mapsOf(venue: Json, buildings: readonly Json[]): Json[] {
 // `document` is the venue's, `buildings` are those that it lists, in its order.
 export function readVenue(document: Json, buildings: readonly Json[]): Venue {
   const ways: Ways = { waypoints: new Map(), paths: [] };
-  for (const map of mapsOf(document, buildings)) addWays(ways, map);
+  const maps = mapsOf(document, buildings);
+  for (const map of maps) addWays(ways, map);
   const types = typesOf(document);
   const used = new Set(ways.paths.map((path) => path.type));
   const read = buildings.length > 0 ? buildings.map(buildingOf) : [onlyBuilding(document)];
@@ -169,12 +171,14 @@ export function readVenue(document: Json, buildings: readonly Json[]): Venue {
   return {
     id: integer(document["id"]) ?? 0,
     names: namesOf(document),
+    placement: placementOf(document, maps[0] ?? {}),
     buildings: withFloors,
     floors: new Map(withFloors.flatMap((each) => each.floors.map((floor) => [floor.map, floor]))),
     firstFloor: (withFloors.find((each) => each.id === first) ?? withFloors[0])?.firstFloor ?? null,
     places: placesOf(document, ways.waypoints),
     waypoints: ways.waypoints,
     joined: new Set(ways.paths.flatMap((path) => (path.waypoints.length > 1 ? path.waypoints : []))),
+    pathTypes: types,
     movers: moversOf(ways.paths, types, ways.waypoints),
     levels: levelsOf([...types.values()].filter((type) => used.has(type.id))),
   };
