@@ -34,7 +34,7 @@ const passageFont = labelFont.replace("500", "700");
 const passageHeight = 22;
 // It is shown whatever else there is, and names keep away from it.
 const always = "obstacle";
-const pin = "M12 31c5.5-8 10.5-12.7 10.5-19a10.5 10.5 0 1 0-21 0C1.5 18.3 6.5 23 12 31z";
+export const pin = "M12 31c5.5-8 10.5-12.7 10.5-19a10.5 10.5 0 1 0-21 0C1.5 18.3 6.5 23 12 31z";
 
 function pinAddress(colour: string, border: string): string {
   const text =
