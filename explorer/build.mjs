@@ -59,10 +59,20 @@ function licences() {
   });
 }
 
-// What the page's scripts import is asked for along with the page.
-const outputs = Object.keys(metafile.outputs).map((path) => basename(path));
-const later = outputs.filter((name) => name.endsWith(".js") && !/^(main|worker-host)\.js$/.test(name));
-const preloads = later.map((name) => `<link rel="modulepreload" href="${name}">`);
+// What the page's first script and the map import is asked for along with the page; what somebody
+// has to ask for, such as printing, only then.
+const outputs = new Map(Object.entries(metafile.outputs).map(([path, each]) => [basename(path), each]));
+const early = new Set();
+function addWithImports(name) {
+  if (early.has(name)) return;
+  early.add(name);
+  const imports = outputs.get(name).imports.filter((each) => each.kind === "import-statement");
+  for (const { path } of imports) addWithImports(basename(path));
+}
+addWithImports("main.js");
+addWithImports([...outputs].find(([, each]) => each.entryPoint === "src/app.ts")[0]);
+early.delete("main.js");
+const preloads = [...early].map((name) => `<link rel="modulepreload" href="${name}">`);
 // Browsers ask for an icon again whenever the address changes: here it is in the page.
 const icon = readFileSync(join(here, "icons/explorer.svg"), "utf8").replace(/\n\s*/g, "");
 const page = readFileSync(join(here, "index.html"), "utf8")
