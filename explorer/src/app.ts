@@ -21,6 +21,7 @@ import { Texts } from "./texts/texts.js";
 import { isDark, onTheme } from "./theme/theme.js";
 import { integer, items } from "./venue/json.js";
 import { nameIn, namesOf } from "./venue/names.js";
+import type { Shown } from "./picture/Shown.js";
 import { readVenue } from "./venue/read.js";
 import { signedFloor, type SignedFloor } from "./venue/signs.js";
 import type { Floor, Point } from "./venue/Venue.js";
@@ -63,6 +64,8 @@ class App {
       say: (text) => this.#say(text),
       failed: (error) => this.#failed(error),
       flyTo: (map, at) => this.#flyTo(map, at),
+      share: () => void this.#share(),
+      print: () => void this.#print(),
     };
     this.#sheet = new Sheet(byId("panel"), this.#context.texts, () => this.#layoutChanged());
     this.#way = new CurrentWay(
@@ -108,6 +111,7 @@ class App {
       this.#map.themeChanged();
       this.#showFloor(store.state, null);
     });
+    addEventListener("keydown", (event) => this.#printByKey(event));
     addEventListener("resize", () => this.#layoutChanged());
     byId("to-search").addEventListener("click", () => byId("panel").querySelector("input")?.focus());
   }
@@ -238,11 +242,48 @@ class App {
     this.#map.flyTo(at);
   }
 
+  // What somebody asks for is loaded only then.
+  async #share(): Promise<void> {
+    try {
+      const { openShare } = await import("./share/ShareDialog.js");
+      openShare(this.#shown());
+    } catch (error) {
+      this.#failed(error);
+    }
+  }
+
+  async #print(): Promise<void> {
+    try {
+      const { print } = await import("./print/PrintSheet.js");
+      await print(this.#shown());
+    } catch (error) {
+      this.#failed(error);
+    }
+  }
+
+  #shown(): Shown {
+    const { state } = this.#context.store;
+    return {
+      context: this.#context,
+      state,
+      way: viewOf(state) === "way" ? this.#foundWay() : null,
+      floor: this.#floor(state),
+      name: this.#config.name,
+    };
+  }
+
   #stops(state: State): (readonly number[])[] | null {
     if (state.from === null || state.to === null) return null;
     const start = startOf(this.#context, state.from);
     const stops = [...state.via, state.to].map((end) => waypointsOf(this.#context, end));
     return [start === null ? [] : [start], ...stops];
+  }
+
+  // The window as it stands is nothing to carry.
+  #printByKey(event: KeyboardEvent): void {
+    if (event.key !== "p" || !(event.ctrlKey || event.metaKey) || event.shiftKey || event.altKey) return;
+    event.preventDefault();
+    void this.#print();
   }
 
   #padding() {

@@ -54,7 +54,12 @@ export function placeCard(context: Context, end: End): HTMLElement {
         text: nameOfEnd(context, end),
         attributes: { id: "card-name", tabindex: -1 },
       }),
-      iconButton(lineIcon("close"), say.of("close"), () => store.update({ place: null })),
+      h(
+        "div",
+        { class: "card-corner" },
+        iconButton(lineIcon("share"), say.of("share"), context.share),
+        iconButton(lineIcon("close"), say.of("close"), () => store.update({ place: null })),
+      ),
     ),
     h("p", { class: "card-where", text: words.join(" · ") }),
     walk,

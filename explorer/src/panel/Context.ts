@@ -25,6 +25,9 @@ export interface Context {
   readonly say: (text: string) => void;
   readonly failed: (error: unknown) => void;
   readonly flyTo: (map: number, at: Point) => void;
+  // What is shown, as something to hand on or to carry.
+  readonly share: () => void;
+  readonly print: () => void;
 }
 
 export function placeOf({ venue }: Context, end: End): Place | null {

@@ -1,8 +1,26 @@
 // What the panel shows before anything is chosen: what the venue offers, and all of its places.
 import { nameIn } from "../venue/names.js";
 import { whereabouts, type Context } from "./Context.js";
+import { lineIcon, type Line } from "../theme/icons.js";
 import { h } from "./dom.js";
 import { endOfPlace, placeIcon } from "./Search.js";
+
+function foot({ texts, share, print }: Context): HTMLElement {
+  const button = (icon: Line, label: string, pressed: () => void) =>
+    h(
+      "button",
+      { class: "foot-button", attributes: { type: "button" }, on: { click: pressed } },
+      lineIcon(icon),
+      label,
+    );
+  const say = texts();
+  return h(
+    "div",
+    { class: "foot" },
+    button("share", say.of("share"), share),
+    button("print", say.of("print"), print),
+  );
+}
 
 export function home(context: Context): HTMLElement[] {
   const { venue, texts, store } = context;
@@ -45,5 +63,6 @@ export function home(context: Context): HTMLElement[] {
     h("div", { class: "chips" }, ...chips),
     h("h2", { class: "heading", text: texts().of("places") }),
     h("ul", { class: "rows" }, ...rows),
+    foot(context),
   ];
 }

@@ -3,7 +3,7 @@ import type { Found } from "../engine/CurrentWay.js";
 import type { Step, Way } from "../engine/Engine.js";
 import { lineIcon, symbolFor, symbolIcon, type Line } from "../theme/icons.js";
 import { floorName, type Context } from "./Context.js";
-import { h } from "./dom.js";
+import { h, iconButton } from "./dom.js";
 
 const turns: Readonly<Record<string, Line>> = {
   left: "left",
@@ -15,7 +15,7 @@ const turns: Readonly<Record<string, Line>> = {
   around: "around",
 };
 
-function stepIcon({ venue }: Context, step: Step): Element {
+export function stepIcon({ venue }: Context, step: Step): Element {
   if (step.kind === "mover") {
     const type = venue.movers.find((mover) => mover.type.id === step.mover)?.type;
     return symbolIcon(symbolFor([type?.names.name ?? ""]));
@@ -46,7 +46,7 @@ function stepElement(context: Context, step: Step): HTMLElement {
 }
 
 // Steps of one floor after another, as far as they follow each other.
-function stepGroups(way: Way): Step[][] {
+export function stepGroups(way: Way): Step[][] {
   const groups: Step[][] = [];
   for (const step of way.steps) {
     const last = groups.at(-1);
@@ -73,7 +73,14 @@ function told(context: Context, way: Way): HTMLElement[] {
       h("ol", { class: "step-list" }, ...steps.map((step) => stepElement(context, step))),
     );
   });
-  return [sum, ...groups];
+  const say = texts();
+  const actions = h(
+    "div",
+    { class: "sum-actions" },
+    iconButton(lineIcon("share"), say.of("share"), context.share),
+    iconButton(lineIcon("print"), say.of("print"), context.print),
+  );
+  return [h("div", { class: "sum-line" }, sum, actions), ...groups];
 }
 
 export function wayInWords(context: Context, found: Found): HTMLElement[] {
