@@ -1,5 +1,6 @@
 // Puts the parts together once the first floor is drawn.
 import type { Config } from "./config.js";
+import type { DataView } from "./data/DataView.js";
 import type { Documents } from "./documents.js";
 import { CurrentWay } from "./engine/CurrentWay.js";
 import { Engine, type Way } from "./engine/Engine.js";
@@ -45,6 +46,8 @@ class App {
   #controls: Controls;
   #sheet: Sheet;
   #texts: Texts;
+  #documents: Documents;
+  #data: DataView | null = null;
   #signed = new Map<number, SignedFloor>();
   #status = byId("status");
 
@@ -52,6 +55,7 @@ class App {
     const venue = readVenue(documents.venue, documents.buildings);
     const store = new Store(decodeAddress(location.hash));
     this.#config = config;
+    this.#documents = documents;
     this.#texts = new Texts(store.state.language);
     const engine = new Engine({ wasm, documents: documents.bytes, venue: venue.id });
     this.#context = {
@@ -66,6 +70,7 @@ class App {
       flyTo: (map, at) => this.#flyTo(map, at),
       share: () => void this.#share(),
       print: () => void this.#print(),
+      data: () => this.#data,
     };
     this.#sheet = new Sheet(byId("panel"), this.#context.texts, () => this.#layoutChanged());
     this.#way = new CurrentWay(
@@ -90,6 +95,7 @@ class App {
       this.#say(this.#texts.of("refused", { names: config.refused.join(", ") }));
     }
     this.#follow(store);
+    if (store.state.data !== null) void this.#loadData();
   }
 
   // The floor that the address names stays.
@@ -146,6 +152,7 @@ class App {
     }
     const closed = state.closed !== before.closed;
     if (closed) void this.#context.engine.close(this.#closedWaypoints(state)).catch((error) => this.#failed(error));
+    if (state.data !== null && before.data === null) void this.#loadData();
     if (state.map !== before.map) this.#showFloor(state, null);
     else this.#draw(state);
     if (!isSameEnd(state.place, before.place) && state.place !== null) this.#showPlace(state);
@@ -183,6 +190,7 @@ class App {
     const way = viewOf(state) === "home" ? null : this.#foundWay();
     this.#map.showSigns(signs, (sign) => isMarked(this.#context, state, sign), this.#texts.language);
     this.#map.showWay(shownWay(this.#context, state, way, floor, signs));
+    this.#data?.show(floor, state, this.#map.colours);
     this.#strip.show(floor, new Set(way?.segments.map((segment) => segment.mapId)));
   }
 
@@ -208,8 +216,12 @@ class App {
     queueMicrotask(() => this.#map.showPoints(shown.map((spot) => spot.at)));
   }
 
-  async #tapped({ at, sign, passage }: Tap): Promise<void> {
+  async #tapped({ at, sign, passage, reach }: Tap): Promise<void> {
     const { store, engine } = this.#context;
+    const { state } = store;
+    const record = state.data === null ? null : this.#data?.at(this.#floor(state), at, reach) ?? null;
+    if (record?.path !== undefined) return store.update({ path: record.path, place: null });
+    if (record !== null) return this.#choose({ place: { kind: "waypoint", id: record.waypoint } });
     if (passage !== null) return this.#goOn(passage.toMap);
     if (sign?.place != null) return this.#choose({ place: endOfPlace(sign.place) });
     try {
@@ -247,6 +259,20 @@ class App {
     try {
       const { openShare } = await import("./share/ShareDialog.js");
       openShare(this.#shown());
+    } catch (error) {
+      this.#failed(error);
+    }
+  }
+
+  async #loadData(): Promise<void> {
+    if (this.#data !== null) return;
+    try {
+      const { DataView } = await import("./data/DataView.js");
+      const data = await DataView.load(this.#context, this.#documents, this.#config.data);
+      this.#data ??= data;
+      this.#map.add(this.#data.layer);
+      this.#panel.refresh();
+      this.#draw(this.#context.store.state);
     } catch (error) {
       this.#failed(error);
     }

@@ -17,6 +17,8 @@ const full = {
   to: { kind: "destination", id: 14 },
   level: 0,
   closed: [11001, 11003],
+  data: "level",
+  path: 11001,
   language: "ja",
 };
 

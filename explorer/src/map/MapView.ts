@@ -8,7 +8,8 @@ import Projection from "ol/proj/Projection.js";
 import type MapBrowserEvent from "ol/MapBrowserEvent.js";
 import type { Sign } from "../venue/signs.js";
 import type { Floor, Point } from "../venue/Venue.js";
-import { mapColours } from "./colours.js";
+import type Layer from "ol/layer/Layer.js";
+import { mapColours, type MapColours } from "./colours.js";
 import type { FloorImage } from "./FloorImage.js";
 import { FloorLayer } from "./FloorLayer.js";
 import { fitted, type Padding } from "./frame.js";
@@ -20,6 +21,8 @@ export interface Tap {
   readonly at: Point;
   readonly sign: Sign | null;
   readonly passage: Passage | null;
+  // How far in map units a finger reaches.
+  readonly reach: number;
 }
 
 export interface MapEvents {
@@ -27,6 +30,7 @@ export interface MapEvents {
   readonly turned: (radians: number) => void;
 }
 
+const fingertip = 14;
 const flight = 450;
 // How close one may look: so many pixels are a map unit, or a metre where there is a scale.
 const closest = { unit: 8, metre: 90 };
@@ -123,6 +127,14 @@ export class MapView {
     this.#ways.show(way, this.#colours);
   }
 
+  add(layer: Layer): void {
+    this.#map.addLayer(layer);
+  }
+
+  get colours(): MapColours {
+    return this.#colours;
+  }
+
   showAll(): void {
     this.#showAgain = () => this.showAll();
     const floor = this.#floor.image?.signed.floor;
@@ -205,7 +217,8 @@ export class MapView {
     const [x = 0, y = 0] = event.coordinate;
     const passage = this.#touched(event.pixel, this.#ways.targets);
     const sign = passage === null ? this.#touched(event.pixel, this.#signs.targets) : null;
-    return { at: [x, -y], sign, passage };
+    const reach = fingertip * (this.#map.getView().getResolution() ?? 1);
+    return { at: [x, -y], sign, passage, reach };
   }
 
   #touched<What>([x = 0, y = 0]: number[], targets: readonly Target<What>[]): What | null {

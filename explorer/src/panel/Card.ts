@@ -42,6 +42,7 @@ export function placeCard(context: Context, end: End): HTMLElement {
   const walk = h("p", { class: "card-walk" });
   void tellWalk(context, end, walk);
   const go = () => store.update({ to: end, place: null });
+  const data = store.state.data === null ? null : context.data();
   const start = () => store.update({ from: end, place: null });
   return h(
     "section",
@@ -79,5 +80,6 @@ export function placeCard(context: Context, end: End): HTMLElement {
         say.of("startHere"),
       ),
     ),
+    data === null ? null : data.record(end),
   );
 }

@@ -1,6 +1,6 @@
 // What the parts of the panel share.
 import type { Engine } from "../engine/Engine.js";
-import type { End } from "../state/State.js";
+import type { End, State } from "../state/State.js";
 import type { Store } from "../state/Store.js";
 import type { Texts } from "../texts/texts.js";
 import { nameIn } from "../venue/names.js";
@@ -10,6 +10,12 @@ import { distance } from "../venue/drawing.js";
 export interface OfferedVenue {
   readonly id: number;
   readonly names: Names;
+}
+
+// What is said of the data to whoever maintains it.
+export interface DataParts {
+  readonly panel: (state: State) => HTMLElement[];
+  readonly record: (end: End) => HTMLElement;
 }
 
 export interface Context {
@@ -28,6 +34,8 @@ export interface Context {
   // What is shown, as something to hand on or to carry.
   readonly share: () => void;
   readonly print: () => void;
+  // Null while nobody asked for it.
+  readonly data: () => DataParts | null;
 }
 
 export function placeOf({ venue }: Context, end: End): Place | null {

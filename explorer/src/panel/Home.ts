@@ -5,7 +5,7 @@ import { lineIcon, type Line } from "../theme/icons.js";
 import { h } from "./dom.js";
 import { endOfPlace, placeIcon } from "./Search.js";
 
-function foot({ texts, share, print }: Context): HTMLElement {
+function foot({ texts, store, share, print }: Context): HTMLElement {
   const button = (icon: Line, label: string, pressed: () => void) =>
     h(
       "button",
@@ -19,6 +19,7 @@ function foot({ texts, share, print }: Context): HTMLElement {
     { class: "foot" },
     button("share", say.of("share"), share),
     button("print", say.of("print"), print),
+    button("data", say.of("data"), () => store.update({ data: "type" })),
   );
 }
 

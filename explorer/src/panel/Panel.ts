@@ -56,7 +56,7 @@ export class Panel {
       if (state.level !== before.level) this.#tellWay(this.#way.found);
       return;
     }
-    const names = ["place", "from", "to", "level"] as const;
+    const names = ["place", "from", "to", "level", "data", "path"] as const;
     if (names.every((name) => state[name] === before[name])) return;
     this.#show(state);
     this.#focus(state);
@@ -67,7 +67,7 @@ export class Panel {
     this.#searches = {};
     if (view === "way") this.#showWay(state);
     else this.#showSearch(view === "card" ? state.place : null);
-    this.#sheet.hold(view === "home" ? "low" : "half");
+    this.#sheet.hold(view === "home" && state.data === null ? "low" : "half");
     this.#body.scrollTop = 0;
   }
 
@@ -75,10 +75,18 @@ export class Panel {
   #focus(state: State): void {
     const view = viewOf(state);
     if (view === "card") this.#body.querySelector<HTMLElement>(".card-name")?.focus();
+    else if (view === "home" && state.data !== null) this.#focusData(state);
     else if (view === "home") this.#searches.place?.input.focus({ preventScroll: true });
     else if (state.from === null) this.#searches.from?.input.focus();
     else if (state.to === null) this.#searches.to?.input.focus();
     else this.#words.querySelector<HTMLElement>(".sum")?.focus();
+  }
+
+  #focusData({ path }: State): void {
+    const names = path === null ? [".choices :checked", ".data-name"] : ["#path-record"];
+    const wasColour = document.activeElement === document.body && path === null;
+    const [name] = wasColour ? names : names.slice(-1);
+    this.#body.querySelector<HTMLElement>(name!)?.focus();
   }
 
   #search(label: string, name: EndName | "place", chosen: (end: End | null) => void): Search {
@@ -98,11 +106,14 @@ export class Panel {
 
   #showSearch(place: End | null): void {
     const { texts, store } = this.#context;
+    const { state } = store;
+    const data = state.data === null ? null : this.#context.data();
     const search = this.#search(texts().of("search"), "place", (end) => store.update({ place: end }));
     search.show(place === null ? "" : nameOfEnd(this.#context, place));
     const parts = [h("div", { class: "ends" }, search.element), search.list];
     this.#head.replaceChildren(...(place === null ? this.#logo() : []), ...parts);
     if (place !== null) this.#body.replaceChildren(placeCard(this.#context, place));
+    else if (data !== null) this.#body.replaceChildren(...data.panel(state));
     else this.#body.replaceChildren(...home(this.#context), ...this.#settings());
   }
 

@@ -6,6 +6,8 @@ export interface End {
   readonly id: number;
 }
 
+export type ColourBy = "type" | "level";
+
 export interface State {
   // Null: the venue that comes first.
   readonly venue: number | null;
@@ -20,6 +22,10 @@ export interface State {
   readonly level: number | null;
   // Movers that are out of order, by their ids.
   readonly closed: readonly number[];
+  // By what the ways of the data are coloured; null: they are not shown.
+  readonly data: ColourBy | null;
+  // The path of the data that is chosen.
+  readonly path: number | null;
   // Null: as the browser wants it.
   readonly language: string | null;
 }
@@ -33,6 +39,8 @@ export const emptyState: State = {
   to: null,
   level: null,
   closed: [],
+  data: null,
+  path: null,
   language: null,
 };
 

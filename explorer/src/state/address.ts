@@ -29,6 +29,7 @@ function listOf<T>(text: string | null, read: (each: string) => T | null): T[] {
 export function decodeAddress(hash: string): State {
   const words = new URLSearchParams(hash.replace(/^#/, ""));
   const language = words.get("lang");
+  const data = words.get("data");
   return {
     ...emptyState,
     venue: numberOf(words.get("venue")),
@@ -39,6 +40,8 @@ export function decodeAddress(hash: string): State {
     to: endOf(words.get("to")),
     level: numberOf(words.get("level")),
     closed: listOf(words.get("closed"), numberOf),
+    data: data === "type" || data === "level" ? data : null,
+    path: numberOf(words.get("path")),
     language: language !== null && /^[a-z]{2,3}$/.test(language) ? language : null,
   };
 }
@@ -56,6 +59,8 @@ export function encodeAddress(state: State): string {
   add("to", state.to && endText(state.to));
   add("level", state.level);
   add("closed", state.closed.join(","));
+  add("data", state.data);
+  add("path", state.path);
   add("lang", state.language);
   return words.length === 0 ? "" : `#${words.map(([name, value]) => `${name}=${value}`).join("&")}`;
 }
