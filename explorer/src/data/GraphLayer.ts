@@ -51,16 +51,17 @@ class Styles {
     return made;
   }
 
-  dot(id: number): Style {
+  // A dot alone is all that there is room for from afar.
+  dot(id: number | null): Style {
     return new Style({
       image: new Circle({
-        radius: 4,
+        radius: id === null ? 2.5 : 4,
         fill: new Fill({ color: this.#colours.paper }),
         stroke: new Stroke({ color: this.#colours.ink, width: 1.5 }),
         declutterMode: "none",
       }),
       text: new Text({
-        text: String(id),
+        text: id === null ? "" : String(id),
         font,
         offsetY: 12,
         fill: new Fill({ color: this.#colours.ink }),
@@ -70,11 +71,11 @@ class Styles {
     });
   }
 
-  ring(): Style {
+  ring(isNear: boolean): Style {
     return new Style({
       image: new Circle({
-        radius: 10,
-        stroke: new Stroke({ color: this.#colours.end, width: 3.5 }),
+        radius: isNear ? 10 : 6,
+        stroke: new Stroke({ color: this.#colours.end, width: isNear ? 3.5 : 2.5 }),
         declutterMode: "none",
       }),
       zIndex: 3,
@@ -87,6 +88,7 @@ class Styles {
         text,
         font,
         offsetY: -16 - index * 19,
+        declutterMode: "none",
         fill: new Fill({ color: "#ffffff" }),
         backgroundFill: new Fill({ color: this.#colour(type) }),
         backgroundStroke: new Stroke({ color: this.#colour(type), width: 3, lineJoin: "round" }),
@@ -110,8 +112,16 @@ function lineFeatures({ venue, graph, floor, path }: ShownGraph, styles: Styles)
   return features;
 }
 
+// From where on ids and arrows can be read: so many pixels are a metre, or so many the floor.
+const near = { metre: 9, floor: 1500 };
+
+function nearResolution({ frame, mmPerUnit }: Floor): number {
+  return mmPerUnit === null ? frame[2] / near.floor : 1000 / mmPerUnit / near.metre;
+}
+
 function dotFeatures({ venue, graph, floor, found }: ShownGraph, styles: Styles): Feature[] {
   const features: Feature[] = [];
+  const limit = nearResolution(floor);
   for (const spot of venue.waypoints.values()) {
     if (spot.map !== floor.map) continue;
     const away = (graph.neighbours.get(spot.waypoint) ?? []).filter(
@@ -122,9 +132,11 @@ function dotFeatures({ venue, graph, floor, found }: ShownGraph, styles: Styles)
       const own = away.filter((each) => each.path.type === type);
       return styles.arrow(own.map((each) => arrowOf(venue, floor, each)).join("  "), type, index);
     });
-    const ring = found.has(spot.waypoint) ? [styles.ring()] : [];
+    const ring = (isNear: boolean) => (found.has(spot.waypoint) ? [styles.ring(isNear)] : []);
+    const close = [...ring(true), ...arrows, styles.dot(spot.waypoint)];
+    const far = [...ring(false), styles.dot(null)];
     const feature = new Feature(new Point(turned(spot.at)));
-    feature.setStyle([...ring, ...arrows, styles.dot(spot.waypoint)]);
+    feature.setStyle((_, resolution) => (resolution <= limit ? close : far));
     feature.set("waypoint", spot.waypoint, true);
     features.push(feature);
   }
