@@ -3,6 +3,7 @@ import type { Config } from "./config.js";
 import type { DataView } from "./data/DataView.js";
 import type { Documents } from "./documents.js";
 import { CurrentWay } from "./engine/CurrentWay.js";
+import type { Joined } from "./engine/joined.js";
 import { Engine, type Way } from "./engine/Engine.js";
 import { FloorImage } from "./map/FloorImage.js";
 import { paddingAround } from "./map/frame.js";
@@ -22,10 +23,11 @@ import { Texts } from "./texts/texts.js";
 import { isDark, onTheme } from "./theme/theme.js";
 import { integer, items } from "./venue/json.js";
 import { nameIn, namesOf } from "./venue/names.js";
+import type { Overview } from "./globe/Overview.js";
 import type { Shown } from "./picture/Shown.js";
-import { readVenue } from "./venue/read.js";
+import { readJoined } from "./venue/joined.js";
 import { signedFloor, type SignedFloor } from "./venue/signs.js";
-import type { Floor, Point } from "./venue/Venue.js";
+import type { Floor, Names, Point, Venue } from "./venue/Venue.js";
 
 export interface Beginning {
   readonly config: Config;
@@ -48,20 +50,22 @@ class App {
   #texts: Texts;
   #documents: Documents;
   #data: DataView | null = null;
+  #overview: Overview | null = null;
   #signed = new Map<number, SignedFloor>();
   #status = byId("status");
 
   constructor({ config, documents, wasm, image }: Beginning) {
-    const venue = readVenue(documents.venue, documents.buildings);
+    const venue = readJoined([documents, ...documents.others]);
     const store = new Store(decodeAddress(location.hash));
     this.#config = config;
     this.#documents = documents;
     this.#texts = new Texts(store.state.language);
-    const engine = new Engine({ wasm, documents: documents.bytes, venue: venue.id });
+    const joined = venue.isInDegrees ? this.#joined(venue) : null;
+    const engine = new Engine({ wasm, documents: documents.bytes, venue: venue.id, joined });
     this.#context = {
       store,
       venue,
-      venues: offeredVenues(config, documents),
+      venues: joined === null ? offeredVenues(config, documents) : [],
       logo: config.logo,
       engine,
       texts: () => this.#texts,
@@ -96,6 +100,26 @@ class App {
     }
     this.#follow(store);
     if (store.state.data !== null) void this.#loadData();
+  }
+
+  #joined(venue: Venue): Joined {
+    const ids = [...new Set(venue.buildings.map((building) => building.venue))];
+    const name = (names: Names) => nameIn(this.#texts.language, names);
+    return {
+      venue,
+      ids,
+      tell: {
+        depart: () => this.#texts.of("stepStart"),
+        change: (_, mover, from, to) => {
+          const type = venue.pathTypes.get(mover ?? NaN);
+          const isElsewhere = from.building.venue !== to.building.venue;
+          const there = isElsewhere ? to.building.venueNames : to.building.names;
+          if (type === undefined) return this.#texts.of("stepInto", { name: name(there) });
+          return this.#texts.of("stepMover", { mover: name(type.names), floor: name(to.names) });
+        },
+        arrive: () => this.#texts.of("stepArrive"),
+      },
+    };
   }
 
   // The floor that the address names stays.
@@ -152,6 +176,10 @@ class App {
     }
     const closed = state.closed !== before.closed;
     if (closed) void this.#context.engine.close(this.#closedWaypoints(state)).catch((error) => this.#failed(error));
+    // Whatever is looked for is on a floor.
+    const names = ["map", "place", "from", "to"] as const;
+    const isLeft = before.isOverview && names.some((name) => state[name] !== before[name]);
+    if (state.isOverview && isLeft) return this.#context.store.update({ isOverview: false });
     if (state.data !== null && before.data === null) void this.#loadData();
     if (state.map !== before.map) this.#showFloor(state, null);
     else this.#draw(state);
@@ -190,6 +218,7 @@ class App {
     const way = viewOf(state) === "home" ? null : this.#foundWay();
     this.#map.showSigns(signs, (sign) => isMarked(this.#context, state, sign), this.#texts.language);
     this.#map.showWay(shownWay(this.#context, state, way, floor, signs));
+    void this.#showOverview(state);
     this.#data?.show(floor, state, this.#map.colours);
     this.#strip.show(floor, new Set(way?.segments.map((segment) => segment.mapId)));
   }
@@ -264,6 +293,18 @@ class App {
     }
   }
 
+  async #showOverview({ isOverview }: State): Promise<void> {
+    byId("map").inert = isOverview;
+    if (!isOverview) return this.#overview?.hide();
+    try {
+      const { Overview } = await import("./globe/Overview.js");
+      this.#overview ??= new Overview(this.#context);
+      if (this.#context.store.state.isOverview) this.#overview.show();
+    } catch (error) {
+      this.#failed(error);
+    }
+  }
+
   async #loadData(): Promise<void> {
     if (this.#data !== null) return;
     try {
@@ -318,7 +359,9 @@ class App {
 
   #layoutChanged(): void {
     // Before there is a map, nothing is covered.
-    if (this.#map !== undefined) this.#map.setPadding(this.#padding());
+    if (this.#map === undefined) return;
+    this.#map.setPadding(this.#padding());
+    if (this.#context.store.state.isOverview) void this.#showOverview(this.#context.store.state);
   }
 
   #say(text: string): void {

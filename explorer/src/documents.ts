@@ -1,5 +1,6 @@
 // The venue's documents: each is fetched once, for the page and for the library.
 import { integer, items, object, type Json } from "./venue/json.js";
+import type { VenueDocuments } from "./venue/joined.js";
 import { firstBuildingId } from "./venue/read.js";
 
 export interface Documents {
@@ -8,6 +9,8 @@ export interface Documents {
   readonly customer: Json;
   readonly venue: Json;
   readonly buildings: readonly Json[];
+  // Those of the venues that this one is joined to.
+  readonly others: readonly VenueDocuments[];
 }
 
 export class DocumentError extends Error {}
@@ -64,5 +67,17 @@ export async function fetchDocuments(
       return building;
     }),
   );
-  return { bytes, customer, venue: document, buildings };
+  return { bytes, customer, venue: document, buildings, others: [] };
+}
+
+// Adds further venues, all of whose documents lie in the same folder.
+export async function withOthers(
+  documents: Documents,
+  base: string,
+  venues: readonly number[],
+): Promise<Documents> {
+  const wanted = { map: null, arrived: () => undefined };
+  const all = await Promise.all(venues.map((id) => fetchDocuments(base, id, wanted)));
+  const bytes = new Map([documents, ...all].flatMap((each) => [...each.bytes]));
+  return { ...documents, bytes, others: all };
 }

@@ -1,7 +1,7 @@
 // The page's first script: asks for everything at once, and draws the first floor as soon as its
 // document is there. The map, the panel and the library come meanwhile.
 import { fetchConfig, type Config } from "./config.js";
-import { DocumentError, fetchDocuments } from "./documents.js";
+import { DocumentError, fetchDocuments, withOthers, type Documents } from "./documents.js";
 import { FloorImage } from "./map/FloorImage.js";
 import { fitted, paddingAround } from "./map/frame.js";
 import { decodeAddress } from "./state/address.js";
@@ -36,18 +36,26 @@ function firstPicture(venue: Json, building: Json, wanted: number | null): Floor
   return image;
 }
 
+// Venues that the host names together are joined where their documents are made for that.
+async function joinedTo(documents: Documents, { data, venues }: Config): Promise<Documents> {
+  const others = venues.filter((id) => id !== documents.venue["id"]);
+  if (others.length === 0 || !readVenue(documents.venue, documents.buildings).isInDegrees) return documents;
+  return withOthers(documents, data, others);
+}
+
 async function begin(config: Config): Promise<void> {
   applyColours(config);
   const state = decodeAddress(location.hash);
   let image: FloorImage | null = null;
   const isOffered = config.venues.length === 0 || config.venues.includes(state.venue ?? NaN);
   const venue = (isOffered ? state.venue : null) ?? config.venues[0] ?? null;
-  const documents = await fetchDocuments(config.data, venue, {
+  const own = await fetchDocuments(config.data, venue, {
     map: state.map,
     arrived: (document, building) => {
       image ??= firstPicture(document, building, state.map);
     },
   });
+  const documents = await joinedTo(own, config);
   const first = image as FloorImage | null;
   await first?.decoded();
   // It is here already, but only run once the first picture stands.

@@ -11,7 +11,8 @@ function arrowTo(venue: Venue, from: Floor, to: Floor | undefined): string {
   const rise = (to.level ?? 0) - (from.level ?? 0);
   const arrow = rise > 0 ? "↑" : rise < 0 ? "↓" : "→";
   const isElsewhere = to.building !== from.building && venue.buildings.length > 1;
-  return `${arrow} ${isElsewhere && rise === 0 ? to.building.names.name : to.shortName}`;
+  const names = to.building.venue === from.building.venue ? to.building.names : to.building.venueNames;
+  return `${arrow} ${isElsewhere && rise === 0 ? names.name : to.shortName}`;
 }
 
 function passagesOn(venue: Venue, way: Way, floor: Floor): Passage[] {

@@ -17,6 +17,7 @@ const full = {
   to: { kind: "destination", id: 14 },
   level: 0,
   closed: [11001, 11003],
+  isOverview: true,
   data: "level",
   path: 11001,
   language: "ja",

@@ -17,6 +17,7 @@ import type {
   Tour,
   Wanted,
 } from "terncorekit";
+import { joinedVenue, type Joined } from "./joined.js";
 
 export type { Place, Segment, Step };
 
@@ -29,6 +30,8 @@ export interface EngineOptions {
   readonly wasm: Promise<WebAssembly.Module>;
   readonly documents: ReadonlyMap<string, Uint8Array>;
   readonly venue: number;
+  // Where several venues are joined.
+  readonly joined: Joined | null;
 }
 
 export interface WayRequest {
@@ -155,9 +158,11 @@ export class Engine {
   }
 
   async #open(): Promise<Opened> {
-    const { wasm, documents, venue: id } = this.#options;
+    const { wasm, documents, venue: id, joined } = this.#options;
     const tern = await startWorker({ wasm: await wasm });
-    const venue = await tern.open({ documents: new Map(documents), venues: [id] });
+    const venues = joined === null ? [id] : [...joined.ids];
+    const opened = await tern.open({ documents: new Map(documents), venues });
+    const venue = joined === null ? opened : joinedVenue(opened, joined);
     await this.#block(venue, this.#closed, true);
     return { tern, venue };
   }

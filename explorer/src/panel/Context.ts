@@ -21,7 +21,7 @@ export interface DataParts {
 export interface Context {
   readonly store: Store;
   readonly venue: Venue;
-  // All that are offered, this one among them.
+  // All that are offered, this one among them; of joined ones there is nothing to choose.
   readonly venues: readonly OfferedVenue[];
   // The address of a picture; null where there is none.
   readonly logo: string | null;
@@ -58,7 +58,10 @@ export function startOf(context: Context, end: End): number | null {
 export function floorName({ venue, texts }: Context, floor: Floor): string {
   const name = nameIn(texts().language, floor.names);
   if (venue.buildings.length < 2) return name;
-  return `${name}, ${nameIn(texts().language, floor.building.names)}`;
+  const words = [name, nameIn(texts().language, floor.building.names)];
+  const isAmongVenues = venue.buildings.some((each) => each.venue !== floor.building.venue);
+  if (isAmongVenues) words.push(nameIn(texts().language, floor.building.venueNames));
+  return words.join(", ");
 }
 
 // The floors where a place is, each once.

@@ -4,6 +4,8 @@ import type { Building, Floor } from "../venue/Venue.js";
 import type { Context } from "./Context.js";
 import { h, set } from "./dom.js";
 
+const overview = "overview";
+
 export class FloorStrip {
   #context: Context;
   #element: HTMLElement;
@@ -21,7 +23,7 @@ export class FloorStrip {
     const parts: HTMLElement[] = [];
     if (venue.buildings.length > 1) parts.push(this.#buildings(shown.building, onWay));
     const floors = shown.building.floors.map((floor) => this.#floor(floor, shown, onWay));
-    parts.push(h("ul", { class: "floor-list" }, ...floors.map((each) => h("li", {}, each))));
+    if (!this.#context.store.state.isOverview) parts.push(h("ul", { class: "floor-list" }, ...floors.map((each) => h("li", {}, each))));
     this.#element.replaceChildren(...parts);
     if (focused === undefined) return;
     this.#element.querySelector<HTMLElement>(`[data-map="${CSS.escape(focused)}"]`)?.focus();
@@ -29,22 +31,35 @@ export class FloorStrip {
 
   #buildings(shown: Building, onWay: ReadonlySet<number>): HTMLElement {
     const { texts, venue, store } = this.#context;
-    const options = venue.buildings.map((building) => {
+    const options = venue.buildings.map((building, index) => {
       const isOnWay = building !== shown && building.floors.some((floor) => onWay.has(floor.map));
       const name = nameIn(texts().language, building.names);
       return h("option", {
         text: isOnWay ? `${name} •` : name,
-        attributes: { value: building.id, selected: building === shown },
+        attributes: { value: index, selected: building === shown && !store.state.isOverview },
       });
     });
+    const places = [...new Set(venue.buildings.map((each) => each.venue))];
+    const groups = places.map((id) => {
+      const own = options.filter((_, index) => venue.buildings[index]!.venue === id);
+      const names = venue.buildings.find((each) => each.venue === id)!.venueNames;
+      return h("optgroup", { attributes: { label: nameIn(texts().language, names) } }, ...own);
+    });
     const changed = (event: Event) => {
-      const id = Number((event.target as HTMLSelectElement).value);
-      const building = venue.buildings.find((each) => each.id === id);
+      const { value } = event.target as HTMLSelectElement;
+      if (value === overview) return store.update({ isOverview: true });
+      const building = venue.buildings[Number(value)];
       const floor = building?.floors.find((each) => onWay.has(each.map)) ?? building?.firstFloor;
-      if (floor != null) store.update({ map: floor.map });
+      if (floor != null) store.update({ map: floor.map, isOverview: false });
     };
     const attributes = { "aria-label": texts().of("building") };
-    return h("select", { class: "select building", attributes, on: { change: changed } }, ...options);
+    const all = h("option", {
+      text: texts().of("wholeVenue"),
+      attributes: { value: overview, selected: store.state.isOverview },
+    });
+    const isPlaced = venue.buildings.every((each) => each.placement !== null);
+    const shownOptions = [...(groups.length > 1 ? groups : options), ...(isPlaced ? [all] : [])];
+    return h("select", { class: "select building", attributes, on: { change: changed } }, ...shownOptions);
   }
 
   #floor(floor: Floor, shown: Floor, onWay: ReadonlySet<number>): HTMLElement {

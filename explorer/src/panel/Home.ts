@@ -1,9 +1,20 @@
 // What the panel shows before anything is chosen: what the venue offers, and all of its places.
 import { nameIn } from "../venue/names.js";
+import type { Place } from "../venue/Venue.js";
 import { whereabouts, type Context } from "./Context.js";
 import { lineIcon, type Line } from "../theme/icons.js";
 import { h } from "./dom.js";
 import { endOfPlace, placeIcon } from "./Search.js";
+
+// With its venue's name, where there are several: each has its own toilets.
+function chipName({ venue, texts }: Context, { names, spots }: Place): string {
+  const { language } = texts();
+  const [first] = venue.buildings;
+  const building = venue.floors.get(spots[0]?.map ?? NaN)?.building;
+  const isAlone = venue.buildings.every((each) => each.venue === first?.venue);
+  if (isAlone || building === undefined) return nameIn(language, names);
+  return `${nameIn(language, names)} · ${nameIn(language, building.venueNames)}`;
+}
 
 function foot({ texts, store, share, print }: Context): HTMLElement {
   const button = (icon: Line, label: string, pressed: () => void) =>
@@ -41,7 +52,7 @@ export function home(context: Context): HTMLElement[] {
         on: { click: () => store.update({ place: endOfPlace(place) }) },
       },
       placeIcon(place),
-      name(place),
+      chipName(context, place),
     ),
   );
   const rows = places.map((place) =>

@@ -10,7 +10,7 @@ import { pngOf } from "./picture.js";
 
 // In whatever language its reader wants, and as a map for everybody.
 export function linkOf({ state }: Shown): string {
-  const hash = encodeAddress({ ...state, language: null, data: null, path: null });
+  const hash = encodeAddress({ ...state, language: null, isOverview: false, data: null, path: null });
   return location.origin + location.pathname + location.search + hash;
 }
 

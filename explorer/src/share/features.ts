@@ -26,12 +26,12 @@ export function featuresOf({ context, state, way }: Shown): FeatureCollection | 
   const { venue } = context;
   const { language } = context.texts();
   if (way === null || venue.placement === null) return null;
-  const { toDegrees } = venue.placement;
   const features: Feature[] = [];
   const add = (kind: string, name: string, map: number, points: readonly Point[], metres: number | null) => {
     const floor = venue.floors.get(map);
     const building = floor === undefined ? "" : nameIn(language, floor.building.names);
-    const positions = points.map((at) => toDegrees(at).map(rounded) as unknown as Point);
+    const placement = floor?.building.placement ?? venue.placement!;
+    const positions = points.map((at) => placement.toDegrees(at).map(rounded) as unknown as Point);
     const [first] = positions;
     features.push({
       type: "Feature",

@@ -22,6 +22,8 @@ export interface State {
   readonly level: number | null;
   // Movers that are out of order, by their ids.
   readonly closed: readonly number[];
+  // Whether all buildings are shown from above.
+  readonly isOverview: boolean;
   // By what the ways of the data are coloured; null: they are not shown.
   readonly data: ColourBy | null;
   // The path of the data that is chosen.
@@ -39,6 +41,7 @@ export const emptyState: State = {
   to: null,
   level: null,
   closed: [],
+  isOverview: false,
   data: null,
   path: null,
   language: null,

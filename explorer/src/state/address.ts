@@ -40,6 +40,7 @@ export function decodeAddress(hash: string): State {
     to: endOf(words.get("to")),
     level: numberOf(words.get("level")),
     closed: listOf(words.get("closed"), numberOf),
+    isOverview: words.get("overview") === "1",
     data: data === "type" || data === "level" ? data : null,
     path: numberOf(words.get("path")),
     language: language !== null && /^[a-z]{2,3}$/.test(language) ? language : null,
@@ -59,6 +60,7 @@ export function encodeAddress(state: State): string {
   add("to", state.to && endText(state.to));
   add("level", state.level);
   add("closed", state.closed.join(","));
+  add("overview", state.isOverview ? 1 : null);
   add("data", state.data);
   add("path", state.path);
   add("lang", state.language);

@@ -48,6 +48,12 @@ export interface Floor {
 export interface Building {
   readonly id: number;
   readonly names: Names;
+  // The venue's id and name, and where on the globe that lies.
+  readonly venue: number;
+  readonly venueNames: Names;
+  readonly placement: Placement | null;
+  // Top left and bottom right as longitude and latitude; null where they are not said.
+  readonly corners: readonly [Point, Point] | null;
   // From the top, those without a level last.
   readonly floors: readonly Floor[];
   readonly firstFloor: Floor | null;
@@ -80,6 +86,8 @@ export interface Venue {
   readonly names: Names;
   // Null where the venue does not say where on the globe it lies.
   readonly placement: Placement | null;
+  // Whether its waypoints stand in its documents as longitude and latitude, to be joined to others.
+  readonly isInDegrees: boolean;
   readonly buildings: readonly Building[];
   // By their maps.
   readonly floors: ReadonlyMap<number, Floor>;

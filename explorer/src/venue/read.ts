@@ -4,7 +4,7 @@ import { integer, integers, items, list, number, object, point, text, type Json 
 import { levelsOf } from "./levels.js";
 import { moversOf, type Path } from "./movers.js";
 import { namesOf } from "./names.js";
-import { placementOf } from "./placement.js";
+import { placementOf, type Placement } from "./placement.js";
 import type { Building, Floor, Names, PathType, Place, Spot, Venue } from "./Venue.js";
 
 // The library knows a null level by this number.
@@ -64,11 +64,21 @@ function floorOf(record: Json, building: Building): Floor | null {
   };
 }
 
-export function buildingOf(document: Json): Building {
+function cornersOf(document: Json): Building["corners"] {
+  const corners = object(document["coordinates"]);
+  const [from, to] = [point(corners["topLeft"]), point(corners["bottomRight"])];
+  return from === null || to === null ? null : [[from[1], from[0]], [to[1], to[0]]];
+}
+
+type Whereabouts = Pick<Building, "venue" | "venueNames" | "placement">;
+
+function buildingOf(document: Json, whereabouts: Whereabouts): Building {
   const floors: Floor[] = [];
   const building = {
     id: integer(document["id"]) ?? 0,
     names: namesOf(document),
+    ...whereabouts,
+    corners: cornersOf(document),
     floors,
     firstFloor: null as Floor | null,
   };
@@ -85,9 +95,9 @@ export function buildingOf(document: Json): Building {
 }
 
 // A venue without buildings has a single map.
-function onlyBuilding(venue: Json): Building {
+function onlyBuilding(venue: Json, whereabouts: Whereabouts): Building {
   const floors = { items: [{ map: venue["map"], name: venue["name"], level: 0 }] };
-  return buildingOf({ id: 0, name: venue["name"], floors });
+  return buildingOf({ id: 0, name: venue["name"], floors }, whereabouts);
 }
 
 function spotsOf(record: Json, waypoints: ReadonlyMap<number, Spot>): Spot[] {
@@ -158,20 +168,45 @@ function mapsOf(venue: Json, buildings: readonly Json[]): Json[] {
   return [...floors.map((each) => object(each["map"])), object(venue["map"])];
 }
 
+// Only degrees that are meant as such lie all in the small part of the globe that the venue covers.
+function areDegrees({ waypoints }: Ways, placement: Placement, firstMap: Json): boolean {
+  const [x, y, width, height] = frameOf(text(firstMap["svg"])) ?? noFrame;
+  return [...waypoints.values()].every(({ at }) => {
+    const [across, down] = placement.fromDegrees(at);
+    return across >= x - width && across <= x + 2 * width && down >= y - height && down <= y + 2 * height;
+  });
+}
+
+function turnIntoUnits({ waypoints }: Ways, placement: Placement): void {
+  for (const [id, spot] of waypoints) {
+    waypoints.set(id, { ...spot, at: placement.fromDegrees(spot.at) });
+  }
+}
+
 // `document` is the venue's, `buildings` are those that it lists, in its order.
 export function readVenue(document: Json, buildings: readonly Json[]): Venue {
   const ways: Ways = { waypoints: new Map(), paths: [] };
   const maps = mapsOf(document, buildings);
   for (const map of maps) addWays(ways, map);
+  const placement = placementOf(document, maps[0] ?? {});
+  const isInDegrees = placement !== null && areDegrees(ways, placement, maps[0]!);
+  if (isInDegrees) turnIntoUnits(ways, placement);
   const types = typesOf(document);
   const used = new Set(ways.paths.map((path) => path.type));
-  const read = buildings.length > 0 ? buildings.map(buildingOf) : [onlyBuilding(document)];
+  const names = namesOf(document);
+  const id = integer(document["id"]) ?? 0;
+  const whereabouts = { venue: id, venueNames: names, placement };
+  const read =
+    buildings.length > 0
+      ? buildings.map((each) => buildingOf(each, whereabouts))
+      : [onlyBuilding(document, whereabouts)];
   const withFloors = read.filter((each) => each.floors.length > 0);
   const first = firstBuildingId(document);
   return {
-    id: integer(document["id"]) ?? 0,
-    names: namesOf(document),
-    placement: placementOf(document, maps[0] ?? {}),
+    id,
+    names,
+    placement,
+    isInDegrees,
     buildings: withFloors,
     floors: new Map(withFloors.flatMap((each) => each.floors.map((floor) => [floor.map, floor]))),
     firstFloor: (withFloors.find((each) => each.id === first) ?? withFloors[0])?.firstFloor ?? null,
