@@ -40,10 +40,10 @@ bool loadsVenue(const Command& command) {
 
 bool joinsVenues(const Command& command) {
   const auto* about = std::get_if<AboutVenue>(&command.about);
-  return about != nullptr ? about->joined != nullptr
-                          : std::holds_alternative<AboutRequests>(command.about) ||
-                                std::holds_alternative<AboutFiles>(command.about) ||
-                                &command == &serveCommand;
+  return about != nullptr
+             ? about->joined != nullptr
+             : std::holds_alternative<AboutRequests>(command.about) ||
+                   std::holds_alternative<AboutFiles>(command.about) || &command == &serveCommand;
 }
 
 std::string namesOfCommands(bool (*isSo)(const Command&), std::string_view between) {
