@@ -3,13 +3,21 @@ import type { Config } from "./config.js";
 import type { DataView } from "./data/DataView.js";
 import type { Documents } from "./documents.js";
 import { CurrentWay } from "./engine/CurrentWay.js";
+import { closedMovers, followClosings } from "./engine/closings.js";
 import type { Joined } from "./engine/joined.js";
 import { Engine, type Way } from "./engine/Engine.js";
 import { FloorImage } from "./map/FloorImage.js";
 import { paddingAround } from "./map/frame.js";
 import { MapView, type Tap } from "./map/MapView.js";
 import { Controls } from "./panel/Controls.js";
-import { floorName, startOf, waypointsOf, type Context, type OfferedVenue } from "./panel/Context.js";
+import {
+  endOfMover,
+  floorName,
+  startOf,
+  waypointsOf,
+  type Context,
+  type OfferedVenue,
+} from "./panel/Context.js";
 import { FloorStrip } from "./panel/FloorStrip.js";
 import { Panel, viewOf } from "./panel/Panel.js";
 import { endOfPlace } from "./panel/Search.js";
@@ -26,7 +34,7 @@ import { nameIn, namesOf } from "./venue/names.js";
 import type { Overview } from "./globe/Overview.js";
 import type { Shown } from "./picture/Shown.js";
 import { readJoined } from "./venue/joined.js";
-import { signedFloor, type SignedFloor } from "./venue/signs.js";
+import { signedFloor, type Sign, type SignedFloor } from "./venue/signs.js";
 import type { Floor, Names, Point, Venue } from "./venue/Venue.js";
 
 export interface Beginning {
@@ -75,7 +83,9 @@ class App {
       share: () => void this.#share(),
       print: () => void this.#print(),
       data: () => this.#data,
+      middle: () => ({ map: this.#floor(store.state).map, at: this.#map.middle() }),
     };
+    followClosings(store, venue, engine, (error) => this.#failed(error));
     this.#sheet = new Sheet(byId("panel"), this.#context.texts, () => this.#layoutChanged());
     this.#way = new CurrentWay(
       engine,
@@ -174,8 +184,6 @@ class App {
       this.#controls.refresh();
       this.#panel.refresh();
     }
-    const closed = state.closed !== before.closed;
-    if (closed) void this.#context.engine.close(this.#closedWaypoints(state)).catch((error) => this.#failed(error));
     // Whatever is looked for is on a floor.
     const names = ["map", "place", "from", "to"] as const;
     const isLeft = before.isOverview && names.some((name) => state[name] !== before[name]);
@@ -184,11 +192,6 @@ class App {
     if (state.map !== before.map) this.#showFloor(state, null);
     else this.#draw(state);
     if (!isSameEnd(state.place, before.place) && state.place !== null) this.#showPlace(state);
-  }
-
-  #closedWaypoints({ closed }: State): number[] {
-    const movers = this.#context.venue.movers.filter((mover) => closed.includes(mover.id));
-    return movers.flatMap((mover) => mover.spots.map((spot) => spot.waypoint));
   }
 
   #tellLanguage(): void {
@@ -216,7 +219,11 @@ class App {
     const floor = this.#floor(state);
     const { signs } = this.#signedOf(floor);
     const way = viewOf(state) === "home" ? null : this.#foundWay();
-    this.#map.showSigns(signs, (sign) => isMarked(this.#context, state, sign), this.#texts.language);
+    const closed = new Set(closedMovers(this.#context.venue, state));
+    const isClosed = (sign: Sign) => sign.mover !== null && closed.has(sign.mover);
+    const isHidden = (sign: Sign) => isClosed(sign) || isMarked(this.#context, state, sign);
+    this.#map.showSigns(signs, isHidden, this.#texts.language);
+    this.#map.showClosed(signs.filter(isClosed));
     this.#map.showWay(shownWay(this.#context, state, way, floor, signs));
     void this.#showOverview(state);
     this.#data?.show(floor, state, this.#map.colours);
@@ -253,6 +260,7 @@ class App {
     if (record !== null) return this.#choose({ place: { kind: "waypoint", id: record.waypoint } });
     if (passage !== null) return this.#goOn(passage.toMap);
     if (sign?.place != null) return this.#choose({ place: endOfPlace(sign.place) });
+    if (sign?.mover != null) return this.#context.store.update({ place: endOfMover(sign.mover) });
     try {
       const map = this.#floor(store.state).map;
       const waypoint = await engine.closest(map, at);

@@ -1,7 +1,7 @@
 // What of a way and of the state is drawn on one floor.
 import type { Way } from "./engine/Engine.js";
 import type { Mark, Passage, ShownWay } from "./map/ways.js";
-import { nameOfEnd, placeOf, type Context } from "./panel/Context.js";
+import { moverOf, nameOfEnd, placeOf, spotsOf, type Context } from "./panel/Context.js";
 import type { End, State } from "./state/State.js";
 import type { Sign } from "./venue/signs.js";
 import type { Floor, Point, Venue } from "./venue/Venue.js";
@@ -35,12 +35,7 @@ export function linesOn(way: Way | null, map: number): Point[][] {
 
 function pointsOf(context: Context, end: End | null, map: number): Point[] {
   if (end === null) return [];
-  if (end.kind === "waypoint") {
-    const spot = context.venue.waypoints.get(end.id);
-    return spot?.map === map ? [spot.at] : [];
-  }
-  const spots = placeOf(context, end)?.spots ?? [];
-  return spots.filter((spot) => spot.map === map).map((spot) => spot.at);
+  return spotsOf(context, end).filter((spot) => spot.map === map).map((spot) => spot.at);
 }
 
 function marksOn(context: Context, state: State, way: Way | null, floor: Floor, signs: readonly Sign[]) {
@@ -63,8 +58,8 @@ function marksOn(context: Context, state: State, way: Way | null, floor: Floor, 
 }
 
 function chosenMarks(context: Context, end: End, floor: Floor, signs: readonly Sign[]): Mark[] {
-  const place = placeOf(context, end);
-  const own = signs.filter((sign) => sign.place !== null && sign.place === place);
+  const meant = placeOf(context, end) ?? moverOf(context, end);
+  const own = meant === null ? [] : signs.filter((sign) => (sign.place ?? sign.mover) === meant);
   const points = own.length > 0 ? own.map((sign) => sign.at) : pointsOf(context, end, floor.map);
   // Of many that are alike the name is said in the card.
   const label = points.length === 1 ? nameOfEnd(context, end) : "";

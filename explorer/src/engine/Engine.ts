@@ -17,6 +17,7 @@ import type {
   Tour,
   Wanted,
 } from "terncorekit";
+import type { Edge } from "../venue/Venue.js";
 import { joinedVenue, type Joined } from "./joined.js";
 
 export type { Place, Segment, Step };
@@ -62,7 +63,7 @@ function levelOf(level: number | null): { accessibility?: number } {
 export class Engine {
   #options: EngineOptions;
   #opened: Promise<Opened>;
-  #closed: readonly number[] = [];
+  #closed: readonly Edge[] = [];
 
   constructor(options: EngineOptions) {
     this.#options = options;
@@ -119,14 +120,15 @@ export class Engine {
     return this.#ask((venue) => venue.tour({ from, destinations, ...levelOf(level) }));
   }
 
-  // Nobody is led over these waypoints any more, and over those that were closed before again.
-  async close(waypoints: readonly number[]): Promise<void> {
+  // Nobody is led over these any more, and over those that were closed before again. What is asked
+  // after the call is answered like this.
+  async close(edges: readonly Edge[]): Promise<void> {
     const before = this.#closed;
-    this.#closed = waypoints;
-    await this.#ask(async (venue) => {
-      await this.#block(venue, before.filter((id) => !waypoints.includes(id)), false);
-      await this.#block(venue, waypoints, true);
-    });
+    this.#closed = edges;
+    // What is both opened and closed is closed: the library answers in turn.
+    await this.#ask((venue) =>
+      Promise.all([this.#block(venue, before, false), this.#block(venue, edges, true)]),
+    );
   }
 
   async end(): Promise<void> {
@@ -167,7 +169,8 @@ export class Engine {
     return { tern, venue };
   }
 
-  async #block(venue: RemoteVenue, waypoints: readonly number[], blocked: boolean): Promise<void> {
-    await Promise.all(waypoints.map((node) => venue.blockEntry({ node, blocked })));
+  async #block(venue: RemoteVenue, edges: readonly Edge[], blocked: boolean): Promise<void> {
+    const ways = edges.flatMap(([from, to]) => [{ from, to }, { from: to, to: from }]);
+    await Promise.all(ways.map((way) => venue.blockEdge({ ...way, blocked })));
   }
 }

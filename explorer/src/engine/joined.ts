@@ -128,10 +128,10 @@ export class JoinedVenue {
     return this.#remote.closest({ venue: building.venue, map, at: [x, y] });
   }
 
-  blockEntry({ node, blocked }: { node: number; blocked: boolean }): Promise<void> {
-    const map = this.#joined.venue.waypoints.get(node)?.map ?? NaN;
+  blockEdge({ from, to, blocked }: { from: number; to: number; blocked: boolean }): Promise<void> {
+    const map = this.#joined.venue.waypoints.get(from)?.map ?? NaN;
     const { venue } = floorOf(this.#joined, map).building;
-    return this.#remote.blockEntry({ venue, node, blocked });
+    return this.#remote.blockEdge({ venue, from, to, blocked });
   }
 }
 
@@ -143,7 +143,7 @@ export function joinedVenue(remote: RemoteVenue, joined: Joined): RemoteVenue {
     routeToAny: (request) => own.routeToAny(request),
     places: (request) => own.places(request as { text: string }),
     closest: (request) => own.closest(request),
-    blockEntry: (request) => own.blockEntry(request),
+    blockEdge: (request) => own.blockEdge(request),
   };
   return new Proxy(remote, {
     get: (target, name) => {

@@ -13,6 +13,7 @@ import { mapColours, type MapColours } from "./colours.js";
 import type { FloorImage } from "./FloorImage.js";
 import { FloorLayer } from "./FloorLayer.js";
 import { fitted, type Padding } from "./frame.js";
+import { ClosedLayer } from "./closed.js";
 import { SignLayer } from "./signs.js";
 import { touched, type Target } from "./touch.js";
 import { WayLayer, type Passage, type ShownWay } from "./ways.js";
@@ -45,6 +46,7 @@ function closestResolution(floor: Floor): number {
 export class MapView {
   #floor = new FloorLayer();
   #signs = new SignLayer();
+  #closed = new ClosedLayer();
   #ways = new WayLayer();
   #map: OlMap;
   #padding: Padding;
@@ -59,7 +61,7 @@ export class MapView {
     this.#map = new OlMap({
       target,
       controls: [],
-      layers: [this.#floor, this.#signs.layer, this.#ways.layer],
+      layers: [this.#floor, this.#signs.layer, this.#closed.layer, this.#ways.layer],
       // A tap is answered at once, and not only when no second one has followed it.
       interactions: defaultInteractions({ zoomDuration: 200, doubleClickZoom: false }),
     });
@@ -123,6 +125,11 @@ export class MapView {
     this.#signs.show(signs, hidden, language, this.#colours);
   }
 
+  // Of movers that are out of order.
+  showClosed(signs: readonly Sign[]): void {
+    this.#closed.show(signs, this.#colours);
+  }
+
   showWay(way: ShownWay): void {
     this.#ways.show(way, this.#colours);
   }
@@ -172,6 +179,17 @@ export class MapView {
     this.#animate({ center, resolution });
   }
 
+  // The point in the middle of what is free.
+  middle(): Point {
+    const { top, right, bottom, left } = this.#padding;
+    const { width, height } = this.#size();
+    const [x = 0, y = 0] = this.#map.getCoordinateFromPixel([
+      (left + width - right) / 2,
+      (top + height - bottom) / 2,
+    ]);
+    return [x, -y];
+  }
+
   zoomBy(factor: number): void {
     this.#showAgain = null;
     const view = this.#map.getView();
@@ -216,7 +234,8 @@ export class MapView {
   #tapOf(event: MapBrowserEvent): Tap {
     const [x = 0, y = 0] = event.coordinate;
     const passage = this.#touched(event.pixel, this.#ways.targets);
-    const sign = passage === null ? this.#touched(event.pixel, this.#signs.targets) : null;
+    const signs = [...this.#closed.targets, ...this.#signs.targets];
+    const sign = passage === null ? this.#touched(event.pixel, signs) : null;
     const reach = fingertip * (this.#map.getView().getResolution() ?? 1);
     return { at: [x, -y], sign, passage, reach };
   }
@@ -228,7 +247,7 @@ export class MapView {
   #showWhetherTappable(event: MapBrowserEvent): void {
     if (event.dragging) return;
     const { sign, passage } = this.#tapOf(event);
-    this.#target.classList.toggle("is-over", passage !== null || sign?.place != null);
+    this.#target.classList.toggle("is-over", passage !== null || sign !== null);
   }
 
   #turnByKey(event: KeyboardEvent): void {

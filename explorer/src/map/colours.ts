@@ -11,6 +11,7 @@ export interface MapColours {
   readonly amenity: string;
   readonly mover: string;
   readonly way: string;
+  readonly alarm: string;
 }
 
 export function mapColours(): MapColours {
@@ -24,5 +25,6 @@ export function mapColours(): MapColours {
     amenity: colour("amenity"),
     mover: colour("mover"),
     way: colour("way-casing"),
+    alarm: colour("alarm"),
   };
 }

@@ -2,12 +2,25 @@
 import { lineIcon } from "../theme/icons.js";
 import { nameIn } from "../venue/names.js";
 import type { End } from "../state/State.js";
-import { floorName, nameOfEnd, placeOf, startOf, waypointsOf, whereabouts, type Context } from "./Context.js";
+import {
+  floorName,
+  floorsJoined,
+  moverOf,
+  nameOfEnd,
+  placeOf,
+  startOf,
+  waypointsOf,
+  whereabouts,
+  type Context,
+} from "./Context.js";
 import { h, iconButton } from "./dom.js";
+import { closingSwitch } from "./OutOfOrder.js";
 
 function where(context: Context, end: End): string {
   const place = placeOf(context, end);
   if (place !== null) return whereabouts(context, place);
+  const mover = moverOf(context, end);
+  if (mover !== null) return floorsJoined(context, mover);
   const spot = context.venue.waypoints.get(end.id);
   const floor = context.venue.floors.get(spot?.map ?? NaN);
   return floor === undefined ? "" : floorName(context, floor);
@@ -40,6 +53,7 @@ export function placeCard(context: Context, end: End): HTMLElement {
   const say = texts();
   const words = [kinds(context, end), where(context, end)].filter((each) => each !== "");
   const walk = h("p", { class: "card-walk" });
+  const mover = moverOf(context, end);
   void tellWalk(context, end, walk);
   const go = () => store.update({ to: end, place: null });
   const data = store.state.data === null ? null : context.data();
@@ -64,6 +78,7 @@ export function placeCard(context: Context, end: End): HTMLElement {
     ),
     h("p", { class: "card-where", text: words.join(" · ") }),
     walk,
+    mover === null ? null : closingSwitch(context, mover),
     h(
       "div",
       { class: "card-actions" },

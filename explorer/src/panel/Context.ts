@@ -4,7 +4,7 @@ import type { End, State } from "../state/State.js";
 import type { Store } from "../state/Store.js";
 import type { Texts } from "../texts/texts.js";
 import { nameIn } from "../venue/names.js";
-import type { Floor, Names, Place, Point, Venue } from "../venue/Venue.js";
+import type { Floor, Mover, Names, PathType, Place, Point, Spot, Venue } from "../venue/Venue.js";
 import { distance } from "../venue/drawing.js";
 
 export interface OfferedVenue {
@@ -36,16 +36,48 @@ export interface Context {
   readonly print: () => void;
   // Null while nobody asked for it.
   readonly data: () => DataParts | null;
+  // What is in the middle of the map, of the floor that is shown.
+  readonly middle: () => { readonly map: number; readonly at: Point };
 }
 
 export function placeOf({ venue }: Context, end: End): Place | null {
   return venue.places.find((each) => each.kind === end.kind && each.id === end.id) ?? null;
 }
 
-// The waypoints of an end: of a place all by which it is reached.
+export function endOfMover({ id }: Mover): End {
+  return { kind: "mover", id };
+}
+
+export function moverOf({ venue }: Context, end: End): Mover | null {
+  return (end.kind === "mover" && venue.movers.find((each) => each.id === end.id)) || null;
+}
+
+function pathTypeOf({ venue }: Context, end: End): PathType | null {
+  if (end.kind !== "pathType") return null;
+  return venue.movers.find((mover) => mover.type.id === end.id)?.type ?? null;
+}
+
+// Where an end is: a place everywhere that it is reached, movers of a type those that are in order.
+export function spotsOf(context: Context, end: End): readonly Spot[] {
+  const { venue, store } = context;
+  switch (end.kind) {
+    case "waypoint": {
+      const spot = venue.waypoints.get(end.id);
+      return spot === undefined ? [] : [spot];
+    }
+    case "mover":
+      return moverOf(context, end)?.spots ?? [];
+    case "pathType": {
+      const own = venue.movers.filter((mover) => mover.type.id === end.id);
+      return own.filter((mover) => !store.state.closed.includes(mover.id)).flatMap(({ spots }) => spots);
+    }
+    default:
+      return placeOf(context, end)?.spots ?? [];
+  }
+}
+
 export function waypointsOf(context: Context, end: End): readonly number[] {
-  if (end.kind === "waypoint") return context.venue.waypoints.has(end.id) ? [end.id] : [];
-  return placeOf(context, end)?.spots.map((spot) => spot.waypoint) ?? [];
+  return spotsOf(context, end).map((spot) => spot.waypoint);
 }
 
 // One waypoint to start from: the first that a path leads to, as the command takes it.
@@ -64,13 +96,28 @@ export function floorName({ venue, texts }: Context, floor: Floor): string {
   return words.join(", ");
 }
 
-// The floors where a place is, each once.
-export function floorsOf({ venue }: Context, place: Place): Floor[] {
-  const maps = new Set(place.spots.map((spot) => spot.map));
+type Somewhere = Pick<Place, "spots">;
+
+// The floors where a place or a mover is, each once.
+export function floorsOf({ venue }: Context, { spots }: Somewhere): Floor[] {
+  const maps = new Set(spots.map((spot) => spot.map));
   return [...maps].map((map) => venue.floors.get(map)).filter((floor) => floor !== undefined);
 }
 
-export function whereabouts(context: Context, place: Place): string {
+// The floors that a mover joins, from the bottom.
+export function floorsJoined(context: Context, mover: Mover): string {
+  const joined = new Set(floorsOf(context, mover));
+  const buildings = new Set([...joined].map((floor) => floor.building));
+  const all = [...buildings].map((building) => {
+    const own = building.floors.filter((floor) => joined.has(floor)).reverse();
+    const floors = own.map((floor) => floor.shortName).join(" · ");
+    if (context.venue.buildings.length < 2) return floors;
+    return `${floors}, ${nameIn(context.texts().language, building.names)}`;
+  });
+  return all.join("; ");
+}
+
+export function whereabouts(context: Context, place: Somewhere): string {
   const floors = floorsOf(context, place);
   const [first] = floors;
   if (first === undefined) return "";
@@ -90,9 +137,9 @@ const near = { metres: 25, part: 0.05 };
 
 export function nameOfEnd(context: Context, end: End): string {
   const { venue, texts } = context;
-  const place = placeOf(context, end);
-  if (place !== null) return nameIn(texts().language, place.names);
-  const spot = venue.waypoints.get(end.id);
+  const named = placeOf(context, end) ?? moverOf(context, end) ?? pathTypeOf(context, end);
+  if (named !== null) return nameIn(texts().language, named.names);
+  const [spot] = spotsOf(context, end);
   const floor = venue.floors.get(spot?.map ?? NaN);
   if (spot === undefined || floor === undefined) return "";
   const reach =

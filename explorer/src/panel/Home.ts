@@ -1,20 +1,9 @@
-// What the panel shows before anything is chosen: what the venue offers, and all of its places.
+// What the panel shows before anything is chosen: all of the venue's places.
 import { nameIn } from "../venue/names.js";
-import type { Place } from "../venue/Venue.js";
 import { whereabouts, type Context } from "./Context.js";
 import { lineIcon, type Line } from "../theme/icons.js";
 import { h } from "./dom.js";
-import { endOfPlace, placeIcon } from "./Search.js";
-
-// With its venue's name, where there are several: each has its own toilets.
-function chipName({ venue, texts }: Context, { names, spots }: Place): string {
-  const { language } = texts();
-  const [first] = venue.buildings;
-  const building = venue.floors.get(spots[0]?.map ?? NaN)?.building;
-  const isAlone = venue.buildings.every((each) => each.venue === first?.venue);
-  if (isAlone || building === undefined) return nameIn(language, names);
-  return `${nameIn(language, names)} · ${nameIn(language, building.venueNames)}`;
-}
+import { endOfPlace } from "./Search.js";
 
 function foot({ texts, store, share, print }: Context): HTMLElement {
   const button = (icon: Line, label: string, pressed: () => void) =>
@@ -39,22 +28,9 @@ export function home(context: Context): HTMLElement[] {
   const { language } = texts();
   const name = (place: (typeof venue.places)[number]) => nameIn(language, place.names);
   const byName = new Intl.Collator(language, { numeric: true }).compare;
-  const amenities = venue.places.filter((each) => each.kind === "amenity" && each.spots.length > 0);
   const places = venue.places
     .filter((each) => each.kind === "destination" && each.spots.length > 0)
     .sort((a, b) => byName(name(a), name(b)));
-  const chips = amenities.map((place) =>
-    h(
-      "button",
-      {
-        class: "chip",
-        attributes: { type: "button" },
-        on: { click: () => store.update({ place: endOfPlace(place) }) },
-      },
-      placeIcon(place),
-      chipName(context, place),
-    ),
-  );
   const rows = places.map((place) =>
     h(
       "li",
@@ -72,7 +48,6 @@ export function home(context: Context): HTMLElement[] {
     ),
   );
   return [
-    h("div", { class: "chips" }, ...chips),
     h("h2", { class: "heading", text: texts().of("places") }),
     h("ul", { class: "rows" }, ...rows),
     foot(context),

@@ -10,6 +10,8 @@ import { nameOfEnd, type Context } from "./Context.js";
 import { h, iconButton, set } from "./dom.js";
 import { home } from "./Home.js";
 import { levelChoice } from "./Levels.js";
+import { Nearest } from "./Nearest.js";
+import { OutOfOrder } from "./OutOfOrder.js";
 import { Search } from "./Search.js";
 import type { Sheet } from "./Sheet.js";
 import { wayInWords } from "./Steps.js";
@@ -30,12 +32,18 @@ export class Panel {
   #head: HTMLElement;
   #body: HTMLElement;
   #words = h("div", { class: "words" });
+  // What helps to choose the goal, while there is none.
+  #offers = h("div", { class: "offers" });
+  #nearest: Nearest;
+  #outOfOrder: OutOfOrder;
   #searches: Partial<Record<EndName | "place", Search>> = {};
 
   constructor(context: Context, way: CurrentWay, element: HTMLElement, sheet: Sheet) {
     this.#context = context;
     this.#way = way;
     this.#sheet = sheet;
+    this.#nearest = new Nearest(context);
+    this.#outOfOrder = new OutOfOrder(context);
     this.#head = h("div", { class: "panel-head" });
     this.#body = h("div", { class: "panel-body" });
     element.replaceChildren(sheet.handle, this.#head, this.#body);
@@ -46,6 +54,7 @@ export class Panel {
 
   // Everything anew, as in another language.
   refresh(): void {
+    this.#outOfOrder.refresh();
     this.#show(this.#context.store.state);
   }
 
@@ -114,7 +123,14 @@ export class Panel {
     this.#head.replaceChildren(...(place === null ? this.#logo() : []), ...parts);
     if (place !== null) this.#body.replaceChildren(placeCard(this.#context, place));
     else if (data !== null) this.#body.replaceChildren(...data.panel(state));
-    else this.#body.replaceChildren(...home(this.#context), ...this.#settings());
+    else {
+      this.#body.replaceChildren(
+        this.#nearest.chips(),
+        this.#outOfOrder.element,
+        ...home(this.#context),
+        ...this.#settings(),
+      );
+    }
   }
 
   #showWay(state: State): void {
@@ -141,7 +157,12 @@ export class Panel {
       to.list,
     );
     const levels = levelChoice(this.#context);
-    this.#body.replaceChildren(...(levels === null ? [] : [levels]), this.#words);
+    this.#body.replaceChildren(
+      ...(levels === null ? [] : [levels]),
+      this.#outOfOrder.element,
+      this.#offers,
+      this.#words,
+    );
     this.#nameEnds(state);
     this.#tellWay(this.#way.found);
   }
@@ -149,6 +170,9 @@ export class Panel {
   #nameEnds({ from, to }: State): void {
     this.#searches.from?.show(from === null ? "" : nameOfEnd(this.#context, from));
     this.#searches.to?.show(to === null ? "" : nameOfEnd(this.#context, to));
+    const hint = this.#nearest.hint(from);
+    const offers = to === null ? this.#nearest.chips() : hint;
+    this.#offers.replaceChildren(...(offers === null ? [] : [offers]));
   }
 
   #tellWay(found: Found): void {

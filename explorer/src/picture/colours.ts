@@ -11,4 +11,5 @@ export const pictureColours: MapColours = {
   amenity: "#4f6f8a",
   mover: "#46586a",
   way: "#ffffff",
+  alarm: "#c23b22",
 };

@@ -1,8 +1,8 @@
 // What the page shows, as plain values: everything that an address can say.
 
-// One end of a way: a place of the venue, or a waypoint.
+// One end of a way: a place of the venue, a waypoint, a mover, or any mover of a path type.
 export interface End {
-  readonly kind: "destination" | "amenity" | "waypoint";
+  readonly kind: "destination" | "amenity" | "waypoint" | "mover" | "pathType";
   readonly id: number;
 }
 

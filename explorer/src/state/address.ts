@@ -2,7 +2,14 @@
 // says wrongly, is as in the empty state.
 import { emptyState, type End, type State } from "./State.js";
 
-const letters = { destination: "d", amenity: "a", waypoint: "w" } as const;
+const kinds = {
+  d: "destination",
+  a: "amenity",
+  w: "waypoint",
+  m: "mover",
+  t: "pathType",
+} as const satisfies Record<string, End["kind"]>;
+const letters = Object.fromEntries(Object.entries(kinds).map(([letter, kind]) => [kind, letter]));
 const mostInAList = 50;
 
 function numberOf(text: string | null): number | null {
@@ -11,13 +18,12 @@ function numberOf(text: string | null): number | null {
 }
 
 export function endText(end: End): string {
-  return letters[end.kind] + end.id;
+  return `${letters[end.kind]}${end.id}`;
 }
 
 export function endOf(text: string | null): End | null {
-  const found = /^([daw])(-?\d{1,15})$/.exec(text ?? "");
+  const found = /^([dawmt])(-?\d{1,15})$/.exec(text ?? "");
   if (found === null) return null;
-  const kinds = { d: "destination", a: "amenity", w: "waypoint" } as const;
   return { kind: kinds[found[1] as keyof typeof kinds], id: Number(found[2]) };
 }
 

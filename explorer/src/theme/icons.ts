@@ -115,3 +115,15 @@ export function plateAddress(name: Symbol, plate: string, ink: string, border: s
     ` fill-rule="evenodd"/></svg>`;
   return `data:image/svg+xml,${encodeURIComponent(text)}`;
 }
+
+// A symbol that is struck through.
+export function barredAddress(name: Symbol, ink: string, plate: string): string {
+  const text =
+    `<svg xmlns="${svg}" width="60" height="60" viewBox="-3 -3 30 30">` +
+    `<circle cx="12" cy="12" r="12.4" fill="${plate}" stroke="${ink}" stroke-width="2.6"/>` +
+    `<path transform="translate(4.6 4.6) scale(.62)" d="${symbols[name]}" fill="${ink}"` +
+    ` fill-rule="evenodd"/>` +
+    `<path d="M3.2 20.8L20.8 3.2" stroke="${plate}" stroke-width="4.8"/>` +
+    `<path d="M3.2 20.8L20.8 3.2" stroke="${ink}" stroke-width="2.6"/></svg>`;
+  return `data:image/svg+xml,${encodeURIComponent(text)}`;
+}

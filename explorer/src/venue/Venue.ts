@@ -70,9 +70,16 @@ export interface PathType {
 export interface Mover {
   // The smallest id of its waypoints.
   readonly id: number;
+  // What all of its paths are called, or else what its type is.
+  readonly names: Names;
   readonly type: PathType;
   readonly spots: readonly Spot[];
+  // The pairs of waypoints that it joins.
+  readonly edges: readonly Edge[];
 }
+
+// Two waypoints, whichever way one goes.
+export type Edge = readonly [number, number];
 
 // An accessibility level that admits more than the one before it.
 export interface Level {

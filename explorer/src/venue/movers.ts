@@ -1,9 +1,10 @@
 // Movers, out of the paths that are not walked.
-import type { Mover, PathType, Spot } from "./Venue.js";
+import type { Edge, Mover, Names, PathType, Spot } from "./Venue.js";
 
 export const walking = 1;
 
 export interface Path {
+  readonly names: Names;
   readonly type: number;
   readonly waypoints: readonly number[];
 }
@@ -32,6 +33,17 @@ class Groups {
   }
 }
 
+// A path joins each of its waypoints with each.
+function edgesOf({ waypoints }: Path): Edge[] {
+  return waypoints.flatMap((a, index) => waypoints.slice(index + 1).map((b) => [a, b] as const));
+}
+
+function namesOfAll(paths: readonly Path[], type: PathType): Names {
+  const [first] = paths;
+  const isOne = paths.every((path) => path.names.name === first?.names.name);
+  return first !== undefined && isOne && first.names.name !== "" ? first.names : type.names;
+}
+
 export function moversOf(
   paths: readonly Path[],
   types: ReadonlyMap<number, PathType>,
@@ -41,21 +53,19 @@ export function moversOf(
   for (const type of types.values()) {
     if (type.id === walking) continue;
     const groups = new Groups();
-    const ids = new Set<number>();
-    for (const path of paths) {
-      if (path.type !== type.id) continue;
-      for (const id of path.waypoints) {
-        ids.add(id);
-        groups.join(path.waypoints[0]!, id);
-      }
+    const own = paths.filter((path) => path.type === type.id && path.waypoints.length > 0);
+    for (const path of own) for (const id of path.waypoints) groups.join(path.waypoints[0]!, id);
+    const together = new Map<number, Path[]>();
+    for (const path of own) {
+      const root = groups.root(path.waypoints[0]!);
+      together.set(root, [...(together.get(root) ?? []), path]);
     }
-    const spots = new Map<number, Spot[]>();
-    for (const id of ids) {
-      const spot = waypoints.get(id);
-      const root = groups.root(id);
-      if (spot !== undefined) spots.set(root, [...(spots.get(root) ?? []), spot]);
+    for (const [id, each] of together) {
+      const ids = new Set(each.flatMap((path) => path.waypoints));
+      const spots = [...ids].map((one) => waypoints.get(one)).filter((spot) => spot !== undefined);
+      if (spots.length === 0) continue;
+      movers.push({ id, names: namesOfAll(each, type), type, spots, edges: each.flatMap(edgesOf) });
     }
-    for (const [id, each] of spots) movers.push({ id, type, spots: each });
   }
   return movers;
 }

@@ -159,7 +159,9 @@ function addWays(ways: Ways, map: Json): void {
   }
   for (const record of items(map["paths"])) {
     const type = integer(record["pathTypeId"]);
-    if (type !== null) ways.paths.push({ type, waypoints: integers(record["waypointIds"]) });
+    if (type === null) continue;
+    const waypoints = integers(record["waypointIds"]);
+    ways.paths.push({ names: namesOf(record), type, waypoints });
   }
 }
 
