@@ -260,7 +260,7 @@ class App {
     if (record !== null) return this.#choose({ place: { kind: "waypoint", id: record.waypoint } });
     if (passage !== null) return this.#goOn(passage.toMap);
     if (sign?.place != null) return this.#choose({ place: endOfPlace(sign.place) });
-    if (sign?.mover != null) return this.#context.store.update({ place: endOfMover(sign.mover) });
+    if (sign?.mover != null) return this.#choose({ place: endOfMover(sign.mover) });
     try {
       const map = this.#floor(store.state).map;
       const waypoint = await engine.closest(map, at);

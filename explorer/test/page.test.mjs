@@ -27,7 +27,7 @@ test("the first floor of the venue is shown, with its floors and places", async 
     const image = page.locator("img.floor");
     assert.equal(await image.evaluate((each) => each.complete && each.naturalWidth > 0), true);
     assert.equal(await page.getByRole("button", { name: "Acorn Cycles" }).count(), 1);
-    assert.equal(await page.locator(".chip").count(), 5);
+    assert.equal(await page.locator(".chip").count(), 8);
   });
 });
 
