@@ -2,7 +2,7 @@
 import type { Config } from "./config.js";
 import type { DataView } from "./data/DataView.js";
 import type { Documents } from "./documents.js";
-import { CurrentWay } from "./engine/CurrentWay.js";
+import { CurrentWay, type FoundWay } from "./engine/CurrentWay.js";
 import { closedMovers, followClosings } from "./engine/closings.js";
 import type { Joined } from "./engine/joined.js";
 import { Engine, type Way } from "./engine/Engine.js";
@@ -60,6 +60,7 @@ class App {
   #data: DataView | null = null;
   #overview: Overview | null = null;
   #signed = new Map<number, SignedFloor>();
+  #shownWay: Way | null = null;
   #status = byId("status");
 
   constructor({ config, documents, wasm, image }: Beginning) {
@@ -90,7 +91,11 @@ class App {
     this.#way = new CurrentWay(
       engine,
       store,
-      { stops: (state) => this.#stops(state), language: () => this.#texts.language },
+      {
+        stops: (state) => this.#stops(state),
+        language: () => this.#texts.language,
+        levels: venue.levels.map((level) => level.accessibility),
+      },
       (error) => this.#failed(error),
     );
     this.#panel = new Panel(this.#context, this.#way, byId("panel"), this.#sheet);
@@ -135,7 +140,8 @@ class App {
   // The floor that the address names stays.
   async #showFirstWay(state: State): Promise<void> {
     await this.#way.search(state);
-    const way = this.#foundWay();
+    const way = this.#found()?.way ?? null;
+    this.#shownWay = way;
     const map = state.map ?? way?.segments[0]?.mapId;
     if (way !== null && map !== undefined) this.#goOn(map);
     else if (state.place !== null && state.map === null) this.#showPlace(state);
@@ -170,9 +176,9 @@ class App {
     return signed;
   }
 
-  #foundWay(): Way | null {
+  #found(): FoundWay | null {
     const { found } = this.#way;
-    return found.kind === "found" ? found.way : null;
+    return found.kind === "found" ? found : null;
   }
 
   #changed(state: State, before: State): void {
@@ -218,21 +224,24 @@ class App {
   #draw(state: State): void {
     const floor = this.#floor(state);
     const { signs } = this.#signedOf(floor);
-    const way = viewOf(state) === "home" ? null : this.#foundWay();
+    const found = viewOf(state) === "home" ? null : this.#found();
     const closed = new Set(closedMovers(this.#context.venue, state));
     const isClosed = (sign: Sign) => sign.mover !== null && closed.has(sign.mover);
     const isHidden = (sign: Sign) => isClosed(sign) || isMarked(this.#context, state, sign);
     this.#map.showSigns(signs, isHidden, this.#texts.language);
     this.#map.showClosed(signs.filter(isClosed));
-    this.#map.showWay(shownWay(this.#context, state, way, floor, signs));
+    this.#map.showWay(shownWay(this.#context, state, found, floor, signs));
     void this.#showOverview(state);
     this.#data?.show(floor, state, this.#map.colours);
-    this.#strip.show(floor, new Set(way?.segments.map((segment) => segment.mapId)));
+    this.#strip.show(floor, new Set(found?.way.segments.map((segment) => segment.mapId)));
   }
 
   // A new way is shown from its start.
   #wayChanged(way: Way | null): void {
     const { store } = this.#context;
+    // Only what it might be compared with is new.
+    if (way === this.#shownWay) return this.#draw(store.state);
+    this.#shownWay = way;
     const first = way?.segments[0]?.mapId;
     if (first !== undefined && first !== this.#floor(store.state).map) store.update({ map: first });
     else this.#draw(store.state);
@@ -283,7 +292,7 @@ class App {
     const { store } = this.#context;
     store.update({ map });
     this.#draw(store.state);
-    this.#map.showPoints(linesOn(this.#foundWay(), map).flat());
+    this.#map.showPoints(linesOn(this.#found()?.way ?? null, map).flat());
   }
 
   #flyTo(map: number, at: Point): void {
@@ -341,7 +350,7 @@ class App {
     return {
       context: this.#context,
       state,
-      way: viewOf(state) === "way" ? this.#foundWay() : null,
+      found: viewOf(state) === "way" ? this.#found() : null,
       floor: this.#floor(state),
       name: this.#config.name,
     };

@@ -1,4 +1,5 @@
 // What of a way and of the state is drawn on one floor.
+import type { FoundWay } from "./engine/CurrentWay.js";
 import type { Way } from "./engine/Engine.js";
 import type { Mark, Passage, ShownWay } from "./map/ways.js";
 import { moverOf, nameOfEnd, placeOf, spotsOf, type Context } from "./panel/Context.js";
@@ -38,21 +39,36 @@ function pointsOf(context: Context, end: End | null, map: number): Point[] {
   return spotsOf(context, end).filter((spot) => spot.map === map).map((spot) => spot.at);
 }
 
-function marksOn(context: Context, state: State, way: Way | null, floor: Floor, signs: readonly Sign[]) {
+// Where a stop is on a floor: at the end of the way to it, or without one where its place is.
+function stopOn(context: Context, stop: number, end: End, found: FoundWay | null, map: number) {
+  const leg = found?.legs.find((each) => each.stop === stop);
+  const last = leg?.way.segments.at(-1);
+  if (last === undefined) return pointsOf(context, end, map)[0];
+  return last.mapId === map ? last.mapPoints.at(-1) : undefined;
+}
+
+function marksOn(
+  context: Context,
+  state: State,
+  found: FoundWay | null,
+  floor: Floor,
+  signs: readonly Sign[],
+): Mark[] {
   const marks: Mark[] = [];
   const label = (end: End) => nameOfEnd(context, end);
-  const ends = way?.segments;
-  const first = ends?.[0]?.mapId === floor.map ? ends[0].mapPoints[0] : undefined;
-  const last = ends?.at(-1)?.mapId === floor.map ? ends.at(-1)!.mapPoints.at(-1) : undefined;
-  // Until there is a way, ends are where their places are.
-  const start = way === null ? pointsOf(context, state.from, floor.map)[0] : first;
-  const goal = way === null ? pointsOf(context, state.to, floor.map)[0] : last;
+  const first = found?.way.segments[0];
+  const onWay = first?.mapId === floor.map ? first.mapPoints[0] : undefined;
+  const start = found === null ? pointsOf(context, state.from, floor.map)[0] : onWay;
   if (state.from !== null && start !== undefined) {
-    marks.push({ kind: "start", at: start, label: label(state.from) });
+    marks.push({ kind: "start", at: start, label: label(state.from), number: null });
   }
-  if (state.to !== null && goal !== undefined) {
-    marks.push({ kind: "end", at: goal, label: label(state.to) });
-  }
+  const stops = state.to === null ? state.via : [...state.via, state.to];
+  stops.forEach((end, stop) => {
+    const at = stopOn(context, stop, end, found, floor.map);
+    if (at === undefined) return;
+    const number = stops.length > 1 ? stop + 1 : null;
+    marks.push({ kind: end === state.to ? "end" : "stop", at, label: label(end), number });
+  });
   if (state.place !== null) marks.push(...chosenMarks(context, state.place, floor, signs));
   return marks;
 }
@@ -63,27 +79,29 @@ function chosenMarks(context: Context, end: End, floor: Floor, signs: readonly S
   const points = own.length > 0 ? own.map((sign) => sign.at) : pointsOf(context, end, floor.map);
   // Of many that are alike the name is said in the card.
   const label = points.length === 1 ? nameOfEnd(context, end) : "";
-  return points.map((at) => ({ kind: "chosen", at, label }));
+  return points.map((at) => ({ kind: "chosen", at, label, number: null }));
 }
 
 export function shownWay(
   context: Context,
   state: State,
-  way: Way | null,
+  found: FoundWay | null,
   floor: Floor,
   signs: readonly Sign[],
 ): ShownWay {
+  const others = found?.choices.filter((each) => each !== found.way) ?? [];
   return {
-    lines: linesOn(way, floor.map),
-    passages: way === null ? [] : passagesOn(context.venue, way, floor),
-    marks: marksOn(context, state, way, floor, signs),
+    others: others.flatMap((each) => linesOn(each, floor.map)),
+    lines: linesOn(found?.way ?? null, floor.map),
+    passages: found === null ? [] : passagesOn(context.venue, found.way, floor),
+    marks: marksOn(context, state, found, floor, signs),
   };
 }
 
 // Names that a mark says already.
 export function isMarked(context: Context, state: State, sign: Sign): boolean {
   if (sign.place === null) return false;
-  return [state.place, state.from, state.to].some(
+  return [state.place, state.from, ...state.via, state.to].some(
     (end) => end !== null && placeOf(context, end) === sign.place,
   );
 }

@@ -15,6 +15,7 @@ const full = {
   from: { kind: "waypoint", id: 22001 },
   via: [{ kind: "destination", id: 4 }, { kind: "amenity", id: -5 }],
   to: { kind: "destination", id: 14 },
+  way: 2,
   level: 0,
   closed: [11001, 11003],
   isOverview: true,

@@ -1,15 +1,37 @@
-// The way between the ends that the state names, asked for anew whenever one of them changes.
+// The way over the stops that the state names, asked for anew whenever one of them changes.
 import type { State } from "../state/State.js";
 import type { Store } from "../state/Store.js";
 import type { Engine, Way } from "./Engine.js";
 import { Newest } from "./Newest.js";
+import { otherWays } from "./otherWays.js";
+
+// The way to a stop from the one before it that was reached.
+export interface Leg {
+  readonly stop: number;
+  readonly way: Way;
+}
+
+// A stop without a way, and the level that there is one at; null where no level has one.
+export interface Missed {
+  readonly stop: number;
+  readonly level: number | null;
+}
+
+export interface FoundWay {
+  readonly kind: "found";
+  readonly way: Way;
+  readonly legs: readonly Leg[];
+  readonly missed: readonly Missed[];
+  // Ways to the only stop, the best first; the way is one of them.
+  readonly choices: readonly Way[];
+}
 
 export type Found =
   // Not both ends are known.
   | { readonly kind: "none" }
   | { readonly kind: "searching" }
-  | { readonly kind: "found"; readonly way: Way }
-  | { readonly kind: "missing" }
+  | FoundWay
+  | { readonly kind: "missing"; readonly missed: readonly Missed[] }
   // Start and goal are one.
   | { readonly kind: "there" };
 
@@ -17,13 +39,16 @@ export interface Ends {
   // Where each stretch of the way may begin and end: one waypoint first, then some each.
   readonly stops: (state: State) => readonly (readonly number[])[] | null;
   readonly language: () => string;
+  // The venue's levels, in ascending order.
+  readonly levels: readonly number[];
 }
 
-function joined(legs: readonly Way[]): Way {
-  const sum = (of: (way: Way) => number) => legs.reduce((all, way) => all + of(way), 0);
+function joined(legs: readonly Leg[]): Way {
+  const ways = legs.map(({ way }) => way);
+  const sum = (of: (way: Way) => number) => ways.reduce((all, way) => all + of(way), 0);
   return {
-    segments: legs.flatMap((way) => way.segments),
-    steps: legs.flatMap((way) => way.steps),
+    segments: ways.flatMap((way) => way.segments),
+    steps: ways.flatMap((way) => way.steps),
     mm: sum((way) => way.mm),
     seconds: sum((way) => way.seconds),
   };
@@ -31,6 +56,7 @@ function joined(legs: readonly Way[]): Way {
 
 export class CurrentWay {
   #engine: Engine;
+  #store: Store;
   #ends: Ends;
   #newest = new Newest();
   #found: Found = { kind: "none" };
@@ -39,11 +65,17 @@ export class CurrentWay {
 
   constructor(engine: Engine, store: Store, ends: Ends, failed: (error: unknown) => void) {
     this.#engine = engine;
+    this.#store = store;
     this.#ends = ends;
     this.#failed = failed;
     store.subscribe((state, before) => {
       const names = ["from", "via", "to", "level", "closed", "language"] as const;
-      if (names.some((name) => state[name] !== before[name])) void this.search(state);
+      if (names.some((name) => state[name] !== before[name])) {
+        void this.search(state);
+        // Another question has other ways, in another language it has the same.
+        const isSame = state.way !== before.way || state.language !== before.language;
+        if (!isSame) store.update({ way: 0 });
+      } else if (state.way !== before.way) this.#choose();
     });
   }
 
@@ -62,26 +94,63 @@ export class CurrentWay {
     this.#tell({ kind: "searching" });
     try {
       const found = await this.#newest.of(() => this.#wayOver(stops, state));
-      if (found !== undefined) this.#tell(found);
+      if (found === undefined) return;
+      this.#tell(found);
+      if (found.kind === "found" && stops.length === 2) void this.#findOthers(found, state);
     } catch (error) {
       this.#tell({ kind: "none" });
       this.#failed(error);
     }
   }
 
+  async #findOthers(found: FoundWay, state: State): Promise<void> {
+    const how = { level: state.level, language: this.#ends.language() };
+    try {
+      const others = await this.#newest.of(() => otherWays(this.#engine, found.way, how));
+      if (others === undefined || others.length === 0) return;
+      this.#found = { ...found, choices: [found.way, ...others] };
+      this.#choose();
+    } catch (error) {
+      this.#failed(error);
+    }
+  }
+
+  #choose(): void {
+    if (this.#found.kind !== "found") return;
+    const { choices } = this.#found;
+    this.#tell({ ...this.#found, way: choices[this.#store.state.way] ?? choices[0]! });
+  }
+
   async #wayOver(stops: readonly (readonly number[])[], { level }: State): Promise<Found> {
     const language = this.#ends.language();
-    const legs: Way[] = [];
+    const legs: Leg[] = [];
+    const missed: Missed[] = [];
     let from = stops[0]?.[0];
-    for (const to of stops.slice(1)) {
-      if (from === undefined || to.length === 0) return { kind: "missing" };
-      if (to.includes(from)) continue;
-      const way: Way | null = await this.#engine.way({ from, to, level, language });
-      if (way === null) return { kind: "missing" };
-      legs.push(way);
-      from = way.segments.at(-1)?.points.at(-1);
+    for (const [stop, to] of stops.slice(1).entries()) {
+      if (from !== undefined && to.includes(from)) continue;
+      const way: Way | null =
+        from === undefined || to.length === 0
+          ? null
+          : await this.#engine.way({ from, to, level, language });
+      if (way === null) missed.push({ stop, level: await this.#levelFor(from, to, level) });
+      else {
+        legs.push({ stop, way });
+        from = way.segments.at(-1)?.points.at(-1);
+      }
     }
-    return legs.length === 0 ? { kind: "there" } : { kind: "found", way: joined(legs) };
+    if (legs.length === 0) return missed.length === 0 ? { kind: "there" } : { kind: "missing", missed };
+    const way = joined(legs);
+    return { kind: "found", way, legs, missed, choices: [way] };
+  }
+
+  // The lowest level above this one at which there is a way.
+  async #levelFor(from: number | undefined, to: readonly number[], above: number | null) {
+    if (from === undefined || to.length === 0 || above === null) return null;
+    for (const level of this.#ends.levels) {
+      if (level <= above) continue;
+      if ((await this.#engine.way({ from, to, level, language: "en" })) !== null) return level;
+    }
+    return null;
   }
 
   #tell(found: Found): void {

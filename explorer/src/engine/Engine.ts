@@ -9,16 +9,14 @@ import {
 import type {
   Alternatives,
   Directions,
-  NearestByWalk,
   Place,
   Reached,
   Segment,
   Step,
-  Tour,
-  Wanted,
 } from "terncorekit";
 import type { Edge } from "../venue/Venue.js";
 import { joinedVenue, type Joined } from "./joined.js";
+import { bestOrder } from "./bestOrder.js";
 
 export type { Place, Segment, Step };
 
@@ -104,20 +102,23 @@ export class Engine {
     return Promise.all(requests.map((request) => this.way(request)));
   }
 
-  nearest(from: number, wanted: Wanted, level: number | null): Promise<NearestByWalk> {
-    return this.#ask((venue) => venue.nearest({ from, ...wanted, ...levelOf(level) }));
-  }
-
   reach(from: number, metres: number, level: number | null): Promise<Reached[]> {
     return this.#ask((venue) => venue.reach({ from, metres, ...levelOf(level) }));
   }
 
-  alternatives(from: number, to: number, level: number | null): Promise<Alternatives> {
-    return this.#ask((venue) => venue.alternatives({ from, to, ...levelOf(level) }));
+  // Ways that have no more than a share, of 1, in common with the best one.
+  alternatives(from: number, to: number, share: number, level: number | null): Promise<Alternatives> {
+    const options = { optimalPathMatchRatio: share };
+    return this.#ask((venue) => venue.alternatives({ from, to, options, ...levelOf(level) }));
   }
 
-  tour(from: number, destinations: number[], level: number | null): Promise<Tour> {
-    return this.#ask((venue) => venue.tour({ from, destinations, ...levelOf(level) }));
+  // In which order stops are soonest visited, each by any of its waypoints.
+  bestOrder(
+    start: number,
+    stops: readonly (readonly number[])[],
+    level: number | null,
+  ): Promise<number[]> {
+    return this.#ask((venue) => bestOrder(venue, start, stops, levelOf(level)));
   }
 
   // Nobody is led over these any more, and over those that were closed before again. What is asked

@@ -12,6 +12,7 @@ export interface MapColours {
   readonly mover: string;
   readonly way: string;
   readonly alarm: string;
+  readonly other: string;
 }
 
 export function mapColours(): MapColours {
@@ -26,5 +27,6 @@ export function mapColours(): MapColours {
     mover: colour("mover"),
     way: colour("way-casing"),
     alarm: colour("alarm"),
+    other: colour("other-way"),
   };
 }

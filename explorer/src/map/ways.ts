@@ -19,12 +19,16 @@ export interface Passage {
 }
 
 export interface Mark {
-  readonly kind: "start" | "end" | "chosen";
+  readonly kind: "start" | "stop" | "end" | "chosen";
   readonly at: MapPoint;
   readonly label: string;
+  // Of a stop, where there are several.
+  readonly number: number | null;
 }
 
 export interface ShownWay {
+  // Of ways that might be chosen instead.
+  readonly others: readonly (readonly MapPoint[])[];
   readonly lines: readonly (readonly MapPoint[])[];
   readonly passages: readonly Passage[];
   readonly marks: readonly Mark[];
@@ -36,12 +40,25 @@ const passageHeight = 22;
 const always = "obstacle";
 export const pin = "M12 31c5.5-8 10.5-12.7 10.5-19a10.5 10.5 0 1 0-21 0C1.5 18.3 6.5 23 12 31z";
 
-function pinAddress(colour: string, border: string): string {
+function pinAddress(colour: string, border: string, number: number | null): string {
+  const inside =
+    number === null
+      ? `<circle cx="12" cy="12" r="4.2" fill="${border}"/>`
+      : `<text x="12" y="16.3" text-anchor="middle" font-family="system-ui, sans-serif"` +
+        ` font-weight="700" font-size="12.5" fill="${border}">${number}</text>`;
   const text =
     `<svg xmlns="http://www.w3.org/2000/svg" width="52" height="68" viewBox="-1 -1 26 34">` +
     `<path d="${pin}" fill="${colour}" stroke="${border}" stroke-width="1.6"/>` +
-    `<circle cx="12" cy="12" r="4.2" fill="${border}"/></svg>`;
+    `${inside}</svg>`;
   return `data:image/svg+xml,${encodeURIComponent(text)}`;
+}
+
+function otherStyles(colours: MapColours): Style[] {
+  const line = { lineCap: "round", lineJoin: "round" } as const;
+  return [
+    new Style({ stroke: new Stroke({ ...line, color: colours.way, width: 8 }), zIndex: -2 }),
+    new Style({ stroke: new Stroke({ ...line, color: colours.other, width: 4.5 }), zIndex: -1 }),
+  ];
 }
 
 function lineStyles(colours: MapColours): Style[] {
@@ -86,7 +103,7 @@ function markText(label: string, offsetY: number, colours: MapColours): Text {
   });
 }
 
-function markStyle({ kind, label }: Mark, colours: MapColours): Style {
+function markStyle({ kind, label, number }: Mark, colours: MapColours): Style {
   if (kind === "start") {
     return new Style({
       image: new Circle({
@@ -102,7 +119,7 @@ function markStyle({ kind, label }: Mark, colours: MapColours): Style {
   const colour = kind === "end" ? colours.end : colours.accent;
   return new Style({
     image: new Icon({
-      src: pinAddress(colour, colours.paper),
+      src: pinAddress(colour, colours.paper, number),
       width: 26,
       height: 34,
       anchor: [0.5, 0.96],
@@ -124,8 +141,13 @@ export class WayLayer {
     zIndex: 3,
   });
 
-  show({ lines, passages, marks }: ShownWay, colours: MapColours): void {
+  show({ others, lines, passages, marks }: ShownWay, colours: MapColours): void {
     const features: Feature[] = [];
+    for (const points of others) {
+      const feature = new Feature(new LineString(points.map(turned)));
+      feature.setStyle(otherStyles(colours));
+      features.push(feature);
+    }
     for (const points of lines) {
       const feature = new Feature(new LineString(points.map(turned)));
       feature.setStyle(lineStyles(colours));

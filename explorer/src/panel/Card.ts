@@ -15,6 +15,7 @@ import {
 } from "./Context.js";
 import { h, iconButton } from "./dom.js";
 import { closingSwitch } from "./OutOfOrder.js";
+import { mostVia } from "./Stops.js";
 
 function where(context: Context, end: End): string {
   const place = placeOf(context, end);
@@ -55,6 +56,9 @@ export function placeCard(context: Context, end: End): HTMLElement {
   const walk = h("p", { class: "card-walk" });
   const mover = moverOf(context, end);
   void tellWalk(context, end, walk);
+  const { from, via, to } = store.state;
+  const isOnWay = from !== null && to !== null && via.length < mostVia;
+  const stop = () => store.update({ via: [...via, end], place: null });
   const go = () => store.update({ to: end, place: null });
   const data = store.state.data === null ? null : context.data();
   const start = () => store.update({ from: end, place: null });
@@ -94,6 +98,14 @@ export function placeCard(context: Context, end: End): HTMLElement {
         lineIcon("start"),
         say.of("startHere"),
       ),
+      !isOnWay
+        ? null
+        : h(
+            "button",
+            { class: "button", attributes: { type: "button" }, on: { click: stop } },
+            lineIcon("plus"),
+            say.of("addStop"),
+          ),
     ),
     data === null ? null : data.record(end),
   );

@@ -12,6 +12,17 @@ function label(context: Context, level: Level, isLowest: boolean): string {
   return texts().of("without", { movers: texts().list(names) });
 }
 
+export function levelName(context: Context, accessibility: number): string {
+  const { levels } = context.venue;
+  const level = levels.find((each) => each.accessibility === accessibility);
+  return level === undefined ? "" : label(context, level, level === levels[0]);
+}
+
+export function chooseLevel({ venue, store }: Context, accessibility: number): void {
+  const isTop = accessibility === venue.levels.at(-1)?.accessibility;
+  store.update({ level: isTop ? null : accessibility });
+}
+
 // Null where the venue makes no difference.
 export function levelChoice(context: Context): HTMLElement | null {
   const { venue, store, texts } = context;
@@ -25,7 +36,7 @@ export function levelChoice(context: Context): HTMLElement | null {
       : levels.find((each) => each.accessibility <= (chosen ?? Infinity)) === level;
     const input = h("input", {
       attributes: { type: "radio", name: "level", value: level.accessibility, checked: isChosen },
-      on: { change: () => store.update({ level: isTop ? null : level.accessibility }) },
+      on: { change: () => chooseLevel(context, level.accessibility) },
     });
     const isLowest = level === levels.at(-1);
     return h("label", { class: "choice" }, input, h("span", { text: label(context, level, isLowest) }));

@@ -1,11 +1,11 @@
 // Movers that are out of order: a switch on the card of each, and the list of those that are, from
 // which they are put in order again.
 import { closedMovers } from "../engine/closings.js";
-import { symbolFor, symbolIcon } from "../theme/icons.js";
+import { lineIcon, symbolFor, symbolIcon } from "../theme/icons.js";
 import { nameIn } from "../venue/names.js";
 import type { Mover } from "../venue/Venue.js";
-import { endOfMover, floorsJoined, type Context } from "./Context.js";
-import { h } from "./dom.js";
+import { endOfMover, floorsOf, type Context } from "./Context.js";
+import { h, iconButton } from "./dom.js";
 
 function close(context: Context, mover: Mover, isClosed: boolean): void {
   const { store, texts, say } = context;
@@ -53,37 +53,31 @@ export class OutOfOrder {
     const hadFocus = this.element.contains(document.activeElement);
     this.element.hidden = movers.length === 0;
     this.element.replaceChildren(
-      h("h2", { class: "heading", text: texts().of("outOfOrder") }),
-      h("ul", { class: "rows" }, ...movers.map((mover) => this.#row(mover))),
+      h("h2", { class: "chips-label", text: texts().of("outOfOrder") }),
+      h("ul", { class: "chips" }, ...movers.map((mover) => this.#item(mover))),
     );
     if (hadFocus) this.element.querySelector<HTMLElement>("button")?.focus();
   }
 
-  #row(mover: Mover): HTMLElement {
-    const { texts, store } = this.#context;
-    const name = nameIn(texts().language, mover.names);
-    const label = texts().of("openAgainName", { name });
+  #item(mover: Mover): HTMLElement {
+    const { texts, store, venue } = this.#context;
+    const { language } = texts();
+    const name = nameIn(language, mover.names);
+    const [floor] = floorsOf(this.#context, mover);
+    const building = floor === undefined ? "" : nameIn(language, floor.building.names);
     const show = () => store.update({ place: endOfMover(mover) });
+    const again = texts().of("openAgain", { name });
     return h(
       "li",
       { class: "closed-item" },
       h(
         "button",
-        { class: "row closed-row", attributes: { type: "button" }, on: { click: show } },
+        { class: "closed-name", attributes: { type: "button" }, on: { click: show } },
         symbolIcon(symbolFor([mover.type.names.name])),
-        h(
-          "span",
-          { class: "result-words" },
-          h("span", { class: "result-name", text: name }),
-          h("span", { class: "result-where", text: floorsJoined(this.#context, mover) }),
-        ),
+        name,
+        venue.buildings.length > 1 ? h("span", { class: "closed-where", text: building }) : null,
       ),
-      h("button", {
-        class: "button is-small",
-        text: texts().of("openAgain"),
-        attributes: { type: "button", "aria-label": label },
-        on: { click: () => close(this.#context, mover, false) },
-      }),
+      iconButton(lineIcon("close"), again, () => close(this.#context, mover, false)),
     );
   }
 }

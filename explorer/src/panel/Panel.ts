@@ -13,6 +13,7 @@ import { levelChoice } from "./Levels.js";
 import { Nearest } from "./Nearest.js";
 import { OutOfOrder } from "./OutOfOrder.js";
 import { Search } from "./Search.js";
+import { Stops, endField } from "./Stops.js";
 import type { Sheet } from "./Sheet.js";
 import { wayInWords } from "./Steps.js";
 
@@ -36,6 +37,7 @@ export class Panel {
   #offers = h("div", { class: "offers" });
   #nearest: Nearest;
   #outOfOrder: OutOfOrder;
+  #stops: Stops;
   #searches: Partial<Record<EndName | "place", Search>> = {};
 
   constructor(context: Context, way: CurrentWay, element: HTMLElement, sheet: Sheet) {
@@ -44,6 +46,14 @@ export class Panel {
     this.#sheet = sheet;
     this.#nearest = new Nearest(context);
     this.#outOfOrder = new OutOfOrder(context);
+    this.#stops = new Stops(
+      context,
+      (label, chosen) => this.#newSearch(label, chosen),
+      () => {
+        this.#showEnds();
+        this.#nameEnds(context.store.state);
+      },
+    );
     this.#head = h("div", { class: "panel-head" });
     this.#body = h("div", { class: "panel-body" });
     element.replaceChildren(sheet.handle, this.#head, this.#body);
@@ -61,11 +71,12 @@ export class Panel {
   #changed(state: State, before: State): void {
     const [view, last] = [viewOf(state), viewOf(before)];
     if (view === last && view === "way") {
+      if (this.#stops.changed(state)) this.#showEnds();
       this.#nameEnds(state);
       if (state.level !== before.level) this.#tellWay(this.#way.found);
       return;
     }
-    const names = ["place", "from", "to", "level", "data", "path"] as const;
+    const names = ["place", "from", "via", "to", "level", "data", "path"] as const;
     if (names.every((name) => state[name] === before[name])) return;
     this.#show(state);
     this.#focus(state);
@@ -99,12 +110,17 @@ export class Panel {
   }
 
   #search(label: string, name: EndName | "place", chosen: (end: End | null) => void): Search {
+    const search = this.#newSearch(label, chosen);
+    this.#searches[name] = search;
+    return search;
+  }
+
+  #newSearch(label: string, chosen: (end: End | null) => void): Search {
     const search = new Search(this.#context, label, {
       chosen,
       emptied: () => chosen(null),
       opened: (isOpen) => this.#listOpened(isOpen),
     });
-    this.#searches[name] = search;
     search.input.addEventListener("focus", () => this.#sheet.hold("high"));
     return search;
   }
@@ -134,31 +150,11 @@ export class Panel {
   }
 
   #showWay(state: State): void {
-    const { texts, store } = this.#context;
-    const from = this.#search(texts().of("searchFrom"), "from", (end) => store.update({ from: end }));
-    const to = this.#search(texts().of("searchTo"), "to", (end) => store.update({ to: end }));
-    const swap = iconButton(lineIcon("swap"), texts().of("swap"), () => {
-      const { from: before, to: after } = store.state;
-      store.update({ from: after, to: before });
-    });
-    const close = iconButton(lineIcon("close"), texts().of("close"), () =>
-      store.update({ from: null, to: null, via: [] }),
-    );
-    const field = (label: string, search: Search) =>
-      h("div", { class: "end" }, h("span", { class: "end-label", text: label }), search.element);
-    this.#head.replaceChildren(
-      h(
-        "div",
-        { class: "ends is-two" },
-        h("div", { class: "end-fields" }, field(texts().of("from"), from), field(texts().of("to"), to)),
-        h("div", { class: "end-buttons" }, close, swap),
-      ),
-      from.list,
-      to.list,
-    );
+    this.#showEnds();
     const levels = levelChoice(this.#context);
     this.#body.replaceChildren(
       ...(levels === null ? [] : [levels]),
+      this.#stops.actions,
       this.#outOfOrder.element,
       this.#offers,
       this.#words,
@@ -167,7 +163,40 @@ export class Panel {
     this.#tellWay(this.#way.found);
   }
 
-  #nameEnds({ from, to }: State): void {
+  #showEnds(): void {
+    const { texts, store } = this.#context;
+    const from = this.#search(texts().of("searchFrom"), "from", (end) => store.update({ from: end }));
+    const to = this.#search(texts().of("searchTo"), "to", (end) => store.update({ to: end }));
+    const swap = iconButton(lineIcon("swap"), texts().of("swap"), () => {
+      const { from: before, via, to: after } = store.state;
+      store.update({ from: after, via: [...via].reverse(), to: before });
+    });
+    const close = iconButton(lineIcon("close"), texts().of("close"), () =>
+      store.update({ from: null, to: null, via: [] }),
+    );
+    const stops = this.#stops.fields();
+    this.#head.replaceChildren(
+      h(
+        "div",
+        { class: "ends is-two" },
+        h(
+          "div",
+          { class: "end-fields" },
+          endField(texts().of("from"), from),
+          ...stops.map(({ field }) => field),
+          endField(texts().of("to"), to),
+        ),
+        h("div", { class: "end-buttons" }, close, swap),
+      ),
+      from.list,
+      ...stops.map(({ search }) => search.list),
+      to.list,
+    );
+  }
+
+  #nameEnds(state: State): void {
+    const { from, to } = state;
+    this.#stops.refresh(state);
     this.#searches.from?.show(from === null ? "" : nameOfEnd(this.#context, from));
     this.#searches.to?.show(to === null ? "" : nameOfEnd(this.#context, to));
     const hint = this.#nearest.hint(from);

@@ -1,9 +1,11 @@
 // The way in words: how long it is, and its steps, floor by floor. A step leads to its spot.
-import type { Found } from "../engine/CurrentWay.js";
+import type { Found, FoundWay, Leg, Missed } from "../engine/CurrentWay.js";
 import type { Step, Way } from "../engine/Engine.js";
 import { lineIcon, symbolFor, symbolIcon, type Line } from "../theme/icons.js";
-import { floorName, type Context } from "./Context.js";
+import { floorName, nameOfEnd, type Context } from "./Context.js";
+import { wayChoice } from "./Choices.js";
 import { h, iconButton } from "./dom.js";
+import { chooseLevel, levelName } from "./Levels.js";
 
 const turns: Readonly<Record<string, Line>> = {
   left: "left",
@@ -56,15 +58,9 @@ export function stepGroups(way: Way): Step[][] {
   return groups;
 }
 
-function told(context: Context, way: Way): HTMLElement[] {
-  const { venue, texts } = context;
-  const sum = h(
-    "p",
-    { class: "sum" },
-    h("strong", { text: texts().minutes(way.seconds) }),
-    h("span", { text: texts().length(way.mm) }),
-  );
-  const groups = stepGroups(way).map((steps) => {
+function stepsTold(context: Context, way: Way): HTMLElement[] {
+  const { venue } = context;
+  return stepGroups(way).map((steps) => {
     const floor = venue.floors.get(steps[0]!.mapId);
     return h(
       "section",
@@ -73,6 +69,58 @@ function told(context: Context, way: Way): HTMLElement[] {
       h("ol", { class: "step-list" }, ...steps.map((step) => stepElement(context, step))),
     );
   });
+}
+
+// The steps to one of several stops.
+function legTold(context: Context, { stop, way }: Leg): HTMLElement {
+  const { texts } = context;
+  const length = `${texts().minutes(way.seconds)} · ${texts().length(way.mm)}`;
+  return h(
+    "section",
+    { class: "leg" },
+    h(
+      "h3",
+      { class: "leg-head" },
+      h("span", { class: "leg-number", text: String(stop + 1) }),
+      h("span", { class: "leg-name", text: nameOfStop(context, stop) }),
+      h("span", { class: "leg-length", text: length }),
+    ),
+    ...stepsTold(context, way),
+  );
+}
+
+function nameOfStop(context: Context, stop: number): string {
+  const { via, to } = context.store.state;
+  const end = via[stop] ?? to;
+  return end === null ? "" : nameOfEnd(context, end);
+}
+
+// What is out of reach, and the level at which it is not.
+function missedTold(context: Context, { stop, level }: Missed): HTMLElement {
+  const { texts, store } = context;
+  const name = nameOfStop(context, stop);
+  const text = texts().of(store.state.level === null ? "outOfReach" : "outOfReachLevel", { place: name });
+  const button =
+    level === null
+      ? null
+      : h("button", {
+          class: "button is-small",
+          text: texts().of("reachedWith", { how: levelName(context, level) }),
+          attributes: { type: "button" },
+          on: { click: () => chooseLevel(context, level) },
+        });
+  return h("div", { class: "missed" }, h("p", { text }), button);
+}
+
+function told(context: Context, { way, legs, missed, choices }: FoundWay): HTMLElement[] {
+  const { texts, store } = context;
+  const isTour = store.state.via.length > 0;
+  const sum = h(
+    "p",
+    { class: choices.length > 1 ? "sum unseen" : "sum" },
+    h("strong", { text: texts().minutes(way.seconds) }),
+    h("span", { text: texts().length(way.mm) }),
+  );
   const say = texts();
   const actions = h(
     "div",
@@ -80,11 +128,16 @@ function told(context: Context, way: Way): HTMLElement[] {
     iconButton(lineIcon("share"), say.of("share"), context.share),
     iconButton(lineIcon("print"), say.of("print"), context.print),
   );
-  return [h("div", { class: "sum-line" }, sum, actions), ...groups];
+  return [
+    ...missed.map((each) => missedTold(context, each)),
+    h("div", { class: "sum-line" }, sum, actions),
+    ...(choices.length > 1 ? [wayChoice(context, choices, way)] : []),
+    ...(isTour ? legs.map((leg) => legTold(context, leg)) : stepsTold(context, way)),
+  ];
 }
 
 export function wayInWords(context: Context, found: Found): HTMLElement[] {
-  const { texts, store } = context;
+  const { texts } = context;
   const note = (text: string) => [h("p", { class: "note", text })];
   switch (found.kind) {
     case "none":
@@ -94,8 +147,8 @@ export function wayInWords(context: Context, found: Found): HTMLElement[] {
     case "there":
       return note(texts().of("sameSpot"));
     case "missing":
-      return note(texts().of(store.state.level === null ? "noWay" : "noWayLevel"));
+      return found.missed.map((each) => missedTold(context, each));
     case "found":
-      return told(context, found.way);
+      return told(context, found);
   }
 }

@@ -1,5 +1,5 @@
 // What the page shows at the moment somebody asks to share or print it.
-import type { Way } from "../engine/Engine.js";
+import type { FoundWay } from "../engine/CurrentWay.js";
 import { floorName, nameOfEnd, type Context } from "../panel/Context.js";
 import { isMarked, linesOn, shownWay } from "../shownWay.js";
 import type { State } from "../state/State.js";
@@ -13,7 +13,7 @@ import type { PictureRequest } from "./FloorPicture.js";
 export interface Shown {
   readonly context: Context;
   readonly state: State;
-  readonly way: Way | null;
+  readonly found: FoundWay | null;
   readonly floor: Floor;
   // What whoever hosts the page calls it, or the venue's name.
   readonly name: string;
@@ -26,8 +26,8 @@ export interface ShownPicture extends PictureRequest {
 }
 
 // Where the way leads, or what is chosen, or the floor.
-export function titleOf({ context, state, way, floor }: Shown): string {
-  if (way !== null && state.from !== null && state.to !== null) {
+export function titleOf({ context, state, found, floor }: Shown): string {
+  if (found !== null && state.from !== null && state.to !== null) {
     return `${nameOfEnd(context, state.from)} → ${nameOfEnd(context, state.to)}`;
   }
   return state.place === null ? floorName(context, floor) : nameOfEnd(context, state.place);
@@ -38,21 +38,23 @@ export function lengthsOf({ context }: Shown, mm: number, seconds: number): stri
   return `${texts.length(mm)} · ${texts.minutes(seconds)}`;
 }
 
-// `shapes` are the least and the most that the picture is wide as a multiple of its height.
+// The chosen way alone. `shapes` are the least and the most that the picture is wide as a multiple
+// of its height.
 export function pictureOf(
-  { context, state, way }: Shown,
+  { context, state, found }: Shown,
   floor: Floor,
   width: number,
   shapes: readonly [number, number],
 ): ShownPicture {
   const { language } = context.texts();
   const { drawing, signs } = signedFloor(context.venue, floor);
+  const chosen = found && { ...found, choices: [found.way] };
   return {
     drawing: drawing === "" ? "" : withFrame(drawing, floor.frame),
     drawn: floor.frame,
-    frame: cropped(floor, linesOn(way, floor.map).flat(), shapes),
+    frame: cropped(floor, linesOn(found?.way ?? null, floor.map).flat(), shapes),
     width,
-    way: shownWay(context, state, way, floor, signs),
+    way: shownWay(context, state, chosen, floor, signs),
     signs,
     isHidden: (sign) => isMarked(context, state, sign),
     language,

@@ -12,4 +12,5 @@ export const pictureColours: MapColours = {
   mover: "#46586a",
   way: "#ffffff",
   alarm: "#c23b22",
+  other: "#8fa9d6",
 };

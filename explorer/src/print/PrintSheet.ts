@@ -28,8 +28,8 @@ export class PrintSheet {
   #images: HTMLImageElement[] = [];
 
   constructor(shown: Shown) {
-    const { context, way } = shown;
-    const groups = way === null ? [] : stepGroups(way);
+    const { context, found } = shown;
+    const groups = found === null ? [] : stepGroups(found.way);
     const parts = groups.map((steps) => this.#part(shown, steps));
     const only = parts.length === 0 ? [this.#map(shown, shown.floor, alone)] : parts;
     this.element = h("section", { class: "print-sheet" }, this.#head(shown), ...only);
@@ -48,8 +48,8 @@ export class PrintSheet {
   }
 
   #head(shown: Shown): HTMLElement {
-    const { context, way } = shown;
-    const sum = way === null ? "" : lengthsOf(shown, way.mm, way.seconds);
+    const { context, found } = shown;
+    const sum = found === null ? "" : lengthsOf(shown, found.way.mm, found.way.seconds);
     const link = linkOf(shown);
     const code = codeOf(link, context.texts().of("codeOf", { link }));
     return h(

@@ -22,10 +22,11 @@ export interface FeatureCollection {
 const rounded = (degrees: number) => Math.round(degrees * 1e8) / 1e8;
 
 // Null where the venue does not say where on the globe it lies, or nothing leads anywhere.
-export function featuresOf({ context, state, way }: Shown): FeatureCollection | null {
+export function featuresOf({ context, state, found }: Shown): FeatureCollection | null {
   const { venue } = context;
   const { language } = context.texts();
-  if (way === null || venue.placement === null) return null;
+  if (found === null || venue.placement === null) return null;
+  const { way } = found;
   const features: Feature[] = [];
   const add = (kind: string, name: string, map: number, points: readonly Point[], metres: number | null) => {
     const floor = venue.floors.get(map);

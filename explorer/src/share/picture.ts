@@ -31,11 +31,11 @@ function fitting(words: string, font: string): string {
 }
 
 function headOf(shown: Shown): SVGGElement {
-  const { context, floor, way } = shown;
+  const { context, floor, found } = shown;
   const title = titleOf(shown);
   const where = floorName(context, floor);
   const words = [venueName(shown), where === title ? "" : where];
-  if (way !== null) words.push(lengthsOf(shown, way.mm, way.seconds));
+  if (found !== null) words.push(lengthsOf(shown, found.way.mm, found.way.seconds));
   const below = words.filter((each) => each !== "").join(" · ");
   const family = "system-ui, sans-serif";
   const line = (text: string, y: number, size: number, weight: number, fill: string) => {

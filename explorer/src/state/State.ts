@@ -18,6 +18,8 @@ export interface State {
   readonly from: End | null;
   readonly via: readonly End[];
   readonly to: End | null;
+  // Which of several ways to the goal is shown; 0 is the best one.
+  readonly way: number;
   // The accessibility level; null: everything may be taken.
   readonly level: number | null;
   // Movers that are out of order, by their ids.
@@ -39,6 +41,7 @@ export const emptyState: State = {
   from: null,
   via: [],
   to: null,
+  way: 0,
   level: null,
   closed: [],
   isOverview: false,

@@ -44,6 +44,7 @@ export function decodeAddress(hash: string): State {
     from: endOf(words.get("from")),
     via: listOf(words.get("via"), endOf),
     to: endOf(words.get("to")),
+    way: Math.max(0, numberOf(words.get("way")) ?? 0),
     level: numberOf(words.get("level")),
     closed: listOf(words.get("closed"), numberOf),
     isOverview: words.get("overview") === "1",
@@ -64,6 +65,7 @@ export function encodeAddress(state: State): string {
   add("from", state.from && endText(state.from));
   add("via", state.via.map(endText).join(","));
   add("to", state.to && endText(state.to));
+  add("way", state.way || null);
   add("level", state.level);
   add("closed", state.closed.join(","));
   add("overview", state.isOverview ? 1 : null);
