@@ -4,11 +4,13 @@ import type { DataView } from "./data/DataView.js";
 import type { Documents } from "./documents.js";
 import { CurrentWay, type FoundWay } from "./engine/CurrentWay.js";
 import { closedMovers, followClosings } from "./engine/closings.js";
+import { CurrentReach, type Reach } from "./engine/CurrentReach.js";
 import type { Joined } from "./engine/joined.js";
 import { Engine, type Way } from "./engine/Engine.js";
 import { FloorImage } from "./map/FloorImage.js";
 import { paddingAround } from "./map/frame.js";
 import { MapView, type Tap } from "./map/MapView.js";
+import { shadeCount } from "./map/shades.js";
 import { Controls } from "./panel/Controls.js";
 import {
   endOfMover,
@@ -36,6 +38,7 @@ import type { Shown } from "./picture/Shown.js";
 import { readJoined } from "./venue/joined.js";
 import { signedFloor, type Sign, type SignedFloor } from "./venue/signs.js";
 import type { Floor, Names, Point, Venue } from "./venue/Venue.js";
+import { walkedOn } from "./venue/walked.js";
 
 export interface Beginning {
   readonly config: Config;
@@ -50,6 +53,7 @@ class App {
   #config: Config;
   #context: Context;
   #way: CurrentWay;
+  #reach: CurrentReach;
   #map: MapView;
   #panel: Panel;
   #strip: FloorStrip;
@@ -98,7 +102,13 @@ class App {
       },
       (error) => this.#failed(error),
     );
-    this.#panel = new Panel(this.#context, this.#way, byId("panel"), this.#sheet);
+    this.#reach = new CurrentReach(
+      engine,
+      store,
+      ({ from }) => from && startOf(this.#context, from),
+      (error) => this.#failed(error),
+    );
+    this.#panel = new Panel(this.#context, this.#way, this.#reach, byId("panel"), this.#sheet);
     this.#strip = new FloorStrip(this.#context, byId("floors"));
     this.#controls = new Controls(byId("controls"), this.#context.texts, () => this.#map);
     this.#tellLanguage();
@@ -109,6 +119,8 @@ class App {
     });
     this.#showFloor(store.state, image);
     void this.#showFirstWay(store.state);
+    this.#reach.subscribe((found) => this.#reachChanged(found));
+    void this.#reach.search(store.state);
     engine.ready().catch((error) => this.#say(this.#texts.of("noLibrary", { what: message(error) })));
     if (config.refused.length > 0) {
       this.#say(this.#texts.of("refused", { names: config.refused.join(", ") }));
@@ -233,7 +245,10 @@ class App {
     this.#map.showWay(shownWay(this.#context, state, found, floor, signs));
     void this.#showOverview(state);
     this.#data?.show(floor, state, this.#map.colours);
-    this.#strip.show(floor, new Set(found?.way.segments.map((segment) => segment.mapId)));
+    this.#showReach(floor);
+    if (this.#reach.found === null) {
+      this.#strip.show(floor, new Set(found?.way.segments.map((segment) => segment.mapId)));
+    }
   }
 
   // A new way is shown from its start.
@@ -246,6 +261,28 @@ class App {
     if (first !== undefined && first !== this.#floor(store.state).map) store.update({ map: first });
     else this.#draw(store.state);
     if (way !== null) this.#map.showPoints(linesOn(way, this.#floor(store.state).map).flat());
+  }
+
+  #showReach(floor: Floor): void {
+    const { venue } = this.#context;
+    const { found } = this.#reach;
+    const walked = found && walkedOn(venue, floor, found.mm, found, shadeCount);
+    this.#map.showReach(walked ?? []);
+    if (found === null) return;
+    const maps = [...found.mm.keys()].map((waypoint) => venue.waypoints.get(waypoint)?.map ?? NaN);
+    this.#strip.show(floor, new Set(maps), "inReach");
+  }
+
+  // All that is in reach is shown on the floor where it begins.
+  #reachChanged(found: Reach | null): void {
+    const { store, venue } = this.#context;
+    const [start] = found?.mm.keys() ?? [];
+    const map = venue.waypoints.get(start ?? NaN)?.map;
+    if (map !== undefined) store.update({ map });
+    this.#draw(store.state);
+    if (found === null) return;
+    const walked = walkedOn(venue, this.#floor(store.state), found.mm, found, shadeCount);
+    this.#map.showPoints(walked.flatMap(({ points }) => points));
   }
 
   // Where it is on this floor, or on the first where it is.

@@ -8,12 +8,14 @@ import Projection from "ol/proj/Projection.js";
 import type MapBrowserEvent from "ol/MapBrowserEvent.js";
 import type { Sign } from "../venue/signs.js";
 import type { Floor, Point } from "../venue/Venue.js";
+import type { Stretch } from "../venue/walked.js";
 import type Layer from "ol/layer/Layer.js";
 import { mapColours, type MapColours } from "./colours.js";
 import type { FloorImage } from "./FloorImage.js";
 import { FloorLayer } from "./FloorLayer.js";
 import { fitted, type Padding } from "./frame.js";
 import { ClosedLayer } from "./closed.js";
+import { ReachLayer } from "./reach.js";
 import { SignLayer } from "./signs.js";
 import { touched, type Target } from "./touch.js";
 import { WayLayer, type Passage, type ShownWay } from "./ways.js";
@@ -47,6 +49,7 @@ export class MapView {
   #floor = new FloorLayer();
   #signs = new SignLayer();
   #closed = new ClosedLayer();
+  #reach = new ReachLayer();
   #ways = new WayLayer();
   #map: OlMap;
   #padding: Padding;
@@ -61,7 +64,13 @@ export class MapView {
     this.#map = new OlMap({
       target,
       controls: [],
-      layers: [this.#floor, this.#signs.layer, this.#closed.layer, this.#ways.layer],
+      layers: [
+        this.#floor,
+        this.#reach.layer,
+        this.#signs.layer,
+        this.#closed.layer,
+        this.#ways.layer,
+      ],
       // A tap is answered at once, and not only when no second one has followed it.
       interactions: defaultInteractions({ zoomDuration: 200, doubleClickZoom: false }),
     });
@@ -128,6 +137,10 @@ export class MapView {
   // Of movers that are out of order.
   showClosed(signs: readonly Sign[]): void {
     this.#closed.show(signs, this.#colours);
+  }
+
+  showReach(stretches: readonly Stretch[]): void {
+    this.#reach.show(stretches, this.#colours);
   }
 
   showWay(way: ShownWay): void {

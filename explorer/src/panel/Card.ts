@@ -1,7 +1,7 @@
 // What is known of a place, or of a spot on the floor, and the ways from and to it.
 import { lineIcon } from "../theme/icons.js";
 import { nameIn } from "../venue/names.js";
-import type { End } from "../state/State.js";
+import { reachMinutes, type End } from "../state/State.js";
 import {
   floorName,
   floorsJoined,
@@ -59,6 +59,7 @@ export function placeCard(context: Context, end: End): HTMLElement {
   const { from, via, to } = store.state;
   const isOnWay = from !== null && to !== null && via.length < mostVia;
   const stop = () => store.update({ via: [...via, end], place: null });
+  const reach = () => store.update({ from: end, via: [], to: null, place: null, reach: reachMinutes[1]! });
   const go = () => store.update({ to: end, place: null });
   const data = store.state.data === null ? null : context.data();
   const start = () => store.update({ from: end, place: null });
@@ -97,6 +98,12 @@ export function placeCard(context: Context, end: End): HTMLElement {
         { class: "button", attributes: { type: "button" }, on: { click: start } },
         lineIcon("start"),
         say.of("startHere"),
+      ),
+      h(
+        "button",
+        { class: "button", attributes: { type: "button" }, on: { click: reach } },
+        lineIcon("reach"),
+        say.of("howFarHere"),
       ),
       !isOnWay
         ? null

@@ -9,14 +9,16 @@ const overview = "overview";
 export class FloorStrip {
   #context: Context;
   #element: HTMLElement;
+  #word: "onWay" | "inReach" = "onWay";
 
   constructor(context: Context, element: HTMLElement) {
     this.#context = context;
     this.#element = element;
   }
 
-  // `onWay` are the maps that the way leads over.
-  show(shown: Floor, onWay: ReadonlySet<number>): void {
+  // `onWay` are the maps that the way leads over, or those in reach, as `word` says.
+  show(shown: Floor, onWay: ReadonlySet<number>, word: "onWay" | "inReach" = "onWay"): void {
+    this.#word = word;
     const { texts, venue } = this.#context;
     const focused = (document.activeElement as HTMLElement | null)?.dataset["map"];
     set(this.#element, { "aria-label": texts().of("floors") });
@@ -66,7 +68,7 @@ export class FloorStrip {
     const { texts, store } = this.#context;
     const isOnWay = onWay.has(floor.map);
     const name = nameIn(texts().language, floor.names);
-    const label = isOnWay ? `${name}, ${texts().of("onWay")}` : name;
+    const label = isOnWay ? `${name}, ${texts().of(this.#word)}` : name;
     return h("button", {
       class: isOnWay ? "floor-button is-on-way" : "floor-button",
       text: floor.shortName,

@@ -1,5 +1,6 @@
 // The panel: a search and what the venue has, the card of a place, or the way between two ends. On
 // a phone it is a sheet at the bottom, on anything wider it stands beside the map.
+import type { CurrentReach } from "../engine/CurrentReach.js";
 import type { CurrentWay, Found } from "../engine/CurrentWay.js";
 import type { End, State } from "../state/State.js";
 import { lineIcon } from "../theme/icons.js";
@@ -12,6 +13,7 @@ import { home } from "./Home.js";
 import { levelChoice } from "./Levels.js";
 import { Nearest } from "./Nearest.js";
 import { OutOfOrder } from "./OutOfOrder.js";
+import { Reaching } from "./Reaching.js";
 import { Search } from "./Search.js";
 import { Stops, endField } from "./Stops.js";
 import type { Sheet } from "./Sheet.js";
@@ -38,14 +40,22 @@ export class Panel {
   #nearest: Nearest;
   #outOfOrder: OutOfOrder;
   #stops: Stops;
+  #reaching: Reaching;
   #searches: Partial<Record<EndName | "place", Search>> = {};
 
-  constructor(context: Context, way: CurrentWay, element: HTMLElement, sheet: Sheet) {
+  constructor(
+    context: Context,
+    way: CurrentWay,
+    reach: CurrentReach,
+    element: HTMLElement,
+    sheet: Sheet,
+  ) {
     this.#context = context;
     this.#way = way;
     this.#sheet = sheet;
     this.#nearest = new Nearest(context);
     this.#outOfOrder = new OutOfOrder(context);
+    this.#reaching = new Reaching(context, reach);
     this.#stops = new Stops(
       context,
       (label, chosen) => this.#newSearch(label, chosen),
@@ -158,6 +168,7 @@ export class Panel {
       this.#outOfOrder.element,
       this.#offers,
       this.#words,
+      this.#reaching.element,
     );
     this.#nameEnds(state);
     this.#tellWay(this.#way.found);
@@ -197,6 +208,7 @@ export class Panel {
   #nameEnds(state: State): void {
     const { from, to } = state;
     this.#stops.refresh(state);
+    this.#reaching.refresh();
     this.#searches.from?.show(from === null ? "" : nameOfEnd(this.#context, from));
     this.#searches.to?.show(to === null ? "" : nameOfEnd(this.#context, to));
     const hint = this.#nearest.hint(from);

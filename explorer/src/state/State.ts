@@ -30,9 +30,14 @@ export interface State {
   readonly data: ColourBy | null;
   // The path of the data that is chosen.
   readonly path: number | null;
+  // In how many minutes it is shown how far one gets from the start.
+  readonly reach: number | null;
   // Null: as the browser wants it.
   readonly language: string | null;
 }
+
+// What may be asked for.
+export const reachMinutes: readonly number[] = [2, 5, 10];
 
 export const emptyState: State = {
   venue: null,
@@ -47,6 +52,7 @@ export const emptyState: State = {
   isOverview: false,
   data: null,
   path: null,
+  reach: null,
   language: null,
 };
 

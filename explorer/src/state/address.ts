@@ -1,6 +1,6 @@
 // The state as the address's hash: "#venue=1&map=12&from=w22001&to=d14". What it does not say, or
 // says wrongly, is as in the empty state.
-import { emptyState, type End, type State } from "./State.js";
+import { emptyState, reachMinutes, type End, type State } from "./State.js";
 
 const kinds = {
   d: "destination",
@@ -50,6 +50,7 @@ export function decodeAddress(hash: string): State {
     isOverview: words.get("overview") === "1",
     data: data === "type" || data === "level" ? data : null,
     path: numberOf(words.get("path")),
+    reach: reachMinutes.find((each) => String(each) === words.get("reach")) ?? null,
     language: language !== null && /^[a-z]{2,3}$/.test(language) ? language : null,
   };
 }
@@ -71,6 +72,7 @@ export function encodeAddress(state: State): string {
   add("overview", state.isOverview ? 1 : null);
   add("data", state.data);
   add("path", state.path);
+  add("reach", state.reach);
   add("lang", state.language);
   return words.length === 0 ? "" : `#${words.map(([name, value]) => `${name}=${value}`).join("&")}`;
 }

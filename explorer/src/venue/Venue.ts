@@ -104,6 +104,8 @@ export interface Venue {
   // Waypoints that a path leads to.
   readonly joined: ReadonlySet<number>;
   readonly pathTypes: ReadonlyMap<number, PathType>;
+  // What paths on foot join, each pair once for every path.
+  readonly walks: readonly Edge[];
   readonly movers: readonly Mover[];
   // In ascending order, the last of which admits everything.
   readonly levels: readonly Level[];

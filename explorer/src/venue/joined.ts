@@ -42,6 +42,7 @@ export function readJoined(all: readonly VenueDocuments[]): Venue {
     places,
     waypoints: merged(venues.map((each) => each.waypoints)),
     joined: new Set(venues.flatMap((each) => [...each.joined])),
+    walks: venues.flatMap((each) => each.walks),
     pathTypes,
     movers: venues.flatMap((each) => each.movers),
     levels: levelsOf(usedTypes(venues, pathTypes)),

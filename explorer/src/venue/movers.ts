@@ -34,7 +34,7 @@ class Groups {
 }
 
 // A path joins each of its waypoints with each.
-function edgesOf({ waypoints }: Path): Edge[] {
+export function edgesOf({ waypoints }: Path): Edge[] {
   return waypoints.flatMap((a, index) => waypoints.slice(index + 1).map((b) => [a, b] as const));
 }
 

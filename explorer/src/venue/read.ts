@@ -2,7 +2,7 @@
 import { frameOf } from "./frame.js";
 import { integer, integers, items, list, number, object, point, text, type Json } from "./json.js";
 import { levelsOf } from "./levels.js";
-import { moversOf, type Path } from "./movers.js";
+import { edgesOf, moversOf, walking, type Path } from "./movers.js";
 import { namesOf } from "./names.js";
 import { placementOf, type Placement } from "./placement.js";
 import type { Building, Floor, Names, PathType, Place, Spot, Venue } from "./Venue.js";
@@ -216,6 +216,7 @@ export function readVenue(document: Json, buildings: readonly Json[]): Venue {
     waypoints: ways.waypoints,
     joined: new Set(ways.paths.flatMap((path) => (path.waypoints.length > 1 ? path.waypoints : []))),
     pathTypes: types,
+    walks: ways.paths.filter((path) => path.type === walking).flatMap(edgesOf),
     movers: moversOf(ways.paths, types, ways.waypoints),
     levels: levelsOf([...types.values()].filter((type) => used.has(type.id))),
   };

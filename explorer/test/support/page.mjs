@@ -43,11 +43,7 @@ export class Stage {
     const complaints = [];
     const asked = [];
     context.on("request", (request) => asked.push(request.url()));
-    page.on("console", (message) => {
-      // OpenLayers tries how a canvas is read fastest, which Chromium remarks on.
-      if (message.text().includes("willReadFrequently")) return;
-      complaints.push(`${message.type()}: ${message.text()}`);
-    });
+    page.on("console", (message) => complaints.push(`${message.type()}: ${message.text()}`));
     page.on("pageerror", (error) => complaints.push(error.stack));
     page.setDefaultTimeout(20_000);
     try {
