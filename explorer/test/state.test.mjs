@@ -21,6 +21,7 @@ const full = {
   isOverview: true,
   data: "level",
   path: 11001,
+  category: 3,
   reach: 5,
   language: "ja",
 };

@@ -2,6 +2,7 @@
 // a phone it is a sheet at the bottom, on anything wider it stands beside the map.
 import type { CurrentReach } from "../engine/CurrentReach.js";
 import type { CurrentWay, Found } from "../engine/CurrentWay.js";
+import { Recent } from "../state/Recent.js";
 import type { End, State } from "../state/State.js";
 import { lineIcon } from "../theme/icons.js";
 import { languages } from "../texts/texts.js";
@@ -9,7 +10,7 @@ import { placeCard } from "./Card.js";
 import { nameIn } from "../venue/names.js";
 import { nameOfEnd, type Context } from "./Context.js";
 import { h, iconButton, set } from "./dom.js";
-import { home } from "./Home.js";
+import { Home } from "./Home.js";
 import { levelChoice } from "./Levels.js";
 import { Nearest } from "./Nearest.js";
 import { OutOfOrder } from "./OutOfOrder.js";
@@ -41,6 +42,7 @@ export class Panel {
   #outOfOrder: OutOfOrder;
   #stops: Stops;
   #reaching: Reaching;
+  #home: Home;
   #searches: Partial<Record<EndName | "place", Search>> = {};
 
   constructor(
@@ -55,6 +57,7 @@ export class Panel {
     this.#sheet = sheet;
     this.#nearest = new Nearest(context);
     this.#outOfOrder = new OutOfOrder(context);
+    this.#home = new Home(context, new Recent(context.store, context.venue.id));
     this.#reaching = new Reaching(context, reach);
     this.#stops = new Stops(
       context,
@@ -150,10 +153,11 @@ export class Panel {
     if (place !== null) this.#body.replaceChildren(placeCard(this.#context, place));
     else if (data !== null) this.#body.replaceChildren(...data.panel(state));
     else {
+      this.#home.refresh();
       this.#body.replaceChildren(
         this.#nearest.chips(),
         this.#outOfOrder.element,
-        ...home(this.#context),
+        this.#home.element,
         ...this.#settings(),
       );
     }

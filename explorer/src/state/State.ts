@@ -30,6 +30,8 @@ export interface State {
   readonly data: ColourBy | null;
   // The path of the data that is chosen.
   readonly path: number | null;
+  // The category whose places are listed; null: all places are.
+  readonly category: number | null;
   // In how many minutes it is shown how far one gets from the start.
   readonly reach: number | null;
   // Null: as the browser wants it.
@@ -52,6 +54,7 @@ export const emptyState: State = {
   isOverview: false,
   data: null,
   path: null,
+  category: null,
   reach: null,
   language: null,
 };

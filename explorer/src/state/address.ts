@@ -50,6 +50,7 @@ export function decodeAddress(hash: string): State {
     isOverview: words.get("overview") === "1",
     data: data === "type" || data === "level" ? data : null,
     path: numberOf(words.get("path")),
+    category: numberOf(words.get("category")),
     reach: reachMinutes.find((each) => String(each) === words.get("reach")) ?? null,
     language: language !== null && /^[a-z]{2,3}$/.test(language) ? language : null,
   };
@@ -72,6 +73,7 @@ export function encodeAddress(state: State): string {
   add("overview", state.isOverview ? 1 : null);
   add("data", state.data);
   add("path", state.path);
+  add("category", state.category);
   add("reach", state.reach);
   add("lang", state.language);
   return words.length === 0 ? "" : `#${words.map(([name, value]) => `${name}=${value}`).join("&")}`;

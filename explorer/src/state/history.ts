@@ -4,7 +4,7 @@ import type { State } from "./State.js";
 import type { Store } from "./Store.js";
 
 // What "back" should undo; anything else only changes the address that is there.
-const steps: readonly (keyof State)[] = ["venue", "place", "from", "to"];
+const steps: readonly (keyof State)[] = ["venue", "place", "from", "to", "category"];
 
 export function followAddress(store: Store): void {
   const read = () => {

@@ -9,6 +9,10 @@ export interface Names {
   readonly others: ReadonlyMap<string, string>;
 }
 
+export interface Category extends Names {
+  readonly id: number;
+}
+
 // A waypoint, and where it lies.
 export interface Spot {
   readonly waypoint: number;
@@ -20,7 +24,7 @@ export interface Place {
   readonly kind: "destination" | "amenity";
   readonly id: number;
   readonly names: Names;
-  readonly categories: readonly Names[];
+  readonly categories: readonly Category[];
   readonly description: string;
   readonly keywords: readonly string[];
   // The venue's own SVG of an amenity, which its drawings repeat; empty where there is none.

@@ -5,7 +5,7 @@ import { levelsOf } from "./levels.js";
 import { edgesOf, moversOf, walking, type Path } from "./movers.js";
 import { namesOf } from "./names.js";
 import { placementOf, type Placement } from "./placement.js";
-import type { Building, Floor, Names, PathType, Place, Spot, Venue } from "./Venue.js";
+import type { Building, Category, Floor, Names, PathType, Place, Spot, Venue } from "./Venue.js";
 
 // The library knows a null level by this number.
 const unknownLevel = -2_147_483_648;
@@ -106,9 +106,11 @@ function spotsOf(record: Json, waypoints: ReadonlyMap<number, Spot>): Spot[] {
 }
 
 function placesOf(venue: Json, waypoints: ReadonlyMap<number, Spot>): Place[] {
-  const categories = new Map<number | null, Names>();
+  const categories = new Map<number, Category>();
   for (const each of list(object(venue["extensors"])["categories"]).map(object)) {
-    categories.set(integer(each["id"]), namesOf(each));
+    const id = integer(each["id"]);
+    const names = namesOf(each);
+    if (id !== null && names.name !== "") categories.set(id, { id, ...names });
   }
   const read = (kind: Place["kind"]) => (record: Json) => ({
     kind,
