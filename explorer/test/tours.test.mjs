@@ -13,7 +13,6 @@ before(async () => {
 after(() => stage.close());
 
 const stops = (page) => page.locator(".leg-name").allTextContents();
-const sums = (page) => page.locator(".sum strong").textContent();
 
 // A venue in which the walk from waypoint a to waypoint b costs what the table says.
 function venueOf(costs) {
@@ -141,7 +140,13 @@ test("other ways stand beside the best one; one that is chosen is told and drawn
     const steps = await stepsIn(page);
     assert.equal(steps.filter((text) => /^(Start|You have reached)/.test(text)).length, 2);
     assert.deepEqual(await page.locator(".is-on-way").allTextContents(), ["2", "G"]);
-    await sums(page);
+    // By keyboard too, one after the other.
+    await lift.focus();
+    await page.keyboard.press("ArrowLeft");
+    await page.getByText(/Take the escalator up to First Floor/).waitFor();
+    assert.doesNotMatch(page.url(), /way=/);
+    await page.keyboard.press("ArrowRight");
+    await page.getByText(/Take the lift to Second Floor/).waitFor();
     // Another question begins with its best way.
     await page.getByRole("radio", { name: "Without Stairs" }).check();
     await page.waitForFunction(() => !location.hash.includes("way="));
@@ -149,8 +154,10 @@ test("other ways stand beside the best one; one that is chosen is told and drawn
 });
 
 test("an address names the way that was chosen", async () => {
-  await stage.with({ hash: "#from=w12012&to=w14016&way=1" }, async (page) => {
+  await stage.with({ hash: "#map=14&from=w12012&to=w14016&way=1" }, async (page) => {
     await page.getByText(/Take the lift to Second Floor/).waitFor();
+    // Where one begins to look stays as it is said.
+    assert.equal(await page.locator("#floors button[aria-current]").textContent(), "2");
   });
   await stage.with({ hash: "#from=w12012&to=w14016&way=77" }, async (page) => {
     await page.getByText(/Take the escalator up to First Floor/).waitFor();

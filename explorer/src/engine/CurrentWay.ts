@@ -95,8 +95,12 @@ export class CurrentWay {
     try {
       const found = await this.#newest.of(() => this.#wayOver(stops, state));
       if (found === undefined) return;
-      this.#tell(found);
-      if (found.kind === "found" && stops.length === 2) void this.#findOthers(found, state);
+      const hasOthers = found.kind === "found" && stops.length === 2;
+      // One that the address names is not shown after another.
+      if (!hasOthers || state.way === 0) this.#tell(found);
+      if (!hasOthers) return;
+      const others = this.#findOthers(found, state);
+      if (state.way > 0) await others;
     } catch (error) {
       this.#tell({ kind: "none" });
       this.#failed(error);
@@ -107,10 +111,11 @@ export class CurrentWay {
     const how = { level: state.level, language: this.#ends.language() };
     try {
       const others = await this.#newest.of(() => otherWays(this.#engine, found.way, how));
-      if (others === undefined || others.length === 0) return;
+      if (others === undefined) return;
       this.#found = { ...found, choices: [found.way, ...others] };
-      this.#choose();
+      if (others.length > 0 || state.way > 0) this.#choose();
     } catch (error) {
+      this.#tell(found);
       this.#failed(error);
     }
   }

@@ -8,6 +8,7 @@ import {
   moverOf,
   nameOfEnd,
   placeOf,
+  spotsOf,
   startOf,
   waypointsOf,
   whereabouts,
@@ -22,7 +23,7 @@ function where(context: Context, end: End): string {
   if (place !== null) return whereabouts(context, place);
   const mover = moverOf(context, end);
   if (mover !== null) return floorsJoined(context, mover);
-  const spot = context.venue.waypoints.get(end.id);
+  const [spot] = spotsOf(context, end);
   const floor = context.venue.floors.get(spot?.map ?? NaN);
   return floor === undefined ? "" : floorName(context, floor);
 }

@@ -223,8 +223,14 @@ export class Panel {
   #tellWay(found: Found): void {
     // What is there stays while the next is searched for: it takes milliseconds.
     if (found.kind === "searching" && this.#words.childElementCount > 0) return;
+    const focused = document.activeElement;
+    const hadFocus = this.#words.contains(focused);
     this.#words.replaceChildren(...wayInWords(this.#context, found));
     set(this.#words.querySelector(".sum") ?? this.#words, { tabindex: -1 });
+    if (hadFocus) {
+      const next = focused instanceof HTMLInputElement ? "input:checked" : ".sum";
+      this.#words.querySelector<HTMLElement>(next)?.focus();
+    }
     if (found.kind !== "found" || viewOf(this.#context.store.state) !== "way") return;
     const { texts, say } = this.#context;
     say(`${texts().minutes(found.way.seconds)}, ${texts().length(found.way.mm)}`);
