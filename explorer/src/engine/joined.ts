@@ -2,7 +2,16 @@
 // of a single one names it. Steps are told by the stretches of the way: the library tells them within
 // one venue, whose lengths are not degrees.
 import type { RemoteVenue } from "terncorekit/worker";
-import type { Directions, Place, RouteRequest, Segment, Step } from "terncorekit";
+import type {
+  Alternatives,
+  Directions,
+  Place,
+  ReachRequest,
+  Reached,
+  RouteRequest,
+  Segment,
+  Step,
+} from "terncorekit";
 import { distance } from "../venue/drawing.js";
 import { joinedId } from "../venue/joined.js";
 import type { Floor, Point, Venue } from "../venue/Venue.js";
@@ -128,14 +137,27 @@ export class JoinedVenue {
     return this.#remote.closest({ venue: building.venue, map, at: [x, y] });
   }
 
+  // There is only the best way: others are known within one venue.
+  alternatives(): Promise<Alternatives> {
+    return Promise.resolve({ optimal: null, alternatives: null });
+  }
+
+  // Within the start's venue.
+  reach(request: Omit<ReachRequest, "from"> & { from: number }): Promise<Reached[]> {
+    return this.#remote.reach({ ...request, venue: this.#venueOf(request.from) });
+  }
+
   blockEdge({ from, to, blocked }: { from: number; to: number; blocked: boolean }): Promise<void> {
-    const map = this.#joined.venue.waypoints.get(from)?.map ?? NaN;
-    const { venue } = floorOf(this.#joined, map).building;
-    return this.#remote.blockEdge({ venue, from, to, blocked });
+    return this.#remote.blockEdge({ venue: this.#venueOf(from), from, to, blocked });
+  }
+
+  #venueOf(waypoint: number): number {
+    const map = this.#joined.venue.waypoints.get(waypoint)?.map ?? NaN;
+    return floorOf(this.#joined, map).building.venue;
   }
 }
 
-// The engine asks no more of a venue than this; what leads within a single one is not asked of several.
+// The engine asks no more of a venue than this.
 export function joinedVenue(remote: RemoteVenue, joined: Joined): RemoteVenue {
   const own = new JoinedVenue(remote, joined);
   const answers: Partial<RemoteVenue> = {
@@ -143,6 +165,8 @@ export function joinedVenue(remote: RemoteVenue, joined: Joined): RemoteVenue {
     routeToAny: (request) => own.routeToAny(request),
     places: (request) => own.places(request as { text: string }),
     closest: (request) => own.closest(request),
+    alternatives: () => own.alternatives(),
+    reach: (request) => own.reach(request as ReachRequest & { from: number }),
     blockEdge: (request) => own.blockEdge(request),
   };
   return new Proxy(remote, {

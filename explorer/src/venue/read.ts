@@ -5,7 +5,7 @@ import { levelsOf } from "./levels.js";
 import { edgesOf, moversOf, walking, type Path } from "./movers.js";
 import { namesOf } from "./names.js";
 import { placementOf, type Placement } from "./placement.js";
-import type { Building, Category, Floor, Names, PathType, Place, Spot, Venue } from "./Venue.js";
+import type { Building, Category, Floor, PathType, Place, Spot, Venue } from "./Venue.js";
 
 // The library knows a null level by this number.
 const unknownLevel = -2_147_483_648;
