@@ -239,7 +239,11 @@ class App {
     const found = viewOf(state) === "home" ? null : this.#found();
     const closed = new Set(closedMovers(this.#context.venue, state));
     const isClosed = (sign: Sign) => sign.mover !== null && closed.has(sign.mover);
-    const isHidden = (sign: Sign) => isClosed(sign) || isMarked(this.#context, state, sign);
+    // Among the data movers are told of by their arrows.
+    const isHidden = (sign: Sign) =>
+      isClosed(sign) ||
+      isMarked(this.#context, state, sign) ||
+      (state.data !== null && sign.mover !== null);
     this.#map.showSigns(signs, isHidden, this.#texts.language);
     this.#map.showClosed(signs.filter(isClosed));
     this.#map.showWay(shownWay(this.#context, state, found, floor, signs));

@@ -63,7 +63,7 @@ class Styles {
       text: new Text({
         text: id === null ? "" : String(id),
         font,
-        offsetY: 12,
+        offsetY: 18,
         fill: new Fill({ color: this.#colours.ink }),
         stroke: new Stroke({ color: this.#colours.paper, width: 3 }),
       }),
