@@ -11,6 +11,12 @@ import { Stage, pixelOf, search, searchField, sizes, stepsIn } from "./support/p
 const axe = packages.resolve("axe-core/axe.min.js");
 const tern = process.env.TERN_COMMAND ?? join(root, "build/bin/tern");
 const plazaFrame = [0, 0, 2400, 2240];
+// Where the panel says most.
+const busy = [
+  "#from=w22001&via=d7,d40&to=a4&level=0&closed=11001,21001",
+  "#place=m11001&closed=11001",
+  "#from=d7&reach=5&closed=11001",
+];
 let stage;
 
 before(async () => {
@@ -248,9 +254,10 @@ test("everything is done by keyboard alone", async () => {
 for (const colorScheme of ["light", "dark"]) {
   test(`a checker of accessibility finds nothing serious, ${colorScheme}`, async () => {
     for (const size of ["phone", "wide"]) {
-      for (const hash of ["", "#place=d8", "#from=w14016&to=w12025"]) {
+      for (const hash of ["", "#place=d8", "#from=w14016&to=w12025", ...busy]) {
         await stage.with({ hash, size, colorScheme }, async (page) => {
           if (hash.includes("to=")) await stepsIn(page);
+          if (hash.includes("reach=")) await page.locator(".legend").waitFor();
           // The page's own policy keeps strangers' scripts out; this one is let in by the driver.
           await page.evaluate(readFileSync(axe, "utf8"));
           const { violations } = await page.evaluate(() => globalThis.axe.run());
@@ -265,9 +272,11 @@ for (const colorScheme of ["light", "dark"]) {
 
 for (const size of Object.keys(sizes)) {
   test(`nothing is cut off and nothing scrolls sideways, ${sizes[size].width} pixels wide`, async () => {
-    for (const hash of ["", "#place=d8", "#from=w14016&to=w12025&lang=de"]) {
+    for (const hash of ["", "#place=d8", "#from=w14016&to=w12025&lang=de", ...busy]) {
       await stage.with({ hash, size }, async (page) => {
         if (hash.includes("to=")) await stepsIn(page);
+        if (hash.includes("reach=")) await page.locator(".legend").waitFor();
+        if (hash.includes("place=")) await page.locator(".card-name").waitFor();
         const wide = await page.evaluate(() => {
           const { scrollWidth, clientWidth } = document.documentElement;
           const panel = document.querySelector(".panel-body");

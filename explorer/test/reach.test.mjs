@@ -62,26 +62,28 @@ test("an address names minutes that may be asked for, and no others", () => {
 });
 
 test("from a place it is shown how far one gets, on every floor, and what is there", async () => {
-  await stage.with({ hash: "#place=d7" }, async (page) => {
+  await stage.with({ hash: "#place=w22001" }, async (page) => {
     await page.getByRole("button", { name: "How far in 5 min?" }).click();
     await page.getByText(/^Places in reach: \d+$/).first().waitFor();
-    assert.match(page.url(), /from=d7&reach=5/);
+    assert.match(page.url(), /from=w22001&reach=5/);
     const count = () => page.locator(".reach-row").count();
     const five = await count();
     const floors = await page.getByRole("button", { name: /, in reach/ }).allTextContents();
-    assert.deepEqual(floors, ["2", "1", "G", "LG"]);
-    // The start itself is first, and all the others are no nearer.
-    const [first] = await page.locator(".reach-row").allTextContents();
-    assert.match(first, /Elmwood Coffee.*0 m/);
+    assert.deepEqual(floors, ["1", "G", "LG"]);
+    // The nearest first: who stands at an exit is there.
+    const lengths = (await page.locator(".reach-row .step-length").allTextContents()).map(parseFloat);
+    assert.deepEqual(lengths, [...lengths].sort((a, b) => a - b));
+    assert.equal(lengths[0], 0);
     await page.getByRole("button", { name: "2 min", exact: true }).click();
     await page.waitForFunction(
       (before) => document.querySelectorAll(".reach-row").length < before,
       five,
     );
     assert.match(page.url(), /reach=2/);
-    // Without a lift, escalators and stairs it ends on its floor.
+    // Step-free without lifts it ends on its floor, and on that of the other hall.
     const two = await count();
-    await page.evaluate(() => (location.hash += "&level=0&closed=11001,11002"));
+    const lifts = "11001,11002,21001,21002";
+    await page.evaluate((closed) => (location.hash += `&level=0&closed=${closed}`), lifts);
     await page.waitForFunction((before) => document.querySelectorAll(".reach-row").length < before, two);
     const left = await page.getByRole("button", { name: /, in reach/ }).allTextContents();
     assert.equal(left.length, 1);

@@ -9,6 +9,8 @@ const overview = "overview";
 export class FloorStrip {
   #context: Context;
   #element: HTMLElement;
+  // What it shows already.
+  #drawn = "";
   #word: "onWay" | "inReach" = "onWay";
 
   constructor(context: Context, element: HTMLElement) {
@@ -18,6 +20,9 @@ export class FloorStrip {
 
   // `onWay` are the maps that the way leads over, or those in reach, as `word` says.
   show(shown: Floor, onWay: ReadonlySet<number>, word: "onWay" | "inReach" = "onWay"): void {
+    const drawn = JSON.stringify([shown.map, [...onWay].sort(), word, this.#context.texts().language]);
+    if (drawn === this.#drawn) return;
+    this.#drawn = drawn;
     this.#word = word;
     const { texts, venue } = this.#context;
     const focused = (document.activeElement as HTMLElement | null)?.dataset["map"];
