@@ -16,7 +16,7 @@ const root = fileURLToPath(new URL("../", import.meta.url));
 const { chromium } = createRequire(join(root, "build/explorer-packages/here"))("playwright-core");
 const page = join(root, "build/explorer");
 const slowness = 4;
-const turns = 7;
+const turns = Number(process.env.TERN_BENCH_RUNS ?? 5);
 
 function median(values) {
   return [...values].sort((a, b) => a - b)[Math.floor(values.length / 2)];

@@ -15,6 +15,8 @@ export interface Documents {
 
 export class DocumentError extends Error {}
 
+class MissingError extends DocumentError {}
+
 async function fetched(base: string, path: string): Promise<Uint8Array> {
   let response: Response;
   try {
@@ -22,8 +24,20 @@ async function fetched(base: string, path: string): Promise<Uint8Array> {
   } catch {
     throw new DocumentError(path);
   }
+  const isMissing = response.status === 404 || response.status === 410;
+  if (isMissing) throw new MissingError(`${path} (${response.status})`);
   if (!response.ok) throw new DocumentError(`${path} (${response.status})`);
   return new Uint8Array(await response.arrayBuffer());
+}
+
+// A building that is listed and not there is left out, as the library leaves it out.
+async function orNull(building: Promise<Json>): Promise<Json | null> {
+  try {
+    return await building;
+  } catch (error) {
+    if (error instanceof MissingError) return null;
+    throw error;
+  }
 }
 
 // The building that holds the map, or the venue's first one, is handed over as soon as it is there.
@@ -61,13 +75,15 @@ export async function fetchDocuments(
   const first = firstBuildingId(document);
   const buildings = await Promise.all(
     ids.map(async (each) => {
-      const building = await get(`venue/${id}/building/${each}/full.json`);
+      const building = await orNull(get(`venue/${id}/building/${each}/full.json`));
+      if (building === null) return null;
       const isWanted = wanted.map === null ? each === first : holds(building, wanted.map);
       if (isWanted) wanted.arrived(document, building);
       return building;
     }),
   );
-  return { bytes, customer, venue: document, buildings, others: [] };
+  const there = buildings.filter((each) => each !== null);
+  return { bytes, customer, venue: document, buildings: there, others: [] };
 }
 
 // Adds further venues, all of whose documents lie in the same folder.

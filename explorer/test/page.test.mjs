@@ -1,7 +1,7 @@
 // The page in a browser: what everybody does in it, by pointer, by touch and by keyboard.
 import assert from "node:assert/strict";
 import { execFile } from "node:child_process";
-import { readFileSync, rmSync } from "node:fs";
+import { cpSync, readFileSync, rmSync } from "node:fs";
 import { join } from "node:path";
 import { after, before, test } from "node:test";
 import { promisify } from "node:util";
@@ -66,6 +66,14 @@ test("a search finds as one types, by the names of the reader's language too", a
     await field.fill("qqqq");
     await page.getByText("Kein Ort heißt so").first().waitFor();
     assert.equal(await page.locator("html").getAttribute("lang"), "de");
+  });
+});
+
+test("Enter takes the first that is found, however soon it comes", async () => {
+  await stage.with({}, async (page) => {
+    await searchField(page, "Find a place").fill("poppy");
+    await page.keyboard.press("Enter");
+    await page.getByRole("heading", { name: "Poppy Records" }).waitFor();
   });
 });
 
@@ -387,6 +395,25 @@ test("of several venues one is chosen, and back leads to the one before", async 
       assert.match(page.url(), /#venue=\d+$/);
       await page.goBack();
       await page.waitForFunction((name) => document.title === name, first);
+    });
+  } finally {
+    await other.close();
+  }
+});
+
+test("without one of its buildings a venue is seen, and why no way is told", async () => {
+  const one = join(root, "build/explorer-tests/one");
+  rmSync(one, { recursive: true, force: true });
+  cpSync(join(root, "data/plaza"), one, { recursive: true });
+  rmSync(join(one, "venue/1/building/2"), { recursive: true });
+  const other = await Stage.open({ venue: one });
+  try {
+    await other.with({ hash: "#from=w14016&to=w12025" }, async (page, { complaints }) => {
+      assert.equal(await page.locator("select.building").count(), 0);
+      assert.deepEqual(await page.locator("#floors li").allTextContents(), ["2", "1", "G", "LG"]);
+      await page.getByText(/venue\/1\/building\/2\/full.json/).first().waitFor();
+      // The browser itself tells of the missing file.
+      assert.deepEqual(complaints.splice(0).filter((each) => !each.includes("404")), []);
     });
   } finally {
     await other.close();

@@ -8,6 +8,7 @@ export interface MapColours {
   readonly accent: string;
   readonly start: string;
   readonly end: string;
+  readonly exit: string;
   readonly amenity: string;
   readonly mover: string;
   readonly way: string;
@@ -23,6 +24,7 @@ export function mapColours(): MapColours {
     accent: colour("accent"),
     start: colour("start"),
     end: colour("end"),
+    exit: colour("exit"),
     amenity: colour("amenity"),
     mover: colour("mover"),
     way: colour("way-casing"),

@@ -48,7 +48,7 @@ function nameStyle(sign: Sign, language: string, colours: MapColours): Style {
 function symbolStyle(sign: Sign, colours: MapColours): Style {
   const symbol = symbolOf(sign);
   const isExit = symbol === "exit";
-  const plate = sign.mover !== null ? colours.mover : isExit ? colours.start : colours.amenity;
+  const plate = sign.mover !== null ? colours.mover : isExit ? colours.exit : colours.amenity;
   return new Style({
     image: new Icon({
       src: plateAddress(symbol, plate, "#ffffff", colours.paper),

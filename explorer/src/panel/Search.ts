@@ -38,6 +38,9 @@ export class Search {
   #walks = new Newest();
   #found: readonly Place[] = [];
   #active = -1;
+  // While an answer to what stands in the field is on its way; and whether Enter waits for it.
+  #isAsking = false;
+  #isWanted = false;
   #shownEnd = "";
   #clear: HTMLButtonElement;
   #id: string;
@@ -96,6 +99,8 @@ export class Search {
 
   close(): void {
     this.#asked.forget();
+    this.#isAsking = false;
+    this.#isWanted = false;
     this.#found = [];
     this.#active = -1;
     this.list.replaceChildren();
@@ -135,6 +140,7 @@ export class Search {
       this.close();
       return;
     }
+    this.#isAsking = true;
     try {
       const found = await this.#asked.of(() => this.#context.engine.places(text));
       if (found !== undefined) this.#show(this.#withOwn(text, found));
@@ -168,6 +174,8 @@ export class Search {
     const { texts, say } = this.#context;
     this.#found = found;
     this.#active = -1;
+    this.#isAsking = false;
+    if (this.#isWanted && found.length > 0) return this.#choose(0);
     this.list.replaceChildren(...found.map((place, index) => this.#result(place, index)));
     if (found.length === 0) {
       const attributes = { role: "option", "aria-disabled": "true" };
@@ -228,6 +236,7 @@ export class Search {
     const last = this.#found.length - 1;
     if (event.key === "ArrowDown" && last >= 0) this.#activate(Math.min(this.#active + 1, last));
     else if (event.key === "ArrowUp" && last >= 0) this.#activate(Math.max(this.#active - 1, 0));
+    else if (event.key === "Enter" && this.#isAsking) this.#isWanted = true;
     else if (event.key === "Enter") this.#choose(Math.max(this.#active, 0));
     else if (event.key === "Escape" && this.input.value !== "") this.#escaped();
     else return;

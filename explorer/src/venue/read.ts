@@ -11,7 +11,7 @@ import type { Building, Category, Floor, PathType, Place, Spot, Venue } from "./
 const unknownLevel = -2_147_483_648;
 const noFrame = [0, 0, 1000, 1000] as const;
 // Rooms lie around the ways to them.
-const airOfFloor = 0.12;
+const airOfFloor = 0.24;
 
 type Frame = Floor["frame"];
 
@@ -25,8 +25,9 @@ function aroundWaypoints(waypoints: readonly Json[]): Frame | null {
     [top, bottom] = [Math.min(top, at[1]), Math.max(bottom, at[1])];
   }
   if (left > right) return null;
-  const air = Math.max(right - left, bottom - top, 1) * airOfFloor;
-  return [left - air, top - air, right - left + 2 * air, bottom - top + 2 * air];
+  const across = Math.max(right - left, 1) * airOfFloor;
+  const down = Math.max(bottom - top, 1) * airOfFloor;
+  return [left - across, top - down, right - left + 2 * across, bottom - top + 2 * down];
 }
 
 // What two frames share; the second where that is nothing.
