@@ -10,6 +10,8 @@ import { object, type Json } from "./venue/json.js";
 import { readVenue } from "./venue/read.js";
 import { signedFloor } from "./venue/signs.js";
 
+const mostWaiting = 500; // milliseconds
+
 const map = document.getElementById("map")!;
 const panel = document.getElementById("panel")!;
 const status = document.getElementById("status")!;
@@ -57,8 +59,8 @@ async function begin(config: Config): Promise<void> {
   });
   const documents = await joinedTo(own, config);
   const first = image as FloorImage | null;
-  await first?.decoded();
-  // It is here already, but only run once the first picture stands.
+  // It is here already, but only run once the first picture stands, unless that takes long.
+  await Promise.race([first?.decoded(), new Promise((passed) => setTimeout(passed, mostWaiting))]);
   const { start } = await import("./app.js");
   start({ config, documents, wasm, image: first });
 }
