@@ -11,6 +11,7 @@ export const pictureColours: MapColours = {
   amenity: "#4f6f8a",
   mover: "#46586a",
   way: "#ffffff",
+  exit: "#2c7a4b",
   alarm: "#c23b22",
   other: "#8fa9d6",
 };
