@@ -30,7 +30,7 @@ namespace tern::command {
 struct Console {
   int requests;
   Output& answers;
-  std::span<const service::PageFile> page;
+  std::span<const service::PageFile> page = {};
 };
 
 // What a command is about, with the function that answers it: nothing that is loaded before,
