@@ -140,7 +140,7 @@ TEST(Import, whyThereIsNoBuildingIsSaid) {
                                     {"site.osm.gz", " is packed; unpack it before"},
                                     {"bare", " is empty"},
                                     {"bare.osm", " is empty"},
-                                    {"odd.osm", ": XML parsing error"},
+                                    {"odd.osm", ": line 1: unclosed token"},
                                     {"empty", " holds no files"}}) {
     const Imported imported = importSource(folder.at(source), folder.at("out"), {});
     ASSERT_TRUE(imported.failure) << source;

@@ -218,7 +218,7 @@ TEST(Arguments, severalVenuesAreForRouteAndBatch) {
       parsed({"route", "--data", "d", "--venue", "1,2", "--from", "1", "--to", "2"});
   EXPECT_EQ(call.venues, (std::vector<std::int64_t>{1, 2}));
   EXPECT_THAT(refusalOf({"info", "--data", "d", "--venue", "1,2"}),
-              StartsWith("--venue: several venues are for route, batch, serve; name one"));
+              StartsWith("--venue: several venues are for route, batch, explore, serve; name one"));
   EXPECT_THAT(refusalOf({"batch", "--data", "d", "--venue", "1,2", "--building", "1"}),
               StartsWith("--building: of several venues"));
 }

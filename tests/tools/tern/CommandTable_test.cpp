@@ -28,9 +28,9 @@ TEST(CommandTable, namesStandInOneList) {
   EXPECT_EQ(
       namesOfCommands([](const Command&) { return true; }, ", "),
       "venues, info, floors, places, route, nearest, alternatives, tour, matrix, reach, closest, "
-      "convert, batch, "
+      "convert, batch, explore, "
       "serve, generate, check, import, completion, man");
-  EXPECT_EQ(namesOfCommands(joinsVenues, " and "), "route and batch and serve");
+  EXPECT_EQ(namesOfCommands(joinsVenues, " and "), "route and batch and explore and serve");
   EXPECT_EQ(namesOfCommands([](const Command&) { return false; }, ", "), "");
 }
 
