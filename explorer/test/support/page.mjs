@@ -45,7 +45,8 @@ export class Stage {
     context.on("request", (request) => asked.push(request.url()));
     page.on("console", (message) => complaints.push(`${message.type()}: ${message.text()}`));
     page.on("pageerror", (error) => complaints.push(error.stack));
-    page.setDefaultTimeout(20_000);
+    // The first page of a browser comes late on a busy machine.
+    page.setDefaultTimeout(60_000);
     try {
       await page.goto(this.server.address + hash);
       if (isReady) await page.locator("#floors button[aria-current]").waitFor();
