@@ -130,7 +130,7 @@ test("the nearest of a kind is led to from the middle of the map, which is said"
     assert.match(page.url(), /from=w\d+&to=a3/);
     await page.getByText("This starts in the middle of the map").waitFor();
     await page.getByRole("button", { name: "Swap start and goal" }).click();
-    await page.getByText("You have reached Exit").waitFor();
+    await page.getByText("Start at Information").waitFor();
     assert.equal(await page.getByText("This starts in the middle of the map").count(), 0);
   });
 });
