@@ -78,7 +78,7 @@ class App {
     this.#context = {
       store,
       venue,
-      venues: joined === null ? offeredVenues(config, documents) : [],
+      venues: documents.others.length === 0 ? offeredVenues(config, documents) : [],
       logo: config.logo,
       engine,
       texts: () => this.#texts,

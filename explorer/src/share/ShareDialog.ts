@@ -48,7 +48,7 @@ class ShareDialog {
         class: "dialog",
         attributes: { "aria-labelledby": "share-name" },
         on: {
-          close: () => this.#element.remove(),
+          close: () => this.#closed(),
           click: (event: Event) => event.target === this.#element && this.#element.close(),
         },
       },
@@ -57,6 +57,15 @@ class ShareDialog {
     this.#body.replaceChildren(this.#address(), ...this.#choices());
     document.body.append(this.#element);
     this.#element.showModal();
+  }
+
+  // The button that opened it may have been made anew meanwhile, as other ways are found late.
+  #closed(): void {
+    this.#element.remove();
+    if (document.activeElement !== document.body) return;
+    const label = this.#shown.context.texts().of("share");
+    const buttons = [...document.querySelectorAll("button")];
+    buttons.find((each) => [each.ariaLabel, each.textContent].includes(label))?.focus();
   }
 
   #address(): HTMLElement {
