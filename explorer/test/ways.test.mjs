@@ -88,7 +88,7 @@ async function tap(page, hash, { map, at }, name) {
   await page.reload();
   await page.locator("#floors button[aria-current]").waitFor();
   await page.mouse.click(...(await pixelOf(page, at, floor.frame)));
-  const isThere = new RegExp(`[#&]${name}=[adw]\\d+`);
+  const isThere = new RegExp(`[#&]${name}=[admw]\\d+`);
   await page.waitForURL(isThere);
   return isThere.exec(page.url())[0].split("=")[1];
 }
@@ -115,6 +115,8 @@ test("twenty-five pairs that are tapped have the command's steps, step-free", as
       });
       const place = await tap(page, "", start, "place");
       const to = await tap(page, `&from=${place}&level=0`, goal, "to");
+      // The command knows no mover by a name of its own.
+      if ([place, to].some((end) => end.startsWith("m"))) continue;
       const ends = [await commandEnd(place, start), await commandEnd(to, goal)];
       if (ends[0] === ends[1]) continue;
       await assertSameSteps(page, ...ends, 0);

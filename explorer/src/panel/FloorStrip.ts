@@ -20,7 +20,9 @@ export class FloorStrip {
 
   // `onWay` are the maps that the way leads over, or those in reach, as `word` says.
   show(shown: Floor, onWay: ReadonlySet<number>, word: "onWay" | "inReach" = "onWay"): void {
-    const drawn = JSON.stringify([shown.map, [...onWay].sort(), word, this.#context.texts().language]);
+    const { isOverview } = this.#context.store.state;
+    const { language } = this.#context.texts();
+    const drawn = JSON.stringify([shown.map, [...onWay].sort(), word, language, isOverview]);
     if (drawn === this.#drawn) return;
     this.#drawn = drawn;
     this.#word = word;
