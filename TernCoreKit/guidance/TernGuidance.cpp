@@ -1,6 +1,5 @@
 #include "TernCoreKit/guidance/TernGuidance.hpp"
 
-#include <cmath>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -10,6 +9,7 @@
 #include "TernCoreKit/guidance/detail/Landmarks.hpp"
 #include "TernCoreKit/guidance/detail/Movers.hpp"
 #include "TernCoreKit/guidance/detail/PhraseBook.hpp"
+#include "TernCoreKit/guidance/detail/Plane.hpp"
 #include "TernCoreKit/guidance/detail/StepPlan.hpp"
 #include "TernCoreKit/guidance/detail/StepTexts.hpp"
 #include "TernCoreKit/guidance/detail/WalkedRoute.hpp"
@@ -86,7 +86,7 @@ class Telling {
       const auto& here = route_.nodes[i];
       const auto& there = route_.nodes[i + 1];
       const bool isSameMap = here.mapId == there.mapId;
-      if (isSameMap) metres += std::hypot(there.at.x - here.at.x, there.at.y - here.at.y);
+      if (isSameMap) metres += detail::apart(here.at, there.at);
       changes += isSameMap ? 0 : 1;
     }
     const auto pathType = detail::pathTypeOf(from, ride.pathTypeId);

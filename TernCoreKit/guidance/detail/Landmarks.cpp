@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "TernCoreKit/guidance/detail/Plane.hpp"
 #include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
 #include "TernCoreKit/model/collections/TernMapCollection.hpp"
 #include "TernCoreKit/model/records/TernWaypoint.hpp"
@@ -17,8 +18,6 @@ constexpr double atHand = 10;
 // How long before a turn what one passes still tells it. Metres.
 constexpr double stillRemembered = 15;
 
-double distance(TernCoordinate a, TernCoordinate b) { return std::hypot(a.x - b.x, a.y - b.y); }
-
 // Where a door lies beside a straight stretch: how far behind its end, and how far to the right.
 struct Beside {
   double behind = 0;
@@ -26,7 +25,7 @@ struct Beside {
 };
 
 Beside besideOf(TernCoordinate door, TernCoordinate from, TernCoordinate to) {
-  const double length = distance(from, to);
+  const double length = apart(from, to);
   const TernCoordinate way{(to.x - from.x) / length, (to.y - from.y) / length};
   const TernCoordinate off{door.x - to.x, door.y - to.y};
   return {-(off.x * way.x + off.y * way.y), way.x * off.y - way.y * off.x};
@@ -69,13 +68,13 @@ std::optional<SeenLandmark> Landmarks::atEnd(std::span<const TernCoordinate> lin
   std::optional<SeenLandmark> best;
   double least = std::numeric_limits<double>::infinity();
   std::size_t first = line.size() - 1;
-  while (first > 0 && distance(line[first], end) < stillRemembered) --first;
+  while (first > 0 && apart(line[first], end) < stillRemembered) --first;
   const TernCoordinate from = line[first];
   for (const Landmark& landmark : all_) {
     if (landmark.id == told || landmark.id == goal) continue;
     for (const TernCoordinate door : landmark.doors) {
       // What is at the turn goes before all that is passed.
-      const double away = distance(door, end);
+      const double away = apart(door, end);
       if (away <= atHand && away < least) {
         least = away;
         best = {&landmark, false, false};

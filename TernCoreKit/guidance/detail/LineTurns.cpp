@@ -5,6 +5,8 @@
 #include <numbers>
 #include <utility>
 
+#include "TernCoreKit/guidance/detail/Plane.hpp"
+
 namespace tern::inline v5::detail {
 
 namespace {
@@ -18,16 +20,13 @@ constexpr double mostOfACorner = 120;
 // What bends less is told nobody, where ways part too. Degrees.
 constexpr double leastDecision = 10;
 
-TernCoordinate operator-(TernCoordinate a, TernCoordinate b) { return {a.x - b.x, a.y - b.y}; }
-double lengthOf(TernCoordinate a) { return std::hypot(a.x, a.y); }
-
 double distanceToSegment(TernCoordinate point, TernCoordinate first, TernCoordinate last) {
   const TernCoordinate way = last - first;
   const TernCoordinate off = point - first;
   const double square = way.x * way.x + way.y * way.y;
   const double share =
       square > 0 ? std::clamp((off.x * way.x + off.y * way.y) / square, 0.0, 1.0) : 0;
-  return lengthOf(off - TernCoordinate{share * way.x, share * way.y});
+  return apart(off, {share * way.x, share * way.y});
 }
 
 // The points that stay when wiggles are taken out between each two that stay for sure, ascending.
@@ -95,7 +94,7 @@ std::vector<Bend> joined(const std::vector<Bend>& bends) {
 std::vector<double> walkedTo(std::span<const TernCoordinate> line) {
   std::vector<double> walked(line.size());
   for (std::size_t i = 1; i < line.size(); ++i) {
-    walked[i] = walked[i - 1] + lengthOf(line[i] - line[i - 1]);
+    walked[i] = walked[i - 1] + apart(line[i - 1], line[i]);
   }
   return walked;
 }

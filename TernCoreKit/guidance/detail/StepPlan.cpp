@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "TernCoreKit/guidance/detail/LineTurns.hpp"
+#include "TernCoreKit/guidance/detail/Plane.hpp"
 
 namespace tern::inline v5::detail {
 
@@ -15,11 +16,6 @@ constexpr double glance = 2;
 // By how much another way has to be the straighter one. Degrees.
 constexpr double clearlyStraighter = 5;
 constexpr double hardlyATurn = 10;
-
-double apart(TernCoordinate a, TernCoordinate b) { return std::hypot(a.x - b.x, a.y - b.y); }
-TernCoordinate way(TernCoordinate from, TernCoordinate to) {
-  return {to.x - from.x, to.y - from.y};
-}
 
 // The node a glance away from one, along the route and on its map.
 TernCoordinate glanced(std::span<const WalkedNode> nodes, std::size_t from, int step) {
@@ -43,8 +39,8 @@ bool isWalkedThrough(std::span<const WalkedNode> nodes, std::size_t i) {
 bool isParting(std::span<const WalkedNode> nodes, std::size_t i, const TernASGrid& grid,
                MapPlaces& places) {
   const TernCoordinate here = nodes[i].at;
-  const TernCoordinate before = way(glanced(nodes, i, -1), here);
-  const double own = std::abs(degreesBetween(before, way(here, glanced(nodes, i, 1))));
+  const TernCoordinate before = here - glanced(nodes, i, -1);
+  const double own = std::abs(degreesBetween(before, glanced(nodes, i, 1) - here));
   if (own < hardlyATurn) return false;
   const auto node = grid.getNodeById(nodes[i].id);
   if (!node) return false;
@@ -58,7 +54,7 @@ bool isParting(std::span<const WalkedNode> nodes, std::size_t i, const TernASGri
     const auto other = grid.getNodeById(id);
     if (!other || other->mapId() != nodes[i].mapId) continue;
     const TernCoordinate there = onMap(*other, place, places.areOfJoinedVenues());
-    if (std::abs(degreesBetween(before, way(here, there))) + clearlyStraighter < own) return true;
+    if (std::abs(degreesBetween(before, there - here)) + clearlyStraighter < own) return true;
   }
   return false;
 }

@@ -1,9 +1,9 @@
 #include "TernCoreKit/guidance/detail/WalkedRoute.hpp"
 
 #include <algorithm>
-#include <cmath>
 
 #include "TernCoreKit/guidance/detail/LineTurns.hpp"
+#include "TernCoreKit/guidance/detail/Plane.hpp"
 
 namespace tern::inline v5::detail {
 
@@ -15,7 +15,7 @@ TernCoordinate scaled(TernCoordinate point, double factor) {
 
 double walkedMm(const WalkedNode& node, TernCoordinate before, double units, const MapPlace& place,
                 bool isJoined) {
-  if (isJoined) return 1000 * std::hypot(node.at.x - before.x, node.at.y - before.y);
+  if (isJoined) return 1000 * apart(before, node.at);
   const double mmPerPixel = place.map != nullptr ? place.map->mmPerPixel.number() : 0;
   return units * mmPerPixel;
 }
@@ -47,8 +47,7 @@ bool isLanding(std::span<const WalkedNode> nodes, const Ride& ride, std::size_t 
   double mm = 0;
   for (std::size_t i = ride.exit + 1; i <= entry; ++i) {
     if (nodes[i].mapId != nodes[ride.exit].mapId) return false;
-    mm += std::max(nodes[i].mm, 1000 * std::hypot(nodes[i].at.x - nodes[i - 1].at.x,
-                                                  nodes[i].at.y - nodes[i - 1].at.y));
+    mm += std::max(nodes[i].mm, 1000 * apart(nodes[i - 1].at, nodes[i].at));
   }
   return mm < 1000 * (tellableApart + 1);
 }
