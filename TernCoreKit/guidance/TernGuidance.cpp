@@ -9,6 +9,7 @@
 #include "TernCoreKit/guidance/detail/Landmarks.hpp"
 #include "TernCoreKit/guidance/detail/Movers.hpp"
 #include "TernCoreKit/guidance/detail/PhraseBook.hpp"
+#include "TernCoreKit/guidance/detail/PlanCheck.hpp"
 #include "TernCoreKit/guidance/detail/Plane.hpp"
 #include "TernCoreKit/guidance/detail/StepPlan.hpp"
 #include "TernCoreKit/guidance/detail/StepTexts.hpp"
@@ -30,12 +31,14 @@ class Telling {
       : places_(venues),
         book_(book),
         route_(detail::walkedRoute(route, places_)),
-        partings_(partings(route_, grid, places_)) {}
+        partings_(partings(route_, grid, places_)),
+        grid_(grid) {}
 
   std::vector<TernStep> steps() {
     std::vector<TernStep> all;
     if (route_.nodes.empty()) return all;
-    const std::vector<Decision> plan = planOf(route_, partings_);
+    std::vector<Decision> plan = planOf(route_, partings_);
+    tellWhereWaysMislead(plan, route_, grid_, places_);
     goal_ = placeOf(route_.nodes.back()).destination;
     for (std::size_t i = 0; i < plan.size(); ++i) {
       const std::size_t next = i + 1 < plan.size() ? plan[i + 1].node : plan[i].node;
@@ -134,6 +137,7 @@ class Telling {
   const detail::PhraseBook& book_;
   const detail::WalkedRoute route_;
   const std::vector<std::size_t> partings_;
+  const TernASGrid& grid_;
   std::map<std::int64_t, detail::Landmarks> landmarks_;
   std::optional<std::int64_t> told_;
   std::optional<std::int64_t> goal_;

@@ -206,6 +206,49 @@ TEST(TernGuidance, whereAnotherWayGoesStraighterOnASlightBendIsTold) {
   EXPECT_EQ(stepsOn(alone, 'A', 'C').size(), 2U);
 }
 
+// A way from the left that forks into B-C and B-D.
+Drawing fork(std::string_view up, std::string_view down) {
+  Drawing drawing{
+      .floors = {{.lines = {up, "", "", "", "A                    B", "", "", "", down}}},
+      .paths = {"A-B", "B-C", "B-D"}};
+  return drawing;
+}
+
+TEST(TernGuidance, whereAnotherWayIsAboutAsStraightABendIsTold) {
+  const Drawing both =
+      fork("                                   C", "                                   D");
+  const Steps up = stepsOn(both, 'A', 'C');
+  ASSERT_EQ(up.size(), 3U);
+  EXPECT_EQ(up[1].direction, TernDirection::slightLeft);
+  EXPECT_EQ(up[1].at, test::idOf('B'));
+  EXPECT_EQ(stepsOn(both, 'A', 'D')[1].direction, TernDirection::slightRight);
+  const Drawing one = fork("                                   C", "                       D");
+  EXPECT_EQ(stepsOn(one, 'A', 'C').size(), 2U) << "the other one is a side way";
+}
+
+TEST(TernGuidance, aForkBehindTheStartOrBeforeTheGoalIsToldWithIt) {
+  const Drawing behind{.floors = {{.lines = {"                 C", "", "", "", "A B", "", "", "",
+                                             "                 D"}}},
+                       .paths = {"A-B", "B-C", "B-D"}};
+  const Steps start = stepsOn(behind, 'A', 'C');
+  ASSERT_EQ(start.size(), 2U);
+  EXPECT_EQ(start[0].direction, TernDirection::slightLeft);
+  const Drawing before{.floors = {{.lines = {"                   E  F", "A                 B",
+                                             "                   C  D"}}},
+                       .paths = {"A-B", "B-C", "C-D", "B-E", "E-F"}};
+  const Steps goal = stepsOn(before, 'A', 'C');
+  ASSERT_EQ(goal.size(), 2U);
+  EXPECT_EQ(goal[1].direction, TernDirection::slightRight);
+}
+
+TEST(TernGuidance, aDoorBesideTheWayIsNoFork) {
+  const Drawing drawing{
+      .floors = {{.lines = {"                       D", "A                    B", "", "", "", "",
+                            "                                 C"}}},
+      .paths = {"A-B", "B-C", "B-D"}};
+  EXPECT_EQ(stepsOn(drawing, 'A', 'C').size(), 2U);
+}
+
 TEST(TernGuidance, withoutAScaleThereAreTurnsButNoLengths) {
   Drawing drawing = corner;
   drawing.floors[0].mmPerPixel = 0;
