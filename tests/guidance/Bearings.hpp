@@ -26,4 +26,25 @@ inline int sideOf(const std::optional<TernDirection>& direction) {
   return 0;
 }
 
+inline TernDirection mirrored(TernDirection direction) {
+  using enum TernDirection;
+  switch (direction) {
+    case left:
+      return right;
+    case right:
+      return left;
+    case slightLeft:
+      return slightRight;
+    case slightRight:
+      return slightLeft;
+    case sharpLeft:
+      return sharpRight;
+    case sharpRight:
+      return sharpLeft;
+    case around:
+      break;
+  }
+  return direction;
+}
+
 }  // namespace tern::test

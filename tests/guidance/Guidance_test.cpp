@@ -24,6 +24,7 @@
 #include "TernCoreKit/model/venue/TernActiveVenue.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "tests/guidance/Bearings.hpp"
+#include "tests/guidance/Follower.hpp"
 #include "tests/support/RealData.hpp"
 #include "tests/support/TriedVenues.hpp"
 
@@ -265,107 +266,92 @@ TEST_P(StepLaws, theSideOfATurnAgreesWithTheDrawnLine) {
   EXPECT_GT(turns, 0);
 }
 
-// Somebody who has nothing but the steps: goes straight on where ways part, turns where a step says
-// so, and takes the mover that it names.
-class Follower {
- public:
-  explicit Follower(const TernActiveVenue& venue) : grid_(*venue.globalASGrid()), venue_(venue) {}
+// In percent, as measured. In some buildings a hall is drawn as all the straight lines between its
+// doors, so that dozens of ways lead straight on; the nodes of some stations are but a few.
+const std::map<std::string, double> leastArriving = {
+    {"sample", 100},     {"generatedMall", 100}, {"airport", 98},       {"campus", 67},
+    {"fireStation", 81}, {"railwayStation", 99}, {"subwayStation", 95}, {"undergroundMall", 96}};
 
-  // Whether the steps lead from each step's place to the next one's.
-  bool arrives(const std::vector<TernStep>& steps) {
-    for (std::size_t s = 0; s + 1 < steps.size(); ++s) {
-      goal_ = steps[s + 1].at;
-      isTurnAhead_ = steps[s + 1].direction.has_value();
-      seen_.clear();
-      if (!walksOn(steps[s], steps[s].at, std::nullopt, 0)) return false;
-    }
-    return true;
-  }
-
- private:
-  struct Way {
-    TernASNode to;
-    std::int64_t type;
-    double mm;
-    TernCoordinate way;
-  };
-
-  std::vector<Way> waysFrom(const TernASNode& node) const {
-    std::vector<Way> ways;
-    const double scale = venue_.maps->getById(node.mapId())->mmPerPixel.number();
-    for (const TernNeighbor& neighbor : node.neighbors()) {
-      const auto to = grid_.getNodeById(neighbor.neighborId.integer());
-      if (!to) continue;
-      const double own = venue_.maps->getById(to->mapId())->mmPerPixel.number();
-      ways.push_back({*to,
-                      neighbor.edgeTypeId.integer(),
-                      neighbor.distance * own,
-                      {(to->x() - node.x()) * scale, (to->y() - node.y()) * scale}});
-    }
-    return ways;
-  }
-
-  // Whether somebody who comes along `before` goes on that way.
-  bool isTaken(const TernStep& step, const Way& way, const std::vector<Way>& ways,
-               const std::optional<TernCoordinate>& before, double walked) const {
-    if (way.type != walking) return step.kind == Kind::mover && way.type == step.mover;
-    if (way.to.mapId() != step.mapId && step.toMapId && *step.toMapId == way.to.mapId())
-      return true;
-    if (!before) return true;
-    // A turn that comes shortly before the next step is told by that one.
-    if (isTurnAhead_ && step.mm - walked < 3'000) return true;
-    const double own = degrees(*before, way.way);
-    // Where a turn is told, and along the corner that it may be.
-    const int side = sideOf(step.direction);
-    if (step.direction && walked < 11'000 && std::abs(own) > 8 && (side == 0 || side * own > 0)) {
-      return true;
-    }
-    for (const Way& other : ways) {
-      if (other.type != walking) continue;
-      if (std::abs(degrees(*before, other.way)) + 8 < std::abs(own) && std::abs(own) >= 10) {
-        return false;
-      }
-    }
-    return true;
-  }
-
-  bool walksOn(const TernStep& step, std::int64_t id, const std::optional<TernCoordinate>& before,
-               double walked) {
-    if (id == goal_ && std::abs(walked - step.mm) < 1) return true;
-    if (walked > step.mm + 1) return false;
-    const auto node = grid_.getNodeById(id);
-    if (!seen_.insert({id, std::llround(walked)}).second) return false;
-    const auto ways = waysFrom(*node);
-    for (const Way& way : ways) {
-      if (!isTaken(step, way, ways, before, walked)) continue;
-      const bool isOnFoot = way.type == walking && way.to.mapId() == node->mapId();
-      if (walksOn(step, way.to.nodeId(), isOnFoot ? std::optional(way.way) : std::nullopt,
-                  walked + way.mm)) {
-        return true;
-      }
-    }
-    return false;
-  }
-
-  const TernASGrid& grid_;
-  const TernActiveVenue& venue_;
-  std::int64_t goal_ = 0;
-  bool isTurnAhead_ = false;
-  std::set<std::pair<std::int64_t, long long>> seen_;
-};
-
-// Only where ways are drawn without wiggles: in real networks doors and the joints of two drawings
-// bend what a person calls straight.
-class FollowedSteps : public StepLaws {};
-
-TEST_P(FollowedSteps, leadThere) {
-  Follower follower(*venue);
-  forRoutes(200,
-            [&](const Told& told) { ASSERT_TRUE(follower.arrives(told.steps)) << shown(told); });
+// All but the subway station, a diagram of rides with a few metres between them: whatever is told
+// there, all is in sight.
+std::vector<std::string> walkedVenues() {
+  std::vector<std::string> names = test::triedVenues();
+  std::erase(names, "subwayStation");
+  return names;
 }
 
-INSTANTIATE_TEST_SUITE_P(In, FollowedSteps, testing::Values("sample", "generatedMall"),
-                         [](const auto& venue) { return std::string(venue.param); });
+// The share of routes, in percent, whose goal somebody finds who has nothing but the steps.
+class FollowedSteps : public StepLaws {
+ protected:
+  // Of the routes whose steps the change changes. Nobody begins or ends on the stairs.
+  template <class Change>
+  double arriving(Change change) const {
+    const test::Follower follower(*venue);
+    int arrived = 0;
+    int tried = 0;
+    forRoutes(200, [&](const Told& told) {
+      const std::int64_t start = told.walked.front().id;
+      const std::int64_t goal = told.walked.back().id;
+      auto steps = test::toldSteps(told.steps);
+      if (!follower.isOnFoot(start) || !follower.isOnFoot(goal) || !change(told, steps)) {
+        return;
+      }
+      ++tried;
+      const auto end = follower.endOf(start, steps);
+      if (end && follower.metresApart(*end, goal) < 3) ++arrived;
+    });
+    EXPECT_GT(tried, 30);
+    return 100.0 * arrived / tried;
+  }
+};
+
+TEST_P(FollowedSteps, leadThere) {
+  const double share = arriving([](const Told&, auto&) { return true; });
+  EXPECT_GE(share, leastArriving.at(GetParam()));
+}
+
+// That the law can fail: what is told wrong leads few there.
+class MistoldSteps : public FollowedSteps {};
+
+TEST_P(MistoldSteps, leadAstrayWithLeftAndRightExchanged) {
+  const double share = arriving([](const Told&, std::vector<test::ToldStep>& steps) {
+    bool isChanged = false;
+    for (test::ToldStep& step : steps) {
+      if (sideOf(step.direction) == 0) continue;
+      step.direction = test::mirrored(*step.direction);
+      isChanged = true;
+    }
+    return isChanged;
+  });
+  EXPECT_LT(share, 11);
+}
+
+TEST_P(MistoldSteps, leadAstrayWithoutTheTurnsWhereWaysPart) {
+  const test::Follower follower(*venue);
+  const double share = arriving([&](const Told& told, std::vector<test::ToldStep>& steps) {
+    const std::size_t before = steps.size();
+    for (std::size_t s = before; s-- > 1;) {
+      if (steps[s].kind != Kind::turn || follower.waysFrom(told.steps[s].at) < 3) continue;
+      steps[s - 1].metres += steps[s].metres;
+      steps.erase(steps.begin() + static_cast<std::ptrdiff_t>(s));
+    }
+    return steps.size() < before;
+  });
+  EXPECT_LT(share, 16);
+}
+
+TEST_P(MistoldSteps, leadAstrayWithMetresThatAreAThirdMore) {
+  const double share = arriving([](const Told&, std::vector<test::ToldStep>& steps) {
+    for (test::ToldStep& step : steps) step.metres *= 4.0 / 3;
+    return true;
+  });
+  EXPECT_LT(share, 25);
+}
+
+INSTANTIATE_TEST_SUITE_P(In, FollowedSteps, testing::ValuesIn(test::triedVenues()),
+                         [](const auto& venue) { return venue.param; });
+INSTANTIATE_TEST_SUITE_P(In, MistoldSteps, testing::ValuesIn(walkedVenues()),
+                         [](const auto& venue) { return venue.param; });
 INSTANTIATE_TEST_SUITE_P(In, StepLaws, testing::ValuesIn(test::triedVenues()),
                          [](const auto& venue) { return venue.param; });
 
