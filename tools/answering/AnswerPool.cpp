@@ -48,7 +48,9 @@ bool AnswerPool::hasRoom(const Asker& asker) {
 
 bool AnswerPool::waitForRoom(const Asker& asker) {
   MutexLock lock(mutex_);
-  while (!asker.hasLeft && !asker.requests.hasRoom()) hasRoom_.wait(lock);
+  if (!asker.requests.hasRoom()) {
+    while (!asker.hasLeft && !asker.requests.isHalfEmpty()) hasRoom_.wait(lock);
+  }
   return !asker.hasLeft;
 }
 
@@ -62,7 +64,7 @@ std::string AnswerPool::take(const std::shared_ptr<Asker>& asker) {
   const MutexLock lock(mutex_);
   std::string answers = asker->requests.take();
   queue(asker);
-  hasRoom_.notify_all();
+  if (asker->requests.isHalfEmpty()) hasRoom_.notify_all();
   return answers;
 }
 

@@ -43,7 +43,8 @@ class AnswerPool {
   std::shared_ptr<Asker> admit(AskerSettings settings);
 
   bool hasRoom(const Asker& asker);
-  // Waits for it. False once the asker has left.
+  // Where there is none, waits until half of it is free: whoever asks would else be woken for every
+  // answer, and take a core from those who answer. False once the asker has left.
   bool waitForRoom(const Asker& asker);
   // A request that is alone is answered when all before it are, and those behind it when it is.
   // REQUIRES: `hasRoom`.

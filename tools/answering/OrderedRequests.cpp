@@ -9,6 +9,10 @@ bool OrderedRequests::hasRoom() const {
          (slots_.size() < bounds_.requests && waitingBytes_ + answerBytes_ < bounds_.bytes);
 }
 
+bool OrderedRequests::isHalfEmpty() const {
+  return slots_.size() <= bounds_.requests / 2 && waitingBytes_ + answerBytes_ <= bounds_.bytes / 2;
+}
+
 void OrderedRequests::add(std::string request, bool isAlone) {
   if (isDropped_) return;
   const std::size_t bytes = request.size();

@@ -34,6 +34,8 @@ class OrderedRequests {
   explicit OrderedRequests(Bounds bounds) : bounds_(bounds) {}
 
   bool hasRoom() const;
+  // Whether half of the room is free, as it is when all has been taken.
+  bool isHalfEmpty() const;
   // One that is alone begins when all before it have ended, and those behind it begin when it has.
   void add(std::string request, bool isAlone);
 

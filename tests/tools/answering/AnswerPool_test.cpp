@@ -198,6 +198,22 @@ TEST(ConcurrentAnswerPool, whoHasLeftIsNotAnsweredOn) {
   EXPECT_EQ(asking.answers(), "");
 }
 
+TEST(ConcurrentAnswerPool, whoHasFilledItIsWokenWhenHalfIsFree) {
+  Gate gate;
+  AnswerPool pool(1);
+  Asking asking(pool, [&](std::string request) {
+    gate.pass();
+    return request;
+  });
+  for (int i = 0; i < 8; ++i) asking.ask("x");
+  std::thread opening([&] { gate.open(); });
+  EXPECT_TRUE(pool.waitForRoom(asking.asker()));
+  // Nothing has been asked since, and what is free stays so.
+  EXPECT_GE(asking.answers().size(), 4 * std::string("x\n").size());
+  opening.join();
+  asking.awaitAnswers();
+}
+
 TEST(ConcurrentAnswerPool, whoWaitsForRoomGetsItOrLearnsThatThereIsNone) {
   Gate gate;
   AnswerPool pool(1);

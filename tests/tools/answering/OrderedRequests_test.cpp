@@ -62,6 +62,27 @@ TEST(OrderedRequests, numberIsBounded) {
   EXPECT_TRUE(requests.hasRoom());
 }
 
+TEST(OrderedRequests, halfIsEmptyWhenHalfOfWhatMayWaitIsTaken) {
+  OrderedRequests requests({.requests = 4, .bytes = 100});
+  EXPECT_TRUE(requests.isHalfEmpty());
+  for (const char* const text : {"a", "b", "c"}) requests.add(text, false);
+  EXPECT_FALSE(requests.isHalfEmpty());
+  requests.end(requests.begin().number, "A");
+  EXPECT_FALSE(requests.isHalfEmpty()) << "nobody has taken the answer";
+  requests.take();
+  EXPECT_TRUE(requests.isHalfEmpty());
+}
+
+TEST(OrderedRequests, halfOfTheBytesMustBeTakenToo) {
+  OrderedRequests requests({.requests = 9, .bytes = 10});
+  requests.add(std::string(6, 'x'), false);
+  EXPECT_FALSE(requests.isHalfEmpty());
+  requests.end(requests.begin().number, std::string(6, 'X'));
+  EXPECT_FALSE(requests.isHalfEmpty());
+  requests.take();
+  EXPECT_TRUE(requests.isHalfEmpty());
+}
+
 TEST(OrderedRequests, bytesThatWaitAreBounded) {
   OrderedRequests requests({.requests = 9, .bytes = 10});
   requests.add(std::string(1000, 'x'), false);
