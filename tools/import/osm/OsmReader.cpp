@@ -1,5 +1,6 @@
 #include "tools/import/osm/OsmReader.hpp"
 
+#include <algorithm>
 #include <set>
 #include <string>
 #include <utility>
@@ -30,6 +31,15 @@ void tellOfOthers(std::size_t count, Oddities& oddities) {
   oddities.tell("others", "notIndoors",
                 count == 1 ? "1 record with tags says nothing of indoors."
                            : std::to_string(count) + " records with tags say nothing of indoors.");
+}
+
+// Some answers of the Overpass API have ways without the nodes that they are drawn through.
+std::string whyNothingIsPlaced(const OsmData& data) {
+  const auto isDrawn = [](const OsmWay& way) { return !way.refs.empty(); };
+  if (data.ways.empty() || std::ranges::any_of(data.ways, isDrawn)) {
+    return "no room, corridor or way of it lies on a level";
+  }
+  return "its ways come without their nodes; ask the Overpass API for \"out geom;\"";
 }
 
 // Into the draft, whose floors are known: first what is drawn, then the ways that are made of it.
@@ -67,7 +77,7 @@ ReadDraft readOsm(const SourceFiles& source) {
   const OsmSelection found = selectOsm(read.data, draft.oddities);
   OsmNodes nodes(read.data, draft);
   if (!placeOsm(found, nodes, draft)) {
-    return {{}, "no room, corridor or way of it lies on a level"};
+    return {{}, whyNothingIsPlaced(read.data)};
   }
   if (isTooMuch(found)) {
     return {{},

@@ -570,6 +570,13 @@ TEST(OsmReader, fileWithoutIndoorsIsAnError) {
   EXPECT_THAT(*readOf(drawn).error, HasSubstr("lies on a level"));
 }
 
+TEST(OsmReader, waysThatComeWithoutTheirNodesAreSaidToDoSo) {
+  DrawnOsm drawn;
+  drawn.point({2, 4}, {{"door", "yes"}});
+  drawn.way(1, {}, {{"indoor", "corridor"}, {"level", "0"}});
+  EXPECT_THAT(*readOf(drawn).error, HasSubstr("ask the Overpass API for \"out geom;\""));
+}
+
 TEST(OsmReader, moreThingsThanABuildingHasAreAnError) {
   DrawnOsm drawn = smallHouse();
   for (int i = 0; i < 200; ++i) {
