@@ -29,6 +29,17 @@ test("buildings have their floors from the top", () => {
   assert.equal(plaza.firstFloor.map, 12);
 });
 
+test("a floor that nobody walks on is not the first that is shown", () => {
+  const floor = (id, level, waypoints) => ({ id, level, map: { id, waypoints } });
+  const one = { items: [{ id: 1, coordinates: [5, 5] }] };
+  const first = (floors, defaultFloorId) =>
+    readVenue({}, [{ id: 1, defaultFloorId, floors: { items: floors } }]).firstFloor.map;
+  const floors = [floor(7, -2, one), floor(8, 0), floor(9, 1, { items: [{ id: 2, coordinates: [1, 1] }] })];
+  assert.equal(first(floors, 8), 9);
+  assert.equal(first(floors, 7), 7);
+  assert.equal(first([floor(8, 0), floor(9, 1)], 9), 9);
+});
+
 test("places have their names in the languages of the venue", () => {
   const market = plaza.places.find((place) => place.names.name === "Saffron Market");
   assert.equal(nameIn("de", market.names), "Saffron Markt");

@@ -36,6 +36,8 @@ test("joined venues are one, with the places and the waypoints of each on its ma
     const [across, down] = spot.at;
     assert.ok(across >= x && across <= x + width && down >= y && down <= y + height, `${spot.waypoint}`);
   }
+  // What is shown of a floor at first is where its waypoints are.
+  for (const { home, frame } of venue.floors.values()) assert.ok(home[2] > frame[2] / 2);
   const ids = venue.places.map((place) => `${place.kind} ${place.id}`);
   assert.equal(new Set(ids).size, ids.length);
   const theirs = documents(2).venue.destinations.items[0];

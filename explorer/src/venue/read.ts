@@ -15,12 +15,23 @@ const airOfFloor = 0.24;
 
 type Frame = Floor["frame"];
 
+// By the maps that they are on, in map units.
+type Spots = ReadonlyMap<number, readonly Spot[]>;
+
+function byMap(waypoints: Iterable<Spot>): Spots {
+  const spots = new Map<number, Spot[]>();
+  for (const spot of waypoints) {
+    const own = spots.get(spot.map);
+    if (own === undefined) spots.set(spot.map, [spot]);
+    else own.push(spot);
+  }
+  return spots;
+}
+
 // Around a map's waypoints, with some air; null where it has none.
-function aroundWaypoints(waypoints: readonly Json[]): Frame | null {
+function aroundSpots(spots: readonly Spot[]): Frame | null {
   let [left, top, right, bottom] = [Infinity, Infinity, -Infinity, -Infinity];
-  for (const waypoint of waypoints) {
-    const at = point(waypoint["coordinates"]);
-    if (at === null) continue;
+  for (const { at } of spots) {
     [left, right] = [Math.min(left, at[0]), Math.max(right, at[0])];
     [top, bottom] = [Math.min(top, at[1]), Math.max(bottom, at[1])];
   }
@@ -43,14 +54,14 @@ function byLevel(a: Floor, b: Floor): number {
   return b.level - a.level;
 }
 
-function floorOf(record: Json, building: Building): Floor | null {
+function floorOf(record: Json, building: Building, spots: Spots): Floor | null {
   const map = object(record["map"]);
   const id = integer(map["id"]);
   if (id === null) return null;
   const drawing = text(map["svg"]);
   const level = number(record["level"]);
   const scale = number(map["mmPerPixel"]);
-  const walked = aroundWaypoints(items(map["waypoints"]));
+  const walked = aroundSpots(spots.get(id) ?? []);
   const frame = frameOf(drawing) ?? walked ?? noFrame;
   return {
     map: id,
@@ -71,9 +82,19 @@ function cornersOf(document: Json): Building["corners"] {
   return from === null || to === null ? null : [[from[1], from[0]], [to[1], to[0]]];
 }
 
+// The one that is named, else that of the ground. Where nobody walks on it, the nearest one that has
+// ways: an empty floor is nothing to begin with.
+function firstOf(floors: readonly Floor[], named: Floor | null, spots: Spots): Floor | null {
+  const first = named ?? floors.find((each) => each.level === 0) ?? floors.at(-1) ?? null;
+  if (first === null || spots.has(first.map)) return first;
+  const away = ({ level }: Floor) => Math.abs((level ?? Infinity) - (first.level ?? 0));
+  const walked = floors.filter((each) => spots.has(each.map));
+  return walked.sort((a, b) => away(a) - away(b))[0] ?? first;
+}
+
 type Whereabouts = Pick<Building, "venue" | "venueNames" | "placement">;
 
-function buildingOf(document: Json, whereabouts: Whereabouts): Building {
+function buildingOf(document: Json, whereabouts: Whereabouts, spots: Spots): Building {
   const floors: Floor[] = [];
   const building = {
     id: integer(document["id"]) ?? 0,
@@ -84,21 +105,22 @@ function buildingOf(document: Json, whereabouts: Whereabouts): Building {
     firstFloor: null as Floor | null,
   };
   const first = integer(document["defaultFloorId"]);
+  let named: Floor | null = null;
   for (const record of items(document["floors"])) {
-    const floor = floorOf(record, building);
+    const floor = floorOf(record, building, spots);
     if (floor === null) continue;
     floors.push(floor);
-    if (integer(record["id"]) === first) building.firstFloor = floor;
+    if (integer(record["id"]) === first) named = floor;
   }
   floors.sort(byLevel);
-  building.firstFloor ??= floors.find((each) => each.level === 0) ?? floors.at(-1) ?? null;
+  building.firstFloor = firstOf(floors, named, spots);
   return building;
 }
 
 // A venue without buildings has a single map.
-function onlyBuilding(venue: Json, whereabouts: Whereabouts): Building {
+function onlyBuilding(venue: Json, whereabouts: Whereabouts, spots: Spots): Building {
   const floors = { items: [{ map: venue["map"], name: venue["name"], level: 0 }] };
-  return buildingOf({ id: 0, name: venue["name"], floors }, whereabouts);
+  return buildingOf({ id: 0, name: venue["name"], floors }, whereabouts, spots);
 }
 
 function spotsOf(record: Json, waypoints: ReadonlyMap<number, Spot>): Spot[] {
@@ -201,10 +223,11 @@ export function readVenue(document: Json, buildings: readonly Json[]): Venue {
   const names = namesOf(document);
   const id = integer(document["id"]) ?? 0;
   const whereabouts = { venue: id, venueNames: names, placement };
+  const spots = byMap(ways.waypoints.values());
   const read =
     buildings.length > 0
-      ? buildings.map((each) => buildingOf(each, whereabouts))
-      : [onlyBuilding(document, whereabouts)];
+      ? buildings.map((each) => buildingOf(each, whereabouts, spots))
+      : [onlyBuilding(document, whereabouts, spots)];
   const withFloors = read.filter((each) => each.floors.length > 0);
   const first = firstBuildingId(document);
   return {
