@@ -107,10 +107,21 @@ test("nothing is read out of a drawing that moves what it draws", () => {
   const wanted = [{ key: 1, name: "Inn", symbol: "", near: [[5, 5]] }];
   const text = '<text x="5" y="5">Inn</text>';
   assert.equal(cleared(`<svg>${text}</svg>`, wanted, 10).drawing, "<svg></svg>");
-  const moved = `<svg><g transform="scale(2)">${text}</g></svg>`;
+  const moved = `<svg><g transform="translate(2 0)">${text}</g></svg>`;
   assert.equal(cleared(moved, wanted, 10).drawing, moved);
   const far = '<svg><text x="500" y="5">Inn</text></svg>';
   assert.equal(cleared(far, wanted, 10).drawing, far);
+});
+
+test("names are read out of a drawing that one group around all of it scales", () => {
+  const names = '<text x="50" y="50">Inn</text>';
+  const wanted = [{ key: 1, name: "Inn", symbol: "", near: [[5, 5]] }];
+  const around = (words) => `<svg viewBox="0 0 9 9"><g transform="scale(0.1)">${words}</g></svg>`;
+  const { drawing, at } = cleared(around(names), wanted, 10);
+  assert.equal(drawing, around(""));
+  assert.deepEqual(at.get(1), [[5, 5]]);
+  const twice = around(`<g transform="scale(3)">${names}</g>`);
+  assert.equal(cleared(twice, wanted, 10).drawing, twice);
 });
 
 test("a drawing says its frame by its box or by its size", () => {

@@ -41,7 +41,7 @@ function numberIn(attributes: string, name: string): number {
   return Number(new RegExp(`(?:^|\\s)${name}="([-\\d.]+)"`).exec(attributes)?.[1] ?? NaN);
 }
 
-function runsOf(drawing: string): Run[] {
+function runsOf(drawing: string, scale: number): Run[] {
   const runs: Run[] = [];
   for (const found of drawing.matchAll(texts)) {
     const [all, attributes = "", words = ""] = found;
@@ -50,7 +50,10 @@ function runsOf(drawing: string): Run[] {
       begin: found.index,
       end: found.index + all.length,
       words: folded(words.replace(/&[a-z#\d]+;/g, (each) => entities[each] ?? each)),
-      at: [numberIn(attributes, "x"), numberIn(attributes, "y") - height * 0.35],
+      at: [
+        numberIn(attributes, "x") * scale,
+        (numberIn(attributes, "y") - height * 0.35) * scale,
+      ],
     });
   }
   return runs;
@@ -85,7 +88,11 @@ const ending = /<path d="M([-\d.]+) ([-\d.]+)$/;
 const plate = /<rect\b[^<>]*\/>$/;
 
 // A symbol is drawn by its path, moved; a plate behind it goes with it.
-function foundSymbols<Key>(drawing: string, { key, symbol }: Drawn<Key>): Found<Key>[] {
+function foundSymbols<Key>(
+  drawing: string,
+  { key, symbol }: Drawn<Key>,
+  scale: number,
+): Found<Key>[] {
   const [, x = "", y = "", tail = ""] = symbolPath.exec(symbol) ?? [];
   if (tail === "") return [];
   const [left, top, width, height] = symbolFrame(symbol);
@@ -97,8 +104,8 @@ function foundSymbols<Key>(drawing: string, { key, symbol }: Drawn<Key>): Found<
     let begin = at - before[0].length;
     begin -= plate.exec(drawing.slice(Math.max(0, begin - 120), begin))?.[0].length ?? 0;
     const middle: Point = [
-      Number(before[1]) - Number(x) + left + width / 2,
-      Number(before[2]) - Number(y) + top + height / 2,
+      (Number(before[1]) - Number(x) + left + width / 2) * scale,
+      (Number(before[2]) - Number(y) + top + height / 2) * scale,
     ];
     all.push({ key, at: middle, ranges: [[begin, close + 2]] });
   }
@@ -114,6 +121,8 @@ export function distance(a: Point, b: Point): number {
   return Math.hypot(a[0] - b[0], a[1] - b[1]);
 }
 
+// One group around all of it may scale it.
+const scales = /^\s*<svg\b[^<>]*>\s*<g transform="scale\(([\d.]+)\)">/;
 // Nothing is read out of a drawing that moves what it draws, but for names that stand upright.
 const movesThings = /transform\s*=\s*["']\s*(?!rotate\([-\d.]+ [-\d.]+ [-\d.]+\)["'])/;
 
@@ -124,13 +133,15 @@ export function cleared<Key>(
   reach: number,
 ): Cleared<Key> {
   const at = new Map<Key, Point[]>();
-  if (movesThings.test(drawing)) return { drawing, at };
+  const scaled = scales.exec(drawing);
+  if (movesThings.test(drawing.slice(scaled?.[0].length ?? 0))) return { drawing, at };
+  const scale = Number(scaled?.[1] ?? 1);
   const byKey = new Map(wanted.map((each) => [each.key, each]));
   const named = wanted.filter((each) => each.name !== "");
   const names = new Map(named.map((each) => [folded(each.name), each.key]));
   const found = [
-    ...foundNames(runsOf(drawing), names),
-    ...wanted.flatMap((each) => (each.symbol === "" ? [] : foundSymbols(drawing, each))),
+    ...foundNames(runsOf(drawing, scale), names),
+    ...wanted.flatMap((each) => (each.symbol === "" ? [] : foundSymbols(drawing, each, scale))),
   ].filter((each) => byKey.get(each.key)!.near.some((door) => distance(door, each.at) <= reach));
   for (const each of found) at.set(each.key, [...(at.get(each.key) ?? []), each.at]);
   return { drawing: without(drawing, found.flatMap((each) => each.ranges)), at };
