@@ -15,6 +15,7 @@ import { Controls } from "./panel/Controls.js";
 import {
   endOfMover,
   floorName,
+  hasOverview,
   startOf,
   waypointsOf,
   type Context,
@@ -70,6 +71,7 @@ class App {
   constructor({ config, documents, wasm, image }: Beginning) {
     const venue = readJoined([documents, ...documents.others]);
     const store = new Store(decodeAddress(location.hash));
+    if (!hasOverview(venue)) store.update({ isOverview: false });
     this.#config = config;
     this.#documents = documents;
     this.#texts = new Texts(store.state.language);
@@ -110,7 +112,10 @@ class App {
     );
     this.#panel = new Panel(this.#context, this.#way, this.#reach, byId("panel"), this.#sheet);
     this.#strip = new FloorStrip(this.#context, byId("floors"));
-    this.#controls = new Controls(byId("controls"), this.#context.texts, () => this.#map);
+    this.#controls = new Controls(byId("controls"), this.#context.texts, {
+      zoomed: (factor) => this.#zoomBy(factor),
+      upright: () => this.#map.turnUpright(),
+    });
     this.#tellLanguage();
     this.#strip.show(this.#floor(store.state), new Set());
     this.#map = new MapView(byId("map"), this.#padding(), {
@@ -201,6 +206,9 @@ class App {
       this.#tellLanguage();
       this.#controls.refresh();
       this.#panel.refresh();
+    }
+    if (state.isOverview && !hasOverview(this.#context.venue)) {
+      return this.#context.store.update({ isOverview: false });
     }
     // Whatever is looked for is on a floor.
     const names = ["map", "place", "from", "to"] as const;
@@ -349,6 +357,11 @@ class App {
     } catch (error) {
       this.#failed(error);
     }
+  }
+
+  #zoomBy(factor: number): void {
+    if (this.#context.store.state.isOverview) this.#overview?.zoomBy(factor);
+    else this.#map.zoomBy(factor);
   }
 
   async #showOverview({ isOverview }: State): Promise<void> {

@@ -8,132 +8,113 @@ import { isDark } from "../theme/theme.js";
 import { drawnDark } from "../venue/colours.js";
 import { withFrame } from "../venue/frame.js";
 import { nameIn } from "../venue/names.js";
-import { toMercator } from "../venue/placement.js";
 import type { Building, Point } from "../venue/Venue.js";
-
-interface Box {
-  readonly left: number;
-  readonly top: number;
-  readonly width: number;
-  readonly height: number;
-}
-
-interface Placed {
-  readonly building: Building;
-  // In map units, and in metres of the projection with y down.
-  readonly own: Box;
-  readonly world: Box;
-}
+import { followGestures } from "./gestures.js";
+import { groundOf, placedBuildings, type Placed } from "./ground.js";
+import { namesOver } from "./labels.js";
+import { centred, fitted, kept, moved, seen, zoomed, type Box, type Sight } from "./sight.js";
 
 const margin = 28;
 const labelHeight = 26;
-// Lower buildings have their names on them.
-const smallest = 90;
-
-function boxAround(points: readonly Point[]): Box {
-  const [xs, ys] = [points.map(([x]) => x), points.map(([, y]) => y)];
-  const [left, top] = [Math.min(...xs), Math.min(...ys)];
-  return { left, top, width: Math.max(...xs) - left, height: Math.max(...ys) - top };
-}
-
-const downward = ([x, y]: Point): Point => [x, -y];
-
-// Between its corners; without any, around its waypoints.
-function placedOf({ venue }: Context, building: Building): Placed | null {
-  const { placement, corners } = building;
-  if (placement === null || building.firstFloor === null) return null;
-  const maps = new Set(building.floors.map((floor) => floor.map));
-  const spots = [...venue.waypoints.values()].filter((spot) => maps.has(spot.map));
-  const points = corners?.map(placement.fromDegrees) ?? spots.map((spot) => spot.at);
-  const own = boxAround(points);
-  if (!(own.width > 0 && own.height > 0)) return null;
-  const ends: Point[] = [[own.left, own.top], [own.left + own.width, own.top + own.height]];
-  const world = boxAround(ends.map((at) => downward(toMercator(placement.toDegrees(at)))));
-  return { building, own, world };
-}
-
-export function placedBuildings(context: Context): Placed[] {
-  return context.venue.buildings
-    .map((building) => placedOf(context, building))
-    .filter((each) => each !== null);
-}
+const leastRoom = 60;
+// So many times as large as where all of it is seen.
+const mostZoom = 24;
 
 export class Overview {
   #context: Context;
   #element: HTMLElement;
+  #placed: readonly Placed[];
+  #ground: Box;
+  #sight: Sight = { scale: 1, left: 0, top: 0 };
+  // Whether somebody has moved it: then it stays.
+  #isMoved = false;
+  // What is drawn already: its words and colours.
+  #drawn = "";
+  #picture: SVGSVGElement | null = null;
+  #parts = s("g", {});
+  #names = s("g", { class: "overview-names" });
   #urls: string[] = [];
 
   constructor(context: Context) {
     this.#context = context;
+    this.#placed = placedBuildings(context);
+    this.#ground = groundOf(this.#placed);
     this.#element = h("section", { class: "overview", attributes: { hidden: true } });
+    followGestures(this.#element, {
+      by: (way) => this.#look(moved(this.#sight, way)),
+      zoom: (factor, at) => this.zoomBy(factor, at),
+    });
     document.getElementById("map")!.after(this.#element);
   }
 
   hide(): void {
     this.#element.hidden = true;
     this.#element.replaceChildren();
+    this.#drawn = "";
+    this.#isMoved = false;
     for (const url of this.#urls.splice(0)) URL.revokeObjectURL(url);
   }
 
+  // Called again whenever the window, what covers it, the words or the colours may have changed.
   show(): void {
-    this.hide();
     this.#element.hidden = false;
-    this.#element.setAttribute("aria-label", this.#context.texts().of("overview"));
-    const placed = placedBuildings(this.#context);
-    const around = boxAround(
-      placed.flatMap(({ world: { left, top, width, height } }): Point[] => [
-        [left, top],
-        [left + width, top + height],
-      ]),
-    );
-    const [width, height] = [innerWidth, innerHeight];
-    const padding = paddingAround(document.getElementById("panel")!, document.getElementById("floors"));
-    const free = {
+    const drawn = JSON.stringify([this.#context.texts().language, isDark()]);
+    if (drawn !== this.#drawn) this.#draw();
+    this.#drawn = drawn;
+    this.#picture!.setAttribute("width", String(innerWidth));
+    this.#picture!.setAttribute("height", String(innerHeight));
+    const all = fitted(this.#ground, this.#free());
+    this.#put(this.#isMoved ? kept(this.#sight, this.#ground, this.#free()) : all);
+  }
+
+  // `at` is a point of the window that stays; null: the middle of what is free.
+  zoomBy(factor: number, at: Point | null = null): void {
+    const free = this.#free();
+    const least = fitted(this.#ground, free).scale;
+    const scale = Math.min(Math.max(this.#sight.scale * factor, least), least * mostZoom);
+    const middle: Point = [free.left + free.width / 2, free.top + free.height / 2];
+    this.#look(zoomed(this.#sight, scale / this.#sight.scale, at ?? middle));
+  }
+
+  #look(sight: Sight): void {
+    this.#isMoved = true;
+    this.#put(kept(sight, this.#ground, this.#free()));
+  }
+
+  #put(sight: Sight): void {
+    this.#sight = sight;
+    const { left, top, scale } = sight;
+    this.#parts.setAttribute("transform", `translate(${left} ${top}) scale(${scale})`);
+    this.#names.replaceChildren(...namesOver(this.#context, this.#placed, sight));
+  }
+
+  // What the panel and the floors leave of the window.
+  #free(): Box {
+    const strip = document.getElementById("floors")!;
+    const padding = paddingAround(document.getElementById("panel")!, strip);
+    const top = Math.max(padding.top, strip.offsetTop + strip.offsetHeight);
+    return {
       left: padding.left + margin,
-      top: padding.top + margin,
-      width: Math.max(60, width - padding.left - padding.right - 2 * margin),
-      height: Math.max(60, height - padding.top - padding.bottom - 2 * margin - labelHeight),
+      top: top + margin,
+      width: Math.max(leastRoom, innerWidth - padding.left - padding.right - 2 * margin),
+      height: Math.max(leastRoom, innerHeight - top - padding.bottom - 2 * margin - labelHeight),
     };
-    const scale = Math.min(free.width / around.width, free.height / around.height);
-    const put = ({ left, top, width, height }: Box): Box => ({
-      left: free.left + (free.width - around.width * scale) / 2 + (left - around.left) * scale,
-      top: free.top + (free.height - around.height * scale) / 2 + (top - around.top) * scale,
-      width: width * scale,
-      height: height * scale,
-    });
-    const parts = placed.map((each) => this.#building(each, put(each.world)));
-    const names = [...this.#venueNames(placed, put), ...placed.map((each) => this.#name(each, put(each.world)))];
-    this.#element.append(s("svg", { class: "overview-map", width, height }, ...parts, ...names));
   }
 
-  // Below its building, or on it where there is little room around.
-  #name({ building }: Placed, { left, top, width, height }: Box): SVGTextElement {
-    const isSmall = height < smallest;
-    const y = isSmall ? top + height / 2 + 4 : top + height + 19;
-    const attributes = { class: isSmall ? "overview-name is-small" : "overview-name", x: left + width / 2, y };
-    return s("text", attributes, nameIn(this.#context.texts().language, building.names));
+  #draw(): void {
+    for (const url of this.#urls.splice(0)) URL.revokeObjectURL(url);
+    this.#element.setAttribute("aria-label", this.#context.texts().of("overview"));
+    this.#parts.replaceChildren(...this.#placed.map((each) => this.#building(each)));
+    this.#picture = s("svg", { class: "overview-map" }, this.#parts, this.#names);
+    this.#element.replaceChildren(this.#picture);
   }
 
-  // Each above its buildings, where there are several.
-  #venueNames(placed: readonly Placed[], put: (box: Box) => Box): SVGTextElement[] {
-    const ids = [...new Set(placed.map(({ building }) => building.venue))];
-    if (ids.length < 2) return [];
-    return ids.map((id) => {
-      const own = placed.filter(({ building }) => building.venue === id);
-      const boxes = own.map(({ world }) => put(world));
-      const { left, top, width } = boxAround(
-        boxes.flatMap((box): Point[] => [[box.left, box.top], [box.left + box.width, box.top]]),
-      );
-      const name = nameIn(this.#context.texts().language, own[0]!.building.venueNames);
-      return s("text", { class: "overview-venue", x: left + width / 2, y: top - 12 }, name);
-    });
-  }
-
-  #building({ building, own }: Placed, { left, top, width, height }: Box): SVGGElement {
+  #building(placed: Placed): SVGGElement {
+    const { building, own, ground } = placed;
     const { texts, store } = this.#context;
     const floor = building.firstFloor!;
     const open = () => store.update({ map: floor.map, isOverview: false });
-    const corners = { x: left, y: top, width, height };
+    const corners = { x: ground.left, y: ground.top, width: ground.width, height: ground.height };
     const group = s(
       "g",
       {
@@ -147,12 +128,22 @@ export class Overview {
       s("rect", { class: "overview-edge", ...corners }),
     );
     group.addEventListener("click", open);
+    group.addEventListener("focus", () => this.#bringIn(placed));
     group.addEventListener("keydown", (event) => {
       if (event.key !== "Enter" && event.key !== " ") return;
       event.preventDefault();
       open();
     });
     return group;
+  }
+
+  // What the keyboard comes to is seen.
+  #bringIn({ ground }: Placed): void {
+    const free = this.#free();
+    const { left, top, width, height } = seen(this.#sight, ground);
+    const [x, y] = [left + width / 2 - free.left, top + height / 2 - free.top];
+    const isIn = x >= 0 && x <= free.width && y >= 0 && y <= free.height;
+    if (!isIn) this.#look(centred(this.#sight, ground, free));
   }
 
   #longName(building: Building): string {

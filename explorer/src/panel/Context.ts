@@ -96,6 +96,11 @@ export function floorName({ venue, texts }: Context, floor: Floor): string {
   return words.join(", ");
 }
 
+// Whether all buildings can be shown beside each other: where on the globe each lies is known.
+export function hasOverview({ buildings }: Venue): boolean {
+  return buildings.length > 1 && buildings.every((each) => each.placement !== null);
+}
+
 type Somewhere = Pick<Place, "spots">;
 
 // The floors where a place or a mover is, each once.

@@ -1,7 +1,7 @@
 // The buildings and the floors of the one that is shown, those that the way leads over marked.
 import { nameIn } from "../venue/names.js";
 import type { Building, Floor } from "../venue/Venue.js";
-import type { Context } from "./Context.js";
+import { hasOverview, type Context } from "./Context.js";
 import { h, set } from "./dom.js";
 
 const overview = "overview";
@@ -32,7 +32,9 @@ export class FloorStrip {
     const parts: HTMLElement[] = [];
     if (venue.buildings.length > 1) parts.push(this.#buildings(shown.building, onWay));
     const floors = shown.building.floors.map((floor) => this.#floor(floor, shown, onWay));
-    if (!this.#context.store.state.isOverview) parts.push(h("ul", { class: "floor-list" }, ...floors.map((each) => h("li", {}, each))));
+    if (!isOverview) {
+      parts.push(h("ul", { class: "floor-list" }, ...floors.map((each) => h("li", {}, each))));
+    }
     this.#element.replaceChildren(...parts);
     if (focused === undefined) return;
     this.#element.querySelector<HTMLElement>(`[data-map="${CSS.escape(focused)}"]`)?.focus();
@@ -66,8 +68,7 @@ export class FloorStrip {
       text: texts().of("wholeVenue"),
       attributes: { value: overview, selected: store.state.isOverview },
     });
-    const isPlaced = venue.buildings.every((each) => each.placement !== null);
-    const shownOptions = [...(groups.length > 1 ? groups : options), ...(isPlaced ? [all] : [])];
+    const shownOptions = [...(groups.length > 1 ? groups : options), ...(hasOverview(venue) ? [all] : [])];
     return h("select", { class: "select building", attributes, on: { change: changed } }, ...shownOptions);
   }
 
