@@ -18,7 +18,7 @@ const { readVenue, readGraph, readFindings, spotsOf, recordAt, shadesOf, arrowOf
 const json = (path) => JSON.parse(readFileSync(join(root, "data/plaza", path), "utf8"));
 const documents = [1, 2].map((id) => json(`venue/1/building/${id}/full.json`));
 const plaza = readVenue(json("venue/1/full.json"), documents);
-const graph = readGraph(plaza, json("venue/1/full.json"), documents);
+const graph = readGraph(plaza, [{ venue: json("venue/1/full.json"), buildings: documents }]);
 const plazaFrame = [0, 0, 2400, 2240];
 const findings = {
   findings: [

@@ -64,7 +64,7 @@ export class DataView implements DataParts {
 
   private constructor(context: Context, documents: Documents, findings: readonly Finding[] | null) {
     this.#context = context;
-    this.#graph = readGraph(context.venue, documents.venue, documents.buildings);
+    this.#graph = readGraph(context.venue, [documents, ...documents.others]);
     this.#used = new Set([...this.#graph.paths.values()].map((path) => path.type));
     this.#findings = findings;
   }

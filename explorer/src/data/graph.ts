@@ -1,5 +1,6 @@
 // The waypoints and paths of a venue's documents, as whoever maintains them knows them.
 import { integer, integers, items, object, text, type Json } from "../venue/json.js";
+import type { VenueDocuments } from "../venue/joined.js";
 import type { Venue } from "../venue/Venue.js";
 
 export interface Path {
@@ -74,11 +75,16 @@ function addNeighbour(all: Map<number, Neighbour[]>, from: number, found: Neighb
   all.set(from, [...own.filter((each) => !isSame(each)), joined]);
 }
 
-export function readGraph(venue: Venue, document: Json, buildings: readonly Json[]): Graph {
+function mapsOf({ venue, buildings }: VenueDocuments): Json[] {
+  const floors = buildings.flatMap((each) => items(each["floors"]));
+  return [...floors.map((each) => object(each["map"])), object(venue["map"])];
+}
+
+// `all` are the documents of the venue, and of those that it is joined to.
+export function readGraph(venue: Venue, all: readonly VenueDocuments[]): Graph {
   const paths = new Map<number, Path>();
   const codes = new Map<number, string>();
-  const floors = buildings.flatMap((each) => items(each["floors"]));
-  for (const map of [...floors.map((each) => object(each["map"])), object(document["map"])]) {
+  for (const map of all.flatMap(mapsOf)) {
     const mapId = integer(map["id"]);
     if (mapId === null) continue;
     for (const record of items(map["waypoints"])) {

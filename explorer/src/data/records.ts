@@ -81,7 +81,7 @@ function waypointRecord(context: Context, graph: Graph, spot: Spot): HTMLElement
       [say.of("sourceCode"), graph.codes.get(spot.waypoint) ?? ""],
       [say.of("mapAndFloor"), `${spot.map}${floor === undefined ? "" : ` · ${floorName(context, floor)}`}`],
       [say.of("position"), spot.at.map((each) => Number(each.toFixed(2))).join(", ")],
-      [say.of("places"), placesAt(context, spot.waypoint)],
+      [say.of("placesHere"), placesAt(context, spot.waypoint)],
     ]),
     h("h3", { class: "record-heading", text: say.of("neighbours", { n: rows.length }) }),
     h("ul", { class: "neighbours" }, ...rows),
