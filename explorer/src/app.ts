@@ -17,6 +17,7 @@ import {
   floorName,
   hasOverview,
   startOf,
+  typeName,
   waypointsOf,
   type Context,
   type OfferedVenue,
@@ -147,7 +148,7 @@ class App {
           const isElsewhere = from.building.venue !== to.building.venue;
           const there = isElsewhere ? to.building.venueNames : to.building.names;
           if (type === undefined) return this.#texts.of("stepInto", { name: name(there) });
-          return this.#texts.of("stepMover", { mover: name(type.names), floor: name(to.names) });
+          return this.#texts.of("stepMover", { mover: typeName(this.#context, type), floor: name(to.names) });
         },
         arrive: () => this.#texts.of("stepArrive"),
       },

@@ -2,8 +2,7 @@
 import type { Way } from "../engine/Engine.js";
 import { symbolFor, symbolIcon } from "../theme/icons.js";
 import type { PathType } from "../venue/Venue.js";
-import { nameIn } from "../venue/names.js";
-import type { Context } from "./Context.js";
+import { typeName, type Context } from "./Context.js";
 import { h } from "./dom.js";
 
 function floorsOn({ venue }: Context, way: Way): string {
@@ -21,7 +20,7 @@ function moversOn({ venue }: Context, way: Way): PathType[] {
 function choice(context: Context, way: Way, index: number, isChosen: boolean): HTMLElement {
   const { store, texts } = context;
   const movers = moversOn(context, way);
-  const names = movers.map((type) => nameIn(texts().language, type.names)).join(", ");
+  const names = movers.map((type) => typeName(context, type)).join(", ");
   const input = h("input", {
     attributes: { type: "radio", name: "way", value: index, checked: isChosen },
     on: { change: () => store.update({ way: index }) },

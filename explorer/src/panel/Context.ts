@@ -2,7 +2,8 @@
 import type { Engine } from "../engine/Engine.js";
 import type { End, State } from "../state/State.js";
 import type { Store } from "../state/Store.js";
-import type { Texts } from "../texts/texts.js";
+import type { Key, Texts } from "../texts/texts.js";
+import { symbolFor, type Symbol } from "../theme/icons.js";
 import { nameIn } from "../venue/names.js";
 import type { Floor, Mover, Names, PathType, Place, Point, Spot, Venue } from "../venue/Venue.js";
 import { distance } from "../venue/drawing.js";
@@ -38,6 +39,34 @@ export interface Context {
   readonly data: () => DataParts | null;
   // What is in the middle of the map, of the floor that is shown.
   readonly middle: () => { readonly map: number; readonly at: Point };
+}
+
+// What movers of a kind are called where the venue has no word for them in the reader's language.
+const moverWords: Readonly<Partial<Record<Symbol, Key>>> = {
+  lift: "moverLift",
+  escalator: "moverEscalator",
+  stairs: "moverStairs",
+  ramp: "moverRamp",
+  walkway: "moverWalkway",
+  gate: "moverGate",
+};
+
+export function typeName({ texts }: Context, { names }: PathType): string {
+  const key = moverWords[symbolFor([names.name])];
+  return names.others.get(texts().language) ?? (key === undefined ? names.name : texts().of(key));
+}
+
+// One that has no name of its own is called as its type is.
+export function moverName(context: Context, { names, type }: Mover): string {
+  return names === type.names ? typeName(context, type) : nameIn(context.texts().language, names);
+}
+
+// Of two types that would be called alike each has the venue's own name.
+function nameOfType(context: Context, type: PathType): string {
+  const name = typeName(context, type);
+  const types = new Set(context.venue.movers.map((mover) => mover.type));
+  const isAlone = [...types].every((each) => each === type || typeName(context, each) !== name);
+  return isAlone ? name : nameIn(context.texts().language, type.names);
 }
 
 export function placeOf({ venue }: Context, end: End): Place | null {
@@ -86,9 +115,16 @@ export function startOf(context: Context, end: End): number | null {
   return all.find((id) => context.venue.joined.has(id)) ?? all[0] ?? null;
 }
 
-// A floor's name, with its building's where there are several.
-export function floorName({ venue, texts }: Context, floor: Floor): string {
+// A number alone is not known for a floor's name.
+export function nameOfFloor({ texts }: Context, floor: Floor): string {
   const name = nameIn(texts().language, floor.names);
+  return /^-?\d+$/.test(name) ? texts().of("floorNumber", { n: name }) : name;
+}
+
+// A floor's name, with its building's where there are several.
+export function floorName(context: Context, floor: Floor): string {
+  const { venue, texts } = context;
+  const name = nameOfFloor(context, floor);
   if (venue.buildings.length < 2) return name;
   const words = [name, nameIn(texts().language, floor.building.names)];
   const isAmongVenues = venue.buildings.some((each) => each.venue !== floor.building.venue);
@@ -129,9 +165,10 @@ export function whereabouts(context: Context, place: Somewhere): string {
   return floors.length === 1 ? floorName(context, first) : floorsTogether(context, floors);
 }
 
-function floorsTogether({ texts, venue }: Context, floors: readonly Floor[]): string {
+function floorsTogether(context: Context, floors: readonly Floor[]): string {
+  const { texts, venue } = context;
   const language = texts().language;
-  if (venue.buildings.length < 2) return floors.map((each) => nameIn(language, each.names)).join(", ");
+  if (venue.buildings.length < 2) return floors.map((each) => nameOfFloor(context, each)).join(", ");
   const buildings = [...new Set(floors.map((each) => each.building))];
   return buildings.map((each) => nameIn(language, each.names)).join(", ");
 }
@@ -142,8 +179,12 @@ const near = { metres: 25, part: 0.05 };
 
 export function nameOfEnd(context: Context, end: End): string {
   const { venue, texts } = context;
-  const named = placeOf(context, end) ?? moverOf(context, end) ?? pathTypeOf(context, end);
-  if (named !== null) return nameIn(texts().language, named.names);
+  const place = placeOf(context, end);
+  if (place !== null) return nameIn(texts().language, place.names);
+  const mover = moverOf(context, end);
+  if (mover !== null) return moverName(context, mover);
+  const type = pathTypeOf(context, end);
+  if (type !== null) return nameOfType(context, type);
   const [spot] = spotsOf(context, end);
   const floor = venue.floors.get(spot?.map ?? NaN);
   if (spot === undefined || floor === undefined) return "";

@@ -1,7 +1,7 @@
 // The buildings and the floors of the one that is shown, those that the way leads over marked.
 import { nameIn } from "../venue/names.js";
 import type { Building, Floor } from "../venue/Venue.js";
-import { hasOverview, type Context } from "./Context.js";
+import { hasOverview, nameOfFloor, type Context } from "./Context.js";
 import { h, set } from "./dom.js";
 
 const overview = "overview";
@@ -75,7 +75,7 @@ export class FloorStrip {
   #floor(floor: Floor, shown: Floor, onWay: ReadonlySet<number>): HTMLElement {
     const { texts, store } = this.#context;
     const isOnWay = onWay.has(floor.map);
-    const name = nameIn(texts().language, floor.names);
+    const name = nameOfFloor(this.#context, floor);
     const label = isOnWay ? `${name}, ${texts().of(this.#word)}` : name;
     return h("button", {
       class: isOnWay ? "floor-button is-on-way" : "floor-button",

@@ -4,14 +4,14 @@ import { closedMovers } from "../engine/closings.js";
 import { lineIcon, symbolFor, symbolIcon } from "../theme/icons.js";
 import { nameIn } from "../venue/names.js";
 import type { Mover } from "../venue/Venue.js";
-import { endOfMover, floorsOf, type Context } from "./Context.js";
+import { endOfMover, floorsOf, moverName, type Context } from "./Context.js";
 import { h, iconButton } from "./dom.js";
 
 function close(context: Context, mover: Mover, isClosed: boolean): void {
   const { store, texts, say } = context;
   const others = store.state.closed.filter((id) => id !== mover.id);
   store.update({ closed: isClosed ? [...others, mover.id] : others });
-  const name = nameIn(texts().language, mover.names);
+  const name = moverName(context, mover);
   say(texts().of(isClosed ? "isClosed" : "isOpen", { name }));
 }
 
@@ -62,7 +62,7 @@ export class OutOfOrder {
   #item(mover: Mover): HTMLElement {
     const { texts, store, venue } = this.#context;
     const { language } = texts();
-    const name = nameIn(language, mover.names);
+    const name = moverName(this.#context, mover);
     const [floor] = floorsOf(this.#context, mover);
     const building = floor === undefined ? "" : nameIn(language, floor.building.names);
     const show = () => store.update({ place: endOfMover(mover) });
