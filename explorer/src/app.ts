@@ -16,6 +16,7 @@ import {
   endOfMover,
   floorName,
   hasOverview,
+  isThere,
   startOf,
   typeName,
   waypointsOf,
@@ -29,7 +30,7 @@ import { Sheet } from "./panel/Sheet.js";
 import { isMarked, linesOn, shownWay } from "./shownWay.js";
 import { decodeAddress } from "./state/address.js";
 import { followAddress } from "./state/history.js";
-import { isSameEnd, type State } from "./state/State.js";
+import { isSameEnd, type End, type State } from "./state/State.js";
 import { Store } from "./state/Store.js";
 import { Texts } from "./texts/texts.js";
 import { isDark, onTheme } from "./theme/theme.js";
@@ -66,7 +67,8 @@ class App {
   #data: DataView | null = null;
   #overview: Overview | null = null;
   #signed = new Map<number, SignedFloor>();
-  #shownWay: Way | null = null;
+  // The waypoints of the way that is shown.
+  #shownWay = "[]";
   #status = byId("status");
 
   constructor({ config, documents, wasm, image }: Beginning) {
@@ -93,6 +95,7 @@ class App {
       data: () => this.#data,
       middle: () => ({ map: this.#floor(store.state).map, at: this.#map.middle() }),
     };
+    store.update(this.#known(store.state));
     followClosings(store, venue, engine, (error) => this.#failed(error));
     this.#sheet = new Sheet(byId("panel"), this.#context.texts, () => this.#layoutChanged());
     this.#way = new CurrentWay(
@@ -124,7 +127,6 @@ class App {
       turned: (radians) => this.#controls.turned(radians),
     });
     this.#showFloor(store.state, image);
-    void this.#showFirstWay(store.state);
     this.#reach.subscribe((found) => this.#reachChanged(found));
     void this.#reach.search(store.state);
     engine.ready().catch((error) => this.#say(this.#texts.of("noLibrary", { what: message(error) })));
@@ -132,6 +134,7 @@ class App {
       this.#say(this.#texts.of("refused", { names: config.refused.join(", ") }));
     }
     this.#follow(store);
+    this.#followWays(store.state);
     if (store.state.data !== null) void this.#loadData();
   }
 
@@ -155,21 +158,39 @@ class App {
     };
   }
 
-  // The floor that the address names stays.
-  async #showFirstWay(state: State): Promise<void> {
-    await this.#way.search(state);
-    const way = this.#found()?.way ?? null;
-    this.#shownWay = way;
-    const map = state.map ?? way?.segments[0]?.mapId;
-    if (way !== null && map !== undefined) this.#goOn(map);
-    else if (state.place !== null && state.map === null) this.#showPlace(state);
+  // Once it comes, the first way leaves the floor that the address names, or that somebody chose
+  // meanwhile; each later one is shown from its start.
+  #followWays(state: State): void {
+    let isFirst = true;
     this.#way.subscribe((found) => {
-      if (found.kind !== "searching") this.#wayChanged(found.kind === "found" ? found.way : null);
+      if (found.kind === "searching") return;
+      const { map, place, isOverview } = this.#context.store.state;
+      const staysHere = place !== null || isOverview || (isFirst && map !== null);
+      isFirst = false;
+      this.#wayChanged(found.kind === "found" ? found.way : null, staysHere);
     });
+    void this.#way.search(state);
+    if (state.place !== null && state.map === null) this.#showPlace(state);
+  }
+
+  // An address may be older than the venue is: what it names and is not there any more is left out.
+  #known(state: State): State {
+    const named = [state.place, state.from, ...state.via, state.to];
+    const isKnown = (end: End) => isThere(this.#context, end);
+    if (named.every((end) => end === null || isKnown(end))) return state;
+    this.#warn(this.#texts.of("notThere"));
+    const orNull = (end: End | null) => (end !== null && isKnown(end) ? end : null);
+    return {
+      ...state,
+      place: orNull(state.place),
+      from: orNull(state.from),
+      via: state.via.filter(isKnown),
+      to: orNull(state.to),
+    };
   }
 
   #follow(store: Store): void {
-    followAddress(store);
+    followAddress(store, (state) => this.#known(state));
     store.subscribe((state, before) => this.#changed(state, before));
     onTheme(() => {
       this.#map.themeChanged();
@@ -264,16 +285,19 @@ class App {
     }
   }
 
-  // A new way is shown from its start.
-  #wayChanged(way: Way | null): void {
+  #wayChanged(way: Way | null, staysHere: boolean): void {
     const { store } = this.#context;
-    // Only what it might be compared with is new.
-    if (way === this.#shownWay) return this.#draw(store.state);
-    this.#shownWay = way;
+    const walked = JSON.stringify(way?.segments.map(({ points }) => points) ?? []);
+    // Only its words are new, or what it might be compared with.
+    if (walked === this.#shownWay) return this.#draw(store.state);
+    this.#shownWay = walked;
     const first = way?.segments[0]?.mapId;
-    if (first !== undefined && first !== this.#floor(store.state).map) store.update({ map: first });
-    else this.#draw(store.state);
-    if (way !== null) this.#map.showPoints(linesOn(way, this.#floor(store.state).map).flat());
+    const map = this.#floor(store.state).map;
+    if (first === undefined || first === map || staysHere) this.#draw(store.state);
+    else store.update({ map: first });
+    // Whose card is open is seen.
+    if (store.state.place !== null) return;
+    this.#map.showPoints(linesOn(way, this.#floor(store.state).map).flat());
   }
 
   #showReach(floor: Floor): void {
@@ -441,9 +465,14 @@ class App {
     delete this.#status.dataset["isError"];
   }
 
-  #failed(error: unknown): void {
-    this.#say(this.#texts.of("failed", { what: message(error) }));
+  // For everybody to see.
+  #warn(text: string): void {
+    this.#say(text);
     this.#status.dataset["isError"] = "";
+  }
+
+  #failed(error: unknown): void {
+    this.#warn(this.#texts.of("failed", { what: message(error) }));
   }
 }
 

@@ -86,6 +86,12 @@ function pathTypeOf({ venue }: Context, end: End): PathType | null {
   return venue.movers.find((mover) => mover.type.id === end.id)?.type ?? null;
 }
 
+// Whether the venue has what an end names.
+export function isThere(context: Context, end: End): boolean {
+  const known = placeOf(context, end) ?? moverOf(context, end) ?? pathTypeOf(context, end);
+  return known !== null || spotsOf(context, end).length > 0;
+}
+
 // Where an end is: a place everywhere that it is reached, movers of a type those that are in order.
 export function spotsOf(context: Context, end: End): readonly Spot[] {
   const { venue, store } = context;

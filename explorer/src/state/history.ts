@@ -6,9 +6,10 @@ import type { Store } from "./Store.js";
 // What "back" should undo; anything else only changes the address that is there.
 const steps: readonly (keyof State)[] = ["venue", "place", "from", "to", "category"];
 
-export function followAddress(store: Store): void {
+// `known` is what of an address's state can be shown.
+export function followAddress(store: Store, known: (state: State) => State): void {
   const read = () => {
-    const state = decodeAddress(location.hash);
+    const state = known(decodeAddress(location.hash));
     if (encodeAddress(state) !== encodeAddress(store.state)) store.update(state);
   };
   addEventListener("popstate", read);
