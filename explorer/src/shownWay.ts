@@ -7,6 +7,8 @@ import type { End, State } from "./state/State.js";
 import type { Sign } from "./venue/signs.js";
 import type { Floor, Point, Venue } from "./venue/Venue.js";
 
+const plain = { number: null, isNamedAbove: false, isOnSign: false } as const;
+
 function arrowTo(venue: Venue, from: Floor, to: Floor | undefined): string {
   if (to === undefined) return "→";
   const rise = (to.level ?? 0) - (from.level ?? 0);
@@ -34,6 +36,11 @@ export function linesOn(way: Way | null, map: number): Point[][] {
   return segments.map((segment) => segment.mapPoints);
 }
 
+// Whether a name below a point would stand on the line that goes on from there.
+function leadsDown([x, y]: Point, next: Point | undefined): boolean {
+  return next !== undefined && next[1] - y > Math.abs(next[0] - x) / 3;
+}
+
 function pointsOf(context: Context, end: End | null, map: number): Point[] {
   if (end === null) return [];
   return spotsOf(context, end).filter((spot) => spot.map === map).map((spot) => spot.at);
@@ -45,6 +52,12 @@ function stopOn(context: Context, stop: number, end: End, found: FoundWay | null
   const last = leg?.way.segments.at(-1);
   if (last === undefined) return pointsOf(context, end, map)[0];
   return last.mapId === map ? last.mapPoints.at(-1) : undefined;
+}
+
+// Whence the way comes to a stop.
+function lastBefore(stop: number, found: FoundWay | null): Point | undefined {
+  const leg = found?.legs.find((each) => each.stop === stop);
+  return leg?.way.segments.at(-1)?.mapPoints.at(-2);
 }
 
 function marksOn(
@@ -60,14 +73,17 @@ function marksOn(
   const onWay = first?.mapId === floor.map ? first.mapPoints[0] : undefined;
   const start = found === null ? pointsOf(context, state.from, floor.map)[0] : onWay;
   if (state.from !== null && start !== undefined) {
-    marks.push({ kind: "start", at: start, label: label(state.from), number: null });
+    const isNamedAbove = onWay !== undefined && leadsDown(onWay, first?.mapPoints[1]);
+    marks.push({ ...plain, kind: "start", at: start, label: label(state.from), isNamedAbove });
   }
   const stops = state.to === null ? state.via : [...state.via, state.to];
   stops.forEach((end, stop) => {
     const at = stopOn(context, stop, end, found, floor.map);
     if (at === undefined) return;
     const number = stops.length > 1 ? stop + 1 : null;
-    marks.push({ kind: end === state.to ? "end" : "stop", at, label: label(end), number });
+    const kind = end === state.to ? "end" : "stop";
+    const isNamedAbove = leadsDown(at, lastBefore(stop, found));
+    marks.push({ ...plain, kind, at, label: label(end), number, isNamedAbove });
   });
   if (state.place !== null) marks.push(...chosenMarks(context, state.place, floor, signs));
   return marks;
@@ -79,7 +95,8 @@ function chosenMarks(context: Context, end: End, floor: Floor, signs: readonly S
   const points = own.length > 0 ? own.map((sign) => sign.at) : pointsOf(context, end, floor.map);
   // Of many that are alike the name is said in the card.
   const label = points.length === 1 ? nameOfEnd(context, end) : "";
-  return points.map((at) => ({ kind: "chosen", at, label, number: null }));
+  const isOnSign = end.kind === "mover" && context.store.state.closed.includes(end.id);
+  return points.map((at) => ({ ...plain, kind: "chosen", at, label, isOnSign }));
 }
 
 export function shownWay(

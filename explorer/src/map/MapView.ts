@@ -34,6 +34,8 @@ export interface MapEvents {
 }
 
 const fingertip = 14;
+// What pins and names need around the points that they stand at.
+const air = { up: 52, across: 56, down: 36 };
 const flight = 450;
 // How close one may look: so many pixels are a map unit, or a metre where there is a scale.
 const closest = { unit: 8, metre: 90 };
@@ -169,10 +171,9 @@ export class MapView {
     if (points.length === 0) return;
     this.#showAgain = () => this.showPoints(points);
     const { top, right, bottom, left } = this.#padding;
-    const air = 40;
     this.#map.getView().fit(boundingExtent(points.map(([x, y]) => [x, -y])), {
       size: this.#map.getSize()!,
-      padding: [top + air, right + air, bottom + air, left + air],
+      padding: [top + air.up, right + air.across, bottom + air.down, left + air.across],
       minResolution: this.#calmResolution(),
       duration: duration(),
       easing: easeOut,

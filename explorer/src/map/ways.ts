@@ -24,6 +24,10 @@ export interface Mark {
   readonly label: string;
   // Of a stop, where there are several.
   readonly number: number | null;
+  // Whether its name stands above it, since the way leads downwards from it.
+  readonly isNamedAbove: boolean;
+  // Whether it stands on a sign that is seen beside it.
+  readonly isOnSign: boolean;
 }
 
 export interface ShownWay {
@@ -36,6 +40,7 @@ export interface ShownWay {
 
 const passageFont = labelFont.replace("500", "700");
 const passageHeight = 22;
+const signHeight = 28;
 // It is shown whatever else there is, and names keep away from it.
 const always = "obstacle";
 export const pin = "M12 31c5.5-8 10.5-12.7 10.5-19a10.5 10.5 0 1 0-21 0C1.5 18.3 6.5 23 12 31z";
@@ -91,19 +96,21 @@ function passageStyle({ label }: Passage, colours: MapColours): Style {
   });
 }
 
-function markText(label: string, offsetY: number, colours: MapColours): Text {
+// `below` and `above` are how far from its point a mark reaches.
+function markText(mark: Mark, below: number, above: number, colours: MapColours): Text {
   return new Text({
-    text: wrapped(label),
+    text: wrapped(mark.label),
     font: labelFont.replace("500 12.5px", "600 13.5px"),
     fill: new Fill({ color: colours.ink }),
     stroke: new Stroke({ color: colours.paper, width: 4 }),
-    offsetY,
-    textBaseline: "top",
+    offsetY: mark.isNamedAbove ? -above : below,
+    textBaseline: mark.isNamedAbove ? "bottom" : "top",
     declutterMode: always,
   });
 }
 
-function markStyle({ kind, label, number }: Mark, colours: MapColours): Style {
+function markStyle(mark: Mark, colours: MapColours): Style {
+  const { kind, number } = mark;
   if (kind === "start") {
     return new Style({
       image: new Circle({
@@ -112,20 +119,22 @@ function markStyle({ kind, label, number }: Mark, colours: MapColours): Style {
         fill: new Fill({ color: colours.start }),
         stroke: new Stroke({ color: colours.paper, width: 3.5 }),
       }),
-      text: markText(label, 14, colours),
+      text: markText(mark, 14, 13, colours),
       zIndex: 4,
     });
   }
   const colour = kind === "end" ? colours.end : colours.accent;
+  const lift = mark.isOnSign ? signHeight / 2 : 0;
   return new Style({
     image: new Icon({
       src: pinAddress(colour, colours.paper, number),
       width: 26,
       height: 34,
       anchor: [0.5, 0.96],
+      displacement: [0, lift],
       declutterMode: always,
     }),
-    text: markText(label, 6, colours),
+    text: markText(mark, 6 + lift, 36 + lift, colours),
     zIndex: 5,
   });
 }

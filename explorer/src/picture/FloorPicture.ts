@@ -116,7 +116,7 @@ function drawPassage(drawing: Drawing, { at, label }: Passage): void {
   );
 }
 
-function drawMark(drawing: Drawing, { kind, at, label }: Mark): void {
+function drawMark(drawing: Drawing, { kind, at, label, isNamedAbove }: Mark): void {
   const [x, y] = drawing.at(at);
   if (kind === "start") {
     const stroke = { stroke: colours.paper, "stroke-width": 3 };
@@ -134,7 +134,12 @@ function drawMark(drawing: Drawing, { kind, at, label }: Mark): void {
     );
     drawing.take([x - 12, y - 31, x + 12, y + 1]);
   }
-  if (label !== "") drawing.text(label, x, y + (kind === "start" ? 12 : 4), 600, 13, true);
+  if (label === "") return;
+  const size = 13;
+  const lines = wrapped(label).split("\n").length;
+  const above = (kind === "start" ? 12 : 33) + lines * size * lineHeight;
+  const below = kind === "start" ? 12 : 4;
+  drawing.text(label, x, isNamedAbove ? y - above : y + below, 600, size, true);
 }
 
 function drawSymbol(drawing: Drawing, sign: Sign, [x, y]: Point): void {
