@@ -17,6 +17,7 @@ import { fitted, type Padding } from "./frame.js";
 import { ClosedLayer } from "./closed.js";
 import { ReachLayer } from "./reach.js";
 import { SignLayer } from "./signs.js";
+import { SpotLayer } from "./spot.js";
 import { touched, type Target } from "./touch.js";
 import { WayLayer, type Passage, type ShownWay } from "./ways.js";
 
@@ -53,6 +54,7 @@ export class MapView {
   #closed = new ClosedLayer();
   #reach = new ReachLayer();
   #ways = new WayLayer();
+  #spot = new SpotLayer();
   #map: OlMap;
   #padding: Padding;
   #target: HTMLElement;
@@ -72,6 +74,7 @@ export class MapView {
         this.#signs.layer,
         this.#closed.layer,
         this.#ways.layer,
+        this.#spot.layer,
       ],
       // A tap is answered at once, and not only when no second one has followed it.
       interactions: defaultInteractions({ zoomDuration: 200, doubleClickZoom: false }),
@@ -90,6 +93,7 @@ export class MapView {
     const { floor } = image.signed;
     this.#target.style.backgroundColor = image.ground;
     this.#floor.show(image);
+    this.#spot.clear();
     if (before !== undefined && String(before.frame) === String(floor.frame)) {
       if (before.building.id !== floor.building.id) this.showAll();
       return;
@@ -168,6 +172,7 @@ export class MapView {
 
   // So that all of the points are seen, and not closer than that is calm.
   showPoints(points: readonly Point[]): void {
+    this.#spot.clear();
     if (points.length === 0) return;
     this.#showAgain = () => this.showPoints(points);
     const { top, right, bottom, left } = this.#padding;
@@ -180,9 +185,10 @@ export class MapView {
     });
   }
 
-  // The point in the middle of what is free, at the nearness that is there or a calm one.
+  // The point, ringed, in the middle of what is free, at the nearness that is there or a calm one.
   flyTo([x, y]: Point): void {
     this.#showAgain = () => this.flyTo([x, y]);
+    this.#spot.show([x, y], this.#colours);
     const view = this.#map.getView();
     const resolution = Math.min(view.getResolution() ?? 1, this.#calmResolution());
     const { top, right, bottom, left } = this.#padding;

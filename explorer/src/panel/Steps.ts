@@ -4,7 +4,7 @@ import type { Step, Way } from "../engine/Engine.js";
 import { lineIcon, symbolFor, symbolIcon, type Line } from "../theme/icons.js";
 import { floorName, nameOfEnd, type Context } from "./Context.js";
 import { wayChoice } from "./Choices.js";
-import { h, iconButton } from "./dom.js";
+import { h, iconButton, set } from "./dom.js";
 import { chooseLevel, levelName } from "./Levels.js";
 
 const turns: Readonly<Record<string, Line>> = {
@@ -29,9 +29,14 @@ export function stepIcon({ venue }: Context, step: Step): Element {
 
 function stepElement(context: Context, step: Step): HTMLElement {
   const { venue, texts, flyTo } = context;
-  const fly = () => {
+  const fly = (event: Event) => {
     const spot = venue.waypoints.get(step.at);
-    if (spot !== undefined) flyTo(spot.map, spot.at);
+    if (spot === undefined) return;
+    const button = event.currentTarget as HTMLElement;
+    const before = button.closest(".panel")?.querySelector(".step[aria-current]");
+    if (before != null) set(before, { "aria-current": null });
+    set(button, { "aria-current": "step" });
+    flyTo(spot.map, spot.at);
   };
   const length = step.mm >= 500 ? texts().length(step.mm) : "";
   return h(

@@ -1,0 +1,23 @@
+// The way in words, and where on the map it is.
+import assert from "node:assert/strict";
+import { after, before, test } from "node:test";
+import { Stage, stepsIn } from "./support/page.mjs";
+
+let stage;
+before(async () => {
+  stage = await Stage.open();
+});
+after(() => stage.close());
+
+test("the step that was chosen is marked", async () => {
+  await stage.with({ hash: "#from=w14016&to=w12025" }, async (page) => {
+    await stepsIn(page);
+    for (const index of [1, 3]) {
+      await page.locator(".step").nth(index).click();
+      const current = await page.locator(".step").evaluateAll((all) =>
+        all.flatMap((each, place) => (each.getAttribute("aria-current") === "step" ? [place] : [])),
+      );
+      assert.deepEqual(current, [index]);
+    }
+  });
+});
