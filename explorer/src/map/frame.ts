@@ -44,11 +44,13 @@ export function transformOf([x, y]: Frame, place: Place, size: Size): string {
   );
 }
 
+// As layout.css has it.
+const isBeside = matchMedia("(min-width: 48rem)");
+
 // What of the window the panel and the floor strip leave to the map, wherever they are moving from.
 export function paddingAround(panel: HTMLElement, strip: HTMLElement | null): Padding {
   const air = 16;
-  const isBeside = panel.offsetWidth < innerWidth * 0.6 && panel.offsetHeight > innerHeight * 0.2;
-  if (isBeside) {
+  if (isBeside.matches) {
     return { top: air, right: 5 * air, bottom: air, left: panel.offsetLeft + panel.offsetWidth + air };
   }
   const top = strip === null ? 0 : strip.offsetTop + strip.offsetHeight;
