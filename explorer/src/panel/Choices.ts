@@ -29,15 +29,20 @@ function choice(context: Context, way: Way, index: number, isChosen: boolean): H
     "label",
     { class: "way-card" },
     input,
-    h("strong", { text: texts().minutes(way.seconds) }),
-    h("span", { text: texts().length(way.mm) }),
-    h("span", { text: floorsOn(context, way) }),
-    h("span", { class: "unseen", text: names }),
     h(
       "span",
-      { class: "way-movers" },
-      ...movers.map((type) => symbolIcon(symbolFor([type.names.name]))),
+      { class: "way-sum" },
+      h("strong", { text: texts().minutes(way.seconds) }),
+      " ",
+      h("span", { text: texts().length(way.mm) }),
     ),
+    h(
+      "span",
+      { class: "way-floors" },
+      ...movers.map((type) => symbolIcon(symbolFor([type.names.name]))),
+      h("span", { class: "way-names", text: floorsOn(context, way) }),
+    ),
+    h("span", { class: "unseen", text: names }),
   );
 }
 

@@ -18,7 +18,7 @@ import { Reaching } from "./Reaching.js";
 import { Search } from "./Search.js";
 import { Stops, endField } from "./Stops.js";
 import type { Sheet } from "./Sheet.js";
-import { wayInWords } from "./Steps.js";
+import { wayActions, wayInShort, wayInSteps } from "./Steps.js";
 
 export type View = "home" | "card" | "way";
 
@@ -36,6 +36,8 @@ export class Panel {
   #head: HTMLElement;
   #body: HTMLElement;
   #words = h("div", { class: "words" });
+  #handOn = h("div", { class: "sum-actions" });
+  #steps = h("div");
   // What helps to choose the goal, while there is none.
   #offers = h("div", { class: "offers" });
   #nearest: Nearest;
@@ -168,10 +170,11 @@ export class Panel {
     const levels = levelChoice(this.#context);
     this.#body.replaceChildren(
       ...(levels === null ? [] : [levels]),
-      this.#stops.actions,
       this.#outOfOrder.element,
       this.#offers,
       this.#words,
+      h("div", { class: "way-actions" }, this.#stops.actions, this.#handOn),
+      this.#steps,
       this.#reaching.element,
     );
     this.#nameEnds(state);
@@ -225,7 +228,10 @@ export class Panel {
     if (found.kind === "searching" && this.#words.childElementCount > 0) return;
     const focused = document.activeElement;
     const hadFocus = this.#words.contains(focused);
-    this.#words.replaceChildren(...wayInWords(this.#context, found));
+    this.#words.replaceChildren(...wayInShort(this.#context, found));
+    const isFound = found.kind === "found";
+    this.#handOn.replaceChildren(...(isFound ? wayActions(this.#context) : []));
+    this.#steps.replaceChildren(...(isFound ? wayInSteps(this.#context, found) : []));
     set(this.#words.querySelector(".sum") ?? this.#words, { tabindex: -1 });
     if (hadFocus) {
       const next = focused instanceof HTMLInputElement ? "input:checked" : ".sum";

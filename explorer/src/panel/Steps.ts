@@ -117,31 +117,20 @@ function missedTold(context: Context, { stop, level }: Missed): HTMLElement {
   return h("div", { class: "missed" }, h("p", { text }), button);
 }
 
-function told(context: Context, { way, legs, missed, choices }: FoundWay): HTMLElement[] {
-  const { texts, store } = context;
-  const isTour = store.state.via.length > 0;
+function sumTold(context: Context, { way, missed, choices }: FoundWay): HTMLElement[] {
+  const { texts } = context;
   const sum = h(
     "p",
     { class: choices.length > 1 ? "sum unseen" : "sum" },
     h("strong", { text: texts().minutes(way.seconds) }),
     h("span", { text: texts().length(way.mm) }),
   );
-  const say = texts();
-  const actions = h(
-    "div",
-    { class: "sum-actions" },
-    iconButton(lineIcon("share"), say.of("share"), context.share),
-    iconButton(lineIcon("print"), say.of("print"), context.print),
-  );
-  return [
-    ...missed.map((each) => missedTold(context, each)),
-    h("div", { class: "sum-line" }, sum, actions),
-    ...(choices.length > 1 ? [wayChoice(context, choices, way)] : []),
-    ...(isTour ? legs.map((leg) => legTold(context, leg)) : stepsTold(context, way)),
-  ];
+  const others = choices.length > 1 ? [wayChoice(context, choices, way)] : [];
+  return [...missed.map((each) => missedTold(context, each)), sum, ...others];
 }
 
-export function wayInWords(context: Context, found: Found): HTMLElement[] {
+// How long the way is, or why there is none.
+export function wayInShort(context: Context, found: Found): HTMLElement[] {
   const { texts } = context;
   const note = (text: string) => [h("p", { class: "note", text })];
   switch (found.kind) {
@@ -154,6 +143,20 @@ export function wayInWords(context: Context, found: Found): HTMLElement[] {
     case "missing":
       return found.missed.map((each) => missedTold(context, each));
     case "found":
-      return told(context, found);
+      return sumTold(context, found);
   }
+}
+
+// To hand on and to carry.
+export function wayActions(context: Context): HTMLElement[] {
+  const say = context.texts();
+  return [
+    iconButton(lineIcon("share"), say.of("share"), context.share),
+    iconButton(lineIcon("print"), say.of("print"), context.print),
+  ];
+}
+
+export function wayInSteps(context: Context, { way, legs }: FoundWay): HTMLElement[] {
+  const isTour = context.store.state.via.length > 0;
+  return isTour ? legs.map((leg) => legTold(context, leg)) : stepsTold(context, way);
 }
