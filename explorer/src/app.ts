@@ -78,6 +78,10 @@ class App {
     this.#config = config;
     this.#documents = documents;
     this.#texts = new Texts(store.state.language);
+    // Before anybody else: whoever is told of another language asks for its words.
+    store.subscribe((state, before) => {
+      if (state.language !== before.language) this.#texts = new Texts(state.language);
+    });
     const joined = venue.isInDegrees ? this.#joined(venue) : null;
     const engine = new Engine({ wasm, documents: documents.bytes, venue: venue.id, joined });
     this.#context = {
@@ -224,7 +228,6 @@ class App {
     // Another venue is another page, with documents and a library of its own.
     if (state.venue !== before.venue) return location.reload();
     if (state.language !== before.language) {
-      this.#texts = new Texts(state.language);
       this.#tellLanguage();
       this.#controls.refresh();
       this.#panel.refresh();

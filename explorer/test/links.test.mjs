@@ -58,6 +58,16 @@ test("the floor of a link's place is shown before the library is there", async (
   });
 });
 
+test("in another language the way is told on the floor that is shown", async () => {
+  await stage.with({ hash: "#from=w14016&to=w12025" }, async (page) => {
+    await stepsIn(page);
+    await page.locator("#floors button[data-map='12']").click();
+    await page.evaluate(() => (location.hash += "&lang=de"));
+    await page.getByText(/^Ziel erreicht/).waitFor();
+    assert.equal(await floorNow(page), "G");
+  });
+});
+
 test("what is put out of order on its card does not take the map away from it", async () => {
   await stage.with({ hash: "#from=w12012&to=w14016&level=0&map=12&place=m11001" }, async (page) => {
     await page.getByRole("switch").click();
