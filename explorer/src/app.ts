@@ -18,7 +18,6 @@ import {
   hasOverview,
   isThere,
   startOf,
-  typeName,
   waypointsOf,
   type Context,
   type OfferedVenue,
@@ -40,7 +39,7 @@ import type { Overview } from "./globe/Overview.js";
 import type { Shown } from "./picture/Shown.js";
 import { readJoined } from "./venue/joined.js";
 import { signedFloor, type Sign, type SignedFloor } from "./venue/signs.js";
-import type { Floor, Names, Point, Venue } from "./venue/Venue.js";
+import type { Floor, Point, Venue } from "./venue/Venue.js";
 import { walkedOn } from "./venue/walked.js";
 
 export interface Beginning {
@@ -144,18 +143,14 @@ class App {
 
   #joined(venue: Venue): Joined {
     const ids = [...new Set(venue.buildings.map((building) => building.venue))];
-    const name = (names: Names) => nameIn(this.#texts.language, names);
     return {
       venue,
       ids,
       tell: {
         depart: () => this.#texts.of("stepStart"),
-        change: (_, mover, from, to) => {
-          const type = venue.pathTypes.get(mover ?? NaN);
-          const isElsewhere = from.building.venue !== to.building.venue;
-          const there = isElsewhere ? to.building.venueNames : to.building.names;
-          if (type === undefined) return this.#texts.of("stepInto", { name: name(there) });
-          return this.#texts.of("stepMover", { mover: typeName(this.#context, type), floor: name(to.names) });
+        into: ({ building }) => {
+          const name = nameIn(this.#texts.language, building.venueNames);
+          return this.#texts.of("stepInto", { name });
         },
         arrive: () => this.#texts.of("stepArrive"),
       },

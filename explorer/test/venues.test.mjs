@@ -57,12 +57,23 @@ test("a way leads across venues, as far and as long as the command says", async 
   const told = execFileSync(command, words).toString();
   const metres = Number(/^(\d+) m, about/m.exec(told)[1]);
   await stage.with({ hash: "#from=w12013&to=w111008" }, async (page) => {
+    // With the turns of each venue, and by what one sees there.
     assert.deepEqual(await stepsIn(page), [
-      "Start here",
+      "Start at Information",
+      "Turn right after North Star Pharmacy on your right",
+      "Turn right",
+      "Turn left",
+      "Turn right",
       "Go on into River Quarter",
+      "Turn left at Hazel Audio",
+      "Turn right after Tern Hearing on your left",
+      "Turn left",
       "Go on into Garden Hall",
-      "Stairs to Lower Ground",
-      "You have reached your goal",
+      "Turn left",
+      "Take the stairs down to Lower Ground",
+      "Turn left",
+      "Turn right",
+      "You have reached Baby Care",
     ]);
     const length = Number.parseInt(await page.locator(".sum span").textContent(), 10);
     assert.ok(Math.abs(length - metres) <= 2, `${length} m and ${metres} m`);
@@ -80,12 +91,58 @@ test("places of all venues are found, and ways lead to them without steps, too",
   await stage.with({ hash: "#from=w12013" }, async (page) => {
     await search(page, "Where do you want to go?", "Maple Department");
     const steps = await stepsIn(page);
-    assert.equal(steps.at(-1), "You have reached your goal");
+    assert.equal(steps.at(-1), "You have reached Maple Department Store");
     assert.ok(steps.includes("Go on into River Quarter"));
     await page.getByRole("radio", { name: "Step-free" }).check();
     await page.waitForFunction(() => location.hash.includes("level=0"));
-    assert.equal((await stepsIn(page)).at(-1), "You have reached your goal");
+    assert.equal((await stepsIn(page)).at(-1), "You have reached Maple Department Store");
     assert.match(await page.evaluate(() => location.hash), /to=d1\d{9}/);
+  });
+});
+
+test("within one of joined venues there are other ways, with what is closed left out", async () => {
+  await stage.with({ hash: "#from=w12013&to=w14016" }, async (page) => {
+    await page.getByRole("radio", { name: /G → 2.*Lift/ }).check();
+    await page.getByText("Take the lift to Second Floor").waitFor();
+    await page.evaluate(() => (location.hash += "&level=0&closed=11001,11002"));
+    await page.getByText(/There is no way like this/).waitFor();
+  });
+});
+
+test("how far one gets is told in metres within the start's venue, and that it ends there", async () => {
+  await stage.with({ hash: "#from=w12013&reach=2" }, async (page) => {
+    await page.locator(".legend").waitFor();
+    const lengths = (await page.locator(".reach-row .step-length").allTextContents()).map(parseFloat);
+    assert.ok(lengths.length > 10 && lengths.at(-1) > 40 && lengths.at(-1) <= 161, String(lengths));
+    await page.getByText("Within Meridian Quarter").waitFor();
+    assert.equal(await page.locator(".reach-row", { hasText: "River Quarter" }).count(), 0);
+  });
+});
+
+test("that there are no other ways between venues is told", async () => {
+  await stage.with({ hash: "#from=w12013&to=w111008" }, async (page) => {
+    await page.getByText("Between venues the best way alone is told.").waitFor();
+    await page.getByRole("button", { name: "Clear" }).last().click();
+    await search(page, "Where do you want to go?", "North Star");
+    await page.waitForFunction(() => /to=d\d+$/.test(location.hash));
+    await stepsIn(page);
+    assert.equal(await page.getByText("Between venues").count(), 0);
+  });
+});
+
+test("stops in several venues are put into the order in which they are soonest visited", async () => {
+  // The first stop is the next venue's, the second lies on the way there.
+  const far = joinedId(1, documents(2).venue.destinations.items[0].id);
+  await stage.with({ hash: `#from=w12013&via=d${far},a3&to=d5` }, async (page) => {
+    await page.locator(".leg-head").nth(2).waitFor();
+    const metres = async () => parseInt(await page.locator(".sum span").textContent(), 10);
+    const before = await metres();
+    await page.getByRole("button", { name: "Best order" }).click();
+    await page.waitForFunction((first) => !location.hash.includes(`via=d${first}`), far);
+    await page.waitForFunction(
+      (most) => parseInt(document.querySelector(".sum span").textContent, 10) < most,
+      before,
+    );
   });
 });
 

@@ -15,6 +15,7 @@ import type {
   Step,
 } from "terncorekit";
 import type { Edge } from "../venue/Venue.js";
+import { documentsAlone } from "./alone.js";
 import { joinedVenue, type Joined } from "./joined.js";
 import { bestOrder } from "./bestOrder.js";
 
@@ -165,7 +166,9 @@ export class Engine {
     const tern = await startWorker({ wasm: await wasm });
     const venues = joined === null ? [id] : [...joined.ids];
     const opened = await tern.open({ documents: new Map(documents), venues });
-    const venue = joined === null ? opened : joinedVenue(opened, joined);
+    const openAlone = (one: number) =>
+      tern.open({ documents: documentsAlone(documents, one, joined!.venue), venues: [one] });
+    const venue = joined === null ? opened : joinedVenue(opened, joined, openAlone);
     await this.#block(venue, this.#closed, true);
     return { tern, venue };
   }

@@ -1,10 +1,12 @@
-// Venues that are joined answer as one. Their graph is in degrees and leads across them; what is asked
-// of a single one names it. Steps are told by the stretches of the way: the library tells them within
-// one venue, whose lengths are not degrees.
+// Venues that are joined answer as one. Their graph is in degrees and leads across them. What needs
+// lengths is asked of a venue alone: steps, other ways, and how far one gets.
 import type { RemoteVenue } from "terncorekit/worker";
 import type {
   Alternatives,
+  AlternativesRequest,
   Directions,
+  Matrix,
+  MatrixRequest,
   Place,
   ReachRequest,
   Reached,
@@ -23,16 +25,15 @@ export interface Joined {
   readonly tell: Tell;
 }
 
-// The words of a step; `to` is the floor that it leads to.
+// The words of what no venue alone can tell, in the language of the page.
 export interface Tell {
-  readonly depart: (language: string) => string;
-  readonly change: (language: string, mover: number | null, from: Floor, to: Floor) => string;
-  readonly arrive: (language: string) => string;
+  readonly depart: () => string;
+  // Where the way goes on in another venue.
+  readonly into: (floor: Floor) => string;
+  readonly arrive: () => string;
 }
 
 const walkingSpeed = 1.34;
-const changeSeconds = 25;
-const walk = 1;
 
 function floorOf({ venue }: Joined, map: number): Floor {
   const floor = venue.floors.get(map);
@@ -61,62 +62,91 @@ function onMaps(joined: Joined, route: readonly Segment[]): Segment[] {
   });
 }
 
-function stepsOf(joined: Joined, route: readonly Segment[], language: string): Step[] {
-  const steps: Step[] = [];
-  let before = 0;
-  route.forEach((segment, index) => {
-    const mm = segment.mmDistance - before;
-    before = segment.mmDistance;
-    const next = route[index + 1];
-    const [from, to] = [floorOf(joined, segment.mapId), next && floorOf(joined, next.mapId)];
-    const isMover = next !== undefined && segment.mover !== null && segment.mover !== walk;
-    const common = { direction: null, mapId: segment.mapId, landmark: null, mover: null, toMapId: null };
-    const first = segment.points[0]!;
-    if (index === 0) {
-      const text = joined.tell.depart(language);
-      steps.push({ ...common, kind: "depart", at: first, mm: 0, seconds: 0, text });
-    }
-    const end = { ...common, at: segment.points.at(-1)!, mm };
-    const seconds = mm / 1000 / walkingSpeed;
-    if (to === undefined) {
-      steps.push({ ...end, kind: "arrive", seconds, text: joined.tell.arrive(language) });
-      return;
-    }
-    steps.push({
-      ...end,
-      kind: isMover ? "mover" : "crossing",
-      seconds: seconds + (isMover ? changeSeconds : 0),
-      mover: isMover ? segment.mover : null,
-      toMapId: to.map,
-      text: joined.tell.change(language, isMover ? segment.mover : null, from, to),
-    });
-  });
-  return steps;
+// Where the way begins or ends at the very door between two venues.
+function touchedSteps({ tell }: Joined, { mapId, points }: Segment): Step[] {
+  const common = { direction: null, mapId, landmark: null, mover: null, toMapId: null, mm: 0, seconds: 0 };
+  return [
+    { ...common, kind: "depart", at: points[0]!, text: tell.depart() },
+    { ...common, kind: "arrive", at: points[0]!, text: tell.arrive() },
+  ];
 }
+
+interface Leg {
+  readonly route: readonly Segment[];
+  readonly steps: readonly Step[];
+}
+
+// What of a way follows each other in one venue.
+function runsOf(joined: Joined, route: readonly Segment[]): Segment[][] {
+  const venueOf = ({ mapId }: Segment) => floorOf(joined, mapId).building.venue;
+  const runs: Segment[][] = [];
+  for (const segment of route) {
+    const last = runs.at(-1);
+    if (last !== undefined && venueOf(last[0]!) === venueOf(segment)) last.push(segment);
+    else runs.push([segment]);
+  }
+  return runs;
+}
+
+// Between the maps of two buildings a venue alone counts a walk, and joined ones do not: the steps of
+// a way are as long together as it is.
+function withoutJumps(joined: Joined, route: readonly Segment[], steps: readonly Step[]): Step[] {
+  const jumps = new Map(
+    route.slice(1).map((segment, index): [number, number] => {
+      const ends = [route[index]!.points.at(-1)!, segment.points[0]!];
+      const points = ends.map((id) => joined.venue.waypoints.get(id)?.at ?? [0, 0]) as Point[];
+      return [ends[0]!, lengthOf(points, floorOf(joined, segment.mapId))];
+    }),
+  );
+  return steps.map((step) => {
+    const jump = step.kind === "crossing" ? Math.min(jumps.get(step.at) ?? 0, step.mm) : 0;
+    return { ...step, mm: step.mm - jump, seconds: step.seconds - jump / 1000 / walkingSpeed };
+  });
+}
+
+type OpenAlone = (id: number) => Promise<RemoteVenue>;
+type Block = { readonly from: number; readonly to: number; readonly blocked: boolean };
 
 // Answers what the engine asks a venue; what a map or a waypoint belongs to is known by its venue.
 export class JoinedVenue {
   #remote: RemoteVenue;
   #joined: Joined;
+  #openAlone: OpenAlone;
+  // Those that were asked for something, by their ids.
+  #alone = new Map<number, Promise<RemoteVenue>>();
+  #blocks = new Map<string, Block>();
 
-  constructor(remote: RemoteVenue, joined: Joined) {
+  constructor(remote: RemoteVenue, joined: Joined, openAlone: OpenAlone) {
     this.#remote = remote;
     this.#joined = joined;
+    this.#openAlone = openAlone;
   }
 
   async directions({ language = "en", ...request }: RouteRequest & { language?: string }): Promise<Directions> {
-    const route = onMaps(this.#joined, await this.#remote.route(request));
-    const steps = stepsOf(this.#joined, route, language);
+    const legs = await this.#legs(request, language);
+    const route = onMaps(this.#joined, legs.flatMap((leg) => leg.route));
+    const steps = legs.flatMap(({ steps: own }, index) => {
+      const here = index === legs.length - 1 ? own : own.slice(0, -1);
+      const before = legs[index - 1];
+      if (before === undefined) return here;
+      return [this.#crossing(before.route, legs[index]!.route, own[0]!), ...here.slice(1)];
+    });
     const sum = (of: (step: Step) => number) => steps.reduce((all, step) => all + of(step), 0);
     return { route, steps, mm: sum((step) => step.mm), seconds: sum((step) => step.seconds) };
   }
 
-  // Each goal by itself, as there may be some in each venue.
-  async routeToAny({ to, ...request }: { from: number; to: number[]; accessibility?: number }): Promise<Segment[]> {
-    const routes = await Promise.all(to.map((each) => this.#remote.route({ ...request, to: each })));
+  // Those in the start's venue are asked of it alone, which knows what is closed there; of the others
+  // each by itself, as there may be some in each venue.
+  async routeToAny({ from, to, ...level }: { from: number; to: number[]; accessibility?: number }): Promise<Segment[]> {
+    const venue = this.#venueOf(from);
+    const own = to.filter((each) => this.#venueOf(each) === venue);
+    const others = to.filter((each) => this.#venueOf(each) !== venue);
+    const alone = own.length === 0 ? [] : [(await this.#venueAlone(venue)).routeToAny({ from, to: own, ...level })];
+    const asked = [...alone, ...others.map((each) => this.#remote.route({ from, to: each, ...level }))];
+    const routes = (await Promise.all(asked)).map((route) => onMaps(this.#joined, route));
     const found = routes.filter((route) => route.length > 0);
-    const cost = (route: readonly Segment[]) => route.at(-1)!.cost;
-    return found.sort((a, b) => cost(a) - cost(b))[0] ?? [];
+    const mm = (route: readonly Segment[]) => route.at(-1)!.mmDistance;
+    return found.sort((a, b) => mm(a) - mm(b))[0] ?? [];
   }
 
   async places({ text }: { text: string }): Promise<Place[]> {
@@ -137,18 +167,95 @@ export class JoinedVenue {
     return this.#remote.closest({ venue: building.venue, map, at: [x, y] });
   }
 
-  // There is only the best way: others are known within one venue.
-  alternatives(): Promise<Alternatives> {
-    return Promise.resolve({ optimal: null, alternatives: null });
+  // None between venues.
+  async alternatives(request: AlternativesRequest): Promise<Alternatives> {
+    const [from, to] = [this.#venueOf(request.from), this.#venueOf(request.to)];
+    if (from !== to) return { optimal: null, alternatives: null };
+    return (await this.#venueAlone(from)).alternatives(request);
+  }
+
+  // Between venues what is closed is not known.
+  async matrix({ from, to, ...level }: MatrixRequest): Promise<Matrix> {
+    const venues = new Set([...from, ...to].map((each) => this.#venueOf(each)));
+    const [only] = venues;
+    if (venues.size === 1) return (await this.#venueAlone(only!)).matrix({ from, to, ...level });
+    const pairs = from.flatMap((start) => to.map((end) => ({ from: start, to: end, ...level })));
+    const routes = await Promise.all(pairs.map((pair) => this.#remote.route(pair)));
+    const last = routes.map((route) => onMaps(this.#joined, route).at(-1));
+    const isHere = (index: number) => pairs[index]!.from === pairs[index]!.to;
+    const values = (of: (segment: Segment) => number) =>
+      Float64Array.from(last, (each, index) => (each === undefined ? (isHere(index) ? 0 : Infinity) : of(each)));
+    return {
+      rows: from.length,
+      columns: to.length,
+      costs: values((segment) => segment.cost),
+      mmDistances: values((segment) => segment.mmDistance),
+    };
   }
 
   // Within the start's venue.
-  reach(request: Omit<ReachRequest, "from"> & { from: number }): Promise<Reached[]> {
-    return this.#remote.reach({ ...request, venue: this.#venueOf(request.from) });
+  async reach(request: Omit<ReachRequest, "from"> & { from: number }): Promise<Reached[]> {
+    return (await this.#venueAlone(this.#venueOf(request.from))).reach(request);
   }
 
-  blockEdge({ from, to, blocked }: { from: number; to: number; blocked: boolean }): Promise<void> {
-    return this.#remote.blockEdge({ venue: this.#venueOf(from), from, to, blocked });
+  // What is asked after the call is answered like this, so nothing is waited for before.
+  async blockEdge(block: Block): Promise<void> {
+    const venue = this.#venueOf(block.from);
+    this.#blocks.set(`${block.from} ${block.to}`, block);
+    const alone = this.#alone.get(venue)?.then((each) => each.blockEdge(block));
+    await Promise.all([this.#remote.blockEdge({ venue, ...block }), alone]);
+  }
+
+  #venueAlone(id: number): Promise<RemoteVenue> {
+    const opened = this.#alone.get(id) ?? this.#open(id);
+    this.#alone.set(id, opened);
+    return opened;
+  }
+
+  async #open(id: number): Promise<RemoteVenue> {
+    const venue = await this.#openAlone(id);
+    const own = [...this.#blocks.values()].filter(({ from }) => this.#venueOf(from) === id);
+    await Promise.all(own.map((block) => venue.blockEdge(block)));
+    return venue;
+  }
+
+  // The way in each venue that it leads over; none where what is closed leaves none.
+  async #legs({ from, to, ...level }: RouteRequest, language: string): Promise<Leg[]> {
+    if (this.#venueOf(from) === this.#venueOf(to)) {
+      const leg = await this.#leg({ from, to, ...level }, language);
+      if (leg.route.length > 0) return [leg];
+    }
+    const runs = runsOf(this.#joined, await this.#remote.route({ from, to, ...level }));
+    const legs = await Promise.all(runs.map((run) => this.#legOver(run, level, language)));
+    return legs.every((leg) => leg.route.length > 0) ? legs : [];
+  }
+
+  async #leg(request: RouteRequest, language: string): Promise<Leg> {
+    const venue = await this.#venueAlone(this.#venueOf(request.from));
+    const { route, steps } = await venue.directions({ ...request, language });
+    return { route, steps: withoutJumps(this.#joined, route, steps) };
+  }
+
+  // A venue that is only touched has no way of its own.
+  async #legOver(run: readonly Segment[], level: Omit<RouteRequest, "from" | "to">, language: string): Promise<Leg> {
+    const [from, to] = [run[0]!.points[0]!, run.at(-1)!.points.at(-1)!];
+    if (from !== to) return this.#leg({ from, to, ...level }, language);
+    return { route: run, steps: touchedSteps(this.#joined, run[0]!) };
+  }
+
+  // In place of where the way in the next venue begins.
+  #crossing(before: readonly Segment[], after: readonly Segment[], depart: Step): Step {
+    const [from, to] = [before.at(-1)!, after[0]!];
+    return {
+      ...depart,
+      kind: "crossing",
+      direction: null,
+      landmark: null,
+      mapId: from.mapId,
+      at: from.points.at(-1)!,
+      toMapId: to.mapId,
+      text: this.#joined.tell.into(floorOf(this.#joined, to.mapId)),
+    };
   }
 
   #venueOf(waypoint: number): number {
@@ -158,14 +265,15 @@ export class JoinedVenue {
 }
 
 // The engine asks no more of a venue than this.
-export function joinedVenue(remote: RemoteVenue, joined: Joined): RemoteVenue {
-  const own = new JoinedVenue(remote, joined);
+export function joinedVenue(remote: RemoteVenue, joined: Joined, openAlone: OpenAlone): RemoteVenue {
+  const own = new JoinedVenue(remote, joined, openAlone);
   const answers: Partial<RemoteVenue> = {
     directions: (request) => own.directions(request),
     routeToAny: (request) => own.routeToAny(request),
     places: (request) => own.places(request as { text: string }),
     closest: (request) => own.closest(request),
-    alternatives: () => own.alternatives(),
+    alternatives: (request) => own.alternatives(request),
+    matrix: (request) => own.matrix(request),
     reach: (request) => own.reach(request as ReachRequest & { from: number }),
     blockEdge: (request) => own.blockEdge(request),
   };

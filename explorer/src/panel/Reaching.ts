@@ -24,6 +24,14 @@ function inReach({ venue }: Context, { mm, most }: Reach): PlaceInReach[] {
     .sort((a, b) => a.mm - b.mm);
 }
 
+// Of joined venues the one that the walks begin and end in.
+function venueOfStart({ venue, texts }: Context, { mm }: Reach): string | null {
+  const [start] = mm.keys();
+  const building = venue.floors.get(venue.waypoints.get(start ?? NaN)?.map ?? NaN)?.building;
+  const isAlone = venue.buildings.every((each) => each.venue === building?.venue);
+  return isAlone || building === undefined ? null : nameIn(texts().language, building.venueNames);
+}
+
 function legend({ texts }: Context, { palest }: Reach): HTMLElement {
   const steps = shades().map((colour) => {
     const step = h("span", { class: "legend-step" });
@@ -99,8 +107,10 @@ export class Reaching {
     const { texts, say } = this.#context;
     const places = inReach(this.#context, found);
     const heading = texts().of("inReachCount", { n: places.length });
+    const venue = venueOfStart(this.#context, found);
     this.#found.replaceChildren(
       legend(this.#context, found),
+      ...(venue === null ? [] : [h("p", { class: "reach-note", text: texts().of("withinVenue", { venue }) })]),
       h("h2", { class: "heading", text: heading }),
       h("ul", { class: "rows" }, ...places.map((each) => row(this.#context, each))),
     );

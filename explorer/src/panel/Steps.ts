@@ -158,5 +158,12 @@ export function wayActions(context: Context): HTMLElement[] {
 
 export function wayInSteps(context: Context, { way, legs }: FoundWay): HTMLElement[] {
   const isTour = context.store.state.via.length > 0;
-  return isTour ? legs.map((leg) => legTold(context, leg)) : stepsTold(context, way);
+  if (isTour) return legs.map((leg) => legTold(context, leg));
+  const note = h("p", { class: "note", text: context.texts().of("betweenVenues") });
+  return [...stepsTold(context, way), ...(isBetweenVenues(context, way) ? [note] : [])];
+}
+
+function isBetweenVenues({ venue }: Context, { segments }: Way): boolean {
+  const venues = segments.map(({ mapId }) => venue.floors.get(mapId)?.building.venue);
+  return new Set(venues).size > 1;
 }
