@@ -1,7 +1,7 @@
 // The way in words, and where on the map it is.
 import assert from "node:assert/strict";
 import { after, before, test } from "node:test";
-import { Stage, stepsIn } from "./support/page.mjs";
+import { Stage, searchField, stepsIn } from "./support/page.mjs";
 
 let stage;
 before(async () => {
@@ -18,6 +18,21 @@ test("the step that was chosen is marked", async () => {
         all.flatMap((each, place) => (each.getAttribute("aria-current") === "step" ? [place] : [])),
       );
       assert.deepEqual(current, [index]);
+    }
+  });
+});
+
+test("what is found is as far as the way to it is long", async () => {
+  await stage.with({ hash: "#from=w22001" }, async (page) => {
+    const field = searchField(page, "Where do you want to go?");
+    for (const name of ["Foxglove Cameras", "Toilets"]) {
+      await field.fill(name);
+      const told = page.getByRole("option", { name }).locator(".result-walk span");
+      await told.nth(1).waitFor();
+      const [metres, minutes] = await told.allTextContents();
+      await field.press("Enter");
+      await stepsIn(page);
+      assert.equal(await page.locator(".sum").textContent(), `${minutes}${metres}`);
     }
   });
 });

@@ -42,6 +42,11 @@ export interface WayRequest {
   readonly language: string;
 }
 
+export interface Length {
+  readonly waypoint: number;
+  readonly mm: number;
+}
+
 interface Opened {
   readonly tern: WorkerTern;
   readonly venue: RemoteVenue;
@@ -98,9 +103,23 @@ export class Engine {
     return this.#ask((venue) => venue.closest({ map, at: [x, y] }));
   }
 
-  // The way to each list of waypoints, in their order; null where there is none.
-  async ways(requests: readonly WayRequest[]): Promise<(Way | null)[]> {
-    return Promise.all(requests.map((request) => this.way(request)));
+  // How far each goal is, by the one of its waypoints that is cheapest to reach; null where there is
+  // no way. One question for all of them: a way with its steps takes as long as that.
+  async lengths(
+    from: number,
+    goals: readonly (readonly number[])[],
+    level: number | null,
+  ): Promise<(Length | null)[]> {
+    const to = goals.flat();
+    if (to.length === 0) return goals.map(() => null);
+    const matrix = await this.#ask((venue) => venue.matrix({ from: [from], to, ...levelOf(level) }));
+    let next = 0;
+    return goals.map((goal) => {
+      const columns = goal.map(() => next++).filter((column) => Number.isFinite(matrix.costs[column]));
+      if (columns.length === 0) return null;
+      const best = columns.reduce((a, b) => (matrix.costs[b]! < matrix.costs[a]! ? b : a));
+      return { waypoint: to[best]!, mm: matrix.mmDistances[best]! };
+    });
   }
 
   reach(from: number, metres: number, level: number | null): Promise<Reached[]> {

@@ -99,6 +99,7 @@ export class Search {
 
   close(): void {
     this.#asked.forget();
+    this.#walks.forget();
     this.#isAsking = false;
     this.#isWanted = false;
     this.#found = [];
@@ -141,6 +142,7 @@ export class Search {
       return;
     }
     this.#isAsking = true;
+    this.#walks.forget();
     try {
       const found = await this.#asked.of(() => this.#context.engine.places(text));
       if (found !== undefined) this.#show(this.#withOwn(text, found));
@@ -206,26 +208,28 @@ export class Search {
     );
   }
 
-  // How far it is from the start, where that is known.
+  // How far each is from the start, where that is known; then in how many minutes, one after another,
+  // so that what is typed next need not wait for all of them.
   async #tellWalks(places: readonly Place[]): Promise<void> {
     const { engine, store, texts } = this.#context;
     const { from, level } = store.state;
     const start = from === null ? null : startOf(this.#context, from);
     if (start === null) return;
-    const language = texts().language;
-    const requests = places.map((place) => {
-      const to = waypointsOf(this.#context, endOfPlace(place));
-      return { from: start, to, level, language };
-    });
+    const goals = places.map((place) => waypointsOf(this.#context, endOfPlace(place)));
+    const told = places.map((_, index) => this.list.children[index]!.querySelector(".result-walk")!);
+    const { language } = texts();
     try {
-      const ways = await this.#walks.of(() => engine.ways(requests));
-      if (ways === undefined || this.#found[0] !== places[0]) return;
-      ways.forEach((way, index) => {
-        const told = this.list.children[index]?.querySelector(".result-walk");
-        if (way === null || told == null) return;
-        const lines = [texts().length(way.mm), texts().minutes(way.seconds)];
-        told.replaceChildren(...lines.map((text) => h("span", { text })));
+      const lengths = await this.#walks.of(() => engine.lengths(start, goals, level));
+      lengths?.forEach((length, index) => {
+        if (length !== null) told[index]!.replaceChildren(h("span", { text: texts().length(length.mm) }));
       });
+      for (const [index, length] of (lengths ?? []).entries()) {
+        if (length === null) continue;
+        const to = [length.waypoint];
+        const way = await this.#walks.of(() => engine.way({ from: start, to, level, language }));
+        if (way === undefined) return;
+        if (way !== null) told[index]!.append(h("span", { text: texts().minutes(way.seconds) }));
+      }
     } catch (error) {
       this.#context.failed(error);
     }
