@@ -10,6 +10,13 @@ function waypointsOf(segments: readonly Segment[]): string {
   return segments.map((segment) => segment.points.join(" ")).join(" ");
 }
 
+// All that is told of a way beside others. Which of two lifts side by side it is makes no choice.
+function looksOf({ segments, steps, mm, seconds }: Way): string {
+  const maps = segments.map(({ mapId }) => mapId);
+  const movers = steps.map(({ mover }) => mover).filter((mover) => mover !== null);
+  return JSON.stringify([maps, movers, Math.round(mm / 1000), Math.round(seconds / 60)]);
+}
+
 export async function otherWays(
   engine: Engine,
   best: Way,
@@ -25,5 +32,7 @@ export async function otherWays(
   routes.delete(waypointsOf(best.segments));
   const chosen = [...routes.values()].slice(0, most - 1);
   const ways = await Promise.all(chosen.map((route) => toldRoute(engine, route, how)));
-  return ways.sort((a, b) => a.seconds - b.seconds);
+  ways.sort((a, b) => a.seconds - b.seconds);
+  const looks = new Map([...ways].reverse().map((way) => [looksOf(way), way]));
+  return ways.filter((way) => looks.get(looksOf(way)) === way && looksOf(way) !== looksOf(best));
 }
