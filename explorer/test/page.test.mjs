@@ -56,6 +56,24 @@ test("every floor can be shown", async () => {
   });
 });
 
+test("floors that are chosen while others are still coming are shown without a complaint", async () => {
+  await stage.with({}, async (page) => {
+    await page.evaluate(() => {
+      const floors = document.querySelectorAll("#floors li button").length;
+      for (let index = 0; index < floors; index += 1) {
+        document.querySelectorAll("#floors li button")[index].click();
+      }
+    });
+    await page.waitForFunction(() => {
+      const images = [...document.querySelectorAll("img.floor")];
+      return images.length === 1 && images[0].complete && images[0].naturalWidth > 0;
+    });
+    assert.equal(await floorNow(page), "LG");
+    // What has been left is loaded by now, or told of.
+    await page.waitForTimeout(300);
+  });
+});
+
 test("a search finds as one types, by the names of the reader's language too", async () => {
   await stage.with({ locale: "de-DE" }, async (page) => {
     const field = searchField(page, "Ort suchen");

@@ -45,7 +45,10 @@ export class FloorImage {
 
   release(): void {
     this.element.remove();
-    URL.revokeObjectURL(this.#url);
+    const revoke = () => URL.revokeObjectURL(this.#url);
+    if (this.element.complete) return revoke();
+    // What is still being loaded is let come: without its address it would be told of as missing.
+    for (const end of ["load", "error"]) this.element.addEventListener(end, revoke);
   }
 }
 
