@@ -84,6 +84,24 @@ test("a lift that is tapped can be put out of order, and ways keep off it at onc
   });
 });
 
+test("a tap beside a mover chooses an end as any other tap does", async () => {
+  const { signs, floor } = signedFloor(plaza, plaza.floors.get(12));
+  const ofTypes = new Map(signs.map((sign) => [sign.mover?.type.id, sign]));
+  ofTypes.delete(undefined);
+  assert.equal(ofTypes.size, 3);
+  for (const [index, { at }] of [...ofTypes.values()].entries()) {
+    // On the edge of what a finger touches, and beside it.
+    const aside = [9, 13, 24][index];
+    const [missing, there] = index % 2 === 0 ? ["from", "to"] : ["to", "from"];
+    await stage.with({ hash: `#map=12&${there}=w12012` }, async (page) => {
+      const [x, y] = await pixelOf(page, at, floor.frame);
+      await page.mouse.click(x + aside, y + aside / 2);
+      await page.waitForURL(new RegExp(`[#&]${missing}=[admw]\\d+`));
+      await page.locator(".step-text").or(page.getByText("You are there already.")).first().waitFor();
+    });
+  }
+});
+
 test("what an address says is out of order counts from the first way on", async () => {
   const withOut = async (closed) => {
     let sum = "";

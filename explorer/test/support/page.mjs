@@ -14,19 +14,27 @@ export const sizes = {
 };
 
 export class Stage {
-  static async open(options = {}) {
+  #isOwn = true;
+
+  static browser(args = []) {
+    return chromium.launch({ ...chromiumOptions, args: [...chromiumOptions.args, ...args] });
+  }
+
+  // A browser that is given stays open; the other options are those of the server.
+  static async open({ browser = null, ...options } = {}) {
     const stage = new Stage();
     stage.server = await startServer({
       page: join(root, "build/explorer"),
       venue: join(root, "data/plaza"),
       ...options,
     });
-    stage.browser = await chromium.launch(chromiumOptions);
+    stage.browser = browser ?? (await Stage.browser());
+    stage.#isOwn = browser === null;
     return stage;
   }
 
   async close() {
-    await this.browser.close();
+    if (this.#isOwn) await this.browser.close();
     await this.server.close();
   }
 
