@@ -403,7 +403,7 @@ class App {
     if (this.#data !== null) return;
     try {
       const { DataView } = await import("./data/DataView.js");
-      const data = await DataView.load(this.#context, this.#documents, this.#config.data);
+      const data = await DataView.load(this.#context, this.#documents, this.#config);
       this.#data ??= data;
       this.#map.add(this.#data.layer);
       this.#panel.refresh();

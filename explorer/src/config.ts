@@ -5,6 +5,8 @@ import { object } from "./venue/json.js";
 export interface Config {
   // The address of the folder of documents, with a slash at its end.
   readonly data: string;
+  // The address of what a check found; null: nobody is asked.
+  readonly findings: string | null;
   // The ids of those that are offered; empty: those that the documents list.
   readonly venues: readonly number[];
   readonly name: string;
@@ -53,7 +55,7 @@ function colours(value: unknown): Record<string, string> | undefined {
 export function readConfig(value: unknown): Config {
   const given = object(value);
   const refused: string[] = [];
-  const known = ["data", "venues", "name", "logo", "colours"];
+  const known = ["data", "findings", "venues", "name", "logo", "colours"];
   for (const name of Object.keys(given)) if (!known.includes(name)) refused.push(name);
   const read = <T>(name: string, reader: (value: unknown) => T | undefined, instead: T): T => {
     if (given[name] === undefined) return instead;
@@ -63,6 +65,7 @@ export function readConfig(value: unknown): Config {
   };
   return {
     data: read("data", ownFolder, ownFolder("data/")!),
+    findings: read<string | null>("findings", ownAddress, null),
     venues: read("venues", ids, []),
     name: read("name", shortText, ""),
     logo: read<string | null>("logo", ownAddress, null),

@@ -9,6 +9,7 @@ const { readConfig } = await modules("config");
 test("without values everything is as it is", () => {
   assert.deepEqual(readConfig({}), {
     data: "https://maps.example/plaza/data/",
+    findings: null,
     venues: [],
     name: "",
     logo: null,
@@ -20,12 +21,14 @@ test("without values everything is as it is", () => {
 test("values are taken", () => {
   const config = readConfig({
     data: "/halls",
+    findings: "/halls/findings.json",
     venues: [3, 4],
     name: "Halls",
     logo: "logo.svg",
     colours: { accent: "#A01050", accentDark: "#ff90c0" },
   });
   assert.equal(config.data, "https://maps.example/halls/");
+  assert.equal(config.findings, "https://maps.example/halls/findings.json");
   assert.deepEqual(config.venues, [3, 4]);
   assert.equal(config.name, "Halls");
   assert.equal(config.logo, "https://maps.example/plaza/logo.svg");
@@ -36,6 +39,7 @@ test("values are taken", () => {
 test("a value that cannot be used is named, and the others count", () => {
   const wrong = {
     data: "https://elsewhere.example/data",
+    findings: "https://elsewhere.example/findings.json",
     venues: ["1"],
     name: "x".repeat(61),
     logo: "javascript:alert(1)",

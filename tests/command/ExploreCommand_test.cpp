@@ -95,6 +95,11 @@ Value lineOfJsonIn(const std::string& body) {
   return decodeJson(body.substr(begin, body.rfind('}') + 1 - begin)).value;
 }
 
+// What the page is told of venues, by their ids as JSON.
+std::string configOf(const std::string& venues) {
+  return R"({"data":"data/","findings":"data/findings.json","venues":)" + venues + "}";
+}
+
 TEST(ExploreCommand, showsThePageAndEndsAtASignal) {
   for (const int signal : {SIGINT, SIGTERM}) {
     Explorer explorer({"--data", shown});
@@ -131,7 +136,7 @@ TEST(ExploreCommand, filesOfThePageArePartOfTheProgram) {
 
 TEST(ExploreCommand, documentsAreThoseOfTheFolder) {
   Explorer explorer({"--data", shown});
-  EXPECT_EQ(bodyOf(explorer.get("/config.json")), R"({"data":"data/","venues":[1]})");
+  EXPECT_EQ(bodyOf(explorer.get("/config.json")), configOf("[1]"));
   for (const char* const path :
        {"/full.json", "/venue/1/full.json", "/venue/1/building/1/full.json",
         "/venue/1/building/2/full.json"}) {
@@ -162,7 +167,7 @@ TEST(ExploreCommand, joinedVenuesAreShownTogether) {
                 .status,
             0);
   Explorer explorer({"--data", malls, "--venue", "1,2"});
-  EXPECT_EQ(bodyOf(explorer.get("/config.json")), R"({"data":"data/","venues":[1,2]})");
+  EXPECT_EQ(bodyOf(explorer.get("/config.json")), configOf("[1,2]"));
   EXPECT_THAT(explorer.get("/data/venue/2/full.json"), StartsWith("HTTP/1.1 200 "));
   EXPECT_THAT(explorer.get("/data/venue/3/full.json"), StartsWith("HTTP/1.1 404 "));
   EXPECT_EQ(explorer.end(), 0);
@@ -231,7 +236,7 @@ class ExploreHostTest : public testing::Test {
 TEST_F(ExploreHostTest, documentsAreThoseOfTheService) {
   Explorer explorer = explore();
   EXPECT_EQ(explorer.line().substr(0, explorer.line().rfind(" at ")), "Showing " + service_.url());
-  EXPECT_EQ(bodyOf(explorer.get("/config.json")), R"({"data":"data/","venues":[1]})");
+  EXPECT_EQ(bodyOf(explorer.get("/config.json")), configOf("[1]"));
   service_.stop();
   for (const std::string& path : paths_) {
     EXPECT_EQ(decodeJson(bodyOf(explorer.get("/data" + path))).value,

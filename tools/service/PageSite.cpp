@@ -123,8 +123,9 @@ ServedAnswer PageSite::answerFile(const ReceivedRequest& request,
 ServedAnswer PageSite::answerConfig() const {
   Value venues = Value::list();
   for (const std::int64_t id : settings_.venues) venues.append(id);
-  return {.body = encodeJson(Value::map({{"data", "data/"}, {"venues", std::move(venues)}}),
-                             JsonLayout::compact)};
+  const Value config = Value::map(
+      {{"data", "data/"}, {"findings", "data/findings.json"}, {"venues", std::move(venues)}});
+  return {.body = encodeJson(config, JsonLayout::compact)};
 }
 
 bool PageSite::isDocument(std::span<const std::string> names) const {

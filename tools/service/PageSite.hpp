@@ -1,7 +1,8 @@
 // What a page in a browser on this machine is answered, which shows venues:
 //
 //   GET /                       index.html of the page; its other files by their names
-//   GET /config.json            {"data":"data/","venues":[1,2]}
+//   GET /config.json            where the rest is, and the venues' ids: {"data":"data/",
+//                               "findings":"data/findings.json","venues":[1,2]}
 //   GET /data/full.json         a document of the venues, as a venue folder has them:
 //                               venue/<id>/full.json, venue/<id>/building/<id>/full.json
 //   GET /data/findings.json     what is wrong with the venue; with several, "?venue=2"

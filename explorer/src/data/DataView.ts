@@ -1,5 +1,6 @@
 // For who maintains the data: its waypoints and ways on the map, what each is, and what a check
 // found, each where it is.
+import type { Config } from "../config.js";
 import type { Documents } from "../documents.js";
 import type { MapColours } from "../map/colours.js";
 import type { Context, DataParts } from "../panel/Context.js";
@@ -38,9 +39,12 @@ const kinds: Readonly<{ [kind: string]: Key }> = {
 // More would be no list any more; the command tells of all.
 const mostOfAKind = 100;
 
-async function fetchFindings(address: string): Promise<Finding[] | null> {
+async function fetchFindings(address: string | null, venue: number): Promise<Finding[] | null> {
+  if (address === null) return null;
   try {
-    const response = await fetch(address);
+    const asked = new URL(address);
+    asked.searchParams.set("venue", String(venue));
+    const response = await fetch(asked);
     return response.ok ? readFindings(await response.json()) : null;
   } catch {
     return null;
@@ -52,13 +56,12 @@ export class DataView implements DataParts {
   #graph: Graph;
   #used: ReadonlySet<number>;
   #layer = new GraphLayer();
-  // Null where there is no file of them, or none that can be read.
+  // Null where the host names none, or none that can be read.
   #findings: readonly Finding[] | null;
   #open = new Set<string>();
 
-  // `folder` is the address of the venue's documents.
-  static async load(context: Context, documents: Documents, folder: string): Promise<DataView> {
-    const findings = await fetchFindings(`${folder}findings.json`);
+  static async load(context: Context, documents: Documents, { findings: address }: Config): Promise<DataView> {
+    const findings = await fetchFindings(address, context.venue.id);
     return new DataView(context, documents, findings);
   }
 

@@ -161,7 +161,7 @@ TEST_F(PageSiteTest, documentThatCannotBeReadIsSaidWithoutItsPlace) {
 
 TEST_F(PageSiteTest, configurationNamesTheVenues) {
   const ServedAnswer config = get("/config.json");
-  EXPECT_EQ(config.body, R"({"data":"data/","venues":[1,2]})");
+  EXPECT_EQ(config.body, R"({"data":"data/","findings":"data/findings.json","venues":[1,2]})");
   EXPECT_EQ(headerOf(config, "Cache-Control"), "no-store");
 }
 
