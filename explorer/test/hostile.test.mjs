@@ -53,9 +53,9 @@ after(async () => {
 });
 
 for (const hash of ["", "#place=d8&lang=de", "#from=w14016&to=w12025", "#place=a2"]) {
-  for (const size of ["wide", "phone"]) {
-    test(`a hostile venue does nothing, ${hash || "at first"}, ${size}`, async () => {
-      await stage.with({ hash, size }, async (page) => {
+  for (const [size, colorScheme] of [["small", "light"], ["phone", "dark"], ["wide", "light"]]) {
+    test(`a hostile venue does nothing, ${hash || "at first"}, ${size}, ${colorScheme}`, async () => {
+      await stage.with({ hash, size, colorScheme }, async (page) => {
         if (hash.includes("to=")) await stepsIn(page);
         await page.locator("#panel input").first().fill("sa");
         await page.locator(".result").first().waitFor();

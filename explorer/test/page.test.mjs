@@ -1,14 +1,14 @@
 // The page in a browser: what everybody does in it, by pointer, by touch and by keyboard.
 import assert from "node:assert/strict";
 import { execFile } from "node:child_process";
-import { cpSync, readFileSync, rmSync } from "node:fs";
+import { cpSync, rmSync } from "node:fs";
 import { join } from "node:path";
 import { after, before, test } from "node:test";
 import { promisify } from "node:util";
-import { packages, root } from "./support/modules.mjs";
-import { Stage, pixelOf, search, searchField, sizes, stepsIn } from "./support/page.mjs";
+import { assertOpenToAll, assertWithinWindow } from "./support/bars.mjs";
+import { root } from "./support/modules.mjs";
+import { Stage, loaded, pixelOf, search, searchField, sizes, stepsIn, tabTo } from "./support/page.mjs";
 
-const axe = packages.resolve("axe-core/axe.min.js");
 const tern = process.env.TERN_COMMAND ?? join(root, "build/bin/tern");
 const plazaFrame = [0, 0, 2400, 2240];
 // Where the panel says most.
@@ -227,65 +227,59 @@ test("an address that names what is not there shows the venue all the same", asy
   }
 });
 
-test("everything is done by keyboard alone", async () => {
-  await stage.with({}, async (page) => {
-    const press = async (...keys) => {
-      for (const key of keys) await page.keyboard.press(key);
-    };
-    const focused = () =>
-      page.evaluate(() => {
-        const { ariaLabel, textContent, id } = document.activeElement;
-        return id || ariaLabel || textContent;
-      });
-    // Goes on to what fits the selector, which has to come soon.
-    const tabTo = async (selector) => {
-      const isThere = () => page.evaluate((each) => document.activeElement.matches(each), selector);
-      for (let i = 0; i < 12; i += 1) {
-        await press("Tab");
-        if (await isThere()) return;
-      }
-      assert.fail(`${selector} is not reached`);
-    };
-    await press("Tab");
-    assert.equal(await focused(), "to-search");
-    await press("Enter");
-    await page.keyboard.type("poppy");
-    await page.getByRole("option", { name: "Poppy Records" }).waitFor();
-    await press("ArrowDown", "Enter");
-    await page.getByRole("heading", { name: "Poppy Records" }).waitFor();
-    await tabTo(".card .button");
-    assert.equal(await focused(), "Directions");
-    await press("Enter");
-    await page.keyboard.type("foxglove");
-    await page.getByRole("option", { name: "Foxglove Cameras" }).waitFor();
-    await press("Enter");
-    const steps = await stepsIn(page);
-    assert.equal(steps.at(-1), "You have reached Poppy Records");
-    // On to the choice of how one gets about, and to the steps.
-    await page.getByRole("radio", { name: "Any way" }).focus();
-    await press("ArrowRight", "ArrowRight");
-    await page.getByText(/Take the lift/).first().waitFor();
-    await tabTo(".step");
-    await press("Tab", "Enter");
-    assert.equal(await floorNow(page), "2");
-    // The map moves, zooms and turns.
-    await page.locator("#map").focus();
-    const seen = new Set();
-    for (const key of ["ArrowRight", "+", "Shift+ArrowRight", "ArrowDown", "-"]) {
-      await press(key);
-      await page.waitForTimeout(400);
-      seen.add(await page.locator("img.floor").evaluate((each) => each.style.transform));
-    }
-    assert.equal(seen.size, 5);
-    await page.getByRole("button", { name: "Turn the map upright" }).focus();
-    await press("Enter");
-    await page.waitForFunction(() => document.querySelector("#controls button").hidden);
-    // And the floors.
-    await page.locator("#floors button").first().focus();
-    await press("Tab", "Enter");
-    assert.equal(await floorNow(page), "1");
-  });
-});
+for (const size of Object.keys(sizes)) {
+  test(`everything is done by keyboard alone, ${sizes[size].width} pixels wide`, () =>
+    stage.with({ size }, doneByKeys));
+}
+
+async function doneByKeys(page) {
+  const press = async (...keys) => {
+    for (const key of keys) await page.keyboard.press(key);
+  };
+  const focused = () =>
+    page.evaluate(() => {
+      const { ariaLabel, textContent, id } = document.activeElement;
+      return id || ariaLabel || textContent;
+    });
+  await press("Tab");
+  assert.equal(await focused(), "to-search");
+  await press("Enter");
+  await page.keyboard.type("poppy");
+  await page.getByRole("option", { name: "Poppy Records" }).waitFor();
+  await press("ArrowDown", "Enter");
+  await page.getByRole("heading", { name: "Poppy Records" }).waitFor();
+  await tabTo(page, ".card .button");
+  assert.equal(await focused(), "Directions");
+  await press("Enter");
+  await page.keyboard.type("foxglove");
+  await page.getByRole("option", { name: "Foxglove Cameras" }).waitFor();
+  await press("Enter");
+  const steps = await stepsIn(page);
+  assert.equal(steps.at(-1), "You have reached Poppy Records");
+  // On to the choice of how one gets about, and to the steps.
+  await page.getByRole("radio", { name: "Any way" }).focus();
+  await press("ArrowRight", "ArrowRight");
+  await page.getByText(/Take the lift/).first().waitFor();
+  await tabTo(page, ".step");
+  await press("Tab", "Enter");
+  assert.equal(await floorNow(page), "2");
+  // The map moves, zooms and turns.
+  await page.locator("#map").focus();
+  const seen = new Set();
+  for (const key of ["ArrowRight", "+", "Shift+ArrowRight", "ArrowDown", "-"]) {
+    await press(key);
+    await page.waitForTimeout(400);
+    seen.add(await page.locator("img.floor").evaluate((each) => each.style.transform));
+  }
+  assert.equal(seen.size, 5);
+  await page.getByRole("button", { name: "Turn the map upright" }).focus();
+  await press("Enter");
+  await page.waitForFunction(() => document.querySelector("#controls button").hidden);
+  // And the floors.
+  await page.locator("#floors button").first().focus();
+  await press("Tab", "Enter");
+  assert.equal(await floorNow(page), "1");
+}
 
 for (const colorScheme of ["light", "dark"]) {
   test(`a checker of accessibility finds nothing serious, ${colorScheme}`, async () => {
@@ -294,12 +288,7 @@ for (const colorScheme of ["light", "dark"]) {
         await stage.with({ hash, size, colorScheme }, async (page) => {
           if (hash.includes("to=")) await stepsIn(page);
           if (hash.includes("reach=")) await page.locator(".legend").waitFor();
-          // The page's own policy keeps strangers' scripts out; this one is let in by the driver.
-          await page.evaluate(readFileSync(axe, "utf8"));
-          const { violations } = await page.evaluate(() => globalThis.axe.run());
-          const bad = violations.filter((each) => ["serious", "critical"].includes(each.impact));
-          const told = bad.map(({ id, nodes }) => `${id}: ${nodes.map((each) => each.html).join(" ")}`);
-          assert.deepEqual(told, [], `${size} ${hash}`);
+          await assertOpenToAll(page, `${size} ${hash}`);
         });
       }
     }
@@ -313,16 +302,7 @@ for (const size of Object.keys(sizes)) {
         if (hash.includes("to=")) await stepsIn(page);
         if (hash.includes("reach=")) await page.locator(".legend").waitFor();
         if (hash.includes("place=")) await page.locator(".card-name").waitFor();
-        const wide = await page.evaluate(() => {
-          const { scrollWidth, clientWidth } = document.documentElement;
-          const panel = document.querySelector(".panel-body");
-          return [scrollWidth - clientWidth, panel.scrollWidth - panel.clientWidth];
-        });
-        assert.deepEqual(wide, [0, 0]);
-        for (const part of await page.locator("#floors > *, #panel > *:visible").all()) {
-          const box = await part.boundingBox();
-          assert.ok(box.x >= 0 && box.x + box.width <= sizes[size].width + 0.5, JSON.stringify(box));
-        }
+        await assertWithinWindow(page, hash);
       });
     }
   });

@@ -91,3 +91,24 @@ export async function stepsIn(page) {
   await page.locator(".step-text").first().waitFor();
   return page.locator(".step-text").allTextContents();
 }
+
+// Goes on by keyboard to what fits the selector, which has to come soon.
+export async function tabTo(page, selector) {
+  for (let turn = 0; turn < 12; turn += 1) {
+    await page.keyboard.press("Tab");
+    if (await page.evaluate((each) => document.activeElement.matches(each), selector)) return;
+  }
+  assert.fail(`${selector} is not reached`);
+}
+
+// Once all of the page is there: what only some ask for comes last.
+export async function loaded(page) {
+  const parts = await page.waitForFunction(() => {
+    const names = performance.getEntriesByType("resource").map(({ name }) => name);
+    const all = ["ShareDialog", "PrintSheet", "DataView", "Overview"];
+    const found = all.map((part) => names.find((name) => name.includes(`/${part}-`)));
+    return found.includes(undefined) ? null : found;
+  });
+  // With what they import themselves.
+  await page.evaluate((names) => Promise.all(names.map((name) => import(name))).then(() => {}), await parts.jsonValue());
+}
