@@ -51,6 +51,18 @@ export interface Beginning {
 
 const byId = (id: string) => document.getElementById(id)!;
 
+// What only some ask for. It comes once the rest stands, so that it is there without a network, too.
+const parts = {
+  share: () => import("./share/ShareDialog.js"),
+  print: () => import("./print/PrintSheet.js"),
+  data: () => import("./data/DataView.js"),
+  overview: () => import("./globe/Overview.js"),
+};
+
+async function loadParts(): Promise<void> {
+  await Promise.allSettled(Object.values(parts).map((load) => load()));
+}
+
 class App {
   #config: Config;
   #context: Context;
@@ -132,7 +144,9 @@ class App {
     this.#showFloor(store.state, image);
     this.#reach.subscribe((found) => this.#reachChanged(found));
     void this.#reach.search(store.state);
-    engine.ready().catch((error) => this.#say(this.#texts.of("noLibrary", { what: message(error) })));
+    engine
+      .ready()
+      .then(loadParts, (error) => this.#say(this.#texts.of("noLibrary", { what: message(error) })));
     if (config.refused.length > 0) {
       this.#say(this.#texts.of("refused", { names: config.refused.join(", ") }));
     }
@@ -372,10 +386,9 @@ class App {
     this.#map.flyTo(at);
   }
 
-  // What somebody asks for is loaded only then.
   async #share(): Promise<void> {
     try {
-      const { openShare } = await import("./share/ShareDialog.js");
+      const { openShare } = await parts.share();
       openShare(this.#shown());
     } catch (error) {
       this.#failed(error);
@@ -391,7 +404,7 @@ class App {
     byId("map").inert = isOverview;
     if (!isOverview) return this.#overview?.hide();
     try {
-      const { Overview } = await import("./globe/Overview.js");
+      const { Overview } = await parts.overview();
       this.#overview ??= new Overview(this.#context);
       if (this.#context.store.state.isOverview) this.#overview.show();
     } catch (error) {
@@ -402,7 +415,7 @@ class App {
   async #loadData(): Promise<void> {
     if (this.#data !== null) return;
     try {
-      const { DataView } = await import("./data/DataView.js");
+      const { DataView } = await parts.data();
       const data = await DataView.load(this.#context, this.#documents, this.#config);
       this.#data ??= data;
       this.#map.add(this.#data.layer);
@@ -415,7 +428,7 @@ class App {
 
   async #print(): Promise<void> {
     try {
-      const { print } = await import("./print/PrintSheet.js");
+      const { print } = await parts.print();
       await print(this.#shown());
     } catch (error) {
       this.#failed(error);

@@ -341,6 +341,29 @@ test("once loaded, the page needs no network", async () => {
   });
 });
 
+test("what only some ask for is there without a network, too", async () => {
+  await stage.with({ hash: "#from=w14016&to=w12025" }, async (page) => {
+    await stepsIn(page);
+    await loaded(page);
+    await page.context().setOffline(true);
+    await page.getByRole("button", { name: "Share" }).click();
+    await page.getByRole("dialog", { name: "Share" }).waitFor();
+    await page.keyboard.press("Escape");
+    await page.evaluate(() => {
+      window.print = () => {
+        window.isPrinted = true;
+      };
+    });
+    await page.getByRole("button", { name: "Print" }).click();
+    await page.waitForFunction(() => window.isPrinted);
+    await page.evaluate(() => dispatchEvent(new Event("afterprint")));
+    await page.locator("select.building").selectOption({ label: "Overview" });
+    await page.locator(".overview-building").first().waitFor();
+    await page.evaluate(() => (location.hash = "#data=type"));
+    await page.locator(".legend").waitFor();
+  });
+});
+
 test("a library that has stopped is started anew, and the answer comes", async () => {
   await stage.with({ hash: "#from=w14016&to=w12025" }, async (page, { complaints }) => {
     await stepsIn(page);
