@@ -5,7 +5,17 @@ import assert from "node:assert/strict";
 import { after, before, test } from "node:test";
 import { assertOpenToAll, assertWithinWindow } from "./support/bars.mjs";
 import { Stage, loaded, sizes, stepsIn, tabTo } from "./support/page.mjs";
-import { command, makeVenue, namedIn, randomFrom, readPages, served, venues } from "./support/venues.mjs";
+import {
+  command,
+  makeVenue,
+  namedIn,
+  namedPlaces,
+  randomFrom,
+  readPages,
+  served,
+  shownName,
+  venues,
+} from "./support/venues.mjs";
 
 let browser;
 
@@ -55,16 +65,13 @@ async function shownMaps(page, { floors }) {
 
 // Two places between which the command knows a way, with its steps.
 async function someWay(venue, read, random) {
-  const counts = new Map();
-  for (const { names } of read.places) counts.set(names.name, (counts.get(names.name) ?? 0) + 1);
-  const places = read.places.filter(({ names, spots }) => spots.length > 0 && counts.get(names.name) === 1);
+  const places = namedPlaces(read);
   for (let turn = 0; turn < 200; turn += 1) {
-    const [from, to] = [0, 1].map(() => places[random(places.length)]?.names.name);
+    const [from, to] = [0, 1].map(() => places[random(places.length)]);
     if (from === undefined || from === to) continue;
-    const words = ["--from", from, "--to", to, "--json", ...namedIn(venue)];
-    const { route } = JSON.parse(await command("route", ...words));
-    if (route.length === 0) continue;
-    return { from, to };
+    const ends = ["--from", from.names.name, "--to", to.names.name];
+    const told = JSON.parse(await command("route", ...ends, "--json", "--steps", ...namedIn(venue)));
+    if (told.route.length > 0) return { from: shownName(from), to: shownName(to), steps: told.steps };
   }
   throw new Error(`${venue.name} has no two places with a way between them`);
 }
@@ -113,9 +120,7 @@ for (const [index, venue] of venues.entries()) {
           assert.deepEqual(await shownMaps(page, read), maps);
           assert.ok(steps.length > 1);
           if (venue.ids.length > 1) return;
-          const words = ["--from", way.from, "--to", way.to, "--json", "--steps", ...namedIn(venue)];
-          const told = JSON.parse(await command("route", ...words));
-          assert.deepEqual(steps, told.steps.map(({ text }) => text), `${way.from} to ${way.to}`);
+          assert.deepEqual(steps, way.steps.map(({ text }) => text), `${way.from} to ${way.to}`);
         }),
       );
     }

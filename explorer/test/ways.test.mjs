@@ -2,7 +2,17 @@
 import assert from "node:assert/strict";
 import { after, before, test } from "node:test";
 import { Stage, pixelOf, search, stepsIn } from "./support/page.mjs";
-import { command, makeVenue, namedIn, randomFrom, readPages, served, venues } from "./support/venues.mjs";
+import {
+  command,
+  makeVenue,
+  namedIn,
+  namedPlaces,
+  randomFrom,
+  readPages,
+  served,
+  shownName,
+  venues,
+} from "./support/venues.mjs";
 
 // So many are searched for, and so many are tapped: fifty where the page is loaded soon.
 const pairsOf = (venue) => (venue.isReal ? { searched: 10, tapped: 5 } : { searched: 25, tapped: 25 });
@@ -23,11 +33,7 @@ class Told {
   constructor(venue) {
     this.venue = venue;
     this.read = readPages(venue);
-    const counts = new Map();
-    for (const { names } of this.read.places) counts.set(names.name, (counts.get(names.name) ?? 0) + 1);
-    this.named = this.read.places.filter(
-      ({ names, spots }) => counts.get(names.name) === 1 && spots.length > 0,
-    );
+    this.named = namedPlaces(this.read);
   }
 
   async ask(...words) {
@@ -124,10 +130,10 @@ for (const [index, venue] of venues.entries()) {
       for (let pair = 0; pair < pairsOf(venue).searched; pair += 1) {
         const from = pick(told.named);
         const to = pick(told.named.filter((each) => each !== from));
-        await search(page, "Find a place", to.names.name);
-        await page.getByRole("heading", { name: to.names.name }).waitFor();
+        await search(page, "Find a place", shownName(to));
+        await page.getByRole("heading", { name: shownName(to) }).waitFor();
         await page.getByRole("button", { name: "Directions" }).click();
-        await search(page, "Where do you start?", from.names.name);
+        await search(page, "Where do you start?", shownName(from));
         await assertSameSteps(page, told, [from, to].map(({ names }) => names));
         await page.getByRole("button", { name: "Close" }).click();
       }

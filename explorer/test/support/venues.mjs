@@ -6,7 +6,7 @@ import { join } from "node:path";
 import { promisify } from "node:util";
 import { modules, root } from "./modules.mjs";
 
-const { readJoined } = await modules("venue/joined");
+const { readJoined, nameIn } = await modules("venue/joined", "venue/names");
 const run = promisify(execFile);
 const tern = process.env.TERN_COMMAND ?? join(root, "build/bin/tern");
 const out = join(root, "build/explorer-tests/venues");
@@ -79,6 +79,18 @@ export function readPages({ folder, ids }) {
     };
   });
   return readJoined(documents);
+}
+
+export const shownName = ({ names }) => nameIn("en", names);
+
+// The places that the command and the page each know by a name that no other one has.
+export function namedPlaces({ places }) {
+  const isOnly = (all) => (name) => all.indexOf(name) === all.lastIndexOf(name);
+  const isOnlyTold = isOnly(places.map(({ names }) => names.name));
+  const isOnlyShown = isOnly(places.map(shownName));
+  return places.filter(
+    (place) => place.spots.length > 0 && isOnlyTold(place.names.name) && isOnlyShown(shownName(place)),
+  );
 }
 
 // The same numbers each time (Numerical Recipes' generator).
