@@ -13,12 +13,8 @@ const esbuild = createRequire(join(packages, "here"))("esbuild");
 
 rmSync(out, { recursive: true, force: true });
 mkdirSync(out, { recursive: true });
-const { metafile } = await esbuild.build({
+const scripts = {
   absWorkingDir: here,
-  entryPoints: {
-    main: "src/main.ts",
-    "worker-host": join(library, "worker-host.js"),
-  },
   outdir: out,
   bundle: true,
   splitting: true,
@@ -29,13 +25,27 @@ const { metafile } = await esbuild.build({
   legalComments: "none",
   charset: "utf8",
   chunkNames: "[name]-[hash]",
+  logLevel: "warning",
+};
+const rest = await esbuild.build({
+  ...scripts,
+  entryPoints: { app: "src/app.ts", "worker-host": join(library, "worker-host.js") },
   nodePaths: [join(packages, "node_modules")],
   alias: {
     terncorekit: join(library, "index.js"),
     "terncorekit/worker": join(library, "worker.js"),
   },
-  logLevel: "warning",
 });
+// The first script shares no file with the rest: what the first picture needs comes with one request.
+const first = await esbuild.build({
+  ...scripts,
+  entryPoints: { main: "src/main.ts" },
+  external: ["*/app.js"],
+});
+const metafile = {
+  inputs: { ...first.metafile.inputs, ...rest.metafile.inputs },
+  outputs: { ...first.metafile.outputs, ...rest.metafile.outputs },
+};
 const styles = await esbuild.build({
   absWorkingDir: here,
   entryPoints: { main: "src/theme/main.css" },
@@ -70,7 +80,7 @@ function addWithImports(name) {
   for (const { path } of imports) addWithImports(basename(path));
 }
 addWithImports("main.js");
-addWithImports([...outputs].find(([, each]) => each.entryPoint === "src/app.ts")[0]);
+addWithImports("app.js");
 early.delete("main.js");
 const preloads = [...early].map((name) => `<link rel="modulepreload" href="${name}">`);
 // Browsers ask for an icon again whenever the address changes: here it is in the page.

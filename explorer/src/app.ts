@@ -45,7 +45,7 @@ import { walkedOn } from "./venue/walked.js";
 export interface Beginning {
   readonly config: Config;
   readonly documents: Documents;
-  readonly wasm: Promise<WebAssembly.Module>;
+  readonly library: Promise<ArrayBuffer>;
   readonly image: FloorImage | null;
 }
 
@@ -82,7 +82,7 @@ class App {
   #shownWay = "[]";
   #status = byId("status");
 
-  constructor({ config, documents, wasm, image }: Beginning) {
+  constructor({ config, documents, library, image }: Beginning) {
     const venue = readJoined([documents, ...documents.others]);
     const store = new Store(decodeAddress(location.hash));
     if (!hasOverview(venue)) store.update({ isOverview: false });
@@ -94,7 +94,7 @@ class App {
       if (state.language !== before.language) this.#texts = new Texts(state.language);
     });
     const joined = venue.isInDegrees ? this.#joined(venue) : null;
-    const engine = new Engine({ wasm, documents: documents.bytes, venue: venue.id, joined });
+    const engine = new Engine({ library, documents: documents.bytes, venue: venue.id, joined });
     this.#context = {
       store,
       venue,
@@ -266,10 +266,12 @@ class App {
   // The image of the floor is made anew, unless it is there already.
   #showFloor(state: State, ready: FloorImage | null): void {
     const floor = this.#floor(state);
-    const isReady = ready?.signed.floor.map === floor.map && ready.isDark === isDark();
+    const signed = this.#signedOf(floor);
+    // It was made of one floor alone: what leads there from others may have changed the drawing.
+    const isSame = ready?.signed.floor.map === floor.map && ready.signed.drawing === signed.drawing;
+    const isReady = isSame && ready.isDark === isDark();
     if (!isReady) ready?.release();
-    // Its building may have come before the others: what stands on it is read anew.
-    const image = isReady ? ready : new FloorImage(this.#signedOf(floor), isDark());
+    const image = isReady ? ready : new FloorImage(signed, isDark());
     this.#map.showFloor(image);
     byId("map").setAttribute("aria-label", this.#texts.of("map", { floor: floorName(this.#context, floor) }));
     this.#draw(state);

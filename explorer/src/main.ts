@@ -1,5 +1,5 @@
-// The page's first script: asks for everything at once, and draws the first floor as soon as its
-// document is there. The map, the panel and the library come meanwhile.
+// The page's first script: draws the first floor as soon as its document is there. Whatever else there
+// is, such as the map, the panel and the library, waits for that picture.
 import { fetchConfig, type Config } from "./config.js";
 import { DocumentError, fetchDocuments, withOthers, type Documents } from "./documents.js";
 import { FloorImage } from "./map/FloorImage.js";
@@ -7,7 +7,7 @@ import { fitted, paddingAround } from "./map/frame.js";
 import { decodeAddress } from "./state/address.js";
 import { applyColours, isDark } from "./theme/theme.js";
 import { object, type Json } from "./venue/json.js";
-import { readVenue } from "./venue/read.js";
+import { readVenue, withOneFloor } from "./venue/read.js";
 import { signedFloor } from "./venue/signs.js";
 
 const mostWaiting = 500; // milliseconds
@@ -16,18 +16,16 @@ const map = document.getElementById("map")!;
 const panel = document.getElementById("panel")!;
 const status = document.getElementById("status")!;
 
-async function compiledLibrary(): Promise<WebAssembly.Module> {
-  const response = await fetch("terncorekit.wasm", { priority: "low" });
-  const isKnown = response.headers.get("content-type")?.startsWith("application/wasm") ?? false;
-  // A server that does not know the type still gives the bytes.
-  return isKnown
-    ? WebAssembly.compileStreaming(response)
-    : WebAssembly.compile(await response.arrayBuffer());
+// Its bytes: it is compiled where it runs, off the page's own thread.
+async function fetchLibrary(): Promise<ArrayBuffer> {
+  const response = await fetch("terncorekit.wasm");
+  if (!response.ok) throw new Error(`terncorekit.wasm (${response.status})`);
+  return response.arrayBuffer();
 }
 
 // Of the venue's document and the one building that is there.
 function firstPicture(venue: Json, building: Json, wanted: number | null): FloorImage | null {
-  const read = readVenue(venue, [building]);
+  const read = readVenue(venue, [withOneFloor(building, wanted)]);
   const floor = read.floors.get(wanted ?? NaN) ?? read.firstFloor;
   if (floor === null) return null;
   const image = new FloorImage(signedFloor(read, floor), isDark());
@@ -61,8 +59,11 @@ async function begin(config: Config): Promise<void> {
   const first = image as FloorImage | null;
   // It is here already, but only run once the first picture stands, unless that takes long.
   await Promise.race([first?.decoded(), new Promise((passed) => setTimeout(passed, mostWaiting))]);
+  const library = fetchLibrary();
+  // Whoever needs it is told.
+  library.catch(() => undefined);
   const { start } = await import("./app.js");
-  start({ config, documents, wasm, image: first });
+  start({ config, documents, library, image: first });
 }
 
 async function failed(error: unknown): Promise<void> {
@@ -72,7 +73,4 @@ async function failed(error: unknown): Promise<void> {
   status.dataset["isError"] = "";
 }
 
-const wasm = compiledLibrary();
-// Whoever needs it is told.
-wasm.catch(() => undefined);
 fetchConfig().then(begin).catch(failed);

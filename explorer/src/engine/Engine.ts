@@ -27,7 +27,8 @@ export interface Way extends Omit<Directions, "route" | "steps"> {
 }
 
 export interface EngineOptions {
-  readonly wasm: Promise<WebAssembly.Module>;
+  // Its bytes, which stay: it may have to be started anew.
+  readonly library: Promise<ArrayBuffer>;
   readonly documents: ReadonlyMap<string, Uint8Array>;
   readonly venue: number;
   // Where several venues are joined.
@@ -181,8 +182,8 @@ export class Engine {
   }
 
   async #open(): Promise<Opened> {
-    const { wasm, documents, venue: id, joined } = this.#options;
-    const tern = await startWorker({ wasm: await wasm });
+    const { library, documents, venue: id, joined } = this.#options;
+    const tern = await startWorker({ wasm: await library });
     const venues = joined === null ? [id] : [...joined.ids];
     const opened = await tern.open({ documents: new Map(documents), venues });
     const openAlone = (one: number) =>

@@ -37,8 +37,14 @@ const entities: Readonly<Record<string, string>> = {
   "&amp;": "&", "&lt;": "<", "&gt;": ">", "&quot;": '"', "&apos;": "'", "&#39;": "'",
 };
 
-function numberIn(attributes: string, name: string): number {
-  return Number(new RegExp(`(?:^|\\s)${name}="([-\\d.]+)"`).exec(attributes)?.[1] ?? NaN);
+const numbers = {
+  x: /(?:^|\s)x="([-\d.]+)"/,
+  y: /(?:^|\s)y="([-\d.]+)"/,
+  "font-size": /(?:^|\s)font-size="([-\d.]+)"/,
+};
+
+function numberIn(attributes: string, name: keyof typeof numbers): number {
+  return Number(numbers[name].exec(attributes)?.[1] ?? NaN);
 }
 
 function runsOf(drawing: string, scale: number): Run[] {

@@ -253,3 +253,13 @@ export function firstBuildingId(venue: Json): number | null {
   const buildings = object(venue["buildings"]);
   return integer(buildings["defaultId"]) ?? integer(items(buildings)[0]?.["id"]);
 }
+
+// The building with the floor of a map alone, or with the one that it begins on: all that a picture of
+// that floor takes.
+export function withOneFloor(building: Json, map: number | null): Json {
+  const floors = items(building["floors"]);
+  const floor =
+    floors.find((each) => map !== null && integer(object(each["map"])["id"]) === map) ??
+    floors.find((each) => integer(each["id"]) === integer(building["defaultFloorId"]));
+  return floor === undefined ? building : { ...building, floors: { items: [floor] } };
+}
