@@ -33,6 +33,7 @@ import { isSameEnd, type End, type State } from "./state/State.js";
 import { Store } from "./state/Store.js";
 import { Texts } from "./texts/texts.js";
 import { isDark, onTheme } from "./theme/theme.js";
+import { closestWaypoint } from "./venue/closest.js";
 import { integer, items } from "./venue/json.js";
 import { nameIn, namesOf } from "./venue/names.js";
 import type { Overview } from "./globe/Overview.js";
@@ -138,7 +139,7 @@ class App {
     this.#tellLanguage();
     this.#strip.show(this.#floor(store.state), new Set());
     this.#map = new MapView(byId("map"), this.#padding(), {
-      tapped: (tap) => void this.#tapped(tap),
+      tapped: (tap) => this.#tapped(tap),
       turned: (radians) => this.#controls.turned(radians),
     });
     this.#showFloor(store.state, image);
@@ -234,8 +235,8 @@ class App {
   }
 
   #changed(state: State, before: State): void {
-    // Another venue is another page, with documents and a library of its own.
-    if (state.venue !== before.venue) return location.reload();
+    // Another venue is another page, with documents and a library of its own, once the address says so.
+    if (state.venue !== before.venue) return queueMicrotask(() => location.reload());
     if (state.language !== before.language) {
       this.#tellLanguage();
       this.#controls.refresh();
@@ -249,7 +250,7 @@ class App {
     const isLeft = before.isOverview && names.some((name) => state[name] !== before[name]);
     if (state.isOverview && isLeft) return this.#context.store.update({ isOverview: false });
     if (state.data !== null && before.data === null) void this.#loadData();
-    if (state.map !== before.map) this.#showFloor(state, null);
+    if (this.#floor(state) !== this.#floor(before)) this.#showFloor(state, null);
     else this.#draw(state);
     if (!isSameEnd(state.place, before.place) && state.place !== null) this.#showPlace(state);
   }
@@ -345,12 +346,15 @@ class App {
     const here = spots.filter((spot) => spot.map === map);
     const shown = here.length > 0 ? here : spots.filter((spot) => spot.map === spots[0]!.map);
     if (shown[0] !== undefined) store.update({ map: shown[0].map });
-    // Once the floor is shown, too.
-    queueMicrotask(() => this.#map.showPoints(shown.map((spot) => spot.at)));
+    // Once the floor is shown, too, and the panel stands as it will.
+    queueMicrotask(() => {
+      this.#layoutChanged();
+      this.#map.showPoints(shown.map((spot) => spot.at));
+    });
   }
 
-  async #tapped({ at, sign, passage, reach }: Tap): Promise<void> {
-    const { store, engine } = this.#context;
+  #tapped({ at, sign, passage, reach }: Tap): void {
+    const { store, venue } = this.#context;
     const { state } = store;
     const record = state.data === null ? null : this.#data?.at(this.#floor(state), at, reach) ?? null;
     if (record?.path !== undefined) return store.update({ path: record.path, place: null });
@@ -358,13 +362,8 @@ class App {
     if (passage !== null) return this.#goOn(passage.toMap);
     if (sign?.place != null) return this.#choose({ place: endOfPlace(sign.place) });
     if (sign?.mover != null) return this.#choose({ place: endOfMover(sign.mover) });
-    try {
-      const map = this.#floor(store.state).map;
-      const waypoint = await engine.closest(map, at);
-      if (waypoint !== null) this.#choose({ place: { kind: "waypoint", id: waypoint } });
-    } catch (error) {
-      this.#failed(error);
-    }
+    const waypoint = closestWaypoint(venue, this.#floor(state).map, at);
+    if (waypoint !== null) this.#choose({ place: { kind: "waypoint", id: waypoint } });
   }
 
   // What is tapped fills the end that is missing; else its card is opened.

@@ -99,11 +99,6 @@ export class Engine {
     return this.#ask((venue) => venue.places({ text }));
   }
 
-  // The waypoint that is nearest to a point of a map.
-  closest(map: number, [x, y]: readonly [number, number]): Promise<number | null> {
-    return this.#ask((venue) => venue.closest({ map, at: [x, y] }));
-  }
-
   // How far each goal is, by the one of its waypoints that is cheapest to reach; null where there is
   // no way. One question for all of them: a way with its steps takes as long as that.
   async lengths(

@@ -161,12 +161,6 @@ export class JoinedVenue {
     return ranks.flat().filter((place) => place !== undefined);
   }
 
-  closest({ map, at }: { map: number; at: [number, number] }): Promise<number | null> {
-    const { building } = floorOf(this.#joined, map);
-    const [x, y] = building.placement?.toDegrees(at) ?? at;
-    return this.#remote.closest({ venue: building.venue, map, at: [x, y] });
-  }
-
   // None between venues.
   async alternatives(request: AlternativesRequest): Promise<Alternatives> {
     const [from, to] = [this.#venueOf(request.from), this.#venueOf(request.to)];
@@ -271,7 +265,6 @@ export function joinedVenue(remote: RemoteVenue, joined: Joined, openAlone: Open
     directions: (request) => own.directions(request),
     routeToAny: (request) => own.routeToAny(request),
     places: (request) => own.places(request as { text: string }),
-    closest: (request) => own.closest(request),
     alternatives: (request) => own.alternatives(request),
     matrix: (request) => own.matrix(request),
     reach: (request) => own.reach(request as ReachRequest & { from: number }),

@@ -70,6 +70,8 @@ function targetOf(sign: Sign, language: string): Target<Sign> {
 export class SignLayer {
   #source = new VectorSource<Feature<Point>>();
   #targets: readonly Target<Sign>[] = [];
+  // What is drawn, and how: most changes of the page leave it as it is.
+  #drawn: readonly unknown[] = [];
   readonly layer = new VectorLayer({ source: this.#source, declutter: clutter, zIndex: 2 });
 
   // `hidden` are those that something else stands for, such as the pin of the chosen place.
@@ -80,6 +82,9 @@ export class SignLayer {
     colours: MapColours,
   ): void {
     const shown = signs.filter((sign) => !hidden(sign));
+    const drawn = [language, colours, ...shown];
+    if (drawn.length === this.#drawn.length && drawn.every((each, at) => each === this.#drawn[at])) return;
+    this.#drawn = drawn;
     const features = shown.map((sign) => {
       const feature = new Feature(new Point([sign.at[0], -sign.at[1]]));
       const isName = sign.place?.kind === "destination";

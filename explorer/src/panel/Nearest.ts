@@ -2,7 +2,7 @@
 // chosen is led to from the start, or from the middle of the map while there is none.
 import { symbolFor, symbolIcon } from "../theme/icons.js";
 import type { End } from "../state/State.js";
-import { distance } from "../venue/drawing.js";
+import { closestWaypoint } from "../venue/closest.js";
 import { nameIn } from "../venue/names.js";
 import type { Place } from "../venue/Venue.js";
 import { nameOfEnd, type Context } from "./Context.js";
@@ -42,14 +42,8 @@ function kindsOf(context: Context): Kind[] {
 // The waypoint with a way that is closest to the middle of the map.
 function middleEnd({ venue, middle }: Context): End | null {
   const { map, at } = middle();
-  let best: End | null = null;
-  let least = Infinity;
-  for (const id of venue.joined) {
-    const spot = venue.waypoints.get(id);
-    if (spot?.map !== map || distance(spot.at, at) >= least) continue;
-    [best, least] = [{ kind: "waypoint", id }, distance(spot.at, at)];
-  }
-  return best;
+  const id = closestWaypoint(venue, map, at, (each) => venue.joined.has(each));
+  return id === null ? null : { kind: "waypoint", id };
 }
 
 export class Nearest {

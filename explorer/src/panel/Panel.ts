@@ -100,16 +100,19 @@ export class Panel {
   #show(state: State): void {
     const view = viewOf(state);
     this.#searches = {};
+    // A new one begins at its top, and nothing has to be laid out to say so.
+    const body = h("div", { class: "panel-body" });
+    this.#body.replaceWith(body);
+    this.#body = body;
     if (view === "way") this.#showWay(state);
     else this.#showSearch(view === "card" ? state.place : null);
     this.#sheet.hold(view === "home" && state.data === null ? "low" : "half");
-    this.#body.scrollTop = 0;
   }
 
   // The keyboard goes on where something is to be done next.
   #focus(state: State): void {
     const view = viewOf(state);
-    if (view === "card") this.#body.querySelector<HTMLElement>(".card-name")?.focus();
+    if (view === "card") this.#body.querySelector<HTMLElement>(".card-name")?.focus({ preventScroll: true });
     else if (view === "home" && state.data !== null) this.#focusData(state);
     else if (view === "home") this.#searches.place?.input.focus({ preventScroll: true });
     else if (state.from === null) this.#searches.from?.input.focus();

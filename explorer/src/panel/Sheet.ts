@@ -15,6 +15,8 @@ export class Sheet {
   #texts: () => Texts;
   #moved: () => void;
   #begin: number | null = null;
+  // As it was drawn last.
+  #drawn: { height: Height; pixels: number; window: number } | null = null;
 
   constructor(element: HTMLElement, texts: () => Texts, moved: () => void) {
     this.#element = element;
@@ -24,7 +26,7 @@ export class Sheet {
     this.handle.addEventListener("click", () => this.#pressed());
     this.handle.addEventListener("pointerdown", (event) => this.#down(event));
     this.handle.addEventListener("pointerup", (event) => this.#up(event));
-    new ResizeObserver(() => this.#moved()).observe(element);
+    new ResizeObserver(() => this.#resized()).observe(element);
     this.hold("low");
   }
 
@@ -33,9 +35,7 @@ export class Sheet {
   }
 
   hold(height: Height): void {
-    const before = this.#element.getBoundingClientRect().top;
     this.#element.dataset["sheet"] = height;
-    this.#slideFrom(before);
     const isLow = height === "low";
     set(this.handle, {
       "aria-expanded": String(!isLow),
@@ -43,11 +43,15 @@ export class Sheet {
     });
   }
 
-  // What is measured is where it will be.
-  #slideFrom(before: number): void {
-    const way = before - this.#element.getBoundingClientRect().top;
+  // Told in the frame that draws it, when all is laid out anyway. What is measured is where it will be.
+  #resized(): void {
+    const before = this.#drawn;
+    const pixels = this.#element.offsetHeight;
+    this.#drawn = { height: this.height, pixels, window: innerHeight };
     this.#moved();
-    if (Math.abs(way) < 1 || reducesMotion.matches) return;
+    if (before === null || before.height === this.height || before.window !== innerHeight) return;
+    if (reducesMotion.matches) return;
+    const way = pixels - before.pixels;
     const frames = [{ transform: `translateY(${way}px)` }, { transform: "none" }];
     this.#element.animate(frames, { duration: 220, easing: "ease-out" });
   }

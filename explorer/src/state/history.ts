@@ -14,12 +14,23 @@ export function followAddress(store: Store, known: (state: State) => State): voi
   };
   addEventListener("popstate", read);
   addEventListener("hashchange", read);
-  store.subscribe((state, before) => {
+  const write = (before: State) => {
+    const { state } = store;
     const hash = encodeAddress(state);
     if (hash === encodeAddress(decodeAddress(location.hash))) return;
     const address = hash === "" ? location.pathname + location.search : hash;
     const isStep = steps.some((name) => state[name] !== before[name]);
     if (isStep) history.pushState(null, "", address);
     else history.replaceState(null, "", address);
+  };
+  // Changes that come at once are one.
+  let isWaiting = false;
+  store.subscribe((_, before) => {
+    if (isWaiting) return;
+    isWaiting = true;
+    queueMicrotask(() => {
+      isWaiting = false;
+      write(before);
+    });
   });
 }
