@@ -38,6 +38,16 @@ test("a way that comes late is drawn, and leaves the floor that was chosen meanw
   });
 });
 
+test("while the library is on its way, it is said that the way is looked for", async () => {
+  await stage.with({}, async (page) => {
+    await late(page, "#from=w14016&to=w12025", async () => {
+      await page.locator(".words").getByText("Looking for the way…").waitFor();
+    });
+    await stepsIn(page);
+    assert.equal(await page.getByText("Looking for the way…").count(), 0);
+  });
+});
+
 test("ends that are swapped before the first way comes lead the other way", async () => {
   await stage.with({}, async (page) => {
     await late(page, "#from=w14016&to=w12025", async () => {

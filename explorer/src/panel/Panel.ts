@@ -38,6 +38,7 @@ export class Panel {
   #words = h("div", { class: "words" });
   #handOn = h("div", { class: "sum-actions" });
   #steps = h("div");
+  #told: Found["kind"] = "none";
   // What helps to choose the goal, while there is none.
   #offers = h("div", { class: "offers" });
   #nearest: Nearest;
@@ -227,8 +228,10 @@ export class Panel {
   }
 
   #tellWay(found: Found): void {
-    // What is there stays while the next is searched for: it takes milliseconds.
-    if (found.kind === "searching" && this.#words.childElementCount > 0) return;
+    // A way that is there stays while the next is searched for: it takes milliseconds.
+    const isKept = this.#told !== "none" && viewOf(this.#context.store.state) === "way";
+    if (found.kind === "searching" && isKept) return;
+    this.#told = found.kind;
     const focused = document.activeElement;
     const hadFocus = this.#words.contains(focused);
     this.#words.replaceChildren(...wayInShort(this.#context, found));
