@@ -7,6 +7,16 @@
 
 namespace tern::inline v5::detail {
 
+namespace {
+
+// Of two threads that run at the same time never the same.
+const void* thisThread() {
+  static thread_local char place;
+  return &place;
+}
+
+}  // namespace
+
 // One state after the other: a long pile would run out of stack.
 GridNodes::~GridNodes() {
   while (idle_ != nullptr) idle_ = std::move(idle_->next);
@@ -97,11 +107,26 @@ bool GridNodes::isEdgeBlocked(Position position, std::int64_t joining) const {
 }
 
 std::unique_ptr<SearchState> GridNodes::takeState() {
-  if (last_ != nullptr) return std::move(last_);
-  if (idle_ == nullptr) return std::make_unique<SearchState>(graph.graph);
-  auto state = std::move(idle_);
-  idle_ = std::move(state->next);
+  const void* const thread = thisThread();
+  auto* taken = &idle_;
+  while (*taken != nullptr && (*taken)->lastThread != thread) taken = &(*taken)->next;
+  if (*taken == nullptr) taken = &idle_;
+  if (*taken == nullptr) {
+    auto made = std::make_unique<SearchState>(graph.graph);
+    made->lastThread = thread;
+    return made;
+  }
+  auto state = std::move(*taken);
+  *taken = std::move(state->next);
+  if (state.get() == last_) last_ = nullptr;
+  state->lastThread = thread;
   return state;
+}
+
+void GridNodes::giveBack(std::unique_ptr<SearchState> state) {
+  last_ = state.get();
+  state->next = std::move(idle_);
+  idle_ = std::move(state);
 }
 
 SearchTurn::SearchTurn(GridNodes& nodes) : nodes_(nodes) {
@@ -113,10 +138,7 @@ SearchTurn::SearchTurn(GridNodes& nodes) : nodes_(nodes) {
 SearchTurn::~SearchTurn() {
   const MutexLock lock(nodes_.mutex_);
   blocks_ = nullptr;
-  std::swap(nodes_.last_, state_);
-  if (state_ == nullptr) return;
-  state_->next = std::move(nodes_.idle_);
-  nodes_.idle_ = std::move(state_);
+  nodes_.giveBack(std::move(state_));
 }
 
 Position SearchTurn::search(const RouteRequest& request, const Links& links) {

@@ -61,13 +61,16 @@ class GridNodes final : public NodeSource {
  private:
   friend class SearchTurn;
   void mark(const Ways& ways, bool block) TERN_REQUIRES(mutex_);
+  // The one that this thread used before, where nobody has it: what lies in the cache of another
+  // core is slow to come by. Else the one that was used last.
   std::unique_ptr<SearchState> takeState() TERN_REQUIRES(mutex_);
+  void giveBack(std::unique_ptr<SearchState> state) TERN_REQUIRES(mutex_);
 
   mutable Mutex mutex_;
-  // The last search's; null before the first, and while the next goes on.
-  std::unique_ptr<SearchState> last_ TERN_GUARDED_BY(mutex_);
   // A pile of states that nobody uses.
   std::unique_ptr<SearchState> idle_ TERN_GUARDED_BY(mutex_);
+  // The last search's, in that pile; null before the first, and while another uses it.
+  SearchState* last_ TERN_GUARDED_BY(mutex_) = nullptr;
   // Null as long as nothing has been closed. Searches share it, and take and give up their share
   // under the mutex: what nobody shares is changed in place.
   std::shared_ptr<Blocks> blocks_ TERN_GUARDED_BY(mutex_);

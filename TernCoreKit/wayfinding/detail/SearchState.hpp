@@ -60,6 +60,8 @@ struct SearchState {
   std::uint32_t round = NodeState::stageCount;
   // The next of a pile of states that nobody uses.
   std::unique_ptr<SearchState> next;
+  // Stands for the thread that used it last.
+  const void* lastThread = nullptr;
 
   // How far the current search has come with a node: a stage, or anything else when it has not.
   std::uint32_t stage(Position position) const { return nodes[position].mark - round; }

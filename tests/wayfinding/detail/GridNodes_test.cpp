@@ -1,6 +1,11 @@
 #include "TernCoreKit/wayfinding/detail/GridNodes.hpp"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <array>
+#include <optional>
+#include <thread>
 
 #include "TernCoreKit/model/records/TernPath.hpp"
 #include "tests/support/VenueLists.hpp"
@@ -10,6 +15,7 @@ namespace {
 
 using test::builtNodes;
 using test::corridor;
+using testing::UnorderedElementsAre;
 
 Position search(SearchTurn& turn, std::int64_t start, std::int64_t goal) {
   const std::int64_t goals[] = {goal};
@@ -52,6 +58,26 @@ TEST(GridNodes, searchesOneBehindTheOtherShareOneState) {
     first = &turn.state();
   }
   EXPECT_EQ(&SearchTurn(*nodes).state(), first);
+}
+
+TEST(GridNodes, aThreadGetsTheStateThatItUsedBefore) {
+  const auto nodes = builtNodes(corridor(3));
+  const SearchState* own = nullptr;
+  std::optional<SearchTurn> others;
+  {
+    const SearchTurn turn(*nodes);
+    own = &turn.state();
+    std::thread([&] { others.emplace(*nodes); }).join();
+  }
+  const SearchState* const second = &others->state();
+  others.reset();
+  EXPECT_EQ(&SearchTurn(*nodes).state(), own) << "though the other was given back last";
+  std::thread([&] {
+    const SearchTurn first(*nodes);
+    const SearchTurn next(*nodes);
+    EXPECT_THAT((std::array{&first.state(), &next.state()}), UnorderedElementsAre(own, second))
+        << "no new one is made while there are others";
+  }).join();
 }
 
 TEST(GridNodes, searchesSideBySideDoNotDisturbEachOther) {
