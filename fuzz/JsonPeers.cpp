@@ -1,16 +1,9 @@
 #include "fuzz/JsonPeers.hpp"
 
-// It asserts that a number is finite which it is about to refuse for its size.
-struct NumberTooLarge {};
-#define RAPIDJSON_ASSERT(condition) ((condition) ? void() : throw NumberTooLarge())
-
-#include <rapidjson/error/error.h>
-#include <rapidjson/memorystream.h>
-#include <rapidjson/reader.h>
 #include <simdjson.h>
 
-#include <cmath>
 #include <cstdint>
+#include <nlohmann/json.hpp>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -52,32 +45,34 @@ Value fromSimdjson(const simdjson::dom::element& element) {
 }
 
 // Builds the tree of the reader's events; what is open lies on a stack.
-class TreeBuilder {
+class TreeBuilder final : public nlohmann::json_sax<nlohmann::json> {
  public:
-  bool Null() { return push(nullptr); }
-  bool Bool(bool flag) { return push(flag); }
-  bool Int(int number) { return push(number); }
-  bool Uint(unsigned number) { return push(number); }
-  bool Int64(std::int64_t number) { return push(number); }
-  bool Uint64(std::uint64_t number) { return push(static_cast<double>(number)); }
-  bool Double(double number) { return push(number); }
-  bool RawNumber(const char*, rapidjson::SizeType, bool) { return false; }
-  bool String(const char* text, rapidjson::SizeType size, bool) {
-    return push(std::string_view(text, size));
+  bool null() override { return push(nullptr); }
+  bool boolean(bool flag) override { return push(flag); }
+  bool number_integer(std::int64_t number) override { return push(number); }
+  bool number_unsigned(std::uint64_t number) override {
+    return std::in_range<std::int64_t>(number) ? push(static_cast<std::int64_t>(number))
+                                               : push(static_cast<double>(number));
   }
-  bool Key(const char* text, rapidjson::SizeType size, bool) { return String(text, size, false); }
-  bool StartObject() { return true; }
-  bool StartArray() { return true; }
-  bool EndArray(rapidjson::SizeType items) {
+  bool number_float(double number, const std::string&) override { return push(number); }
+  bool string(std::string& text) override { return push(std::string_view(text)); }
+  bool binary(binary_t&) override { return false; }
+  bool key(std::string& text) override { return string(text); }
+  bool start_object(std::size_t) override { return start(); }
+  bool start_array(std::size_t) override { return start(); }
+  bool end_array() override {
     Value list = Value::list();
-    for (Value& item : taken(items)) list.append(std::move(item));
+    for (Value& item : taken()) list.append(std::move(item));
     return push(std::move(list));
   }
-  bool EndObject(rapidjson::SizeType entries) {
+  bool end_object() override {
     Value map = Value::map();
-    std::vector<Value> parts = taken(std::size_t{2} * entries);
+    std::vector<Value> parts = taken();
     for (std::size_t i = 0; i < parts.size(); i += 2) map.set(parts[i].text(), parts[i + 1]);
     return push(std::move(map));
+  }
+  bool parse_error(std::size_t, const std::string&, const nlohmann::detail::exception&) override {
+    return false;
   }
 
   Value document() { return std::move(open_.front()); }
@@ -87,42 +82,39 @@ class TreeBuilder {
     open_.push_back(std::move(value));
     return true;
   }
-  std::vector<Value> taken(std::size_t count) {
-    const auto first = open_.end() - static_cast<std::ptrdiff_t>(count);
+  bool start() {
+    starts_.push_back(open_.size());
+    return true;
+  }
+  // What has come since the last start.
+  std::vector<Value> taken() {
+    const auto first = open_.begin() + static_cast<std::ptrdiff_t>(starts_.back());
     std::vector<Value> values(std::make_move_iterator(first), std::make_move_iterator(open_.end()));
     open_.erase(first, open_.end());
+    starts_.pop_back();
     return values;
   }
 
   std::vector<Value> open_;
+  std::vector<std::size_t> starts_;
 };
 
 }  // namespace
 
-PeerReading readBySimdjson(const std::string& text) {
+std::optional<Value> readBySimdjson(const std::string& text) {
   simdjson::dom::parser parser;
   const simdjson::padded_string padded(text);
   simdjson::dom::element root;
-  const simdjson::error_code error = parser.parse(padded).get(root);
-  if (error == simdjson::SUCCESS) return {.value = fromSimdjson(root)};
-  return {.value = {}, .hasLargeNumber = error == simdjson::NUMBER_ERROR};
+  if (parser.parse(padded).get(root) != simdjson::SUCCESS) return std::nullopt;
+  return fromSimdjson(root);
 }
 
-PeerReading readByRapidJson(const std::string& text) {
-  constexpr unsigned strict = rapidjson::kParseFullPrecisionFlag |
-                              rapidjson::kParseValidateEncodingFlag |
-                              rapidjson::kParseIterativeFlag;
-  rapidjson::MemoryStream stream(text.data(), text.size());
-  rapidjson::Reader reader;
+std::optional<Value> readByNlohmann(const std::string& text) {
+  // It takes a NUL byte for the end of the text.
+  if (text.find('\0') != std::string::npos) return std::nullopt;
   TreeBuilder builder;
-  try {
-    const rapidjson::ParseResult result = reader.Parse<strict>(stream, builder);
-    // A NUL byte counts as the end there.
-    if (!result.IsError() && stream.Tell() == text.size()) return {.value = builder.document()};
-    return {.value = {}, .hasLargeNumber = result.Code() == rapidjson::kParseErrorNumberTooBig};
-  } catch (const NumberTooLarge&) {
-    return {.value = {}, .hasLargeNumber = true};
-  }
+  if (!nlohmann::json::sax_parse(text, &builder)) return std::nullopt;
+  return builder.document();
 }
 
 }  // namespace tern::fuzz
