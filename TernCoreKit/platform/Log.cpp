@@ -1,6 +1,7 @@
 #include "TernCoreKit/platform/Log.hpp"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -18,9 +19,13 @@ void writeToStandardError(std::string_view line) {
   std::fwrite(text.data(), 1, text.size(), stderr);
 }
 
-bool isControl(char c) {
-  const auto byte = static_cast<unsigned char>(c);
-  return byte < 0x20 || byte == 0x7F;
+// How many of the first bytes are a control character: those of ASCII, and in UTF-8 those of ISO
+// 8859, among which terminals have line breaks and escapes too.
+std::size_t controlBytes(std::string_view text) {
+  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+  if (byte(0) < 0x20 || byte(0) == 0x7F) return 1;
+  const bool isLate = text.size() > 1 && byte(0) == 0xC2 && byte(1) >= 0x80 && byte(1) < 0xA0;
+  return isLate ? 2 : 0;
 }
 
 // Keys and texts of services come with what they like: a line break in one would forge a line, an
@@ -28,13 +33,14 @@ bool isControl(char c) {
 std::string withoutControls(std::string_view line) {
   constexpr std::string_view digits = "0123456789ABCDEF";
   std::string safe;
-  for (const char c : line) {
-    if (!isControl(c)) {
-      safe += c;
-      continue;
+  while (!line.empty()) {
+    const std::size_t controls = controlBytes(line);
+    for (const char c : line.substr(0, controls)) {
+      const auto byte = static_cast<unsigned char>(c);
+      safe += {'\\', 'x', digits[byte >> 4U], digits[byte & 15U]};
     }
-    const auto byte = static_cast<unsigned char>(c);
-    safe += {'\\', 'x', digits[byte >> 4U], digits[byte & 15U]};
+    if (controls == 0) safe += line.front();
+    line.remove_prefix(std::max<std::size_t>(controls, 1));
   }
   return safe;
 }
@@ -55,8 +61,7 @@ void setLogSink(LogSink sink) {
 }
 
 void logLine(std::string_view line) {
-  const bool isSafe = std::ranges::none_of(line, isControl);
-  detail::attempt([&] { writeLine(isSafe ? line : withoutControls(line)); });
+  detail::attempt([&] { writeLine(withoutControls(line)); });
 }
 
 void logSdk(std::string_view text) {

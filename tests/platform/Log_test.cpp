@@ -47,8 +47,10 @@ TEST_F(Log, aLineStaysOneLineWhateverIsInIt) {
   logSdk("key \"a\nTern SDK: forged\r\x1B[2J\x7F\"");
   logLine(std::string_view("nul\0 tab\t", 9));
   logLine("Gr\u00FC\u00DFe");
+  logLine("a\u0085b\u009B2J\u00A0\u2028\xC2");
   EXPECT_THAT(lines_, ElementsAre(R"(Tern SDK: key "a\x0ATern SDK: forged\x0D\x1B[2J\x7F")",
-                                  R"(nul\x00 tab\x09)", "Gr\u00FC\u00DFe"));
+                                  R"(nul\x00 tab\x09)", "Gr\u00FC\u00DFe",
+                                  "a\\xC2\\x85b\\xC2\\x9B2J\u00A0\u2028\xC2"));
 }
 
 TEST_F(Log, writesToStandardErrorWithoutASink) {
