@@ -39,8 +39,8 @@ double boundPx(const TernVenueData& venue, std::int64_t mapId) {
 }
 
 double distancePx(const TernWaypoint& a, const TernWaypoint& b) {
-  return std::hypot(a.coordinate(0).number() - b.coordinate(0).number(),
-                    a.coordinate(1).number() - b.coordinate(1).number());
+  return apart({a.coordinate(0).number(), a.coordinate(1).number()},
+               {b.coordinate(0).number(), b.coordinate(1).number()});
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "TernCoreKit/guidance/detail/Plane.hpp"
+#include "TernCoreKit/platform/detail/common/PortableMath.hpp"
 
 namespace tern::inline v5::detail {
 
@@ -104,7 +105,7 @@ std::vector<double> walkedTo(std::span<const TernCoordinate> line) {
 double degreesBetween(TernCoordinate before, TernCoordinate after) {
   const double cross = before.x * after.y - before.y * after.x;
   const double dot = before.x * after.x + before.y * after.y;
-  return cross == 0 && dot == 0 ? 0 : std::atan2(cross, dot) * 180 / std::numbers::pi;
+  return cross == 0 && dot == 0 ? 0 : portableAngle(cross, dot) * 180 / std::numbers::pi;
 }
 
 std::vector<LineTurn> turnsOf(std::span<const TernCoordinate> line,

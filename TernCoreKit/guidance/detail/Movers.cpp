@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdlib>
 
 #include "TernCoreKit/guidance/detail/PhraseBook.hpp"
 #include "TernCoreKit/model/collections/TernPathTypeCollection.hpp"

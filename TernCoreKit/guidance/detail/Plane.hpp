@@ -14,6 +14,9 @@ inline TernCoordinate operator-(TernCoordinate a, TernCoordinate b) {
   return {a.x - b.x, a.y - b.y};
 }
 
-inline double apart(TernCoordinate a, TernCoordinate b) { return std::hypot(a.x - b.x, a.y - b.y); }
+inline double apart(TernCoordinate a, TernCoordinate b) {
+  const TernCoordinate way = a - b;
+  return std::sqrt(way.x * way.x + way.y * way.y);
+}
 
 }  // namespace tern::detail

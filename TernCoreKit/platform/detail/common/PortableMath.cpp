@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <cstddef>
+#include <numbers>
 
 namespace tern::inline v5::detail {
 
@@ -169,6 +170,12 @@ double portableAtan(double x) {
   const Twofold tangent = tangentOf(near);
   const Twofold miss = (Twofold{x} - tangent) / (Twofold{1} + Twofold{x} * tangent);
   return (Twofold{near} + miss).high;
+}
+
+double portableAngle(double y, double x) {
+  if (x == 0) return y == 0 ? 0 : std::copysign(std::numbers::pi / 2, y);
+  const double angle = portableAtan(y / x);
+  return x > 0 ? angle : angle + std::copysign(std::numbers::pi, y);
 }
 
 }  // namespace tern::detail

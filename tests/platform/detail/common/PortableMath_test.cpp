@@ -79,5 +79,26 @@ TEST(PortableMath, answersForArgumentsAtTheEdgesAsTheCLibrary) {
   EXPECT_TRUE(std::signbit(portableAtan(-0.0)));
 }
 
+TEST(PortableMath, angleIsThatOfTheCLibraryAllAround) {
+  constexpr double lastDigits = 1e-15;
+  for (int degrees = -720; degrees <= 720; ++degrees) {
+    const double angle = degrees * 0.25 * 3.14159 / 180;
+    for (const double length : {1e-9, 1.0, 3e7}) {
+      const double y = length * std::sin(angle);
+      const double x = length * std::cos(angle);
+      EXPECT_NEAR(portableAngle(y, x), std::atan2(y, x), lastDigits) << degrees;
+    }
+  }
+}
+
+TEST(PortableMath, angleOfAnAxisIsExact) {
+  EXPECT_EQ(portableAngle(0, 2), 0);
+  EXPECT_EQ(portableAngle(2, 0), std::atan2(1, 0));
+  EXPECT_EQ(portableAngle(-2, 0), std::atan2(-1, 0));
+  EXPECT_EQ(portableAngle(0, -2), std::atan2(0, -1));
+  EXPECT_EQ(portableAngle(-0.0, -2), std::atan2(-0.0, -1));
+  EXPECT_EQ(portableAngle(0, 0), 0);
+}
+
 }  // namespace
 }  // namespace tern::detail
