@@ -71,7 +71,7 @@ class Surroundings {
   std::vector<Spot*> walkedFrom(const Spot& spot) {
     std::vector<Spot*> ways;
     for (const TernNeighbor& neighbor : spot.node.neighbors()) {
-      if (neighbor.edgeTypeId.integer() != walkingType) continue;
+      if (neighbor.edgeTypeId.integer() != walkingPathType) continue;
       Spot* const other = find(neighbor.neighborId.integer());
       if (other != nullptr && other != &spot && other->mapId == spot.mapId) ways.push_back(other);
     }
@@ -193,7 +193,7 @@ class Reading {
 };
 
 bool isWalked(const WalkedNode& to, const WalkedNode& from) {
-  return to.mapId == from.mapId && to.pathTypeId == walkingType;
+  return to.mapId == from.mapId && to.pathTypeId == walkingPathType;
 }
 
 // The decision that a turn so close to it is told with; null where it is a step of its own, none

@@ -32,8 +32,8 @@ TernCoordinate glanced(std::span<const WalkedNode> nodes, std::size_t from, int 
 
 bool isWalkedThrough(std::span<const WalkedNode> nodes, std::size_t i) {
   return i > 0 && i + 1 < nodes.size() && nodes[i - 1].mapId == nodes[i].mapId &&
-         nodes[i + 1].mapId == nodes[i].mapId && nodes[i].pathTypeId == walkingType &&
-         nodes[i + 1].pathTypeId == walkingType;
+         nodes[i + 1].mapId == nodes[i].mapId && nodes[i].pathTypeId == walkingPathType &&
+         nodes[i + 1].pathTypeId == walkingPathType;
 }
 
 bool isParting(std::span<const WalkedNode> nodes, std::size_t i, const TernASGrid& grid,
@@ -47,7 +47,7 @@ bool isParting(std::span<const WalkedNode> nodes, std::size_t i, const TernASGri
   const MapPlace& place = places.of(nodes[i].mapId);
   for (const TernNeighbor& neighbor : node->neighbors()) {
     const std::int64_t id = neighbor.neighborId.integer();
-    if (neighbor.edgeTypeId.integer() != walkingType || id == nodes[i - 1].id ||
+    if (neighbor.edgeTypeId.integer() != walkingPathType || id == nodes[i - 1].id ||
         id == nodes[i + 1].id) {
       continue;
     }

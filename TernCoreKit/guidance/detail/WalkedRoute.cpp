@@ -56,7 +56,7 @@ std::vector<Ride> ridesOf(std::span<const WalkedNode> nodes) {
   std::vector<Ride> rides;
   for (std::size_t i = 1; i < nodes.size(); ++i) {
     const std::int64_t type = nodes[i].pathTypeId;
-    if (type == walkingType) continue;
+    if (type == walkingPathType) continue;
     if (!rides.empty() && rides.back().pathTypeId == type &&
         isLanding(nodes, rides.back(), i - 1)) {
       rides.back().exit = i;

@@ -15,7 +15,7 @@
 namespace tern::inline v5::detail {
 
 // The path type that is simply walked: the only one whose links count by their length.
-inline constexpr std::int64_t walkingType = 1;
+inline constexpr std::int64_t walkingPathType = 1;
 
 // Where a node of a graph lies on its map, in metres, y down. Joined venues have their nodes on the
 // globe.
