@@ -113,6 +113,27 @@ TEST(TernGuidance, aTurnIsToldByADestinationAtItOrByOnePassedBefore) {
   EXPECT_EQ(steps[1].landmark, TernStep::Landmark{8});
 }
 
+TEST(TernGuidance, whatIsPassedAtAMetresDistanceHasItsSide) {
+  const Drawing drawing{.floors = {{.lines = {"A             F           B", "              E", "",
+                                              "", "", "", "", "", "                          C"}}},
+                        .paths = {"A-F", "F-B", "E-F", "B-C"},
+                        .destinations = {{8, "E", "Coral Books"}, {9, "C", "Olive Shoes"}}};
+  EXPECT_EQ(stepsOn(drawing, 'A', 'C').at(1).text, "Turn right after Coral Books on your right");
+}
+
+TEST(TernGuidance, nothingIsPassedOnTheWayFromAnotherFloor) {
+  const Drawing drawing{.floors = {{.lines = {"", "", "", "", "", "", "A                   K"}},
+                                   {.lines = {"      E             B         C", "", "", "", "", "",
+                                              "                    L"},
+                                    .name = "Up"}},
+                        .paths = {"A-K", "K-L lift", "L-B", "B-C"},
+                        .pathTypes = {{.name = "lift", .weight = 5}},
+                        .destinations = {{8, "E", "Coral Books"}, {9, "C", "Olive Shoes"}}};
+  EXPECT_THAT(textsOf(stepsOn(drawing, 'A', 'C')),
+              ElementsAre("Start at your position", "Take the lift to Up", "Turn right",
+                          "You have reached Olive Shoes"));
+}
+
 TEST(TernGuidance, neitherTheGoalNorTheLastLandmarkTellsATurn) {
   const Drawing drawing{.floors = {{.lines = {"A             B", "", "", "              E", "", "",
                                               "              C            D"}}},
