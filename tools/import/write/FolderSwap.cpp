@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <fstream>
 #include <system_error>
 #include <utility>
@@ -14,6 +15,9 @@ namespace tern::imports {
 namespace fs = std::filesystem;
 
 namespace {
+
+// Longer than it takes to write the largest import.
+constexpr std::chrono::minutes patience(1);
 
 std::string problem(const std::string& what, const fs::path& path, const std::error_code& error) {
   return what + " " + path.string() + ": " + error.message();
@@ -90,6 +94,9 @@ FolderSwap::Problem FolderSwap::begin() {
   std::error_code error;
   fs::create_directories(folder_.parent_path(), error);
   if (error) return problem("cannot make", folder_.parent_path(), error);
+  if (!lock_.take(folder_.parent_path(), patience)) {
+    return "another import is writing in " + folder_.parent_path().string() + "; try again later";
+  }
   if (!fs::exists(folder_, error) && fs::is_directory(before_, error)) {
     fs::rename(before_, folder_, error);
     if (error) return problem("cannot restore", folder_, error);

@@ -3,7 +3,8 @@
 // Until `commit` all that is written lies in a folder of its own, ".NAME.importing" beside NAME;
 // the step takes the place of what is there, which goes then. What a run that was killed left
 // beside goes with the next one. Where the system cannot exchange two folders in one step, the old
-// one is moved away first, and a run that was killed between is mended by the next.
+// one is moved away first, and a run that was killed between is mended by the next. Two runs in one
+// place wait for each other.
 //
 //   FolderSwap swap("/venues/station");
 //   if (auto error = swap.begin()) ...
@@ -18,6 +19,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
+
+#include "tools/import/write/FolderLock.hpp"
 
 namespace tern::imports {
 
@@ -40,6 +43,8 @@ class FolderSwap {
  private:
   Problem exchange();
 
+  // Of the folder in which all of them lie.
+  FolderLock lock_;
   std::filesystem::path folder_;
   std::filesystem::path beside_;
   // Where the old folder goes when there is no exchange in one step.

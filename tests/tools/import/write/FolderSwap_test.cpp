@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
+#include <vector>
+
 #include "tests/support/TemporaryFolder.hpp"
 
 namespace tern::imports {
@@ -72,6 +75,21 @@ TEST(FolderSwap, whatAKilledRunLeftGoes) {
   FolderSwap swap(folder.at("out"));
   writeVenue(swap, "new");
   EXPECT_EQ(swap.commit(), std::nullopt);
+  EXPECT_TRUE(isAlone(folder.at("out")));
+}
+
+TEST(FolderSwap, runsInOnePlaceTakeTurns) {
+  const test::TemporaryFolder folder;
+  std::vector<std::thread> runs;
+  for (const char* text : {"one", "two", "three"}) {
+    runs.emplace_back([&folder, text] {
+      FolderSwap swap(folder.at("out"));
+      writeVenue(swap, text);
+      EXPECT_EQ(swap.commit(), std::nullopt);
+    });
+  }
+  for (std::thread& run : runs) run.join();
+  EXPECT_EQ(folder.read("out/full.json"), folder.read("out/venue/1/full.json"));
   EXPECT_TRUE(isAlone(folder.at("out")));
 }
 
