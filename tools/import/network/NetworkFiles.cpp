@@ -1,6 +1,7 @@
 #include "tools/import/network/NetworkFiles.hpp"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <optional>
 #include <utility>
@@ -75,8 +76,9 @@ bool NetworkFiles::areIn(const SourceFiles& source) {
   return std::ranges::any_of(source.names(), [&](const std::string& file) {
     if (!isGeoJson(file)) return false;
     const std::string text = source.read(file).text;
-    return text.find("\"node_id\"") != std::string::npos ||
-           text.find("\"link_id\"") != std::string::npos;
+    constexpr std::array keys{R"("node_id")", R"("link_id")", R"("NODE_ID")", R"("LINK_ID")"};
+    return std::ranges::any_of(
+        keys, [&](const char* key) { return text.find(key) != std::string::npos; });
   });
 }
 

@@ -25,6 +25,12 @@ TEST(NetworkFiles, areKnownByTheirNodesOrLinks) {
   EXPECT_TRUE(NetworkFiles::areIn(openSource(folder.path()).files));
 }
 
+TEST(NetworkFiles, areKnownByKeysInCapitals) {
+  const test::TemporaryFolder folder;
+  folder.write("a.geojson", R"({"features":[{"properties":{"LINK_ID":"a"}}]})");
+  EXPECT_TRUE(NetworkFiles::areIn(openSource(folder.path()).files));
+}
+
 TEST(NetworkFiles, partsOfASiteAreOneList) {
   const test::TemporaryFolder folder;
   folder.write("east/node.geojson", node);
