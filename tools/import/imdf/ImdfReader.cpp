@@ -31,14 +31,14 @@ class ImdfReader {
       : name_(source.name()), files_(source, draft_.oddities) {}
 
   ReadDraft read() {
-    if (!placeImdf(files_, draft_)) return {{}, "no level of it has a shape on the globe"};
+    if (!placeImdf(files_, draft_)) return failed("no level of it has a shape on the globe");
     nameImdf(files_, name_, draft_);
     for (std::size_t i = 0; i < draft_.buildings.size(); ++i) {
       buildings_.emplace(draft_.buildings[i].id, i);
     }
     readLevels();
     readUnits();
-    if (site_.areas.empty()) return {{}, "no unit of it lies on a level and can be walked in"};
+    if (site_.areas.empty()) return failed("no unit of it lies on a level and can be walked in");
     readObstacles();
     for (const auto& [floor, obstacles] : obstacles_) cutObstacles(site_, floor, obstacles);
     cutSmallerAreas(site_);
@@ -47,7 +47,7 @@ class ImdfReader {
     ImdfPlaces places(files_, floors_, units_, draft_, site_);
     places.plan();
     places.add(makeWays(site_, draft_));
-    if (draft_.nodes.empty()) return {{}, "nothing of it can be walked: it has no doors"};
+    if (draft_.nodes.empty()) return failed("nothing of it can be walked: it has no doors");
     readDetails();
     tellTheRest();
     dropEmptyFloors(draft_);
@@ -55,6 +55,14 @@ class ImdfReader {
   }
 
  private:
+  // What was told on the way is often why.
+  ReadDraft failed(std::string sentence) const {
+    const std::vector<Oddity>& told = draft_.oddities.told();
+    const auto reason = std::ranges::find(told, false, &Oddity::cameThrough);
+    if (reason != told.end()) sentence += "; " + reason->id + ": " + reason->why;
+    return {{}, std::move(sentence)};
+  }
+
   void tell(const ImdfFeature& feature, std::string_view kind, std::string_view why) {
     draft_.oddities.tell(feature.id, kind, std::string(why));
   }

@@ -31,6 +31,7 @@ using test::toldLines;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::StartsWith;
 
 ReadDraft readOf(const DrawnImdf& building) { return test::drawnRead(building, "site", readImdf); }
 
@@ -443,6 +444,14 @@ TEST(ImdfReader, withoutALevelOrAUnitThereIsNoDraft) {
   DrawnImdf closed;
   closed.level("ground", 0).unit("room", "ground", "room", {0, 0, 1, 1});
   EXPECT_EQ(readOf(closed).error, "nothing of it can be walked: it has no doors");
+}
+
+TEST(ImdfReader, whatCouldNotBeReadIsGivenAsTheReason) {
+  DrawnImdf lost;
+  lost.level("ground", 0).unit("room", "attic", "room", {0, 0, 1, 1});
+  const auto error = readOf(lost).error;
+  ASSERT_TRUE(error);
+  EXPECT_THAT(*error, StartsWith("no unit of it lies on a level and can be walked in; room: "));
 }
 
 // A real campus, where it lies.
