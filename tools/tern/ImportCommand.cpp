@@ -1,6 +1,7 @@
 // The command that makes a venue folder of open building data.
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <fstream>
 #include <optional>
 #include <string>
@@ -16,6 +17,8 @@
 namespace tern::command {
 
 namespace {
+
+namespace fs = std::filesystem;
 
 std::string textOf(const Arguments& call, std::string_view name) {
   return std::string(call.request[name].text());
@@ -37,23 +40,44 @@ Failure failureOf(const imports::ImportFailure& failure) {
   return notLoaded(TernErrorTypeObjectNotFound, failure.sentence);
 }
 
+Failure unwritable(const std::string& file) { return wrongWords("--report: cannot write " + file); }
+
+// Whether a file can be written, found out before anything else is; what is there stays.
+bool isWritable(const std::string& file) {
+  std::error_code error;
+  const bool isNew = !fs::exists(file, error);
+  const bool opens = std::ofstream(file, std::ios::binary | std::ios::app).is_open();
+  if (opens && isNew) fs::remove(file, error);
+  return opens;
+}
+
 std::optional<Failure> writeReport(const std::string& file, const Value& report) {
-  if (file.empty()) return std::nullopt;
   std::ofstream stream(file, std::ios::binary | std::ios::trunc);
   stream << encodeJson(report, JsonLayout::rows) << '\n';
   stream.close();
   if (stream) return std::nullopt;
-  return wrongWords("--report: cannot write " + file);
+  return unwritable(file);
 }
 
 Outcome importFolder(const Arguments& call, Console&) {
+  const std::string reportFile = textOf(call, "report");
+  if (!reportFile.empty() && !isWritable(reportFile)) return unwritable(reportFile);
   const imports::Imported imported =
       imports::importSource(textOf(call, "source"), textOf(call, "out"), wishesOf(call));
   if (imported.failure) return failureOf(*imported.failure);
   const Value report = imports::reportOf(imported.written);
-  if (auto failure = writeReport(textOf(call, "report"), report)) return *std::move(failure);
+  if (!reportFile.empty()) {
+    if (auto failure = writeReport(reportFile, report)) return *std::move(failure);
+  }
   if (call.json) return Answer{.text = jsonLine(report), .remark = {}};
   return Answer{.text = onItsLines(imports::reportText(imported.written)), .remark = {}};
+}
+
+bool isWithin(const fs::path& file, const fs::path& folder) {
+  std::error_code error;
+  const fs::path below =
+      fs::weakly_canonical(file, error).lexically_relative(fs::weakly_canonical(folder, error));
+  return !below.empty() && *below.begin() != "..";
 }
 
 std::optional<std::string> objectionToWords(const Arguments& call) {
@@ -61,6 +85,10 @@ std::optional<std::string> objectionToWords(const Arguments& call) {
   const std::string format = textOf(call, "format");
   if (std::ranges::find(known, format) == known.end()) {
     return "--format: " + inQuotes(format) + " must be network, imdf, gtfs or osm";
+  }
+  const std::string report = textOf(call, "report");
+  if (!report.empty() && isWithin(report, textOf(call, "out"))) {
+    return "--report: " + report + " lies in the folder that --out replaces";
   }
   if (!call.request["all"].flag()) return std::nullopt;
   if (!textOf(call, "station").empty()) return "--all: --station names a single one";

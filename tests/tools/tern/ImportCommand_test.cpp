@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "TernCoreKit/platform/Json.hpp"
 #include "tests/support/Paths.hpp"
 #include "tests/support/Process.hpp"
@@ -65,6 +67,24 @@ TEST(ImportCommand, wrongWordsAreStatusTwo) {
   EXPECT_EQ(test::runProcess({test::commandPath(), "import", stationPath()}).status, 2);
   EXPECT_EQ(test::runProcess({test::commandPath(), "import", "--out", folder.at("out")}).status, 2);
   EXPECT_EQ(folder.read("taken/mine.txt"), "mine");
+}
+
+TEST(ImportCommand, reportThatCannotBeWrittenLeavesAllAsItWas) {
+  const test::TemporaryFolder folder;
+  for (const char* report : {"out/report.json", "nowhere/report.json"}) {
+    const test::ProcessResult result =
+        import(stationPath(), folder.at("out"), {"--report", folder.at(report)});
+    EXPECT_EQ(result.status, 2) << report;
+    EXPECT_THAT(result.diagnostics, HasSubstr("--report: ")) << report;
+    EXPECT_FALSE(std::filesystem::exists(folder.at("out"))) << report;
+  }
+}
+
+TEST(ImportCommand, failureLeavesNoEmptyReport) {
+  const test::TemporaryFolder folder;
+  EXPECT_EQ(
+      import(folder.at("nowhere"), folder.at("out"), {"--report", folder.at("r.json")}).status, 3);
+  EXPECT_FALSE(std::filesystem::exists(folder.at("r.json")));
 }
 
 TEST(ImportCommand, sourceThatHoldsNoBuildingIsStatusThree) {
