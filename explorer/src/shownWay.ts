@@ -4,6 +4,7 @@ import type { Way } from "./engine/Engine.js";
 import type { Mark, Passage, ShownWay } from "./map/ways.js";
 import { moverOf, nameOfEnd, placeOf, spotsOf, type Context } from "./panel/Context.js";
 import type { End, State } from "./state/State.js";
+import { distance } from "./venue/drawing.js";
 import type { Sign } from "./venue/signs.js";
 import type { Floor, Point, Venue } from "./venue/Venue.js";
 
@@ -36,9 +37,15 @@ export function linesOn(way: Way | null, map: number): Point[][] {
   return segments.map((segment) => segment.mapPoints);
 }
 
-// Whether a name below a point would stand on the line that goes on from there.
-function leadsDown([x, y]: Point, next: Point | undefined): boolean {
-  return next !== undefined && next[1] - y > Math.abs(next[0] - x) / 3;
+// How far from a mark its name reaches, as a part of the floor.
+const reachOfName = 0.03;
+
+// Whether a name below the first of the points would stand on the line that goes on from there.
+function leadsDown(points: readonly Point[], { frame }: Floor): boolean {
+  const [first] = points;
+  if (first === undefined) return false;
+  const far = points.find((at) => distance(first, at) > frame[2] * reachOfName) ?? points.at(-1)!;
+  return far[1] - first[1] > Math.abs(far[0] - first[0]) / 3;
 }
 
 function pointsOf(context: Context, end: End | null, map: number): Point[] {
@@ -54,10 +61,10 @@ function stopOn(context: Context, stop: number, end: End, found: FoundWay | null
   return last.mapId === map ? last.mapPoints.at(-1) : undefined;
 }
 
-// Whence the way comes to a stop.
-function lastBefore(stop: number, found: FoundWay | null): Point | undefined {
+// Whence the way comes to a stop, from that on.
+function lineFrom(stop: number, found: FoundWay | null): Point[] {
   const leg = found?.legs.find((each) => each.stop === stop);
-  return leg?.way.segments.at(-1)?.mapPoints.at(-2);
+  return [...(leg?.way.segments.at(-1)?.mapPoints ?? [])].reverse();
 }
 
 function marksOn(
@@ -73,7 +80,7 @@ function marksOn(
   const onWay = first?.mapId === floor.map ? first.mapPoints[0] : undefined;
   const start = found === null ? pointsOf(context, state.from, floor.map)[0] : onWay;
   if (state.from !== null && start !== undefined) {
-    const isNamedAbove = onWay !== undefined && leadsDown(onWay, first?.mapPoints[1]);
+    const isNamedAbove = onWay !== undefined && leadsDown(first!.mapPoints, floor);
     marks.push({ ...plain, kind: "start", at: start, label: label(state.from), isNamedAbove });
   }
   const stops = state.to === null ? state.via : [...state.via, state.to];
@@ -82,7 +89,7 @@ function marksOn(
     if (at === undefined) return;
     const number = stops.length > 1 ? stop + 1 : null;
     const kind = end === state.to ? "end" : "stop";
-    const isNamedAbove = leadsDown(at, lastBefore(stop, found));
+    const isNamedAbove = leadsDown(lineFrom(stop, found), floor);
     marks.push({ ...plain, kind, at, label: label(end), number, isNamedAbove });
   });
   if (state.place !== null) marks.push(...chosenMarks(context, state.place, floor, signs));

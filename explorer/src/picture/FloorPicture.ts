@@ -59,6 +59,12 @@ class Drawing {
     return x >= left && x <= right && y >= top && y <= bottom;
   }
 
+  // The middle of what is so wide to either side, moved into the picture.
+  within(x: number, half: number): number {
+    const [left, , right] = this.#edges;
+    return Math.min(Math.max(x, left + half + 2), Math.max(right - half - 2, half));
+  }
+
   take(box: Box): boolean {
     if (this.#taken.some((each) => overlap(each, box))) return false;
     this.#taken.push(box);
@@ -69,8 +75,7 @@ class Drawing {
   text(words: string, x: number, top: number, weight: number, size: number, isNeeded: boolean): void {
     const lines = wrapped(words).split("\n");
     const half = Math.max(...lines.map((line) => widthOf(line, weight, size))) / 2;
-    const [left, , right] = this.#edges;
-    const middle = Math.min(Math.max(x, left + half + 2), Math.max(right - half - 2, half));
+    const middle = this.within(x, half);
     const box: Box = [middle - half, top, middle + half, top + lines.length * size * lineHeight];
     if (!this.take(box) && !isNeeded) return;
     const spans = lines.map((line, index) =>
@@ -104,19 +109,26 @@ function drawPassage(drawing: Drawing, { at, label }: Passage): void {
   const [x, y] = drawing.at(at);
   const size = 13;
   const half = widthOf(label, 700, size) / 2 + 6;
-  drawing.take([x - half, y - 32, x + half, y + 8]);
+  const middle = drawing.within(x, half);
+  drawing.take([middle - half, y - 32, middle + half, y + 8]);
   drawing.group.append(
     s("circle", { cx: x, cy: y, r: 5.5, fill: colours.way, stroke: colours.accent, "stroke-width": 3 }),
-    s("rect", { x: x - half, y: y - 32, width: 2 * half, height: 21, rx: 6, fill: colours.accent }),
+    s("rect", { x: middle - half, y: y - 32, width: 2 * half, height: 21, rx: 6, fill: colours.accent }),
     s(
       "text",
-      { x, y: y - 16.5, "text-anchor": "middle", "font-size": size, "font-weight": 700, fill: "#ffffff" },
+      { x: middle, y: y - 16.5, "text-anchor": "middle", "font-size": size, "font-weight": 700, fill: "#ffffff" },
       label,
     ),
   );
 }
 
-function drawMark(drawing: Drawing, { kind, at, label, isNamedAbove }: Mark): void {
+function pinInside(number: number | null): SVGElement {
+  if (number === null) return s("circle", { cx: 12, cy: 12, r: 4.2, fill: colours.paper });
+  const text = { x: 12, y: 16.3, "text-anchor": "middle", "font-size": 12.5, "font-weight": 700 };
+  return s("text", { ...text, fill: colours.paper }, String(number));
+}
+
+function drawMark(drawing: Drawing, { kind, at, label, number, isNamedAbove }: Mark): void {
   const [x, y] = drawing.at(at);
   if (kind === "start") {
     const stroke = { stroke: colours.paper, "stroke-width": 3 };
@@ -129,7 +141,7 @@ function drawMark(drawing: Drawing, { kind, at, label, isNamedAbove }: Mark): vo
         "g",
         { transform: `translate(${x - 12} ${y - 31})` },
         s("path", { d: pin, fill, stroke: colours.paper, "stroke-width": 1.6 }),
-        s("circle", { cx: 12, cy: 12, r: 4.2, fill: colours.paper }),
+        pinInside(number),
       ),
     );
     drawing.take([x - 12, y - 31, x + 12, y + 1]);
