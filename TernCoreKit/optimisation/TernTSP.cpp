@@ -59,14 +59,25 @@ class Tour {
   const std::uint32_t all_;
 };
 
+// Without a stop where there is no memory even for one.
+TernTSP::Result onlyTheStart() {
+  TernTSP::Result result;
+  detail::attempt([&] { result.tour.push_back(0); });
+  return result;
+}
+
+std::string isUnsolved(std::size_t stops) {
+  return "a tour of " + std::to_string(stops) + " stops is not solved";
+}
+
 }  // namespace
 
 TernTSP::Result TernTSP::solve(const Matrix& lengths) {
   if (lengths.size() > mostStops) {
-    logSdk("a tour of " + std::to_string(lengths.size()) + " stops is not solved, only of " +
-           std::to_string(mostStops));
+    detail::attempt(
+        [&] { logSdk(isUnsolved(lengths.size()) + ", only of " + std::to_string(mostStops)); });
   }
-  if (lengths.size() < 2 || lengths.size() > mostStops) return {{0}};
+  if (lengths.size() < 2 || lengths.size() > mostStops) return onlyTheStart();
   Result result;
   const auto order = [&] {
     Matrix square = lengths;
@@ -75,8 +86,8 @@ TernTSP::Result TernTSP::solve(const Matrix& lengths) {
     result = {tour.order(), tour.cost()};
   };
   if (detail::attempt(order)) return result;
-  logSdk("out of memory: a tour of " + std::to_string(lengths.size()) + " stops is not solved");
-  return {{0}};
+  detail::attempt([&] { logSdk("out of memory: " + isUnsolved(lengths.size())); });
+  return onlyTheStart();
 }
 
 std::vector<std::uint32_t> TernTSP::combinations(int r, int n) {

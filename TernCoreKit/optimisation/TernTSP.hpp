@@ -15,7 +15,7 @@ namespace tern::inline v5 {
 /// Ownership: keeps nothing.
 /// Threads: any.
 /// Fails: by the result: without stops, with only one, past `mostStops` and where memory runs out
-/// the tour is [0] and its cost infinite.
+/// the tour is [0], or empty where there is no memory for that either, and its cost infinite.
 ///
 ///     const auto [tour, cost] = TernTSP::solve({{0, 1, 10}, {1, 0, 1}, {10, 1, 0}});
 ///     // tour 0, 1, 2; cost 2

@@ -19,6 +19,7 @@
 #include "TernCoreKit/spatial/TernNearestElement.hpp"
 #include "tests/support/ActiveVenue.hpp"
 #include "tests/support/CapturedLog.hpp"
+#include "tests/support/FailingAllocation.hpp"
 #include "tests/support/Mutations.hpp"
 
 namespace tern::test {
@@ -273,6 +274,42 @@ TEST_F(TernPOIOptimizationTest, theApplicationsDelegateIsThereAgainAndRestrictsN
                                            [&](auto, auto found) { order = std::move(found); });
   EXPECT_EQ(order.size(), 1U);
   EXPECT_EQ(venue_->nearestElement()->delegate, delegate);
+}
+
+TEST_F(TernPOIOptimizationTest, isWholeOrHasNoStopsWhateverAllocationFails) {
+  load(threeFloors, {{7, "H L"}, {8, "E"}, {9, "K"}, {10, "C"}, {11, "D"}});
+  const auto all = venue_->destinations->getAll();
+  const auto start = waypointAt(*venue_, 'A');
+  const auto delegate = std::make_shared<Refusing>();
+  venue_->nearestElement()->delegate = delegate;
+  struct Told {
+    int times = 0;
+    std::size_t legs = 0;
+    TernPOIOptimization::Destinations order;
+  } told;
+  const TernPOIOptimization::Completion completion = [&told](auto legs, auto order) {
+    ++told.times;
+    told.legs = legs.size();
+    told.order = std::move(order);
+  };
+  const auto run = [&] {
+    EXPECT_NO_THROW(ordering_->wayfindToMultipleDestinations(all, start, 100, completion));
+  };
+  run();
+  const Told whole = std::exchange(told, {});
+  ASSERT_EQ(whole.legs, 5U);
+  const int failed = forFailingAllocations(FailingAllocation::Reach::thread, run, [&] {
+    const Told now = std::exchange(told, {});
+    ASSERT_EQ(now.times, 1);
+    ASSERT_TRUE(now.order.empty() || now.order == whole.order);
+    ASSERT_EQ(now.legs, now.order.empty() ? 0U : whole.legs);
+    ASSERT_EQ(ordering_->finalOrderOfWaypoints().empty(), now.order.empty());
+    ASSERT_EQ(venue_->nearestElement()->delegate, delegate);
+    log_.take();
+    run();
+    ASSERT_EQ(std::exchange(told, {}).order, whole.order) << "the next one has memory again";
+  });
+  EXPECT_GT(failed, 60);
 }
 
 TEST_F(TernPOIOptimizationTest, legWithoutARouteIsEmpty) {

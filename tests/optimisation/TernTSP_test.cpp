@@ -14,6 +14,7 @@
 
 #include "bench/LiteralTour.hpp"
 #include "tests/support/CapturedLog.hpp"
+#include "tests/support/FailingAllocation.hpp"
 
 namespace tern {
 namespace {
@@ -99,6 +100,28 @@ TEST(TernTSP, morePlacesThanThatAreRefusedAndLogged) {
   EXPECT_THAT(tour, ElementsAre(0));
   EXPECT_EQ(cost, infiniteCost);
   EXPECT_THAT(log.take(), ElementsAre("Tern SDK: a tour of 23 stops is not solved, only of 22"));
+}
+
+TEST(TernTSP, withoutMemoryTheTourIsTheStartOrEmptyAndNothingIsThrown) {
+  test::CapturedLog log;
+  const TernTSP::Matrix line = {{0, 1, 10}, {1, 0, 1}, {10, 1, 0}};
+  const TernTSP::Matrix tooMany(TernTSP::mostStops + 1);
+  for (const TernTSP::Matrix& lengths : {TernTSP::Matrix(), line, tooMany}) {
+    const TernTSP::Result solved = TernTSP::solve(lengths);
+    log.take();
+    TernTSP::Result result;
+    const int failed = test::forFailingAllocations(
+        test::FailingAllocation::Reach::thread,
+        [&] { EXPECT_NO_THROW(result = TernTSP::solve(lengths)); },
+        [&] {
+          log.take();
+          const bool isSolved = result.tour == solved.tour && result.cost == solved.cost;
+          const bool isNone = result.tour.empty() || result.tour == std::vector<std::size_t>{0};
+          ASSERT_TRUE(isSolved || (isNone && result.cost == infiniteCost))
+              << testing::PrintToString(result.tour);
+        });
+    EXPECT_GE(failed, 2);
+  }
 }
 
 TEST(TernTSP, notIntIsTrueForPlacesOutsideTheSubset) {
