@@ -29,7 +29,8 @@ class KnownPlaces;
 ///
 /// Fails: by its answer. A request that is not understood changes nothing and is answered with
 /// {"error":{"code":"TN006","message":...,"description":...}}, one for which there is no memory
-/// with code "TN008" and the message "out of memory". Nothing is thrown or printed.
+/// with code "TN008" and the message "out of memory". Nothing is printed, and nothing thrown but
+/// std::bad_alloc, where there is no memory for that answer either.
 ///
 ///     TernAnswers answers(venue);
 ///     answers.answerText(R"({"op":"route","from":12,"to":40})");  // {"route":[{"mapId":3,...

@@ -196,7 +196,8 @@ TEST_P(TernAnswersFailing, answersOrSaysSoWhateverAllocationFails) {
         ASSERT_TRUE(text == answer || isError) << text;
         text.clear();
         ASSERT_EQ(answers.answerText(request), answer);
-      });
+      },
+      test::Throwing::badAlloc);
   EXPECT_GT(failed, 10);
   setLogSink({});
 }

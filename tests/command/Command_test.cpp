@@ -84,7 +84,8 @@ TEST(CommandWithoutMemory, endsWithOneLineWhateverAllocationFails) {
             }
           }
           renew();
-        });
+        },
+        test::Throwing::badAlloc);
     EXPECT_GT(failed, 60);
   }
 }

@@ -87,7 +87,8 @@ TEST_F(VenueLoading, whereMemoryRunsOutThereIsAnError) {
       [&] {
         ASSERT_TRUE(message.empty() || message == "loaded" || message.starts_with("TN")) << message;
         message.clear();
-      });
+      },
+      test::Throwing::badAlloc);
   EXPECT_GT(failed, 10);
 }
 

@@ -1,5 +1,7 @@
 #include "tests/support/FailingAllocation.hpp"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <new>
@@ -78,22 +80,24 @@ std::size_t countAllocations(FailingAllocation::Reach reach, const std::function
 }
 
 int forFailingAllocations(FailingAllocation::Reach reach, const std::function<void()>& work,
-                          const std::function<void()>& check, std::size_t first) {
+                          const std::function<void()>& check, Throwing throwing) {
   const std::size_t count = countAllocations(reach, work);
   check();
-  const std::size_t step =
-      isEveryFailureWanted() ? 1 : std::max<std::size_t>(1, (count - first) / sampled);
+  const std::size_t step = isEveryFailureWanted() ? 1 : std::max<std::size_t>(1, count / sampled);
   int failed = 0;
-  for (std::size_t nth = first; nth < count; nth += step) {
+  for (std::size_t nth = 0; nth < count; nth += step) {
     for (const auto times : {FailingAllocation::Times::once, FailingAllocation::Times::always}) {
+      bool hasThrown = false;
       {
         const FailingAllocation failing(nth, reach, times);
         try {
           work();
         } catch (const std::bad_alloc&) {
+          hasThrown = true;
         }
         failed += failing.hasFailed() ? 1 : 0;
       }
+      EXPECT_FALSE(hasThrown && throwing == Throwing::never) << "by allocation " << nth;
       check();
     }
   }

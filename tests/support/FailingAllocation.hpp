@@ -36,12 +36,15 @@ class FailingAllocation {
 // How many allocations the work makes.
 std::size_t countAllocations(FailingAllocation::Reach reach, const std::function<void()>& work);
 
+// Whether the work may let std::bad_alloc pass.
+enum class Throwing { never, badAlloc };
+
 // Does the work with one allocation failing, then with all from that one on, and so for allocations
 // spread over all that the work makes; for each one of them when TERN_TEST_FAILURES is "all" in the
-// environment. After each time `check` is called, when none fails any more. The work may let
-// std::bad_alloc pass. The first ones can be left out. Returns how many failed.
+// environment. After each time `check` is called, when none fails any more. A std::bad_alloc that
+// the work may not throw fails the test. Returns how many allocations failed.
 int forFailingAllocations(FailingAllocation::Reach reach, const std::function<void()>& work,
-                          const std::function<void()>& check, std::size_t first = 0);
+                          const std::function<void()>& check, Throwing throwing = Throwing::never);
 
 // From here on the allocations of this thread are none of the process's: of a server beside what is
 // tested, say.

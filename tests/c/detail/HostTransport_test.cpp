@@ -126,6 +126,7 @@ TEST_F(HostTransportTest, itsEndCancelsWhatIsUnderWay) {
   EXPECT_EQ(host_.waiting().size(), 2U);
 }
 
+// The host that is asked takes memory, too.
 TEST_F(HostTransportTest, eachRequestIsAnsweredWhateverAllocationFails) {
   const int failed = test::forFailingAllocations(
       test::FailingAllocation::Reach::thread,
@@ -136,7 +137,7 @@ TEST_F(HostTransportTest, eachRequestIsAnsweredWhateverAllocationFails) {
         if (host_.waiting().size() > before) test::completeWith(host_.waiting().back(), 200, "x");
         ASSERT_EQ(answers, 1);
       },
-      [] {});
+      [] {}, test::Throwing::badAlloc);
   EXPECT_GT(failed, 1);
 }
 

@@ -191,7 +191,8 @@ TEST(VenueAssembly, aBuildingComesInWholeOrNotAtAllWhateverAllocationFails) {
         }
         log.take();
         renew();
-      });
+      },
+      Throwing::badAlloc);
   EXPECT_GT(failed, 10);
 }
 
@@ -211,7 +212,8 @@ TEST(VenueAssembly, allPlacesGetTheirWaypointsOrNoneWhateverAllocationFails) {
         ASSERT_EQ(venue->destinations->getById(1)->waypoints.size(),
                   venue->amenities->getById(1)->waypoints.size());
         renew();
-      });
+      },
+      Throwing::badAlloc);
   EXPECT_GE(failed, 4);
 }
 
