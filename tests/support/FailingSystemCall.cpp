@@ -14,6 +14,7 @@
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
+#include <filesystem>
 #include <type_traits>
 #include <utility>
 
@@ -25,6 +26,14 @@ using tern::test::Countdown;
 
 constinit thread_local Countdown callsOfThread;
 constinit Countdown callsOfProcess;
+
+constinit thread_local std::vector<std::string>* recorded = nullptr;
+
+void record(const char* name, int file) {
+  if (recorded == nullptr) return;
+  const std::string link = "/proc/self/fd/" + std::to_string(file);
+  recorded->push_back(name + (" " + std::filesystem::read_symlink(link).string()));
+}
 
 bool callFails() {
   return callsOfThread.fails() || (!tern::test::isThisThreadSpared() && callsOfProcess.fails());
@@ -72,9 +81,13 @@ ssize_t read(int file, void* bytes, size_t size) {
   return callOr(EIO, "read", &read, file, bytes, size);
 }
 ssize_t write(int file, const void* bytes, size_t size) {
+  record("write", file);
   return callOr(ENOSPC, "write", &write, file, bytes, size);
 }
-int fsync(int file) { return callOr(EIO, "fsync", &fsync, file); }
+int fsync(int file) {
+  record("fsync", file);
+  return callOr(EIO, "fsync", &fsync, file);
+}
 int flock(int file, int what) noexcept { return callOr(ENOLCK, "flock", &flock, file, what); }
 int fstat(int file, struct stat* status) noexcept {
   return callOr(EIO, "fstat", &fstat, file, status);
@@ -83,12 +96,14 @@ int fstatat(int folder, const char* name, struct stat* status, int flags) noexce
   return callOr(EIO, "fstatat", &fstatat, folder, name, status, flags);
 }
 int mkdirat(int folder, const char* name, mode_t mode) noexcept {
+  record("mkdirat", folder);
   return callOr(ENOSPC, "mkdirat", &mkdirat, folder, name, mode);
 }
 int unlinkat(int folder, const char* name, int flags) noexcept {
   return callOr(EIO, "unlinkat", &unlinkat, folder, name, flags);
 }
 int renameat(int folder, const char* name, int into, const char* as) noexcept {
+  record("renameat", folder);
   return callOr(EIO, "renameat", &renameat, folder, name, into, as);
 }
 DIR* fdopendir(int folder) { return callOr(ENOMEM, "fdopendir", &fdopendir, folder); }
@@ -143,6 +158,14 @@ int forFailingSystemCalls(FailingAllocation::Reach reach, const std::function<vo
     }
   }
   return failed;
+}
+
+std::vector<std::string> callsThatReachTheDisk(const std::function<void()>& work) {
+  std::vector<std::string> calls;
+  recorded = &calls;
+  work();
+  recorded = nullptr;
+  return calls;
 }
 
 }  // namespace tern::test

@@ -9,6 +9,8 @@
 #pragma once
 
 #include <functional>
+#include <string>
+#include <vector>
 
 #include "tests/support/FailingAllocation.hpp"
 
@@ -20,5 +22,9 @@ namespace tern::test {
 // fails any more. Returns how many failed. `spareThisThread` holds for them too.
 int forFailingSystemCalls(FailingAllocation::Reach reach, const std::function<void()>& work,
                           const std::function<void()>& check);
+
+// The calls of this thread during the work that change what is on the disk, in order: each as its
+// name, a space and the path of what its first descriptor is open on.
+std::vector<std::string> callsThatReachTheDisk(const std::function<void()>& work);
 
 }  // namespace tern::test

@@ -93,15 +93,27 @@ Descriptor openFolderIn(const Descriptor& parent, const std::string& name) {
 
 enum class Missing { fails, isMade };
 
-Descriptor openRoot(const std::string& root, Missing missing) {
+// The names that have come into the folder are to outlast a power cut too.
+void syncNames(const Descriptor& folder) { ::fsync(folder.number()); }
+
+// With those above it that are missing; whether it was made.
+bool makeRoot(const std::filesystem::path& root) {
   std::error_code error;
+  if (root.empty() || std::filesystem::is_directory(root, error)) return false;
+  const std::filesystem::path parent = root.parent_path();
+  if (parent != root) makeRoot(parent);
+  if (!std::filesystem::create_directory(root, error)) return false;
+  const Descriptor above(::open(parent.empty() ? "." : parent.c_str(), folderFlags));
+  if (above.isOpen()) syncNames(above);
+  return true;
+}
+
+Descriptor openRoot(const std::string& root, Missing missing) {
   if (root.empty()) {
     errno = ENOENT;
     return Descriptor();
   }
-  if (missing == Missing::isMade && std::filesystem::create_directories(root, error)) {
-    ::chmod(root.c_str(), folderMode);
-  }
+  if (missing == Missing::isMade && makeRoot(root)) ::chmod(root.c_str(), folderMode);
   return Descriptor(::open(root.c_str(), folderFlags));
 }
 
@@ -110,9 +122,10 @@ Descriptor openFolder(const std::string& root, const Names& names,
   Descriptor folder = openRoot(root, missing);
   for (const std::string& name : names) {
     if (!folder.isOpen()) break;
-    if (missing == Missing::isMade && ::mkdirat(folder.number(), name.c_str(), folderMode) != 0 &&
-        errno != EEXIST) {
-      return Descriptor();
+    if (missing == Missing::isMade) {
+      const bool isMade = ::mkdirat(folder.number(), name.c_str(), folderMode) == 0;
+      if (!isMade && errno != EEXIST) return Descriptor();
+      if (isMade) syncNames(folder);
     }
     folder = openFolderIn(folder, name);
   }
@@ -320,8 +333,7 @@ std::optional<FileError> createBelow(const std::string& root, std::string_view p
     unlinkIn(entry->folder, partial.name);
     return error;
   }
-  // The new name is to outlast a power cut too.
-  ::fsync(folder);
+  syncNames(entry->folder);
   attempt([&] { removeDead(entry->folder); });
   return std::nullopt;
 }

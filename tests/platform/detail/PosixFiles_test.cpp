@@ -22,8 +22,10 @@ namespace tern::detail {
 namespace {
 
 namespace fs = std::filesystem;
+using test::callsThatReachTheDisk;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::StartsWith;
 
 std::ptrdiff_t openDescriptors() {
   return std::distance(fs::directory_iterator("/proc/self/fd"), {});
@@ -201,6 +203,34 @@ TEST_F(PosixFiles, aRemovalIsDoneOrAnErrorWhateverSystemCallFails) {
       });
   EXPECT_GT(failed, 20);
   EXPECT_EQ(openDescriptors(), open);
+}
+
+TEST_F(PosixFiles, whatIsWrittenIsOnTheDiskBeforeItHasItsNameAndThenTheNameIs) {
+  ASSERT_FALSE(files_.createFolders("a"));
+  const std::string folder = folder_.at("documents/a");
+  const auto calls =
+      callsThatReachTheDisk([&] { ASSERT_FALSE(files_.createFile("a/file", "text")); });
+  const std::string underWay = folder + "/.partial-";
+  EXPECT_THAT(calls, ElementsAre(StartsWith("write " + underWay), StartsWith("fsync " + underWay),
+                                 "renameat " + folder, "fsync " + folder));
+}
+
+TEST_F(PosixFiles, theNamesOfFoldersThatAreMadeAreOnTheDisk) {
+  const std::string above = folder_.path().string();
+  const auto make = [&] { ASSERT_FALSE(files_.createFolders("a/b")); };
+  EXPECT_THAT(callsThatReachTheDisk(make),
+              ElementsAre("fsync " + above, "mkdirat " + above + "/documents",
+                          "fsync " + above + "/documents", "mkdirat " + above + "/documents/a",
+                          "fsync " + above + "/documents/a"));
+  EXPECT_THAT(callsThatReachTheDisk(make), Not(testing::Contains(StartsWith("fsync"))))
+      << "those that are there are left alone";
+}
+
+TEST_F(PosixFiles, makesWhatIsMissingAboveTheDocumentsFolderAndSyncsItsName) {
+  detail::PosixFiles files(folder_.at("x/y/documents"));
+  EXPECT_THAT(callsThatReachTheDisk([&] { ASSERT_FALSE(files.createFolders("")); }),
+              ElementsAre("fsync " + folder_.path().string(), "fsync " + folder_.at("x"),
+                          "fsync " + folder_.at("x/y")));
 }
 
 // Containers give each process the same number, and a crash leaves a file under way behind.
