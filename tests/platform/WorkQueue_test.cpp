@@ -14,6 +14,7 @@
 
 #include "TernCoreKit/platform/detail/ThreadPool.hpp"
 #include "tests/support/FailingAllocation.hpp"
+#include "tests/support/FailingSystemCall.hpp"
 #include "tests/support/Waiting.hpp"
 #include "tests/support/WorkQueues.hpp"
 
@@ -73,6 +74,28 @@ TEST(WorkQueueConcurrent, aPoolRunsEachTaskWhateverAllocationFails) {
         pool.emplace(1);
       });
   EXPECT_GE(failed, 4) << "of the thread and of the task's place, once and always";
+}
+
+TEST(WorkQueueConcurrent, aTaskRunsOnItsCallersThreadWhenNoOtherIsToBeHad) {
+  std::optional<detail::ThreadPool> pool(1);
+  const std::thread::id caller = std::this_thread::get_id();
+  std::atomic<int> ran = 0;
+  int ranHere = 0;
+  const int failed = test::forFailingSystemCalls(
+      test::FailingAllocation::Reach::thread,
+      [&] {
+        pool->run([&] {
+          if (std::this_thread::get_id() == caller) ++ranHere;
+          ++ran;
+        });
+      },
+      [&] {
+        test::awaitUntil([&] { return ran == 1; }, "the task");
+        ran = 0;
+        pool.emplace(1);
+      });
+  EXPECT_EQ(failed, 2) << "of the thread, once and always";
+  EXPECT_EQ(ranHere, failed);
 }
 
 TEST(WorkQueueConcurrent, aTaskThatRunsOutOfMemoryEndsNothingElse) {

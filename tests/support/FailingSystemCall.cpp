@@ -4,6 +4,7 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <poll.h>
+#include <pthread.h>
 #include <sys/eventfd.h>
 #include <sys/file.h>
 #include <sys/socket.h>
@@ -122,6 +123,21 @@ ssize_t recv(int file, void* bytes, size_t size, int flags) {
 }
 int eventfd(unsigned count, int flags) noexcept {
   return callOr(EMFILE, "eventfd", &eventfd, count, flags);
+}
+// The sanitizers', which have to know of each thread; null without one.
+[[gnu::weak]] int sanitizedPthreadCreate(pthread_t* thread, const pthread_attr_t* attributes,
+                                         void* (*work)(void*), void* word) noexcept
+    __asm__("__interceptor_pthread_create");
+
+// Says by its result what the others say by `errno`.
+int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*work)(void*),
+                   void* word) noexcept {
+  if (callFails()) return EAGAIN;
+  using Create = decltype(&pthread_create);
+  const Create create = sanitizedPthreadCreate != nullptr
+                            ? &sanitizedPthreadCreate
+                            : reinterpret_cast<Create>(::dlsym(RTLD_NEXT, "pthread_create"));
+  return create(thread, attributes, work, word);
 }
 
 }  // extern "C"

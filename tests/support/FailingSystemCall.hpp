@@ -1,7 +1,7 @@
 // Lets a system call fail: the n-th from here on, counted from 0, of those that reach a file, a
-// folder or a peer, with an error that such a call has in the world: no space, a broken disk, no
-// descriptor, a connection that is reset. Calls that only give something back (close, shutdown)
-// never fail.
+// folder or a peer or start a thread, with an error that such a call has in the world: no space, a
+// broken disk, no descriptor, a connection that is reset, no thread to be had. Calls that only give
+// something back (close, shutdown) never fail.
 //
 //   forFailingSystemCalls(Reach::thread, [&] { save(); }, [&] { check(); });
 //
