@@ -3,11 +3,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
+#include <unistd.h>
 
 #include <atomic>
 #include <cmath>
+#include <fstream>
+#include <functional>
 #include <future>
 #include <limits>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <thread>
@@ -24,10 +28,12 @@
 #include "TernCoreKit/model/records/TernPosition.hpp"
 #include "TernCoreKit/model/venue/VenueAssembly.hpp"
 #include "TernCoreKit/platform/Json.hpp"
+#include "TernCoreKit/spatial/TernNearestElement.hpp"
 #include "TernCoreKit/wayfinding/TernASGrid.hpp"
 #include "tests/support/ActiveVenue.hpp"
 #include "tests/support/CapturedLog.hpp"
 #include "tests/support/FailingAllocation.hpp"
+#include "tests/support/JoiningThread.hpp"
 #include "tests/support/MadeRecords.hpp"
 #include "tests/support/Waiting.hpp"
 #include "tests/support/WorkQueues.hpp"
@@ -682,6 +688,43 @@ TEST(TernActiveVenueConcurrent, routesAreFoundWhileTheGraphIsReplaced) {
     EXPECT_EQ(route(*venue, 'A', 'E'), "AB DE");
   }
   rebuilds.wait();
+}
+
+// Whether a thread of this process waits for something.
+bool isAsleep(pid_t thread) {
+  std::ifstream file("/proc/self/task/" + std::to_string(thread) + "/stat");
+  std::string state;
+  std::getline(file, state);
+  return state.find(") S ") != std::string::npos;
+}
+
+// Does the work while somebody else has the venue's search locked; whether the records could be
+// locked when the work had come to wait for the search.
+bool areRecordsFreeWhileTheSearchIsAwaited(TernActiveVenue& venue,
+                                           const std::function<void()>& work) {
+  const auto search = venue.nearestElement();
+  std::unique_lock lock(search->mutex());
+  std::promise<pid_t> isBegun;
+  const JoiningThread worker([&] {
+    isBegun.set_value(::gettid());
+    work();
+  });
+  const pid_t thread = await(isBegun, "the worker");
+  awaitUntil([&] { return isAsleep(thread); }, "the worker's wait for the search");
+  const auto taken =
+      std::async(std::launch::async, [&] { const MutexLock records(venue.recordsMutex()); });
+  const bool areFree = taken.wait_for(longestWait) == std::future_status::ready;
+  lock.unlock();
+  return areFree;
+}
+
+TEST(TernActiveVenueConcurrent, whoWaitsForASearchLeavesTheRecordsFree) {
+  const auto venue = readyDrawn(twoFloors);
+  venue->loadKDTree();
+  const ScopedBackgroundQueue atOnce(std::make_shared<RunNowQueue>());
+  EXPECT_TRUE(areRecordsFreeWhileTheSearchIsAwaited(
+      *venue, [&] { venue->updateWayfindDataWithCompletion({}); }));
+  EXPECT_TRUE(areRecordsFreeWhileTheSearchIsAwaited(*venue, [&] { venue->loadKDTree(); }));
 }
 
 TEST(TernActiveVenueConcurrent, aVenueMayBeReleasedWhileItIsRebuilt) {
