@@ -36,6 +36,8 @@ void record(const char* name, int file) {
   recorded->push_back(name + (" " + std::filesystem::read_symlink(link).string()));
 }
 
+constinit thread_local int namesTaken = 0;
+
 bool callFails() {
   return callsOfThread.fails() || (!tern::test::isThisThreadSpared() && callsOfProcess.fails());
 }
@@ -72,6 +74,11 @@ int openat(int folder, const char* path, int flags, ...) {
   va_start(more, flags);
   const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(more, mode_t) : 0;
   va_end(more);
+  if ((flags & O_EXCL) != 0 && namesTaken > 0) {
+    --namesTaken;
+    errno = EEXIST;
+    return -1;
+  }
   return callOr(EMFILE, "openat", &openat, folder, path, flags, mode);
 }
 // How libc++ opens a stream, below which no call can be seen.
@@ -175,6 +182,8 @@ int forFailingSystemCalls(FailingAllocation::Reach reach, const std::function<vo
   }
   return failed;
 }
+
+void letNamesBeTaken(int count) { namesTaken = count; }
 
 std::vector<std::string> callsThatReachTheDisk(const std::function<void()>& work) {
   std::vector<std::string> calls;

@@ -23,6 +23,9 @@ namespace tern::test {
 int forFailingSystemCalls(FailingAllocation::Reach reach, const std::function<void()>& work,
                           const std::function<void()>& check);
 
+// So many of the next files that this thread makes, and that must not be there yet, are.
+void letNamesBeTaken(int count);
+
 // The calls of this thread during the work that change what is on the disk, in order: each as its
 // name, a space and the path of what its first descriptor is open on.
 std::vector<std::string> callsThatReachTheDisk(const std::function<void()>& work);
