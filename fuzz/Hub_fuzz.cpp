@@ -175,8 +175,10 @@ Value answerOf(Value body, int status = 200) {
 std::vector<std::string> seeds() {
   const Value venue = smallVenue();
   const Value list = Value::list({Value::map({{"id", 1}}), Value::map({{"id", 2}})});
-  const Value customerDocument =
-      Value::map({{"id", 1}, {"generatedAt", "Mon"}, {"venues", Value::map({{"items", list}})}});
+  const Value customerDocument = Value::map({{"id", 1},
+                                             {"generatedAt", "Mon"},
+                                             {"hostURL", "https://evil.example.org"},
+                                             {"venues", Value::map({{"items", list}})}});
   const Value loads = Value::list({0, 1, 2, 3, 4, 5, 6, 7, 8});
   Value withStamp = venue["venue"];
   withStamp.set("id", 1);

@@ -27,6 +27,7 @@
 #include "TernCoreKit/platform/Json.hpp"
 #include "TernCoreKit/service/ServiceHost.hpp"
 #include "TernCoreKit/wayfinding/joined/TernMultiActiveVenues.hpp"
+#include "tests/support/DescriptorLimit.hpp"
 #include "tests/support/FailingAllocation.hpp"
 #include "tests/support/HubScene.hpp"
 #include "tests/support/VenueFolders.hpp"
@@ -81,7 +82,9 @@ struct ErrorCalls {
 class CountingDelegate final : public TernHubDelegate {
  public:
   void wayfindDataLoaded() override { ++count; }
+  void wayfindDataFailed() override { ++failures; }
   int count = 0;
+  int failures = 0;
 };
 
 std::string compact(const Value& value) { return encodeJson(value, JsonLayout::compact); }
@@ -338,14 +341,25 @@ TEST_F(TernHub, customerDocumentSetsFieldsWithValuesOfTheirKindOnly) {
   const Value name = hub.name();
   for (const char* document :
        {R"({"customer":{"x":1},"id":"9","name":7,"venuesDictionary":[1],"localeDictionary":"x"})",
-        R"({"customer":"2","id":[9],"name":{},"venuesDictionary":5,"localeDictionary":null})"}) {
+        R"({"customer":"2","id":[9],"name":{},"venuesDictionary":5,"localeDictionary":null,
+            "autoCache":"no"})"}) {
     hub.initWithDictionary(decodeJson(document).value);
+    EXPECT_TRUE(hub.autoCache());
     EXPECT_EQ(hub.customer(), Value(1));
     EXPECT_TRUE(hub.id().isAbsent());
     EXPECT_EQ(hub.name(), name);
     EXPECT_TRUE(hub.venuesDictionary().isAbsent());
     EXPECT_TRUE(hub.localeDictionary().isAbsent());
   }
+}
+
+TEST_F(TernHub, customerDocumentSetsTheCustomerAndTheDictionaries) {
+  auto& hub = scene_.hub();
+  hub.initWithDictionary(
+      decodeJson(R"({"customer":2,"venuesDictionary":{"a":1},"localeDictionary":{"b":1}})").value);
+  EXPECT_EQ(hub.customer(), Value(2));
+  EXPECT_EQ(hub.venuesDictionary(), Value::map({{"a", 1}}));
+  EXPECT_EQ(hub.localeDictionary(), Value::map({{"b", 1}}));
 }
 
 TEST_F(TernHub, aStampThatNoHeaderCanHoldReadsAsNone) {
@@ -602,6 +616,21 @@ TEST_F(TernHub, doesNotKeepItsDelegate) {
   EXPECT_TRUE(scene_.queue->runNext());
 }
 
+TEST_F(TernHub, tellsTheDelegateWhenTheGraphCannotBeBuilt) {
+  const auto delegate = std::make_shared<CountingDelegate>();
+  scene_.hub().setDelegate(delegate);
+  const VenueCalls calls = loadTwoFloors();
+  ASSERT_EQ(scene_.queue->waiting(), 1U);
+  {
+    const test::FailingAllocation all(0, test::FailingAllocation::Reach::thread,
+                                      test::FailingAllocation::Times::always);
+    scene_.queue->runNext();
+  }
+  EXPECT_EQ(delegate->failures, 1);
+  EXPECT_EQ(delegate->count, 0);
+  EXPECT_EQ(calls.result()->globalASGrid(), nullptr);
+}
+
 TEST_F(TernHub, loadsAGivenBuilding) {
   scene_.answers["/venue/7/full"] = HubScene::json(venueAnswer);
   scene_.answers["/venue/7/building/2/full"] = HubScene::json(
@@ -675,6 +704,20 @@ TEST_F(TernHub, takesWhatTheApplicationSets) {
   EXPECT_EQ(hub.cache(), nullptr);
   EXPECT_EQ(hub.auth(), nullptr);
   EXPECT_EQ(hub.multiActiveVenues(), nullptr);
+}
+
+TEST_F(TernHub, saysWhyTheCacheCannotBeCleared) {
+  scene_.writeCache("/venue/7/full", venueAnswer);
+  auto& hub = scene_.hub();
+  {
+    const test::DescriptorLimit limit(1);
+    hub.clearAllCache();
+  }
+  EXPECT_THAT(scene_.log.take(),
+              ElementsAre("Error: Error removing file at path: Too many open files"));
+  EXPECT_NE(scene_.cached("/venue/7/full"), "");
+  hub.clearAllCache();
+  EXPECT_EQ(scene_.cached("/venue/7/full"), "");
 }
 
 TEST_F(TernHub, aCustomerThatIsAWholeNumberWithAnExponentIsThatNumber) {
