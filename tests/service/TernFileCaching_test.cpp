@@ -61,6 +61,13 @@ class TernFileCaching : public testing::Test {
 };
 using TernFileCachingConcurrent = TernFileCaching;
 
+TEST_F(TernFileCaching, knowsItsVersionAndItsFiles) {
+  const auto files = makeFileSystem(folder_.path().string());
+  const auto cache = tern::TernFileCaching::initWithVersion("5.12.2", files);
+  EXPECT_EQ(cache->version(), "5.12.2");
+  EXPECT_EQ(cache->fileManager(), files);
+}
+
 TEST_F(TernFileCaching, keepsAnEntryInFoldersNamedAfterItsKeyQueryIncluded) {
   const auto cache = open();
   EXPECT_EQ(cache->documentFolder(), folder_.path().string());

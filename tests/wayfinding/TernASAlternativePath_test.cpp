@@ -343,6 +343,8 @@ TEST(TernASAlternativePath, aReusedFinderComparesWithItsOldBest) {
   const std::string best = lettersOf(*drawn.finder.bestAlternativePath);
   drawn.letters('A', 'E');
   EXPECT_EQ(lettersOf(*drawn.finder.bestAlternativePath), best);
+  drawn.letters('A', 'Z');
+  EXPECT_EQ(lettersOf(*drawn.finder.bestAlternativePath), best) << "there is no route to compare";
 }
 
 TEST(TernASAlternativePath, anglesRunClockwiseFromEastWhichIs360) {

@@ -40,6 +40,10 @@ TEST(TernBuildingCollection, defaultIdNamesTheDefault) {
   const auto buildings = filled<TernBuildingCollection>(R"([{"id": 9}, {"id": 10}])");
   buildings->defaultId = 9;
   EXPECT_EQ(idOf(buildings->getDefault()), 9);
+  for (const char* number : {"9.0", "9e0"}) {
+    buildings->defaultId = parsed(number);
+    EXPECT_EQ(idOf(buildings->getDefault()), 9) << number;
+  }
   buildings->defaultId = 11;
   EXPECT_EQ(buildings->getDefault(), nullptr);
 }

@@ -39,6 +39,10 @@ TEST(TernFloorCollection, getDefaultIsTheFloorOfTheDefaultIdOrElseOfTheFirstKey)
   EXPECT_EQ(idOf(floors->getDefault()), 10);
   floors->defaultFloorId = 4;
   EXPECT_EQ(idOf(floors->getDefault()), 4);
+  for (const char* number : {"9.0", "9e0"}) {
+    floors->defaultFloorId = parsed(number);
+    EXPECT_EQ(idOf(floors->getDefault()), 9) << number;
+  }
   floors->defaultFloorId = 5;
   EXPECT_EQ(floors->getDefault(), nullptr);
   EXPECT_EQ(TernFloorCollection().getDefault(), nullptr);
@@ -87,6 +91,8 @@ TEST(TernFloorCollection, sortsByPreferenceLevelAndElevationEqualOnesInTheirOrde
   EXPECT_THAT(ids(floors->getAllSortedByLevel()), ElementsAre(3, 2, 1, 4));
   EXPECT_THAT(ids(floors->getAllSortedByElevation()), ElementsAre(3, 4, 1, 2));
   EXPECT_THAT(ids(floors->allFloors()), ElementsAre(1, 2, 3, 4));
+  EXPECT_EQ(*floors->preferencesArray(), floors->getAllSortedByPreference());
+  EXPECT_EQ(*floors->elevationsArray(), floors->getAllSortedByElevation());
 }
 
 TEST(TernFloorCollection, aNumberThatIsNoneSortsAsZero) {
