@@ -15,6 +15,7 @@
 
 #include "TernCoreKit/model/collections/TernDestinationCollection.hpp"
 #include "TernCoreKit/model/collections/TernMapCollection.hpp"
+#include "TernCoreKit/model/records/TernLocation.hpp"
 #include "TernCoreKit/platform/Log.hpp"
 #include "TernCoreKit/spatial/TernNearestElement.hpp"
 #include "tests/support/ActiveVenue.hpp"
@@ -228,6 +229,59 @@ TEST_F(TernPOIOptimizationTest, itsStepsOneAfterAnotherAreTheWholeRun) {
   for (std::size_t i = 0; i < legs.size(); ++i) {
     EXPECT_EQ(lettersOf(legs[i]), lettersOf(whole.legs[i]));
   }
+}
+
+TEST_F(TernPOIOptimizationTest, itsStepsSettleADestinationByTheScoresOfItsLevels) {
+  load(threeFloors, {{7, "H L"}, {8, "E"}, {9, "K"}, {10, "C"}});
+  EXPECT_EQ(ordering_->activeVenue(), venue_);
+  EXPECT_EQ(ordering_->searchElement(), venue_->nearestElement());
+  ordering_->setStartWayPoint(waypointAt(*venue_, 'A'));
+  EXPECT_EQ(ordering_->startWayPoint(), waypointAt(*venue_, 'A'));
+  ordering_->setAccessible(5);
+  EXPECT_EQ(ordering_->accessible(), 5);
+  ordering_->setDestinations(venue_->destinations->getAll());
+  ordering_->createPriorityLevelScore();
+  EXPECT_EQ(ordering_->getScore(2), 2);
+  EXPECT_EQ(ordering_->getScore(3), 2);
+
+  const auto either = venue_->destinations->getById(7);
+  ordering_->adjustTheScore(*either, {3});
+  EXPECT_EQ(ordering_->getScore(2), 1) << "that of the level that is not among them";
+  EXPECT_EQ(ordering_->getScore(3), 2);
+  const auto settled = ordering_->finalizeWaypointFor(*either, false);
+  ASSERT_NE(settled, nullptr);
+  EXPECT_EQ(settled->mapId.integer(), 3) << "where the score is greater";
+  EXPECT_EQ(ordering_->intermediateStateOfDestination().at(7).decidedMapid, 3);
+  ordering_->rearrangeDestinations();
+  std::vector<std::int64_t> ids;
+  for (const auto& each : ordering_->destinations()) ids.push_back(each->id.integer());
+  EXPECT_THAT(ids, ElementsAre(7, 10, 9, 8)) << "of one score the greater id first";
+
+  ordering_->adjustTheScore(*venue_->destinations->getById(9), {});
+  ordering_->adjustTheScore(*either, {2});
+  ASSERT_EQ(ordering_->getScore(3), 0);
+  ordering_->updateDecidedLocationForNewScore(*either);
+  EXPECT_EQ(ordering_->intermediateStateOfDestination().at(7).decidedMapid, 2);
+  EXPECT_EQ(ordering_->getScore(2), 2) << "it counts where it is now";
+  EXPECT_EQ(ordering_->getScore(3), -1);
+}
+
+TEST_F(TernPOIOptimizationTest, itsStepsOrderASingleLevelFromAnyStop) {
+  load(threeFloors, {{7, "D"}, {8, "C"}, {9, "E"}});
+  ordering_->setStartWayPoint(waypointAt(*venue_, 'A'));
+  ordering_->setDestinations(venue_->destinations->getAll());
+  ordering_->createPriorityLevelScore();
+  ordering_->selectWaypointsOfDestinations();
+  ordering_->getShortestDistanceandTour(1, waypointAt(*venue_, 'A'));
+  EXPECT_EQ(stops(), "ACD");
+}
+
+TEST_F(TernPOIOptimizationTest, searchEndsWhereItIsToldTo) {
+  load(threeFloors);
+  ordering_->setSearchElementConditionWaypoints({waypointAt(*venue_, 'B')});
+  EXPECT_THAT(ordering_->searchElementConditionWaypoints(), ElementsAre(waypointAt(*venue_, 'B')));
+  EXPECT_TRUE(ordering_->isConditionPassedWithWaypoint(waypointAt(*venue_, 'B')));
+  EXPECT_FALSE(ordering_->isConditionPassedWithWaypoint(waypointAt(*venue_, 'A')));
 }
 
 TEST_F(TernPOIOptimizationTest, itsMatrixIsFilledStopByStopAlongAChain) {
