@@ -706,6 +706,33 @@ TEST_F(TernHub, takesWhatTheApplicationSets) {
   EXPECT_EQ(hub.multiActiveVenues(), nullptr);
 }
 
+TEST_F(TernHub, handsOutTheCacheTheLoginAndTheJoinedVenuesThatTheApplicationSets) {
+  auto& hub = scene_.hub();
+  const auto cache = TernFileCaching::initWithVersion("9");
+  const auto auth = std::make_shared<OAuthConnector>();
+  const auto joined = TernMultiActiveVenues::initWithActiveVenues({});
+  hub.setCache(cache);
+  hub.setAuth(auth);
+  hub.setMultiActiveVenues(joined);
+  EXPECT_EQ(hub.cache(), cache);
+  EXPECT_EQ(hub.auth(), auth);
+  EXPECT_EQ(hub.multiActiveVenues(), joined);
+}
+
+TEST_F(TernHub, asksAsTheApplicationSetsItAndKeepsTheDictionariesThatItSets) {
+  const auto hub = tern::TernHub::initCustomerWithDictionary(Value::map({{"customerId", 1}}));
+  hub->setHostURL("https://elsewhere.example.com");
+  hub->setGeoJSON(true);
+  hub->setVenuesDictionary(Value::map({{"a", 1}}));
+  hub->setLocaleDictionary(Value::map({{"b", 2}}));
+  EXPECT_EQ(hub->hostURL(), "https://elsewhere.example.com");
+  EXPECT_EQ(hub->client()->hostURL(), "https://elsewhere.example.com");
+  EXPECT_TRUE(hub->geoJSON());
+  EXPECT_EQ(hub->getRequest("/a"), "/QRVS/api/customer/1/a?v=4.12&locale=en-US&geojson=true");
+  EXPECT_EQ(hub->venuesDictionary(), Value::map({{"a", 1}}));
+  EXPECT_EQ(hub->localeDictionary(), Value::map({{"b", 2}}));
+}
+
 TEST_F(TernHub, saysWhyTheCacheCannotBeCleared) {
   scene_.writeCache("/venue/7/full", venueAnswer);
   auto& hub = scene_.hub();

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <string>
+#include <system_error>
 
 #include "tools/tern/Output.hpp"
 
@@ -16,7 +17,11 @@ constexpr const char* eraseLine = "\r\x1B[K";
 
 LoadingProgress::LoadingProgress(int descriptor, std::chrono::milliseconds step) {
   if (isatty(descriptor) == 0) return;
-  thread_ = std::thread([this, descriptor, step] { show(descriptor, step); });
+  try {
+    thread_ = std::thread([this, descriptor, step] { show(descriptor, step); });
+  } catch (const std::system_error&) {
+    // What is loaded is worth more than to be told of it.
+  }
 }
 
 LoadingProgress::~LoadingProgress() {

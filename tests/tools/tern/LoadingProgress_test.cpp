@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 
+#include "tests/support/FailingSystemCall.hpp"
 #include "tests/support/MemoryFile.hpp"
 
 namespace tern::command {
@@ -41,6 +42,18 @@ TEST(LoadingProgress, saysNothingToAFile) {
   const test::MemoryFile file;
   { LoadingProgress progress(file.descriptor(), std::chrono::milliseconds(0)); }
   EXPECT_EQ(file.text(), "");
+}
+
+TEST(LoadingProgress, whereNoThreadIsToBeHadNothingIsShown) {
+  int screen = -1;
+  int terminal = -1;
+  ASSERT_EQ(openpty(&screen, &terminal, nullptr, nullptr, nullptr), 0);
+  const int failed = test::forFailingSystemCalls(
+      test::FailingAllocation::Reach::thread,
+      [&] { LoadingProgress progress(terminal, std::chrono::hours(1)); }, [] {});
+  EXPECT_GE(failed, 1);
+  close(screen);
+  close(terminal);
 }
 
 }  // namespace
