@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 #include <map>
 #include <utility>
@@ -20,6 +21,10 @@ constexpr double stretches[] = {1.02, 1.03, 1.05, 1.1, 1.2, 1.4};
 // From here on a stop counts as a corner: many places in a plain room take ways of their own.
 constexpr double fairStretch = 1.05;
 constexpr std::size_t waysOfCorner = 10;
+// One stop of so many nodes is few.
+constexpr std::size_t fewStopsPart = 16;
+// What looking for all walks may take, in ways looked at from each stop.
+constexpr std::size_t mostSteps = 100'000'000;
 // Stops that are nearer than this are one.
 constexpr double sameStopMetres = 0.01;
 // A stop so near to a corner stands at it.
@@ -57,12 +62,26 @@ class Stops {
   std::vector<Point> points_;
 };
 
-std::vector<StraightWay> waysOf(const Sight& sight, std::size_t stops, std::size_t corners) {
+// All of them where looking for walks from every stop would take too long.
+std::vector<StraightWay> usedIfSoon(std::size_t nodes, std::vector<StraightWay> ways,
+                                    std::size_t stops) {
+  if (stops * ways.size() > mostSteps) return ways;
+  return usedOf(nodes, ways, stops);
+}
+
+std::vector<StraightWay> waysOf(Sight& sight, std::size_t stops, std::size_t corners) {
+  const std::size_t nodes = sight.nodes.size();
+  // Between few stops most of what is seen is of no use, and soon told from the rest.
+  if (stops * fewStopsPart <= nodes) {
+    sight.ways = usedIfSoon(nodes, std::move(sight.ways), stops);
+  }
   std::vector<StraightWay> ways;
   for (const double stretch : stretches) {
-    ways = usedOf(sight.nodes, thinned(sight, stretch), stops);
     const std::size_t counted = stretch < fairStretch ? corners : corners + stops;
-    if (ways.size() <= waysOfCorner * counted) break;
+    const bool isLast = stretch == std::end(stretches)[-1];
+    const std::size_t most = isLast ? sight.ways.size() : waysOfCorner * counted;
+    ways = usedIfSoon(nodes, thinned(sight, stretch, stops, most), stops);
+    if (ways.size() <= most) break;
   }
   return ways;
 }
@@ -103,7 +122,7 @@ AreaWays waysIn(const Polygon& area, std::span<const Point> doors, std::span<con
     ways.ofPlace.push_back(stops.add(at));
   }
   const std::size_t count = stops.points().size();
-  const Sight sight = sightIn(space, stops.points());
+  Sight sight = sightIn(space, stops.points());
   ways.ways = waysOf(sight, count, cornersOf(area));
   keepUsedNodes(ways, sight.nodes, count);
   return ways;

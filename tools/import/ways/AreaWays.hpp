@@ -6,7 +6,9 @@
 // The ways keep half a person's width from the walls where there is room, lead straight from inner
 // corner to inner corner, and no walk along them is longer by more than two parts in a hundred than
 // it had to be. Were there more ways than ten for each corner of the area, that is up to five in a
-// hundred; and more only beyond ten ways for each corner, door and place.
+// hundred; and more only beyond ten ways for each corner, door and place. Where more than a
+// thousand corners, doors and places lie in one area, it may be one in a hundred more: there one
+// looks only at the nearest in each direction, so that time does not grow without bounds.
 //
 // Ownership: plain values. Threads: a free function.
 // Fails: never: parts of an area that do not hang together have no ways between them.

@@ -1,7 +1,11 @@
 #include "tools/import/ways/Sight.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <numeric>
+#include <tuple>
+#include <utility>
 
 #include "tools/import/ways/PlaneGeometry.hpp"
 #include "tools/import/ways/WallGrid.hpp"
@@ -14,6 +18,12 @@ namespace {
 constexpr double atWallMetres = 1e-5;
 // How far to the right of a wall, in parts of its length, a way may lead before it leads into it.
 constexpr double roundingPart = 1e-7;
+
+// Of many nodes each looks at the nearest in each direction, as a Yao graph does (A. C. Yao, "On
+// constructing minimum spanning trees in k-dimensional spaces and related problems", 1982).
+constexpr std::size_t directions = 64;
+constexpr std::size_t inDirection = 8;
+constexpr std::size_t seenInDirection = 2;
 
 // A side of the space, with the space on the left of it.
 struct Side {
@@ -96,29 +106,136 @@ void addCorners(const Line& ring, std::span<const Point> stops, std::vector<Stan
   }
 }
 
-}  // namespace
+// Which nodes hang together.
+class Groups {
+ public:
+  explicit Groups(std::size_t nodes) : next_(nodes) { std::iota(next_.begin(), next_.end(), 0U); }
 
-Sight sightIn(const Shapes& space, std::span<const Point> stops) {
-  const Polygon rings = ringsOf(space);
-  const WallGrid walls(rings);
-  std::vector<Side> sides;
-  forEachSide(rings, [&](Point a, Point b) { sides.push_back({a, b}); });
-  std::vector<Standing> standings;
-  for (const Point stop : stops) standings.emplace_back(stop, sides);
-  for (const Line& ring : rings.rings) addCorners(ring, stops, standings);
-  Sight sight;
-  for (const Standing& standing : standings) sight.nodes.push_back(standing.at());
-  for (std::uint32_t i = 0; i < standings.size(); ++i) {
-    for (std::uint32_t k = i + 1; k < standings.size(); ++k) {
-      const Point way = sight.nodes[k] - sight.nodes[i];
-      const double metres = lengthOf(way);
-      const Point unit = way * (1 / metres);
-      if (!standings[i].isFree(unit, metres) || !standings[k].isFree(unit * -1, metres)) continue;
-      if (walls.areCrossed(sight.nodes[i], sight.nodes[k])) continue;
-      sight.ways.push_back({i, k, metres});
+  std::uint32_t of(std::uint32_t node) {
+    while (next_[node] != node) node = next_[node] = next_[next_[node]];
+    return node;
+  }
+
+  void join(std::uint32_t a, std::uint32_t b) { next_[of(a)] = of(b); }
+
+ private:
+  std::vector<std::uint32_t> next_;
+};
+
+class Looker {
+ public:
+  Looker(const Shapes& space, std::span<const Point> stops)
+      : rings_(ringsOf(space)), walls_(rings_), stops_(static_cast<std::uint32_t>(stops.size())) {
+    std::vector<Side> sides;
+    forEachSide(rings_, [&](Point a, Point b) { sides.push_back({a, b}); });
+    for (const Point stop : stops) standings_.emplace_back(stop, sides);
+    for (const Line& ring : rings_.rings) addCorners(ring, stops, standings_);
+    for (const Standing& standing : standings_) sight_.nodes.push_back(standing.at());
+  }
+
+  Sight look(std::size_t seenFromAll) {
+    if (standings_.size() <= seenFromAll) {
+      lookEverywhere();
+    } else {
+      for (std::uint32_t from = 0; from < standings_.size(); ++from) lookInDirections(from);
+      joinStops();
+    }
+    const auto orderOf = [](const StraightWay& way) {
+      return std::tuple(way.metres, way.from, way.to);
+    };
+    std::ranges::sort(sight_.ways, {}, orderOf);
+    const auto same = std::ranges::unique(sight_.ways, {}, orderOf);
+    sight_.ways.erase(same.begin(), same.end());
+    return std::move(sight_);
+  }
+
+ private:
+  struct Near {
+    double metres;
+    std::uint32_t node;
+    auto operator<=>(const Near&) const = default;
+  };
+
+  bool isSeen(std::uint32_t from, std::uint32_t to) {
+    if (from > to) std::swap(from, to);
+    const Point way = sight_.nodes[to] - sight_.nodes[from];
+    const double metres = lengthOf(way);
+    const Point unit = way * (1 / metres);
+    if (!standings_[from].isFree(unit, metres)) return false;
+    if (!standings_[to].isFree(unit * -1, metres)) return false;
+    if (walls_.areCrossed(sight_.nodes[from], sight_.nodes[to])) return false;
+    sight_.ways.push_back({from, to, metres});
+    return true;
+  }
+
+  void lookEverywhere() {
+    for (std::uint32_t from = 0; from < standings_.size(); ++from) {
+      for (std::uint32_t to = from + 1; to < standings_.size(); ++to) isSeen(from, to);
     }
   }
-  return sight;
+
+  void lookInDirections(std::uint32_t from) {
+    std::array<std::array<Near, inDirection>, directions> nearest;
+    std::array<std::size_t, directions> counts{};
+    for (std::uint32_t to = 0; to < standings_.size(); ++to) {
+      if (to == from) continue;
+      const Point way = sight_.nodes[to] - sight_.nodes[from];
+      const std::size_t direction = directionOf(way);
+      std::size_t& count = counts[direction];
+      auto& found = nearest[direction];
+      const Near near{dotOf(way, way), to};
+      if (count == inDirection && found.back() <= near) continue;
+      std::size_t at = count < inDirection ? count++ : inDirection - 1;
+      for (; at > 0 && near < found[at - 1]; --at) found[at] = found[at - 1];
+      found[at] = near;
+    }
+    for (std::size_t i = 0; i < directions; ++i) {
+      std::size_t seen = 0;
+      for (std::size_t k = 0; k < counts[i] && seen < seenInDirection; ++k) {
+        if (isSeen(from, nearest[i][k].node)) ++seen;
+      }
+    }
+  }
+
+  static std::size_t directionOf(Point way) {
+    const double turns = std::atan2(way.y, way.x) / (2 * M_PI) + 0.5;
+    return static_cast<std::size_t>(turns * directions) % directions;
+  }
+
+  // What hangs together by what is seen must do so by what was looked at, too.
+  void joinStops() {
+    Groups groups(standings_.size());
+    for (const StraightWay& way : sight_.ways) groups.join(way.from, way.to);
+    for (std::uint32_t stop = 1; stop < stops_; ++stop) {
+      while (groups.of(stop) != groups.of(0) && joinToOthers(groups, groups.of(stop))) {
+      }
+    }
+  }
+
+  // By the first way that is seen, if there is one.
+  bool joinToOthers(Groups& groups, std::uint32_t group) {
+    for (std::uint32_t from = 0; from < standings_.size(); ++from) {
+      if (groups.of(from) != group) continue;
+      for (std::uint32_t to = 0; to < standings_.size(); ++to) {
+        if (groups.of(to) == group || !isSeen(from, to)) continue;
+        groups.join(from, to);
+        return true;
+      }
+    }
+    return false;
+  }
+
+  Polygon rings_;
+  WallGrid walls_;
+  std::uint32_t stops_;
+  std::vector<Standing> standings_;
+  Sight sight_;
+};
+
+}  // namespace
+
+Sight sightIn(const Shapes& space, std::span<const Point> stops, std::size_t seenFromAll) {
+  return Looker(space, stops).look(seenFromAll);
 }
 
 }  // namespace tern::imports

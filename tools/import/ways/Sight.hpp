@@ -7,6 +7,7 @@
 // Ownership: plain values. Threads: a free function. Fails: never.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -24,10 +25,13 @@ struct StraightWay {
 struct Sight {
   // Those of the stops in their order, then the corners.
   std::vector<Point> nodes;
+  // From the shortest to the longest.
   std::vector<StraightWay> ways;
 };
 
+// From each of more nodes than `seenFromAll` only the nearest in each direction are looked at, and
+// what it takes for all to hang together. Then walks may get a little longer than they had to be.
 // REQUIRES: the stops lie in the space and differ.
-Sight sightIn(const Shapes& space, std::span<const Point> stops);
+Sight sightIn(const Shapes& space, std::span<const Point> stops, std::size_t seenFromAll = 1000);
 
 }  // namespace tern::imports

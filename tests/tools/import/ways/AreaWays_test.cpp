@@ -4,6 +4,7 @@
 #include <rapidcheck/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <set>
 #include <vector>
 
@@ -100,6 +101,34 @@ TEST(AreaWays, manyPlacesInAPlainRoomHaveFewWaysAndShortWalks) {
   addRatios(ways, walks(ways.nodes.size(), ways.ways, ways.nodes.size()), room, ratios);
   EXPECT_LE(ratios.back(), 1.05 + 1e-6);
   EXPECT_LE(ways.ways.size(), 10 * (places.size() + 4));
+}
+
+TEST(AreaWays, thousandsOfPlacesInAHallHaveFewWaysAndShortWalks) {
+  const Polygon hall{{{{0, 0}, {400, 0}, {400, 300}, {0, 300}}}};
+  std::vector<Point> places;
+  for (int i = 0; i < 2'000; ++i) {
+    places.push_back({0.5 + std::fmod(i * 37.77, 399), 0.5 + std::fmod(i * 91.3, 299)});
+  }
+  const AreaWays ways = waysIn(hall, {}, places);
+  EXPECT_LE(ways.ways.size(), 10 * (places.size() + 4));
+  const Lengths walked = walks(ways.nodes.size(), ways.ways, 10);
+  for (std::size_t from = 0; from < walked.size(); ++from) {
+    for (std::size_t to = 0; to < ways.nodes.size(); ++to) {
+      EXPECT_LE(walked[from][to], apart(ways.nodes[from], ways.nodes[to]) * 1.06 + 1e-6);
+    }
+  }
+}
+
+TEST(AreaWays, betweenWallsLikeSawsOneWalksStraight) {
+  constexpr int teeth = 800;
+  Line outline;
+  for (int i = 0; i < teeth; ++i) outline.push_back({i * 0.9, i % 2 == 0 ? 0.5 : 0});
+  for (int i = teeth; i-- > 0;) outline.push_back({i * 0.9, i % 2 == 0 ? 60.5 : 60});
+  const std::vector<Point> places{{10, 5}, {700, 50}};
+  const AreaWays ways = waysIn({{outline}}, {}, places);
+  const Lengths walked = walks(ways.nodes.size(), ways.ways, 1);
+  EXPECT_LE(walked[0][1], apart(places[0], places[1]) * 1.02);
+  EXPECT_LE(ways.ways.size(), 10U * 2 * teeth);
 }
 
 TEST(AreaWays, aSquareRoomIsCrossedStraight) {

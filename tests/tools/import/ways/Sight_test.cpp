@@ -78,5 +78,43 @@ RC_GTEST_PROP(Sight, noWalkIsShorterThanThoseThroughWhatIsSeen, ()) {
   }
 }
 
+RC_GTEST_PROP(Sight, lookingAtTheNearestInEachDirectionLengthensHardlyAnyWalk, ()) {
+  const MadeArea made = madeArea(*rc::gen::arbitrary<std::uint32_t>(), 3, 12);
+  const Sight sight = sightIn({made.area}, made.places, 0);
+  const Lengths seen = walks(sight.nodes.size(), sight.ways, made.places.size());
+  const Lengths least = geodesics(made.area, made.places);
+  for (std::size_t i = 0; i < made.places.size(); ++i) {
+    for (std::size_t k = 0; k < i; ++k) RC_ASSERT(seen[i][k] <= least[i][k] * 1.01 + 1e-5);
+  }
+}
+
+TEST(Sight, manyStopsLookAtTheNearestAloneAndHangTogether) {
+  // A row behind a row: from each stop the eight nearest of a direction are behind the wall.
+  const Shapes rooms{{{{{0, 0},
+                        {9, 0},
+                        {9, 4},
+                        {4.2, 4},
+                        {4.2, 5},
+                        {9, 5},
+                        {9, 9},
+                        {0, 9},
+                        {0, 5},
+                        {4, 5},
+                        {4, 4},
+                        {0, 4}}}}};
+  std::vector<Point> stops;
+  for (int i = 0; i < 40; ++i) {
+    stops.push_back({0.2 + i * 0.22, 3.8});
+    stops.push_back({0.2 + i * 0.22, 5.2});
+  }
+  const Sight all = sightIn(rooms, stops);
+  const Sight nearest = sightIn(rooms, stops, 0);
+  EXPECT_LT(nearest.ways.size() * 2, all.ways.size());
+  for (const Lengths lengths = walks(nearest.nodes.size(), nearest.ways, 1);
+       const double metres : lengths.front()) {
+    EXPECT_LT(metres, 20);
+  }
+}
+
 }  // namespace
 }  // namespace tern::imports
