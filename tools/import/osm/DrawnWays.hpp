@@ -12,10 +12,10 @@
 #include <utility>
 #include <vector>
 
-#include "tools/import/osm/FloorAreas.hpp"
 #include "tools/import/osm/OsmFrame.hpp"
 #include "tools/import/osm/OsmPlans.hpp"
 #include "tools/import/osm/OsmWalks.hpp"
+#include "tools/import/ways/FloorAreas.hpp"
 #include "tools/import/ways/SiteWays.hpp"
 
 namespace tern::imports {

@@ -14,10 +14,6 @@
 
 namespace tern::imports {
 
-// What an area that one walks in is for others beside it, from what one rather goes through to what
-// one goes through only where there is nothing else.
-enum class OsmUse { corridor, ground, passage, mover, ownRoom };
-
 struct OsmArea {
   // The record, and the record on this floor where it lies on several.
   std::string record;

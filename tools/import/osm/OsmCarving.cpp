@@ -102,11 +102,11 @@ class Carver {
   }
 
   // Nobody goes through somebody's shop to come to another one.
-  static OsmUse useOf(const OsmArea& room) {
-    if (room.meaning.drawn == AreaKind::mover) return OsmUse::mover;
+  static AreaUse useOf(const OsmArea& room) {
+    if (room.meaning.drawn == AreaKind::mover) return AreaUse::mover;
     const bool isPassage = room.meaning.drawn == AreaKind::way ||
                            (room.meaning.drawn == AreaKind::room && osmNames(*room.tags).empty());
-    return isPassage ? OsmUse::passage : OsmUse::ownRoom;
+    return isPassage ? AreaUse::passage : AreaUse::ownRoom;
   }
 
   // Those that touch are one, whatever they are called.
@@ -123,7 +123,7 @@ class Carver {
       const OsmArea* const largest = largestIn(piece, floor, isGround);
       if (largest == nullptr) continue;
       add(*largest, floor, LinkKind::walkway, piece);
-      carved_.uses.push_back(isGround ? OsmUse::ground : OsmUse::corridor);
+      carved_.uses.push_back(isGround ? AreaUse::ground : AreaUse::corridor);
     }
     take(std::move(all));
   }

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "tools/import/osm/OsmArea.hpp"
+#include "tools/import/ways/AreaUse.hpp"
 #include "tools/import/ways/SiteWays.hpp"
 
 namespace tern::imports {
@@ -17,7 +18,7 @@ namespace tern::imports {
 struct CarvedAreas {
   // Each in one piece.
   std::vector<SiteArea> areas;
-  std::vector<OsmUse> uses;
+  std::vector<AreaUse> uses;
   // By what was carved: its areas; none where it is open.
   std::vector<std::vector<std::size_t>> of;
 };

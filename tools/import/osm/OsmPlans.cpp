@@ -134,7 +134,7 @@ class PlanReader {
   void drawAreas() {
     for (std::size_t i = 0; i < plans_.carved.areas.size(); ++i) {
       const SiteArea& area = plans_.carved.areas[i];
-      if (plans_.carved.uses[i] != OsmUse::ground) continue;
+      if (plans_.carved.uses[i] != AreaUse::ground) continue;
       frame_.draft.areas.push_back({area.id, area.floor, AreaKind::outdoors, {}, area.shapes});
     }
     for (const OsmArea& area : plans_.areas) {

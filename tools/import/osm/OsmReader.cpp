@@ -8,13 +8,13 @@
 #include "tools/import/draft/EmptyFloors.hpp"
 #include "tools/import/osm/DrawnWays.hpp"
 #include "tools/import/osm/FloorShapes.hpp"
-#include "tools/import/osm/MissingDoors.hpp"
 #include "tools/import/osm/OsmDoors.hpp"
 #include "tools/import/osm/OsmHead.hpp"
 #include "tools/import/osm/OsmPlans.hpp"
 #include "tools/import/osm/OsmSource.hpp"
 #include "tools/import/osm/PlannedPlaces.hpp"
 #include "tools/import/osm/SameNodes.hpp"
+#include "tools/import/ways/MissingDoors.hpp"
 
 namespace tern::imports {
 

@@ -10,7 +10,7 @@ namespace tern::imports {
 
 namespace {
 
-void planNode(const OsmPoint& place, const OsmFrame& frame, const std::vector<OsmUse>& uses,
+void planNode(const OsmPoint& place, const OsmFrame& frame, const std::vector<AreaUse>& uses,
               const FloorAreas& byPlace, OsmPlaces& places) {
   const std::string record = osmId(OsmKind::node, place.node->id);
   const Point at = *frame.nodes.placeOf(place.node->id);
@@ -21,7 +21,7 @@ void planNode(const OsmPoint& place, const OsmFrame& frame, const std::vector<Os
   for (const std::size_t floor : frame.floorsOf(record, place.levels)) {
     const auto area = byPlace.at(floor, at);
     std::vector<std::size_t> rooms;
-    if (area && uses[*area] > OsmUse::ground) rooms.push_back(*area);
+    if (area && uses[*area] > AreaUse::ground) rooms.push_back(*area);
     const std::string id = frame.idOn(record, floor, place.levels.size() > 1);
     places.plan({record, id, &place.node->tags, floor, at}, std::move(rooms));
   }

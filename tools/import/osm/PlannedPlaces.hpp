@@ -3,10 +3,10 @@
 // Threads: a free function. Fails: never; what is far from the site is told of in the draft.
 #pragma once
 
-#include "tools/import/osm/FloorAreas.hpp"
 #include "tools/import/osm/OsmFrame.hpp"
 #include "tools/import/osm/OsmPlaces.hpp"
 #include "tools/import/osm/OsmPlans.hpp"
+#include "tools/import/ways/FloorAreas.hpp"
 
 namespace tern::imports {
 

@@ -44,7 +44,7 @@ TEST_F(OsmCarving, corridorsThatTouchAreOneAndCalledLikeTheLargest) {
   ASSERT_THAT(made.areas, SizeIs(1));
   EXPECT_EQ(made.areas[0].id, "b");
   EXPECT_NEAR(sizeOf(made.areas[0]), 80, 1e-6);
-  EXPECT_THAT(made.uses, ElementsAre(OsmUse::corridor));
+  EXPECT_THAT(made.uses, ElementsAre(AreaUse::corridor));
 }
 
 TEST_F(OsmCarving, roomsAreCutOutOfCorridorsAndSmallRoomsOutOfLargeOnes) {
@@ -55,7 +55,7 @@ TEST_F(OsmCarving, roomsAreCutOutOfCorridorsAndSmallRoomsOutOfLargeOnes) {
   EXPECT_NEAR(sizeOf(made.areas[0]), 4, 1e-6);
   EXPECT_NEAR(sizeOf(made.areas[1]), 96, 1e-6);
   EXPECT_NEAR(sizeOf(made.areas[2]), 100, 1e-6);
-  EXPECT_THAT(made.uses, ElementsAre(OsmUse::passage, OsmUse::ownRoom, OsmUse::corridor));
+  EXPECT_THAT(made.uses, ElementsAre(AreaUse::passage, AreaUse::ownRoom, AreaUse::corridor));
 }
 
 TEST_F(OsmCarving, stairsKeepTheirPlace) {
@@ -80,7 +80,7 @@ TEST_F(OsmCarving, buildingsAreCutOutOfTheGroundAlone) {
   square.meaning.isGround = true;
   const CarvedAreas made = carve({areaOf("hall", {2, 2, 8, 8}, hall), square});
   ASSERT_THAT(made.areas, SizeIs(3));
-  EXPECT_THAT(made.uses, ElementsAre(OsmUse::corridor, OsmUse::ground, OsmUse::ground));
+  EXPECT_THAT(made.uses, ElementsAre(AreaUse::corridor, AreaUse::ground, AreaUse::ground));
   EXPECT_NEAR(sizeOf(made.areas[0]), 36, 1e-6);
   EXPECT_NEAR(sizeOf(made.areas[1]), 100, 1e-6);
 }

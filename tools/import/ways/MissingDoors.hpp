@@ -8,12 +8,12 @@
 #include <vector>
 
 #include "tools/import/draft/Oddities.hpp"
-#include "tools/import/osm/OsmArea.hpp"
+#include "tools/import/ways/AreaUse.hpp"
 #include "tools/import/ways/SiteWays.hpp"
 
 namespace tern::imports {
 
 // Adds to the site's doors. The uses are by area.
-void addMissingDoors(Site& site, const std::vector<OsmUse>& uses, Oddities& oddities);
+void addMissingDoors(Site& site, const std::vector<AreaUse>& uses, Oddities& oddities);
 
 }  // namespace tern::imports

@@ -1,11 +1,11 @@
-#include "tools/import/osm/MissingDoors.hpp"
+#include "tools/import/ways/MissingDoors.hpp"
 
 #include <algorithm>
 #include <cmath>
 #include <optional>
 #include <string>
 
-#include "tools/import/osm/FloorAreas.hpp"
+#include "tools/import/ways/FloorAreas.hpp"
 #include "tools/import/ways/PlaneGeometry.hpp"
 
 namespace tern::imports {
@@ -33,7 +33,7 @@ struct Stretch {
 
 class RoomOpener {
  public:
-  RoomOpener(Site& site, const std::vector<OsmUse>& uses, Oddities& oddities)
+  RoomOpener(Site& site, const std::vector<AreaUse>& uses, Oddities& oddities)
       : site_(site),
         uses_(uses),
         oddities_(oddities),
@@ -51,8 +51,8 @@ class RoomOpener {
       if (!isReached_[i]) closed.push_back(i);
     }
     openCorridors(closed);
-    for (const OsmUse use :
-         {OsmUse::corridor, OsmUse::ground, OsmUse::passage, OsmUse::mover, OsmUse::ownRoom}) {
+    for (const AreaUse use :
+         {AreaUse::corridor, AreaUse::ground, AreaUse::passage, AreaUse::mover, AreaUse::ownRoom}) {
       int rounds = 0;
       while (rounds++ < mostRoomsBehind && openAll(closed, reached(use))) continue;
     }
@@ -83,12 +83,12 @@ class RoomOpener {
 
   // Corridors hang together by themselves; those that have no way out have one to outdoors.
   void openCorridors(std::vector<std::size_t>& closed) {
-    const auto isOpen = [&](std::size_t area) { return uses_[area] <= OsmUse::ground; };
+    const auto isOpen = [&](std::size_t area) { return uses_[area] <= AreaUse::ground; };
     std::vector<bool> isGround(uses_.size());
     std::vector<std::size_t> corridors;
     for (std::size_t i = 0; i < uses_.size(); ++i) {
-      isGround[i] = uses_[i] == OsmUse::ground;
-      if (uses_[i] == OsmUse::corridor && !isReached_[i]) corridors.push_back(i);
+      isGround[i] = uses_[i] == AreaUse::ground;
+      if (uses_[i] == AreaUse::corridor && !isReached_[i]) corridors.push_back(i);
     }
     openAll(corridors, isGround);
     for (std::size_t i = 0; i < uses_.size(); ++i) isReached_[i] = isReached_[i] || isOpen(i);
@@ -96,7 +96,7 @@ class RoomOpener {
   }
 
   // Those that have a door and are of the use, or of one before it.
-  std::vector<bool> reached(OsmUse use) const {
+  std::vector<bool> reached(AreaUse use) const {
     std::vector<bool> areas = isReached_;
     for (std::size_t i = 0; i < areas.size(); ++i) areas[i] = areas[i] && uses_[i] <= use;
     return areas;
@@ -194,7 +194,7 @@ class RoomOpener {
   }
 
   Site& site_;
-  const std::vector<OsmUse>& uses_;
+  const std::vector<AreaUse>& uses_;
   Oddities& oddities_;
   // By area: open, or with a door.
   std::vector<bool> isReached_;
@@ -204,7 +204,7 @@ class RoomOpener {
 
 }  // namespace
 
-void addMissingDoors(Site& site, const std::vector<OsmUse>& uses, Oddities& oddities) {
+void addMissingDoors(Site& site, const std::vector<AreaUse>& uses, Oddities& oddities) {
   RoomOpener(site, uses, oddities).open();
 }
 
