@@ -24,7 +24,7 @@ constexpr std::size_t waysOfCorner = 10;
 // One stop of so many nodes is few.
 constexpr std::size_t fewStopsPart = 16;
 // What looking for all walks may take, in ways looked at from each stop.
-constexpr std::size_t mostSteps = 100'000'000;
+constexpr std::size_t mostWalkSteps = 100'000'000;
 // Stops that are nearer than this are one.
 constexpr double sameStopMetres = 0.01;
 // A stop so near to a corner stands at it.
@@ -65,7 +65,7 @@ class Stops {
 // All of them where looking for walks from every stop would take too long.
 std::vector<StraightWay> usedIfSoon(std::size_t nodes, std::vector<StraightWay> ways,
                                     std::size_t stops) {
-  if (stops * ways.size() > mostSteps) return ways;
+  if (stops * ways.size() > mostWalkSteps) return ways;
   return usedOf(nodes, ways, stops);
 }
 
