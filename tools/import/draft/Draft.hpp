@@ -138,6 +138,8 @@ struct Draft {
   std::vector<DraftLink> links;
   std::vector<DraftArea> areas;
   std::vector<DraftLine> walls;
+  // What else is drawn as lines: markings, kerbs, equipment. They keep nobody from walking.
+  std::vector<DraftLine> marks;
   std::vector<DraftLine> doors;
   std::vector<DraftCategory> categories;
   std::vector<DraftPlace> places;

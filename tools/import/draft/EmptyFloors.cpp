@@ -36,6 +36,7 @@ void dropFloors(Draft& draft) {
   };
   move(draft.areas);
   move(draft.walls);
+  move(draft.marks);
   move(draft.doors);
 }
 

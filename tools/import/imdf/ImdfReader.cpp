@@ -235,7 +235,7 @@ class ImdfReader {
       const auto floor = floorOf(detail);
       if (!floor) continue;
       for (Line& line : imdfLines(draft_.plane, *detail.geometry)) {
-        draft_.walls.push_back({*floor, std::move(line)});
+        draft_.marks.push_back({*floor, std::move(line)});
       }
     }
   }

@@ -147,6 +147,7 @@ class FloorDrawer {
     svg_.openGroup("transform=\"scale(" + Value(scale).printed() + ")\"");
     drawGround();
     drawAreas();
+    drawLines(draft_.marks, "fill=\"none\" stroke=\"#5c6570\" stroke-width=\"1\"");
     drawLines(draft_.walls,
               "class=\"walls\" fill=\"none\" stroke=\"#5c6570\" stroke-width=\"3\" "
               "stroke-linecap=\"round\"");

@@ -77,6 +77,7 @@ Box extentOf(const Draft& draft) {
   for (const DraftFloor& floor : draft.floors) extent.add(floor.shapes);
   for (const DraftArea& area : draft.areas) extent.add(area.shapes);
   for (const DraftLine& wall : draft.walls) extent.add(wall.line);
+  for (const DraftLine& mark : draft.marks) extent.add(mark.line);
   for (const DraftLine& door : draft.doors) extent.add(door.line);
   return extent.box();
 }

@@ -387,7 +387,7 @@ TEST(ImdfReader, aRoomWithoutADoorIsTold) {
   EXPECT_THAT(toldLines(draft), ElementsAre("vault unreached"));
 }
 
-TEST(ImdfReader, detailsAreLinesOfTheDrawing) {
+TEST(ImdfReader, detailsAreLinesOfTheDrawingAndNoWalls) {
   DrawnImdf building = shopByAHall();
   building.add("detail", "curb", DrawnImdf::line({0, 1}, {5, 1}), {{"level_id", "ground"}});
   const Value one = DrawnImdf::line({0, 2}, {5, 2})["coordinates"];
@@ -395,7 +395,9 @@ TEST(ImdfReader, detailsAreLinesOfTheDrawing) {
   building.add("detail", "marks",
                Value::map({{"type", "MultiLineString"}, {"coordinates", Value::list({one, two})}}),
                {{"level_id", "ground"}});
-  EXPECT_EQ(draftOf(building).walls.size(), 3U);
+  const Draft draft = draftOf(building);
+  EXPECT_EQ(draft.marks.size(), 3U);
+  EXPECT_THAT(draft.walls, IsEmpty()) << "one may walk over them";
 }
 
 TEST(ImdfReader, whatAVenueHasNothingOfIsTold) {

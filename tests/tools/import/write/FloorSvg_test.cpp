@@ -100,6 +100,13 @@ TEST(FloorSvg, wallsAndDoorsAreLines) {
   EXPECT_THAT(drawn(draft, 1), Not(HasSubstr("l200 0")));
 }
 
+TEST(FloorSvg, marksAreDrawnAndNoWalls) {
+  Draft draft = draftOf();
+  draft.marks = {{0, {{0, 0}, {10, 0}}}};
+  EXPECT_THAT(drawn(draft), HasSubstr("d=\"M100 100l200 0\""));
+  EXPECT_THAT(drawn(draft), Not(HasSubstr("class=\"walls\"")));
+}
+
 TEST(FloorSvg, floorWithoutAShapeShowsItsWays) {
   Draft draft = draftOf();
   draft.nodes.resize(2);
