@@ -24,6 +24,14 @@ std::string_view stemOf(std::string_view file) {
 
 }  // namespace
 
+std::string ImdfFeature::category() const {
+  std::string category(text("category"));
+  for (char& letter : category) {
+    if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
+  }
+  return category;
+}
+
 Names ImdfFeature::label(std::string_view key) const {
   const Value& label = (*properties)[key];
   if (!label.text().empty()) return {{"", std::string(label.text())}};

@@ -29,6 +29,8 @@ struct ImdfFeature {
 
   // Null and what is no text read as empty.
   std::string_view text(std::string_view key) const { return (*properties)[key].text(); }
+  // In small letters, whichever the source has.
+  std::string category() const;
   // Of another feature, or empty.
   std::string idOf(std::string_view key) const { return imports::idOf((*properties)[key]); }
   // A label: a map of languages to texts. A plain text is one of no language.

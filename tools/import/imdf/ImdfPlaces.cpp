@@ -34,7 +34,7 @@ void ImdfPlaces::planUnit(std::size_t index) {
   if (names.empty() && !isToilets) return;
   const SiteArea& area = site_.areas[index];
   const auto shown = imdfPoint(draft_.plane, (*unit.properties)["display_point"]);
-  plan(unit, unit.text("category"), isToilets ? Names() : names, area.floor,
+  plan(unit, unit.category(), isToilets ? Names() : names, area.floor,
        shown.value_or(middleOfShape(area.shapes.front())), index);
 }
 
@@ -52,7 +52,7 @@ void ImdfPlaces::planAmenity(const ImdfFeature& amenity) {
   } else if (!unit) {
     draft_.oddities.tell(amenity.id, "dangling", "It names no unit that is there.");
   } else {
-    plan(amenity, amenity.text("category"), amenity.label("name"), site_.areas[*unit].floor, *at,
+    plan(amenity, amenity.category(), amenity.label("name"), site_.areas[*unit].floor, *at,
          unit, true);
   }
 }
@@ -71,7 +71,7 @@ void ImdfPlaces::planOccupant(const ImdfFeature& occupant) {
   } else if (names.empty()) {
     draft_.oddities.tell(occupant.id, "noName", "It has no name.");
   } else {
-    plan(occupant, occupant.text("category"), names, site_.areas[unit->second].floor, *at,
+    plan(occupant, occupant.category(), names, site_.areas[unit->second].floor, *at,
          unit->second);
   }
 }

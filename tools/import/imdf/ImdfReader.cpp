@@ -126,7 +126,7 @@ class ImdfReader {
       const auto floor = floorOf(unit);
       const auto shapes = floor ? shapesOf(unit) : std::vector<Polygon>();
       if (shapes.empty()) continue;
-      const UnitMeaning meaning = unitMeaningOf(unit.text("category"), isStepFree(unit));
+      const UnitMeaning meaning = unitMeaningOf(unit.category(), isStepFree(unit));
       draft_.areas.push_back({unit.id, *floor, meaning.area, unit.label("name"), shapes});
       if (!meaning.isWalked) {
         obstacles_[*floor].insert(obstacles_[*floor].end(), shapes.begin(), shapes.end());
@@ -216,7 +216,7 @@ class ImdfReader {
   bool addMover(const ImdfFeature& relation, const std::string& number, std::size_t from,
                 std::size_t to) {
     if (site_.areas[from].floor == site_.areas[to].floor) return false;
-    LinkKind kind = climbOf(relation.text("category"));
+    LinkKind kind = climbOf(relation.category());
     if (kind == LinkKind::walkway) kind = site_.areas[from].kind;
     if (kind == LinkKind::lift) kind = liftBetween(from, to);
     const Direction direction = isDirected(relation) ? Direction::forward : Direction::both;

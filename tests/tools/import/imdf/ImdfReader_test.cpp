@@ -387,6 +387,16 @@ TEST(ImdfReader, aRoomWithoutADoorIsTold) {
   EXPECT_THAT(toldLines(draft), ElementsAre("vault unreached"));
 }
 
+TEST(ImdfReader, categoriesMayBeInCapitals) {
+  EXPECT_NE(linkOf(draftOf(tower("Stairs")), "low mover^high mover"), nullptr);
+  DrawnImdf building = shopByAHall();
+  building.add("amenity", "cash", DrawnImdf::point({15, 2}),
+               {{"category", "ATM"}, {"unit_ids", Value::list({"hall"})}});
+  const Draft draft = draftOf(building);
+  ASSERT_NE(placeOf(draft, "cash"), nullptr);
+  EXPECT_EQ(draft.categories[placeOf(draft, "cash")->category].id, "atm");
+}
+
 TEST(ImdfReader, detailsAreLinesOfTheDrawingAndNoWalls) {
   DrawnImdf building = shopByAHall();
   building.add("detail", "curb", DrawnImdf::line({0, 1}, {5, 1}), {{"level_id", "ground"}});
