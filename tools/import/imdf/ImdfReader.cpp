@@ -16,6 +16,8 @@
 #include "tools/import/imdf/ImdfHead.hpp"
 #include "tools/import/imdf/ImdfPlaces.hpp"
 #include "tools/import/imdf/ImdfShapes.hpp"
+#include "tools/import/imdf/OpenEdges.hpp"
+#include "tools/import/ways/MissingDoors.hpp"
 #include "tools/import/ways/Shapes.hpp"
 #include "tools/import/ways/SiteWays.hpp"
 
@@ -44,6 +46,7 @@ class ImdfReader {
     cutSmallerAreas(site_);
     readOpenings();
     readRelationships();
+    addDoorsNotDrawn();
     ImdfPlaces places(files_, floors_, units_, draft_, site_);
     places.plan();
     places.add(makeWays(site_, draft_));
@@ -163,6 +166,29 @@ class ImdfReader {
         draft_.doors.push_back({*floor, line});
         site_.doors.push_back({opening.id, *floor, std::move(line)});
       }
+    }
+  }
+
+  // Parts of an open space have no openings between them, and some sources have none at all.
+  void addDoorsNotDrawn() {
+    std::vector<AreaUse> uses;
+    for (std::size_t i = 0; i < site_.areas.size(); ++i) uses.push_back(useOf(i));
+    addOpenEdges(site_, uses);
+    addMissingDoors(site_, uses, draft_.oddities);
+  }
+
+  AreaUse useOf(std::size_t unit) const {
+    switch (units_.kinds[unit]) {
+      case AreaKind::way:
+        return AreaUse::corridor;
+      case AreaKind::outdoors:
+        return AreaUse::ground;
+      case AreaKind::mover:
+        return AreaUse::mover;
+      case AreaKind::room:
+        return units_.features[unit]->label("name").empty() ? AreaUse::passage : AreaUse::ownRoom;
+      default:
+        return AreaUse::ownRoom;
     }
   }
 

@@ -16,12 +16,11 @@ namespace tern::imports {
 
 class FloorAreas {
  public:
-  // Each in one piece.
   explicit FloorAreas(std::span<const SiteArea> areas) : areas_(areas) {
     std::map<std::size_t, std::vector<Box>> boxes;
     for (std::size_t i = 0; i < areas.size(); ++i) {
       floors_[areas[i].floor].areas.push_back(i);
-      boxes[areas[i].floor].push_back(boxOf(areas[i].shapes.front()));
+      boxes[areas[i].floor].push_back(boxOfAll(areas[i].shapes));
     }
     for (auto& [floor, list] : boxes) floors_[floor].grid = BoxGrid(std::move(list));
   }
@@ -38,7 +37,9 @@ class FloorAreas {
   // The first that holds the point.
   std::optional<std::size_t> at(std::size_t floor, Point at) const {
     for (const std::size_t area : about(floor, {at.x, at.y, at.x, at.y})) {
-      if (holds(areas_[area].shapes.front(), at)) return area;
+      for (const Polygon& shape : areas_[area].shapes) {
+        if (holds(shape, at)) return area;
+      }
     }
     return std::nullopt;
   }

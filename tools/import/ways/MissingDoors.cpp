@@ -39,7 +39,7 @@ class RoomOpener {
         oddities_(oddities),
         isReached_(uses.size()),
         byPlace_(site.areas) {
-    for (const SiteArea& area : site.areas) boxes_.push_back(boxOf(area.shapes.front()));
+    for (const SiteArea& area : site.areas) boxes_.push_back(boxOfAll(area.shapes));
     for (const SiteDoor& door : site.doors) markReached(door);
   }
 
@@ -60,7 +60,9 @@ class RoomOpener {
 
  private:
   bool holdsAt(std::size_t area, Point at) const {
-    return boxes_[area].contains(at) && holds(site_.areas[area].shapes.front(), at);
+    return boxes_[area].contains(at) &&
+           std::ranges::any_of(site_.areas[area].shapes,
+                               [&](const Polygon& shape) { return holds(shape, at); });
   }
 
   void markReached(const SiteDoor& door) {
@@ -147,8 +149,15 @@ class RoomOpener {
 
   Stretch longestAlong(std::size_t area, const std::vector<std::size_t>& near,
                        bool onlyEnds) const {
-    const Polygon& shape = site_.areas[area].shapes.front();
     Stretch longest;
+    for (const Polygon& shape : site_.areas[area].shapes) {
+      lengthenAlong(shape, near, onlyEnds, longest);
+    }
+    return longest;
+  }
+
+  void lengthenAlong(const Polygon& shape, const std::vector<std::size_t>& near, bool onlyEnds,
+                     Stretch& longest) const {
     forEachSide(shape, [&](Point a, Point b) {
       const double length = apart(a, b);
       if (length <= longest.metres || (onlyEnds && !isEnd(shape, b - a))) return;
@@ -166,7 +175,6 @@ class RoomOpener {
         if (run.metres > longest.metres + 1e-6) longest = run;
       }
     });
-    return longest;
   }
 
   std::optional<std::size_t> besideOf(Point at, Point normal,

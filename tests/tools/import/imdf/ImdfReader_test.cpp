@@ -387,6 +387,45 @@ TEST(ImdfReader, aRoomWithoutADoorIsTold) {
   EXPECT_THAT(toldLines(draft), ElementsAre("vault unreached"));
 }
 
+bool hasOpenEdge(const Draft& draft) {
+  return std::ranges::any_of(
+      draft.nodes, [](const DraftNode& node) { return node.id.find('|') != node.id.npos; });
+}
+
+TEST(ImdfReader, hallsThatTouchWithoutAnOpeningAreOneOpenSpace) {
+  DrawnImdf building = shopByAHall();
+  building.unit("lobby", "ground", "lobby", {20, 0, 30, 8}, {{"name", DrawnImdf::label("Lobby")}});
+  const Draft draft = draftOf(building);
+  EXPECT_TRUE(hasOpenEdge(draft));
+  EXPECT_EQ(islandsOf(draft), 1U);
+  EXPECT_THAT(toldLines(draft), IsEmpty());
+}
+
+TEST(ImdfReader, anOpeningBetweenHallsSaysThatTheRestIsAWall) {
+  DrawnImdf building = shopByAHall();
+  building.unit("lobby", "ground", "lobby", {20, 0, 30, 8});
+  building.opening("gate", "ground", {20, 1}, {20, 2});
+  EXPECT_FALSE(hasOpenEdge(draftOf(building)));
+}
+
+TEST(ImdfReader, aHallAndWhatIsOutdoorsHaveAWallBetween) {
+  DrawnImdf building = shopByAHall();
+  building.unit("lawn", "ground", "outdoors", {20, 0, 30, 8});
+  EXPECT_FALSE(hasOpenEdge(draftOf(building)));
+}
+
+TEST(ImdfReader, withoutAnyOpeningsRoomsAreEnteredFromTheirHallAndTold) {
+  DrawnImdf building;
+  building.level("ground", 0);
+  building.unit("hall", "ground", "walkway", {0, 0, 20, 5});
+  building.unit("shop", "ground", "retail", {0, 5, 10, 12}, {{"name", DrawnImdf::label("Books")}});
+  building.unit("office", "ground", "office", {10, 5, 20, 12}, {{"name", DrawnImdf::label("X")}});
+  const Draft draft = draftOf(building);
+  EXPECT_NE(placeOf(draft, "shop"), nullptr);
+  EXPECT_EQ(islandsOf(draft), 1U);
+  EXPECT_THAT(toldLines(draft), ElementsAre("shop noDoor", "office noDoor"));
+}
+
 TEST(ImdfReader, categoriesMayBeInCapitals) {
   EXPECT_NE(linkOf(draftOf(tower("Stairs")), "low mover^high mover"), nullptr);
   DrawnImdf building = shopByAHall();
