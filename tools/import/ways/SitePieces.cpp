@@ -75,4 +75,17 @@ bool SitePieces::areOneAcross(std::size_t floor, Point at, Point normal) {
   return piece != nullptr && this->at(floor, at - step) == piece;
 }
 
+std::optional<SitePieces::Wall> SitePieces::wallAcross(std::size_t floor, Point at, Point normal) {
+  SitePiece* const within = this->at(floor, at + normal * besideDoorMetres[0]);
+  if (within == nullptr) return std::nullopt;
+  for (const double metres : besideDoorMetres) {
+    for (const double side : {metres, -metres}) {
+      if (this->at(floor, at + normal * side) == within) continue;
+      SitePiece* const beyond = beside(floor, at + normal * side, normal * side, within);
+      return Wall{nearestOnRings(within->shape, at), within, beyond};
+    }
+  }
+  return std::nullopt;
+}
+
 }  // namespace tern::imports

@@ -44,6 +44,16 @@ class SitePieces {
   // Whether one piece lies on both sides: then the line is one on its ground, no door.
   bool areOneAcross(std::size_t floor, Point at, Point normal);
 
+  struct Wall {
+    Point at;
+    SitePiece* within = nullptr;
+    // Null where the wall is one to nowhere.
+    SitePiece* beyond = nullptr;
+  };
+  // Of the piece that lies on both sides of the point the wall that one comes to first along the
+  // normal or against it, a person's width away at most.
+  std::optional<Wall> wallAcross(std::size_t floor, Point at, Point normal);
+
  private:
   std::vector<SitePiece> pieces_;
   struct OnFloor {

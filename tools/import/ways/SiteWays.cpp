@@ -90,6 +90,11 @@ class WayMaker {
   void addDoor(const SiteDoor& door) {
     bool isBeside = false;
     for (const Crossing& crossing : crossingsOf(door.line)) {
+      if (pieces_.areOneAcross(door.floor, crossing.at, crossing.normal)) {
+        addDoorBeside(door, crossing);
+        isBeside = true;
+        continue;
+      }
       SitePiece* left = pieces_.beside(door.floor, crossing.at, crossing.normal, nullptr);
       SitePiece* right = pieces_.beside(door.floor, crossing.at, crossing.normal * -1, left);
       if (left == nullptr && right == nullptr) continue;
@@ -97,8 +102,6 @@ class WayMaker {
       if (left == nullptr) left = besideElsewhere(door.floor, crossing.at, crossing.normal);
       if (right == nullptr) right = besideElsewhere(door.floor, crossing.at, crossing.normal * -1);
       isBeside = true;
-      // One walks across a line on the ground without noticing.
-      if (pieces_.areOneAcross(door.floor, crossing.at, crossing.normal)) continue;
       const std::size_t node = addNode(door.id, door.floor, crossing.at);
       draft_.nodes[node].isEntrance = leadsOut;
       if (left != nullptr) addDoorTo(*left, node);
@@ -107,6 +110,17 @@ class WayMaker {
     if (!isBeside) {
       draft_.oddities.tell(door.id, "unreached", "No area that one can walk in lies beside it.");
     }
+  }
+
+  // Drawn within an area, it is a door in the nearest wall across it, where there is one not far
+  // away. Amid the area one walks over it without noticing.
+  void addDoorBeside(const SiteDoor& door, const Crossing& crossing) {
+    const auto wall = pieces_.wallAcross(door.floor, crossing.at, crossing.normal);
+    if (!wall) return;
+    const std::size_t node = addNode(door.id, door.floor, wall->at);
+    draft_.nodes[node].isEntrance = wall->beyond == nullptr;
+    addDoorTo(*wall->within, node);
+    if (wall->beyond != nullptr) addDoorTo(*wall->beyond, node);
   }
 
   // On another floor of the same height: that of the building next door, or the ground about both.

@@ -166,6 +166,30 @@ TEST_F(SiteWays, aLineAmidAnAreaIsNoDoor) {
   EXPECT_THAT(kindsTold(), IsEmpty());
 }
 
+TEST_F(SiteWays, aDoorDrawnBesideItsWallIsInIt) {
+  for (const double beside : {-0.3, 0.3}) {
+    site = {};
+    draft.nodes.clear();
+    draft.links.clear();
+    area("hall", 0, {0, 0, 10, 5});
+    area("shop", 0, {0, 5, 10, 10});
+    door("door", 0, {4.5, 5 + beside}, {5.5, 5 + beside});
+    make();
+    EXPECT_EQ(islands(), 1U);
+    ASSERT_TRUE(nodeOf("door") && nodeOf("door>hall") && nodeOf("door>shop")) << beside;
+    EXPECT_NEAR(draft.nodes[*nodeOf("door")].at.y, 5, 1e-9);
+    EXPECT_FALSE(draft.nodes[*nodeOf("door")].isEntrance);
+  }
+}
+
+TEST_F(SiteWays, aDoorDrawnBesideAWallToNowhereIsAnEntrance) {
+  area("hall", 0, {0, 0, 10, 5});
+  door("door", 0, {4.5, 0.3}, {5.5, 0.3});
+  make();
+  ASSERT_TRUE(nodeOf("door"));
+  EXPECT_TRUE(draft.nodes[*nodeOf("door")].isEntrance);
+}
+
 TEST_F(SiteWays, aDoorAtNoAreaIsTold) {
   area("hall", 0, {0, 0, 10, 5});
   door("door", 0, {4, 20}, {5, 20});
