@@ -112,9 +112,50 @@ std::vector<OsmWalks::Anchor> OsmWalks::anchorsOf(const OsmWalk& walk) {
   return anchors;
 }
 
+// Whether one can leave the way there: another one, an outline or an area meets it on the floor.
+bool OsmWalks::isLeftAt(const OsmWalk& walk, std::int64_t node, std::size_t floor) const {
+  const auto holds = [floor](const Floors& floors) {
+    return std::ranges::find(floors, floor) != floors.end();
+  };
+  const auto meets = [&](const OsmWalk& other) {
+    return other.way != walk.way && holds(other.floors) &&
+           std::ranges::find(other.way->refs, node) != other.way->refs.end();
+  };
+  return holds(outlinedAt(walk, node)) || holds(heldAt(walk, node)) ||
+         (uses_.at(node) > 1 && std::ranges::any_of(walks_, meets));
+}
+
+// A way on more than two floors leads from each that it can be left on to the next: it is drawn
+// once for stairs over each other, which end where the next ones end and begin where they begin.
+bool OsmWalks::addStoreys(const OsmWalk& walk, const std::vector<Anchor>& anchors) {
+  if (walk.floors.size() < 3 || anchors.size() > 2) return false;
+  const std::int64_t low =
+      walk.way->refs[anchors.front().floor == walk.floors.front() ? 0 : walk.way->refs.size() - 1];
+  const std::int64_t high =
+      low == walk.way->refs.front() ? walk.way->refs.back() : walk.way->refs.front();
+  const bool isRising = low == walk.way->refs.front();
+  OsmStop below{low, walk.floors.front()};
+  for (std::size_t i = 1; i < walk.floors.size(); ++i) {
+    const std::size_t floor = walk.floors[i];
+    const bool isTop = i + 1 == walk.floors.size();
+    const bool isLeftHigh = isTop || isLeftAt(walk, high, floor);
+    const bool isLeftLow = !isTop && isLeftAt(walk, low, floor);
+    if (!isLeftHigh && !isLeftLow) continue;
+    const OsmStop above{isLeftHigh ? high : low, floor};
+    if (isRising) {
+      addLink(walk, below, above, {}, false);
+    } else {
+      addLink(walk, above, below, {}, false);
+    }
+    below = {isLeftLow ? low : high, floor};
+  }
+  return true;
+}
+
 void OsmWalks::addClimb(const OsmWalk& walk) {
   const std::vector<std::int64_t>& refs = walk.way->refs;
   const std::vector<Anchor> anchors = anchorsOf(walk);
+  if (addStoreys(walk, anchors)) return;
   for (std::size_t i = 1; i < anchors.size(); ++i) {
     const Anchor from = anchors[i - 1];
     const Anchor to = anchors[i];

@@ -66,6 +66,8 @@ class OsmWalks {
   std::optional<bool> risesBy(const OsmWalk& walk, const Floors& front, const Floors& back) const;
   bool rises(const OsmWalk& walk);
   std::vector<Anchor> anchorsOf(const OsmWalk& walk);
+  bool isLeftAt(const OsmWalk& walk, std::int64_t node, std::size_t floor) const;
+  bool addStoreys(const OsmWalk& walk, const std::vector<Anchor>& anchors);
   void addClimb(const OsmWalk& walk);
   void addFlat(const OsmWalk& walk, std::size_t from, std::size_t to, std::size_t floor);
   bool isStepAt(std::int64_t node) const;

@@ -250,6 +250,23 @@ TEST(OsmReader, landingBetweenIsOnItsOwnLevel) {
   ASSERT_EQ(climbs(draft).size(), 2U);
   EXPECT_EQ(draft.floors[draft.nodes[climbs(draft)[0]->to].floor].ordinal, 1);
   EXPECT_EQ(draft.floors[draft.nodes[climbs(draft)[1]->to].floor].ordinal, 2);
+TEST(OsmReader, stepsDrawnOnceForThreeFloorsJoinEachPair) {
+  for (const char* const incline : {"up", "down"}) {
+    DrawnOsm drawn = twoFloors();
+    drawn.area(30, {{0, 0}, {20, 0}, {20, 3}, {0, 3}}, corridor("2"));
+    drawn.line(3, {{12, 1}, {16, 1}},
+               {{"highway", "steps"}, {"level", "0;1;2"}, {"incline", incline}});
+    const Draft draft = draftOf(drawn);
+    std::vector<double> rises;
+    for (const DraftLink* const climb : climbs(draft)) {
+      rises.push_back(std::abs(draft.floors[draft.nodes[climb->to].floor].ordinal -
+                               draft.floors[draft.nodes[climb->from].floor].ordinal));
+    }
+    EXPECT_THAT(rises, ElementsAre(1, 1)) << incline;
+    EXPECT_TRUE(isJoined(draft, "Shop", "Office"));
+  }
+}
+
 }
 
 TEST(OsmReader, footwayGoesInByTheNodeThatItSharesWithAWall) {
