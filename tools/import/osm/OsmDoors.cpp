@@ -1,6 +1,8 @@
 #include "tools/import/osm/OsmDoors.hpp"
 
 #include <algorithm>
+#include <cstdint>
+#include <set>
 #include <vector>
 
 #include "tools/import/osm/OsmGeometry.hpp"
@@ -15,6 +17,9 @@ class DoorReader {
       : frame_(frame), outlines_(outlines), site_(site), places_(places) {}
 
   OsmDoors read(const std::set<OsmStop>& openings) {
+    for (const OsmLine& wall : frame_.found.walls) {
+      onWalls_.insert(wall.way->refs.begin(), wall.way->refs.end());
+    }
     for (const OsmPoint& door : frame_.found.doors) readDoor(door);
     for (const auto& [node, floor] : openings) addDoor(*frame_.nodes.find(node), floor, false);
     return std::move(doors_);
@@ -29,7 +34,8 @@ class DoorReader {
     for (const std::size_t floor : floors) {
       isSomewhere |= addDoor(*door.node, floor, floors.size() > 1);
     }
-    if (isSomewhere) return;
+    // What a door opens in a wall that is drawn by itself is open without more.
+    if (isSomewhere || onWalls_.contains(door.node->id)) return;
     if (door.levels.empty()) {
       ++doors_.others;
     } else {
@@ -78,6 +84,7 @@ class DoorReader {
   OsmPlaces& places_;
   OsmDoors doors_;
   std::set<OsmStop> known_;
+  std::set<std::int64_t> onWalls_;
 };
 
 }  // namespace

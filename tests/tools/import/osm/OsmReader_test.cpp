@@ -269,6 +269,13 @@ TEST(OsmReader, stepsDrawnOnceForThreeFloorsJoinEachPair) {
 
 }
 
+TEST(OsmReader, aDoorInAWallOfItsOwnIsNotTold) {
+  DrawnOsm drawn = twoFloors();
+  drawn.line(3, {{12, 0}, {12, 1.5}, {12, 3}}, {{"indoor", "wall"}, {"level", "0"}});
+  drawn.point({12, 1.5}, {{"door", "yes"}, {"level", "0"}});
+  EXPECT_THAT(toldLines(draftOf(drawn)), Not(Contains(testing::EndsWith("unreached"))));
+}
+
 TEST(OsmReader, footwayGoesInByTheNodeThatItSharesWithAWall) {
   DrawnOsm open;
   open.area(1, {{0, 0}, {20, 0}, {20, 3}, {10, 3}, {5, 3}, {0, 3}}, corridor("0"));
