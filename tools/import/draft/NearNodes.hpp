@@ -14,6 +14,9 @@
 
 namespace tern::imports {
 
+// How far from the ways a place may be.
+inline constexpr double mostAsideMetres = 30;
+
 class NearNodes {
  public:
   // As the draft's nodes and links are now.

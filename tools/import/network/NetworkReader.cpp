@@ -26,8 +26,6 @@ constexpr std::string_view sourceLanguage = "ja";
 constexpr double mostMetres = 30'000;
 constexpr double mostOrdinal = 1'000;
 constexpr std::size_t mostFloors = 500;
-// What may lie between a place and the way it is reached from.
-constexpr double mostAsideMetres = 30;
 // What a link's line may end beside its node.
 constexpr double mostLooseMetres = 0.5;
 

@@ -191,7 +191,9 @@ bool isOsmColumn(const OsmTags& tags) {
          tags.isOneOf("building:part", {"column", "pillar"});
 }
 
-bool isOsmEntrance(const OsmTags& tags) { return !isNo(tags["entrance"]); }
+bool isOsmEntrance(const OsmTags& tags) {
+  return !isNo(tags["entrance"]) || tags.is("railway", "subway_entrance");
+}
 
 bool isOsmDoor(const OsmTags& tags) {
   // door=no is an opening without a leaf.

@@ -66,15 +66,17 @@ class DoorReader {
       frame_.draft.nodes[frame_.nodes.walkedOn(node.id, floor)].isEntrance = true;
     }
     const auto line = outlines_.doorAt(node.id, floor, osmDoorMetres(node.tags));
-    if (!line || !isNearSite(line->front())) return isWalked;
+    const bool isDrawn = line && isNearSite(line->front());
+    if (!isDrawn && !isWalked) return false;
     const std::string& id = frame_.nodes.idOn(node.id, floor, isOnSeveral);
-    frame_.draft.doors.push_back({floor, *line});
-    site_.doors.push_back({id, floor, *line});
-    if (isEntrance) doors_.entrances.insert(id);
     if (isEntrance && node.tags.has("name")) {
       places_.planDoor(
           {osmId(OsmKind::node, node.id), id, &node.tags, floor, *frame_.nodes.placeOf(node.id)});
     }
+    if (!isDrawn) return true;
+    frame_.draft.doors.push_back({floor, *line});
+    site_.doors.push_back({id, floor, *line});
+    if (isEntrance) doors_.entrances.insert(id);
     return true;
   }
 

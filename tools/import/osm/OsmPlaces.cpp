@@ -5,6 +5,7 @@
 
 #include "tools/import/draft/Categories.hpp"
 #include "tools/import/osm/OsmCodes.hpp"
+#include "tools/import/ways/FloorAreas.hpp"
 
 namespace tern::imports {
 
@@ -27,9 +28,11 @@ void OsmPlaces::add(const MadeWays& made) {
   for (std::size_t i = 0; i < draft_.nodes.size(); ++i) {
     nodesById_.try_emplace(draft_.nodes[i].id, i);
   }
+  findStands(made);
+  const NearNodes near(draft_);
   std::set<std::string> reached;
   for (const Planned& planned : planned_) {
-    const std::vector<std::size_t> nodes = nodesOf(planned, made);
+    const std::vector<std::size_t> nodes = nodesOf(planned, made, near);
     if (nodes.empty()) continue;
     reached.insert(planned.spot.record);
     addPlace(planned.spot, nodes);
@@ -40,18 +43,42 @@ void OsmPlaces::add(const MadeWays& made) {
   }
 }
 
-std::vector<std::size_t> OsmPlaces::nodesOf(const Planned& planned, const MadeWays& made) const {
+std::vector<std::size_t> OsmPlaces::nodesIn(const std::vector<std::size_t>& rooms,
+                                            const MadeWays& made) const {
   std::vector<std::size_t> nodes;
-  for (const std::size_t room : planned.rooms) {
+  for (const std::size_t room : rooms) {
     nodes.insert(nodes.end(), made.insideDoors[room].begin(), made.insideDoors[room].end());
   }
-  if (!planned.rooms.empty()) return nodes;
+  if (!nodes.empty()) return nodes;
+  for (const std::size_t room : rooms) {
+    const auto stands = standsIn_.find(room);
+    if (stands == standsIn_.end()) continue;
+    nodes.insert(nodes.end(), stands->second.begin(), stands->second.end());
+  }
+  return nodes;
+}
+
+std::vector<std::size_t> OsmPlaces::nodesOf(const Planned& planned, const MadeWays& made,
+                                            const NearNodes& near) const {
+  if (!planned.rooms.empty()) return nodesIn(planned.rooms, made);
+  std::vector<std::size_t> nodes;
   if (planned.stand) {
-    if (const auto node = made.ofStand[*planned.stand]) nodes.push_back(*node);
+    const auto node = made.ofStand[*planned.stand];
+    const auto beside =
+        node ? node : near.nearest(planned.spot.floor, planned.spot.at, mostAsideMetres);
+    if (beside) nodes.push_back(*beside);
   } else if (const auto door = nodesById_.find(planned.spot.id); door != nodesById_.end()) {
     nodes.push_back(door->second);
   }
   return nodes;
+}
+
+void OsmPlaces::findStands(const MadeWays& made) {
+  const FloorAreas byPlace(site_.areas);
+  for (std::size_t i = 0; i < site_.stands.size(); ++i) {
+    const auto area = byPlace.at(site_.stands[i].floor, site_.stands[i].at);
+    if (area && made.ofStand[i]) standsIn_[*area].push_back(*made.ofStand[i]);
+  }
 }
 
 void OsmPlaces::addPlace(const OsmSpot& spot, const std::vector<std::size_t>& nodes) {

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "tools/import/draft/Draft.hpp"
+#include "tools/import/draft/NearNodes.hpp"
 #include "tools/import/osm/OsmData.hpp"
 #include "tools/import/ways/SiteWays.hpp"
 
@@ -46,7 +47,11 @@ class OsmPlaces {
     std::optional<std::size_t> stand;
   };
 
-  std::vector<std::size_t> nodesOf(const Planned& planned, const MadeWays& made) const;
+  std::vector<std::size_t> nodesIn(const std::vector<std::size_t>& rooms,
+                                   const MadeWays& made) const;
+  std::vector<std::size_t> nodesOf(const Planned& planned, const MadeWays& made,
+                                   const NearNodes& near) const;
+  void findStands(const MadeWays& made);
   void addPlace(const OsmSpot& spot, const std::vector<std::size_t>& nodes);
   void add(const OsmSpot& spot, const std::string& category, Names names,
            const std::vector<std::size_t>& nodes);
@@ -56,6 +61,9 @@ class OsmPlaces {
   std::vector<Planned> planned_;
   std::map<std::string, std::size_t> nodesById_;
   std::map<std::string, std::size_t> categories_;
+  // By area the nodes that drawn ways, lifts and places amid it have there: a room without a door
+  // may be one that stairs or a lift end in.
+  std::map<std::size_t, std::vector<std::size_t>> standsIn_;
 };
 
 }  // namespace tern::imports

@@ -250,6 +250,8 @@ TEST(OsmReader, landingBetweenIsOnItsOwnLevel) {
   ASSERT_EQ(climbs(draft).size(), 2U);
   EXPECT_EQ(draft.floors[draft.nodes[climbs(draft)[0]->to].floor].ordinal, 1);
   EXPECT_EQ(draft.floors[draft.nodes[climbs(draft)[1]->to].floor].ordinal, 2);
+}
+
 TEST(OsmReader, stepsDrawnOnceForThreeFloorsJoinEachPair) {
   for (const char* const incline : {"up", "down"}) {
     DrawnOsm drawn = twoFloors();
@@ -267,6 +269,31 @@ TEST(OsmReader, stepsDrawnOnceForThreeFloorsJoinEachPair) {
   }
 }
 
+TEST(OsmReader, placesBesideDrawnWaysAreReachedFromThem) {
+  DrawnOsm drawn;
+  drawn.line(1, {{0, 0}, {20, 0}, {40, 0}}, {{"highway", "footway"}, {"level", "0"}});
+  drawn.point({20, 6}, {{"shop", "kiosk"}, {"name", "Kiosk"}, {"level", "0"}});
+  drawn.point({20, 90}, {{"shop", "kiosk"}, {"name", "Far"}, {"level", "0"}});
+  drawn.point({40, 0}, {{"railway", "subway_entrance"}, {"name", "Exit A"}, {"level", "0"}});
+  drawn.point({0, 0}, {{"entrance", "yes"}, {"name", "Exit B"}, {"level", "0"}});
+  const Draft draft = draftOf(drawn);
+  const auto isThere = [&](const char* name) {
+    return std::ranges::any_of(draft.places, [&](const DraftPlace& place) {
+      return nameIn(place.names, "") == name && !place.nodes.empty();
+    });
+  };
+  EXPECT_TRUE(isThere("Kiosk"));
+  EXPECT_TRUE(isThere("Exit A"));
+  EXPECT_TRUE(isThere("Exit B"));
+  EXPECT_FALSE(isThere("Far"));
+  EXPECT_THAT(toldLines(draft), ElementsAre("node/1004 unreached"));
+}
+
+TEST(OsmReader, aRoomThatStepsEndInIsReachedByThem) {
+  DrawnOsm drawn = twoFloors();
+  drawn.box(31, {40, 40, 50, 50}, room("1", "Gallery"));
+  drawn.line(3, {{19, 1}, {45, 45}}, {{"highway", "steps"}, {"level", "0;1"}, {"incline", "up"}});
+  EXPECT_TRUE(isJoined(draftOf(drawn), "Shop", "Gallery"));
 }
 
 TEST(OsmReader, aDoorInAWallOfItsOwnIsNotTold) {
