@@ -26,7 +26,10 @@ class DrawnWayReader {
         chosenWalks(), frame_.nodes, outlines_,
         [this](std::size_t floor, Point at) { return byPlace_.at(floor, at).has_value(); },
         frame_.draft);
-    for (const OsmPoint& door : frame_.found.doors) stateAt(made, door);
+    for (const OsmPoint& door : frame_.found.doors) {
+      stateAt(made, door);
+      if (isOsmBarred(door.node->tags)) made.shutAt(door.node->id);
+    }
     for (const OsmPoint& lift : plans_.lifts) stateAt(made, lift);
     made.add();
     for (const OsmStop& stop : made.throughWalls()) drawn_.openings.insert(stop);

@@ -72,7 +72,6 @@ bool isOutdoors(const OsmTags& tags) {
 }
 
 AreaKind drawnAs(const OsmTags& tags) {
-  if (tags.isOneOf("access", {"no", "private"})) return AreaKind::closed;
   if (isToilets(tags)) return AreaKind::toilets;
   if (isOutdoors(tags)) return AreaKind::outdoors;
   if (isShop(tags)) return AreaKind::shop;
@@ -106,12 +105,19 @@ OsmAreaMeaning osmLiftMeaning(const OsmTags& tags) {
   return {AreaKind::mover, isStepFree ? LinkKind::stepFreeLift : LinkKind::lift};
 }
 
+bool isOsmBarred(const OsmTags& tags) {
+  if (tags.isOneOf("foot", {"no", "private"})) return true;
+  return !tags.has("foot") && tags.isOneOf("access", {"no", "private"});
+}
+
 bool isOsmGround(const OsmTags& tags) {
   for (const char* const key :
        {"level", "repeat_on", "indoor", "room", "building", "building:part"}) {
     if (tags.has(key)) return false;
   }
-  if (isOsmOutline(tags)) return tags.isOneOf("highway", {"footway", "pedestrian"});
+  if (isOsmOutline(tags)) {
+    return tags.isOneOf("highway", {"footway", "pedestrian"}) && !isOsmBarred(tags);
+  }
   return tags.is("shop", "mall") || tags.is("railway", "station") ||
          tags.isOneOf("amenity", {"hospital", "university", "college", "school", "marketplace",
                                   "exhibition_centre", "conference_centre"});
@@ -135,8 +141,9 @@ std::optional<OsmAreaMeaning> osmAreaMeaning(const OsmTags& tags) {
   }
   OsmAreaMeaning meaning;
   meaning.link = mover;
+  meaning.isWalked = !isOsmBarred(tags);
   meaning.drawn = mover == LinkKind::walkway ? drawnAs(tags) : AreaKind::mover;
-  meaning.isWalked = !tags.is("access", "no");
+  if (!meaning.isWalked) meaning.drawn = AreaKind::closed;
   const bool isOpen =
       tags.isOneOf("indoor", {"corridor", "area"}) || isOsmOutline(tags) || isOutdoors(tags);
   meaning.isWalled = !isOpen || mover != LinkKind::walkway;
@@ -147,8 +154,7 @@ std::optional<OsmWalkMeaning> osmWalkMeaning(const OsmTags& tags) {
   const bool isWalked =
       tags.isOneOf("highway", {"footway", "corridor", "steps", "path", "pedestrian"}) ||
       tags.is("indoor", "corridor");
-  const bool isBarred = tags.is("access", "no") || tags.is("foot", "no");
-  if (!isWalked || isBarred) return std::nullopt;
+  if (!isWalked || isOsmBarred(tags)) return std::nullopt;
   OsmWalkMeaning meaning;
   const bool isSteps = tags.is("highway", "steps");
   const bool isMoved = !isNo(tags["conveying"]);

@@ -42,6 +42,8 @@ std::optional<OsmWalkMeaning> osmWalkMeaning(const OsmTags& tags);
 // Width, steps, slope and the like, as the source has them.
 Value osmDetails(const OsmTags& tags);
 
+// Closed to the public, as access=no and access=private say, unless foot=* says that one may walk.
+bool isOsmBarred(const OsmTags& tags);
 // What stands in the way: walls, fences, columns.
 bool isOsmWall(const OsmTags& tags);
 bool isOsmColumn(const OsmTags& tags);

@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "tools/import/osm/OsmGeometry.hpp"
+#include "tools/import/ways/FloorAreas.hpp"
+#include "tools/import/ways/PlaneGeometry.hpp"
 
 namespace tern::imports {
 
@@ -13,8 +15,14 @@ namespace {
 
 class DoorReader {
  public:
-  DoorReader(const OsmFrame& frame, const OsmOutlines& outlines, Site& site, OsmPlaces& places)
-      : frame_(frame), outlines_(outlines), site_(site), places_(places) {}
+  DoorReader(const OsmFrame& frame, const OsmPlans& plans, const OsmOutlines& outlines, Site& site,
+             OsmPlaces& places)
+      : frame_(frame),
+        outlines_(outlines),
+        site_(site),
+        places_(places),
+        walked_(plans.carved.areas),
+        barred_(plans.barred) {}
 
   OsmDoors read(const std::set<OsmStop>& openings) {
     for (const OsmLine& wall : frame_.found.walls) {
@@ -30,9 +38,15 @@ class DoorReader {
     const std::string record = osmId(OsmKind::node, door.node->id);
     const auto floors =
         door.levels.empty() ? floorsAt(*door.node) : frame_.floorsOf(record, door.levels);
+    const bool isShut = isOsmBarred(door.node->tags);
     bool isSomewhere = false;
     for (const std::size_t floor : floors) {
-      isSomewhere |= addDoor(*door.node, floor, floors.size() > 1);
+      isSomewhere |=
+          isShut ? addShut(*door.node, floor) : addDoor(*door.node, floor, floors.size() > 1);
+    }
+    if (isShut && (isSomewhere || !door.levels.empty())) {
+      frame_.tell(record, "noAccess", "It is closed to the public: nobody is led through it.");
+      return;
     }
     // What a door opens in a wall that is drawn by itself is open without more.
     if (isSomewhere || onWalls_.contains(door.node->id)) return;
@@ -57,6 +71,31 @@ class DoorReader {
     return isOnGround || floors.empty() ? std::vector{ground->second} : floors;
   }
 
+  // Whether it is a door of an area.
+  bool addShut(const OsmNode& node, std::size_t floor) {
+    const auto line = outlines_.doorAt(node.id, floor, osmDoorMetres(node.tags));
+    if (!line || !isNearSite(line->front())) return false;
+    frame_.draft.doors.push_back({floor, *line});
+    site_.shutDoors.push_back({osmId(OsmKind::node, node.id), floor, *line});
+    return true;
+  }
+
+  // Whether what lies on one of its sides is closed to the public.
+  bool leadsToBarred(const Line& line, std::size_t floor) const {
+    const Point way = line.back() - line.front();
+    const Point middle = between(line.front(), line.back(), 0.5);
+    const Point normal = Point{-way.y, way.x} * (1 / std::max(lengthOf(way), 1e-9));
+    const auto isBarredAt = [&](double side) {
+      for (const double metres : besideDoorMetres) {
+        const Point at = middle + normal * (side * metres);
+        if (walked_.at(floor, at)) return false;
+        if (barred_.at(floor, at)) return true;
+      }
+      return false;
+    };
+    return isBarredAt(1) || isBarredAt(-1);
+  }
+
   // Whether it is a door of an area, or a way leads through it.
   bool addDoor(const OsmNode& node, std::size_t floor, bool isOnSeveral) {
     if (!known_.insert({node.id, floor}).second) return true;
@@ -75,6 +114,7 @@ class DoorReader {
     }
     if (!isDrawn) return true;
     frame_.draft.doors.push_back({floor, *line});
+    if (leadsToBarred(*line, floor)) return true;
     site_.doors.push_back({id, floor, *line});
     if (isEntrance) doors_.entrances.insert(id);
     return true;
@@ -84,6 +124,8 @@ class DoorReader {
   const OsmOutlines& outlines_;
   Site& site_;
   OsmPlaces& places_;
+  FloorAreas walked_;
+  FloorAreas barred_;
   OsmDoors doors_;
   std::set<OsmStop> known_;
   std::set<std::int64_t> onWalls_;
@@ -91,9 +133,9 @@ class DoorReader {
 
 }  // namespace
 
-OsmDoors readOsmDoors(const OsmFrame& frame, const OsmOutlines& outlines,
+OsmDoors readOsmDoors(const OsmFrame& frame, const OsmPlans& plans, const OsmOutlines& outlines,
                       const std::set<OsmStop>& openings, Site& site, OsmPlaces& places) {
-  return DoorReader(frame, outlines, site, places).read(openings);
+  return DoorReader(frame, plans, outlines, site, places).read(openings);
 }
 
 }  // namespace tern::imports

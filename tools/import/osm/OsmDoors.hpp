@@ -12,6 +12,7 @@
 #include "tools/import/osm/OsmFrame.hpp"
 #include "tools/import/osm/OsmOutlines.hpp"
 #include "tools/import/osm/OsmPlaces.hpp"
+#include "tools/import/osm/OsmPlans.hpp"
 #include "tools/import/osm/OsmWalks.hpp"
 #include "tools/import/ways/SiteWays.hpp"
 
@@ -25,7 +26,8 @@ struct OsmDoors {
 };
 
 // `openings` are where ways that are drawn go through walls. Entrances with a name are places.
-OsmDoors readOsmDoors(const OsmFrame& frame, const OsmOutlines& outlines,
+// Those that are closed to the public, or lead to what is, are drawn and join nothing.
+OsmDoors readOsmDoors(const OsmFrame& frame, const OsmPlans& plans, const OsmOutlines& outlines,
                       const std::set<OsmStop>& openings, Site& site, OsmPlaces& places);
 
 }  // namespace tern::imports

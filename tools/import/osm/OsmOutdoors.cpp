@@ -109,7 +109,9 @@ std::vector<const OsmLine*> walksBeside(const OsmSelection& found, const OsmNode
     if (isIn(near, osmLine(nodes, walk.way->refs))) outdoors.push_back(&walk);
   }
   Follower follower(std::move(outdoors));
-  for (const OsmPoint& door : found.doors) follower.follow(door.node->id);
+  for (const OsmPoint& door : found.doors) {
+    if (!isOsmBarred(door.node->tags)) follower.follow(door.node->id);
+  }
   for (const OsmLine& walk : found.walks) {
     if (walk.levels.empty()) continue;
     for (const std::int64_t node : walk.way->refs) follower.follow(node);

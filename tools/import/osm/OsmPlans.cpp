@@ -33,6 +33,10 @@ class PlanReader {
     readWalls();
     for (const OsmOutline& column : frame_.found.columns) readColumn(column);
     plans_.carved = carved(plans_.areas, obstacles_, frame_.draft.oddities);
+    for (const OsmArea& area : plans_.areas) {
+      if (area.meaning.isWalked) continue;
+      plans_.barred.push_back({area.id, area.floor, LinkKind::walkway, false, area.shapes});
+    }
     drawAreas();
     return std::move(plans_);
   }
@@ -61,7 +65,7 @@ class PlanReader {
         if (!isCabinOf(area, lift)) continue;
         isCabin = true;
         const bool isStepFree = area.meaning.link == LinkKind::stepFreeLift;
-        if (!isStepFree) area.meaning = osmLiftMeaning(lift.node->tags);
+        if (area.meaning.isWalked && !isStepFree) area.meaning = osmLiftMeaning(lift.node->tags);
       }
       if (!isCabin) plans_.lifts.push_back(lift);
     }
@@ -101,7 +105,9 @@ class PlanReader {
 
   void readWalls() {
     std::set<std::int64_t> doors;
-    for (const OsmPoint& door : frame_.found.doors) doors.insert(door.node->id);
+    for (const OsmPoint& door : frame_.found.doors) {
+      if (!isOsmBarred(door.node->tags)) doors.insert(door.node->id);
+    }
     for (const OsmLine& wall : frame_.found.walls) {
       const std::string record = osmId(OsmKind::way, wall.way->id);
       const Line line = osmLine(frame_.nodes, wall.way->refs);

@@ -18,6 +18,8 @@ struct OsmPlans {
   // As they are drawn.
   std::vector<OsmArea> areas;
   CarvedAreas carved;
+  // Those that are closed to the public, which are not walked.
+  std::vector<SiteArea> barred;
   // Those without a cabin that is drawn.
   std::vector<OsmPoint> lifts;
   // Of what is open outdoors, how much is not beside the building.

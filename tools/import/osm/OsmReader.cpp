@@ -54,7 +54,7 @@ void readFloors(const OsmFrame& frame, const std::string& name) {
   const FloorAreas byPlace(site.areas);
   const DrawnWays drawn = readDrawnWays(frame, plans, outlines, byPlace, site);
   OsmPlaces places(draft, site);
-  const OsmDoors doors = readOsmDoors(frame, outlines, drawn.openings, site, places);
+  const OsmDoors doors = readOsmDoors(frame, plans, outlines, drawn.openings, site, places);
   addMissingDoors(site, plans.carved.uses, draft.oddities);
   planOsmPlaces(frame, plans, byPlace, places);
   const MadeWays made = makeWays(site, draft);

@@ -172,13 +172,15 @@ class Selector {
     if (outline.levels.empty()) {
       tellWithoutLevel(outline.record, tags);
     } else if (meaning) {
-      if (!meaning->isWalked) {
-        oddities_.tell(outline.record, "noAccess", "Nobody may enter; it is drawn, not walked.");
-      }
+      if (!meaning->isWalked) tellBarred(outline.record);
       found_.areas.push_back(std::move(outline));
     } else {
       (isOfLevel(tags) ? found_.levels : found_.columns).push_back(std::move(outline));
     }
+  }
+
+  void tellBarred(const std::string& record) {
+    oddities_.tell(record, "noAccess", "It is closed to the public: nobody is led there.");
   }
 
   void tellWithoutLevel(const std::string& record, const OsmTags& tags) {
@@ -225,6 +227,8 @@ class Selector {
       ++found_.others;
     } else if (isOutline(way.tags)) {
       oddities_.tell(record, "noShape", "It encloses nothing.");
+    } else if (isOsmBarred(way.tags)) {
+      tellBarred(record);
     } else if (way.tags.has("highway")) {
       oddities_.tell(record, "notWalked", "Nobody walks along it.");
     } else {
@@ -244,7 +248,9 @@ class Selector {
       return;
     }
     OsmPoint point{&node, levelsOf(record, node.tags)};
-    if (isOsmLift(node.tags)) {
+    if (!isDoor && isOsmBarred(node.tags)) {
+      tellBarred(record);
+    } else if (isOsmLift(node.tags)) {
       found_.lifts.push_back(std::move(point));
     } else if (isDoor) {
       found_.doors.push_back(std::move(point));

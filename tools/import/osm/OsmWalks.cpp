@@ -169,7 +169,7 @@ void OsmWalks::addClimb(const OsmWalk& walk) {
 
 bool OsmWalks::goesThroughWall(const OsmWalk& walk, std::size_t index, std::size_t floor) const {
   const std::vector<std::int64_t>& refs = walk.way->refs;
-  if (!outlines_.isOnWall(refs[index], floor)) return false;
+  if (shut_.contains(refs[index]) || !outlines_.isOnWall(refs[index], floor)) return false;
   const bool isAlongBefore = index > 0 && outlines_.shareWall(refs[index], refs[index - 1], floor);
   const bool isAlongAfter =
       index + 1 < refs.size() && outlines_.shareWall(refs[index], refs[index + 1], floor);
@@ -205,7 +205,7 @@ void OsmWalks::addFlat(const OsmWalk& walk, std::size_t from, std::size_t to, st
 bool OsmWalks::isStepAt(std::int64_t node) const { return isOsmStep(nodes_.find(node)->tags); }
 
 void OsmWalks::addLink(const OsmWalk& walk, OsmStop from, OsmStop to, Line bends, bool hasStep) {
-  if (from == to) return;
+  if (from == to || shut_.contains(from.first) || shut_.contains(to.first)) return;
   ends_.insert(from);
   ends_.insert(to);
   const int piece = ++pieces_[walk.way->id];

@@ -43,6 +43,8 @@ class OsmWalks {
 
   // Where links have to meet what is not a way: doors and lifts.
   void stopAt(std::int64_t node) { stops_.insert(node); }
+  // Where a door is closed to the public. No way leads up to it, as none leads through it.
+  void shutAt(std::int64_t node) { shut_.insert(node); }
   // On which floors a node is known to lie: that of a lift, of a door.
   void state(std::int64_t node, std::vector<std::size_t> floors);
 
@@ -81,6 +83,7 @@ class OsmWalks {
   IsHeld isHeld_;
   Draft& draft_;
   std::set<std::int64_t> stops_;
+  std::set<std::int64_t> shut_;
   std::set<OsmStop> ends_;
   // Of each node how often ways go through it, and the floors that all of them share.
   std::map<std::int64_t, int> uses_;

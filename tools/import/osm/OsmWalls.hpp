@@ -10,7 +10,7 @@
 
 namespace tern::imports {
 
-// The nodes of all doors.
+// The nodes of all doors that are open to the public.
 Shapes wallShapes(const OsmNodes& nodes, const OsmWay& wall, const std::set<std::int64_t>& doors);
 
 }  // namespace tern::imports

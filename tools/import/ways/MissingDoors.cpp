@@ -12,8 +12,6 @@ namespace tern::imports {
 
 namespace {
 
-// How thick walls may be drawn.
-constexpr double besideMetres[] = {0.05, 0.15, 0.3, 0.6};
 constexpr double widestGapMetres = 0.7;
 constexpr double sampleMetres = 0.25;
 constexpr double mostSamples = 200;
@@ -38,9 +36,11 @@ class RoomOpener {
         uses_(uses),
         oddities_(oddities),
         isReached_(uses.size()),
+        isShut_(uses.size()),
         byPlace_(site.areas) {
     for (const SiteArea& area : site.areas) boxes_.push_back(boxOfAll(area.shapes));
-    for (const SiteDoor& door : site.doors) markReached(door);
+    for (const SiteDoor& door : site.doors) markBeside(door, isReached_);
+    for (const SiteDoor& door : site.shutDoors) markBeside(door, isShut_);
   }
 
   // First those along corridors, at last those that only rooms with a name lie along; those behind
@@ -48,7 +48,7 @@ class RoomOpener {
   void open() {
     std::vector<std::size_t> closed;
     for (std::size_t i = 0; i < site_.areas.size(); ++i) {
-      if (!isReached_[i]) closed.push_back(i);
+      if (!isReached_[i] && !isShut_[i]) closed.push_back(i);
     }
     openCorridors(closed);
     for (const AreaUse use :
@@ -65,17 +65,17 @@ class RoomOpener {
                                [&](const Polygon& shape) { return holds(shape, at); });
   }
 
-  void markReached(const SiteDoor& door) {
+  void markBeside(const SiteDoor& door, std::vector<bool>& marks) const {
     const Point way = door.line.back() - door.line.front();
     const Point middle = between(door.line.front(), door.line.back(), 0.5);
     const Point normal = Point{-way.y, way.x} * (1 / std::max(lengthOf(way), 1e-9));
     for (const double side : {1.0, -1.0}) {
-      for (const double metres : besideMetres) {
+      for (const double metres : besideDoorMetres) {
         bool isFound = false;
         const Point at = middle + normal * (side * metres);
         for (const std::size_t area : byPlace_.about(door.floor, {at.x, at.y, at.x, at.y})) {
           if (!holdsAt(area, at)) continue;
-          isReached_[area] = true;
+          marks[area] = true;
           isFound = true;
         }
         if (isFound) break;
@@ -90,7 +90,8 @@ class RoomOpener {
     std::vector<std::size_t> corridors;
     for (std::size_t i = 0; i < uses_.size(); ++i) {
       isGround[i] = uses_[i] == AreaUse::ground;
-      if (uses_[i] == AreaUse::corridor && !isReached_[i]) corridors.push_back(i);
+      const bool isClosed = !isReached_[i] && !isShut_[i];
+      if (uses_[i] == AreaUse::corridor && isClosed) corridors.push_back(i);
     }
     openAll(corridors, isGround);
     for (std::size_t i = 0; i < uses_.size(); ++i) isReached_[i] = isReached_[i] || isOpen(i);
@@ -179,7 +180,7 @@ class RoomOpener {
 
   std::optional<std::size_t> besideOf(Point at, Point normal,
                                       const std::vector<std::size_t>& near) const {
-    for (const double metres : besideMetres) {
+    for (const double metres : besideDoorMetres) {
       for (const double side : {1.0, -1.0}) {
         for (const std::size_t area : near) {
           if (holdsAt(area, at + normal * (side * metres))) return area;
@@ -206,6 +207,8 @@ class RoomOpener {
   Oddities& oddities_;
   // By area: open, or with a door.
   std::vector<bool> isReached_;
+  // With a door that is closed.
+  std::vector<bool> isShut_;
   std::vector<Box> boxes_;
   FloorAreas byPlace_;
 };

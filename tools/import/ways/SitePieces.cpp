@@ -10,8 +10,6 @@ namespace tern::imports {
 
 namespace {
 
-// How far beside a door its areas are looked for; walls may be drawn as gaps.
-constexpr double besideDoorMetres[] = {0.05, 0.15, 0.3, 0.6};
 // A stand farther than this from any area is in none.
 constexpr double farthestStandMetres = 3;
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <set>
 #include <unordered_set>
 #include <utility>
 
@@ -58,6 +59,7 @@ class WayMaker {
   MadeWays make() {
     for (SitePiece& piece : pieces_.all()) addMiddle(piece);
     for (const SiteDoor& door : site_.doors) addDoor(door);
+    for (const SiteDoor& door : site_.shutDoors) markShut(door);
     for (SitePiece& piece : pieces_.all()) addMissingDoor(piece);
     for (std::size_t i = 0; i < site_.stands.size(); ++i) addStand(i);
     for (const SitePiece& piece : pieces_.all()) addWays(piece);
@@ -133,6 +135,16 @@ class WayMaker {
     return nullptr;
   }
 
+  void markShut(const SiteDoor& door) {
+    for (const Crossing& crossing : crossingsOf(door.line)) {
+      SitePiece* const left = pieces_.beside(door.floor, crossing.at, crossing.normal, nullptr);
+      SitePiece* const right = pieces_.beside(door.floor, crossing.at, crossing.normal * -1, left);
+      for (const SitePiece* const piece : {left, right}) {
+        if (piece != nullptr) shut_.insert(piece);
+      }
+    }
+  }
+
   void addDoorTo(SitePiece& piece, std::size_t node) {
     piece.doors.push_back(nearestOnRings(piece.shape, draft_.nodes[node].at));
     piece.doorNodes.push_back(node);
@@ -142,7 +154,7 @@ class WayMaker {
   // along an area with a door, else along any other.
   void addMissingDoor(SitePiece& piece) {
     const SiteArea& area = site_.areas[piece.area];
-    if (!isMover(area.kind) || !piece.doors.empty()) return;
+    if (!isMover(area.kind) || !piece.doors.empty() || shut_.contains(&piece)) return;
     double longest = 0;
     SitePiece* beside = nullptr;
     Point at;
@@ -289,6 +301,8 @@ class WayMaker {
   Draft& draft_;
   MadeWays made_;
   SitePieces pieces_;
+  // With a door that is closed.
+  std::set<const SitePiece*> shut_;
   // Of each area the node in the middle of a mover.
   std::vector<std::optional<std::size_t>> entered_;
   std::map<std::string, int> linksOf_;

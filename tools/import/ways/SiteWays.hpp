@@ -40,6 +40,9 @@ inline const std::string& recordOf(const SiteArea& area) {
   return area.record.empty() ? area.id : area.record;
 }
 
+// How far beside a door its areas are looked for; walls may be drawn as gaps.
+inline constexpr double besideDoorMetres[] = {0.05, 0.15, 0.3, 0.6};
+
 struct SiteDoor {
   std::string id;
   std::size_t floor = 0;
@@ -66,6 +69,8 @@ struct SiteMover {
 struct Site {
   std::vector<SiteArea> areas;
   std::vector<SiteDoor> doors;
+  // Drawn, and closed: what has no others is entered by none that is made up, either.
+  std::vector<SiteDoor> shutDoors;
   std::vector<SiteStand> stands;
   std::vector<SiteMover> movers;
 };

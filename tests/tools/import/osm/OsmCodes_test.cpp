@@ -40,7 +40,10 @@ TEST(OsmCodes, areasAreDrawnAsWhatTheyAre) {
 
 TEST(OsmCodes, whatNobodyMayEnterIsNotWalked) {
   EXPECT_FALSE(areaOf({{"indoor", "room"}, {"access", "no"}}).isWalked);
-  EXPECT_TRUE(areaOf({{"indoor", "room"}, {"access", "private"}}).isWalked);
+  EXPECT_FALSE(areaOf({{"indoor", "room"}, {"access", "private"}}).isWalked);
+  EXPECT_FALSE(areaOf({{"room", "elevator"}, {"access", "private"}}).isWalked);
+  EXPECT_TRUE(areaOf({{"indoor", "room"}, {"access", "customers"}}).isWalked);
+  EXPECT_TRUE(areaOf({{"indoor", "room"}, {"access", "private"}, {"foot", "yes"}}).isWalked);
 }
 
 TEST(OsmCodes, moversByAnyOfTheirTags) {
@@ -75,6 +78,10 @@ TEST(OsmCodes, waysThatPeopleWalk) {
   EXPECT_EQ(walkOf({{"highway", "footway"}, {"incline", "4%"}}).kind, LinkKind::ramp);
   EXPECT_FALSE(osmWalkMeaning(OsmTags(Tags{{"highway", "service"}})));
   EXPECT_FALSE(osmWalkMeaning(OsmTags(Tags{{"highway", "footway"}, {"access", "no"}})));
+  EXPECT_FALSE(osmWalkMeaning(OsmTags(Tags{{"highway", "footway"}, {"access", "private"}})));
+  EXPECT_FALSE(osmWalkMeaning(OsmTags(Tags{{"highway", "footway"}, {"foot", "private"}})));
+  EXPECT_TRUE(osmWalkMeaning(
+      OsmTags(Tags{{"highway", "footway"}, {"access", "private"}, {"foot", "permissive"}})));
 }
 
 TEST(OsmCodes, conveyingSaysWhichWayAnEscalatorRuns) {

@@ -296,6 +296,81 @@ TEST(OsmReader, aRoomThatStepsEndInIsReachedByThem) {
   EXPECT_TRUE(isJoined(draftOf(drawn), "Shop", "Gallery"));
 }
 
+TEST(OsmReader, nobodyIsLedToWhatIsClosedToThePublic) {
+  for (const char* const access : {"no", "private"}) {
+    DrawnOsm drawn = smallHouse();
+    DrawnOsm::Tags vault = room("0", "Vault");
+    vault.emplace_back("access", access);
+    drawn.area(3, {{10, 3}, {12, 3}, {14, 3}, {14, 8}, {10, 8}}, vault);
+    drawn.point({12, 3}, {{"door", "yes"}});
+    const std::int64_t machine = drawn.point({12, 6}, {{"amenity", "atm"}, {"level", "0"}});
+    drawn.line(4, {{1, 1}, {19, 1}}, {{"highway", "footway"}, {"level", "0"}, {"access", access}});
+    const Draft draft = draftOf(drawn);
+    for (const DraftNode& node : draft.nodes) EXPECT_FALSE(node.isEntrance) << node.id;
+    EXPECT_EQ(placeNamed(draft, "Vault"), nullptr);
+    EXPECT_EQ(draft.places.size(), 1U) << "the shop alone";
+    EXPECT_EQ(wayOf(draft, "way/4"), nullptr);
+    EXPECT_THAT(toldLines(draft),
+                UnorderedElementsAre("way/3 noAccess", "way/4 noAccess",
+                                     "node/" + std::to_string(machine) + " noAccess"));
+    const auto isClosed = [](const DraftArea& area) { return area.kind == AreaKind::closed; };
+    EXPECT_EQ(std::ranges::count_if(draft.areas, isClosed), 1);
+  }
+}
+
+TEST(OsmReader, aDoorThatIsClosedToThePublicJoinsNothing) {
+  const DrawnOsm::Tags shut{{"door", "yes"}, {"level", "0"}, {"access", "private"}};
+  DrawnOsm drawn = smallHouse();
+  drawn.area(3, {{10, 3}, {12, 3}, {14, 3}, {14, 8}, {10, 8}}, room("0", "Vault"));
+  const std::int64_t door = drawn.point({12, 3}, shut);
+  const Draft draft = draftOf(drawn);
+  EXPECT_EQ(placeNamed(draft, "Vault"), nullptr);
+  EXPECT_NE(placeNamed(draft, "Shop"), nullptr);
+  EXPECT_THAT(toldLines(draft), UnorderedElementsAre("way/3 unreached",
+                                                     "node/" + std::to_string(door) + " noAccess"));
+  EXPECT_EQ(draft.doors.size(), 2U) << "it is drawn";
+}
+
+TEST(OsmReader, noWayLeadsThroughADoorThatIsClosedToThePublic) {
+  for (const char* const access : {"customers", "private"}) {
+    DrawnOsm drawn = smallHouse();
+    drawn.area(3, {{10, 3}, {12, 3}, {14, 3}, {14, 8}, {10, 8}}, room("0", "Vault"));
+    drawn.point({12, 3}, {{"door", "yes"}, {"access", access}});
+    drawn.line(4, {{12, 1}, {12, 3}, {12, 6}}, {{"highway", "footway"}, {"level", "0"}});
+    EXPECT_EQ(isJoined(draftOf(drawn), "Shop", "Vault"), access == std::string("customers"));
+  }
+}
+
+TEST(OsmReader, aWallOfItsOwnIsNotOpenedByADoorThatIsClosedToThePublic) {
+  for (const char* const access : {"yes", "no"}) {
+    DrawnOsm drawn;
+    drawn.area(1, {{0, 0}, {12, 0}, {20, 0}, {20, 3}, {12, 3}, {0, 3}}, corridor("0"));
+    drawn.box(2, {0, 3, 5, 8}, room("0", "Shop"));
+    drawn.box(3, {14, 3, 19, 8}, room("0", "Cafe"));
+    drawn.line(4, {{12, 0}, {12, 1.5}, {12, 3}}, {{"indoor", "wall"}, {"level", "0"}});
+    drawn.point({12, 1.5}, {{"door", "yes"}, {"level", "0"}, {"access", access}});
+    EXPECT_EQ(isJoined(draftOf(drawn), "Shop", "Cafe"), access == std::string("yes"));
+  }
+}
+
+TEST(OsmReader, stairsBehindADoorThatIsClosedToThePublicAreNotEntered) {
+  DrawnOsm drawn = twoFloors();
+  drawn.area(3, {{10, 3}, {12, 3}, {14, 3}, {14, 8}, {10, 8}},
+             {{"room", "stairs"}, {"level", "0;1"}});
+  drawn.point({12, 3}, {{"door", "yes"}, {"level", "0;1"}, {"access", "no"}});
+  EXPECT_FALSE(isJoined(draftOf(drawn), "Shop", "Office"));
+}
+
+TEST(OsmReader, aLiftThatIsClosedToThePublicLeadsNowhere) {
+  DrawnOsm drawn = twoFloors();
+  drawn.point({15, 1}, {{"highway", "elevator"}, {"level", "0;1"}, {"access", "private"}});
+  drawn.box(3, {10, 3, 12, 5}, {{"room", "elevator"}, {"level", "0;1"}, {"access", "private"}});
+  drawn.point({11, 4}, {{"highway", "elevator"}, {"level", "0;1"}});
+  const Draft draft = draftOf(drawn);
+  EXPECT_THAT(climbs(draft), IsEmpty());
+  EXPECT_THAT(toldLines(draft), Contains("way/3 noAccess"));
+}
+
 TEST(OsmReader, aDoorInAWallOfItsOwnIsNotTold) {
   DrawnOsm drawn = twoFloors();
   drawn.line(3, {{12, 0}, {12, 1.5}, {12, 3}}, {{"indoor", "wall"}, {"level", "0"}});

@@ -95,6 +95,14 @@ TEST(MissingDoors, stairsAreEnteredAtAnEnd) {
   EXPECT_NEAR(plan.site.doors[0].line[0].y, 4, 1e-9);
 }
 
+TEST(MissingDoors, whatHasADoorThatIsClosedGetsNoOther) {
+  Plan plan;
+  plan.area("hall", {0, 0, 20, 4}, AreaUse::corridor).area("room", {4, 4, 9, 9}, AreaUse::ownRoom);
+  plan.area("lawn", {0, -9, 20, 0}, AreaUse::ground);
+  plan.site.shutDoors.push_back({"d", 0, {{5, 4}, {6, 4}}});
+  EXPECT_THAT(plan.opened(), IsEmpty());
+}
+
 TEST(MissingDoors, corridorWithoutADoorIsEnteredFromOutdoors) {
   Plan plan;
   plan.area("square", {0, -9, 40, 0}, AreaUse::ground);
