@@ -24,6 +24,7 @@ void ImdfPlaces::plan() {
   for (const ImdfFeature& anchor : files_.of("anchor")) anchors_.emplace(anchor.id, &anchor);
   for (const ImdfFeature& occupant : files_.of("occupant")) planOccupant(occupant);
   for (const ImdfFeature& kiosk : files_.of("kiosk")) planKiosk(kiosk);
+  planOpenings();
 }
 
 // What has a name is somewhere to go; toilets are, without one.
@@ -52,8 +53,8 @@ void ImdfPlaces::planAmenity(const ImdfFeature& amenity) {
   } else if (!unit) {
     draft_.oddities.tell(amenity.id, "dangling", "It names no unit that is there.");
   } else {
-    plan(amenity, amenity.category(), amenity.label("name"), site_.areas[*unit].floor, *at,
-         unit, true);
+    plan(amenity, amenity.category(), amenity.label("name"), site_.areas[*unit].floor, *at, unit,
+         true);
   }
 }
 
@@ -71,8 +72,7 @@ void ImdfPlaces::planOccupant(const ImdfFeature& occupant) {
   } else if (names.empty()) {
     draft_.oddities.tell(occupant.id, "noName", "It has no name.");
   } else {
-    plan(occupant, occupant.category(), names, site_.areas[unit->second].floor, *at,
-         unit->second);
+    plan(occupant, occupant.category(), names, site_.areas[unit->second].floor, *at, unit->second);
   }
 }
 
@@ -84,6 +84,21 @@ void ImdfPlaces::planKiosk(const ImdfFeature& kiosk) {
   if (names.empty() || floor == floors_.end() || shapes.empty()) return;
   const Polygon outline{{shapes.front().rings.front()}};
   plan(kiosk, "kiosk", names, floor->second, middleOfShape(outline), std::nullopt);
+}
+
+// An entrance, a gate: what is called something is somewhere to go.
+void ImdfPlaces::planOpenings() {
+  std::map<std::string_view, std::vector<std::size_t>> doors;
+  for (std::size_t i = 0; i < site_.doors.size(); ++i) doors[site_.doors[i].id].push_back(i);
+  for (const ImdfFeature& opening : files_.of("opening")) {
+    const Names names = opening.label("name");
+    const auto own = doors.find(opening.id);
+    if (names.empty() || own == doors.end()) continue;
+    const SiteDoor& door = site_.doors[own->second.front()];
+    planned_.push_back({&opening, "entry", names, door.floor,
+                        between(door.line.front(), door.line.back(), 0.5), std::nullopt, 0, false,
+                        own->second});
+  }
 }
 
 void ImdfPlaces::plan(const ImdfFeature& feature, std::string_view category, Names names,
@@ -100,14 +115,20 @@ bool ImdfPlaces::isEnteredByDoor(std::optional<std::size_t> unit) const {
   return unit && units_.kinds[*unit] != AreaKind::way && units_.kinds[*unit] != AreaKind::outdoors;
 }
 
+std::vector<std::size_t> ImdfPlaces::nodesOf(const Planned& place, const MadeWays& made) const {
+  if (isEnteredByDoor(place.unit)) return made.insideDoors[*place.unit];
+  std::vector<std::size_t> nodes;
+  for (const std::size_t door : place.doors) {
+    nodes.insert(nodes.end(), made.ofDoor[door].begin(), made.ofDoor[door].end());
+  }
+  if (!place.doors.empty()) return nodes;
+  if (const auto node = made.ofStand[place.stand]) nodes.push_back(*node);
+  return nodes;
+}
+
 void ImdfPlaces::add(const MadeWays& made) {
   for (const Planned& place : planned_) {
-    std::vector<std::size_t> nodes;
-    if (isEnteredByDoor(place.unit)) {
-      nodes = made.insideDoors[*place.unit];
-    } else if (const auto node = made.ofStand[place.stand]) {
-      nodes = {*node};
-    }
+    const std::vector<std::size_t> nodes = nodesOf(place, made);
     if (nodes.empty()) {
       draft_.oddities.tell(place.feature->id, "unreached", "No door leads to it.");
       continue;

@@ -49,14 +49,18 @@ class ImdfPlaces {
     std::size_t stand;
     // One of its kind is as good as another, whatever it is called.
     bool isAmenity;
+    // Of the site, of an opening.
+    std::vector<std::size_t> doors = {};
   };
 
   void planUnit(std::size_t index);
   void planAmenity(const ImdfFeature& amenity);
   void planOccupant(const ImdfFeature& occupant);
   void planKiosk(const ImdfFeature& kiosk);
+  void planOpenings();
   void plan(const ImdfFeature& feature, std::string_view category, Names names, std::size_t floor,
             Point at, std::optional<std::size_t> unit, bool isAmenity = false);
+  std::vector<std::size_t> nodesOf(const Planned& place, const MadeWays& made) const;
   bool isEnteredByDoor(std::optional<std::size_t> unit) const;
   void addPlace(const Planned& place, Names names, const std::vector<std::size_t>& nodes);
   std::size_t categoryOf(const std::string& category);

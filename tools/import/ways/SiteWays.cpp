@@ -52,13 +52,14 @@ class WayMaker {
  public:
   WayMaker(const Site& site, Draft& draft) : site_(site), draft_(draft), pieces_(site.areas) {
     made_.insideDoors.resize(site.areas.size());
+    made_.ofDoor.resize(site.doors.size());
     made_.ofStand.resize(site.stands.size());
     entered_.resize(site.areas.size());
   }
 
   MadeWays make() {
     for (SitePiece& piece : pieces_.all()) addMiddle(piece);
-    for (const SiteDoor& door : site_.doors) addDoor(door);
+    for (std::size_t i = 0; i < site_.doors.size(); ++i) addDoor(i);
     for (const SiteDoor& door : site_.shutDoors) markShut(door);
     for (SitePiece& piece : pieces_.all()) addMissingDoor(piece);
     for (std::size_t i = 0; i < site_.stands.size(); ++i) addStand(i);
@@ -89,11 +90,12 @@ class WayMaker {
     return draft_.nodes.size() - 1;
   }
 
-  void addDoor(const SiteDoor& door) {
+  void addDoor(std::size_t index) {
+    const SiteDoor& door = site_.doors[index];
     bool isBeside = false;
     for (const Crossing& crossing : crossingsOf(door.line)) {
       if (pieces_.areOneAcross(door.floor, crossing.at, crossing.normal)) {
-        addDoorBeside(door, crossing);
+        addDoorBeside(index, crossing);
         isBeside = true;
         continue;
       }
@@ -104,7 +106,7 @@ class WayMaker {
       if (left == nullptr) left = besideElsewhere(door.floor, crossing.at, crossing.normal);
       if (right == nullptr) right = besideElsewhere(door.floor, crossing.at, crossing.normal * -1);
       isBeside = true;
-      const std::size_t node = addNode(door.id, door.floor, crossing.at);
+      const std::size_t node = addDoorNode(index, crossing.at);
       draft_.nodes[node].isEntrance = leadsOut;
       if (left != nullptr) addDoorTo(*left, node);
       if (right != nullptr) addDoorTo(*right, node);
@@ -114,12 +116,19 @@ class WayMaker {
     }
   }
 
+  std::size_t addDoorNode(std::size_t index, Point at) {
+    const SiteDoor& door = site_.doors[index];
+    made_.ofDoor[index].push_back(addNode(door.id, door.floor, at));
+    return made_.ofDoor[index].back();
+  }
+
   // Drawn within an area, it is a door in the nearest wall across it, where there is one not far
   // away. Amid the area one walks over it without noticing.
-  void addDoorBeside(const SiteDoor& door, const Crossing& crossing) {
+  void addDoorBeside(std::size_t index, const Crossing& crossing) {
+    const SiteDoor& door = site_.doors[index];
     const auto wall = pieces_.wallAcross(door.floor, crossing.at, crossing.normal);
     if (!wall) return;
-    const std::size_t node = addNode(door.id, door.floor, wall->at);
+    const std::size_t node = addDoorNode(index, wall->at);
     draft_.nodes[node].isEntrance = wall->beyond == nullptr;
     addDoorTo(*wall->within, node);
     if (wall->beyond != nullptr) addDoorTo(*wall->beyond, node);

@@ -78,6 +78,8 @@ struct Site {
 struct MadeWays {
   // Of each area the nodes a step inside of its doors.
   std::vector<std::vector<std::size_t>> insideDoors;
+  // Of each door the nodes that one goes through it by; none where no area is near.
+  std::vector<std::vector<std::size_t>> ofDoor;
   // Of each stand its node; none where no area is near.
   std::vector<std::optional<std::size_t>> ofStand;
 };

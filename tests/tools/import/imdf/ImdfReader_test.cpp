@@ -379,6 +379,21 @@ TEST(ImdfReader, occupantsAreWhereTheirAnchorsAre) {
   EXPECT_THAT(toldLines(draft), ElementsAre("mute noName", "lost dangling", "homeless dangling"));
 }
 
+TEST(ImdfReader, openingsWithANameAreDestinations) {
+  DrawnImdf building = shopByAHall();
+  building.add("opening", "main", DrawnImdf::line({0, 0.5}, {0, 4.5}),
+               {{"level_id", "ground"},
+                {"category", "pedestrian.principal"},
+                {"name", DrawnImdf::label("Main entrance")}});
+  const Draft draft = draftOf(building);
+  const DraftPlace* const main = placeOf(draft, "main");
+  ASSERT_NE(main, nullptr);
+  EXPECT_EQ(nameIn(main->names, "en"), "Main entrance");
+  ASSERT_EQ(main->nodes.size(), 2U) << "it is as wide as two";
+  for (const std::size_t node : main->nodes) EXPECT_TRUE(draft.nodes[node].isEntrance);
+  EXPECT_EQ(islandsOf(draft), 1U);
+}
+
 TEST(ImdfReader, aRoomWithoutADoorIsTold) {
   DrawnImdf building = shopByAHall();
   building.unit("vault", "ground", "room", {15, 20, 18, 22}, {{"name", DrawnImdf::label("Vault")}});
