@@ -121,6 +121,8 @@ struct DraftPlace {
   Point at;
   // From which it is reached; at least one.
   std::vector<std::size_t> nodes;
+  // What else it is found by: a room's number.
+  std::vector<std::string> keywords = {};
 };
 
 struct Draft {

@@ -235,6 +235,12 @@ Names osmNames(const OsmTags& tags) {
   return names;
 }
 
+std::vector<std::string> osmKeywords(const OsmTags& tags) {
+  const std::string_view number = tags["ref"];
+  if (number.empty() || nameIn(osmNames(tags), "") == number) return {};
+  return {std::string(number)};
+}
+
 std::string osmCategory(const OsmTags& tags) {
   static const std::map<std::string_view, std::string_view> known{
       {"toilets", "restroom"},      {"atm", "atm"},

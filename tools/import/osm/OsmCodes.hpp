@@ -6,6 +6,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "tools/import/draft/Draft.hpp"
 #include "tools/import/osm/OsmData.hpp"
@@ -62,6 +63,8 @@ bool isOsmOutline(const OsmTags& tags);
 
 // In all its languages; the number of a room that has no name.
 Names osmNames(const OsmTags& tags);
+// What else it is found by: the number of a room that has a name, too.
+std::vector<std::string> osmKeywords(const OsmTags& tags);
 // Of what somebody may want to go to; empty for what is nothing of the kind.
 std::string osmCategory(const OsmTags& tags);
 // What `toilets:wheelchair` says, else `wheelchair`.

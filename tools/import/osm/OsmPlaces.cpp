@@ -98,7 +98,8 @@ void OsmPlaces::add(const OsmSpot& spot, const std::string& category, Names name
   const std::string known = category.empty() ? "unspecified" : category;
   const auto [at, isNew] = categories_.try_emplace(known, draft_.categories.size());
   if (isNew) draft_.categories.push_back({known, namesOfCategory(known)});
-  draft_.places.push_back({spot.id, at->second, std::move(names), spot.floor, spot.at, nodes});
+  draft_.places.push_back(
+      {spot.id, at->second, std::move(names), spot.floor, spot.at, nodes, osmKeywords(*spot.tags)});
 }
 
 }  // namespace tern::imports

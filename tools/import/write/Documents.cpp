@@ -52,6 +52,12 @@ Value locationsOf(const VenuePlan& venue, const std::vector<std::size_t>& waypoi
   return locations;
 }
 
+Value wordList(const std::vector<std::string>& words) {
+  Value list = Value::list();
+  for (const std::string& word : words) list.append(word);
+  return list;
+}
+
 Value destination(const VenuePlan& venue, const PlannedPlace& place) {
   const Names& category = venue.draft->categories[place.category].names;
   return Value::map(
@@ -63,7 +69,7 @@ Value destination(const VenuePlan& venue, const PlannedPlace& place) {
                                  {"names", otherNames(place.names, venue.language)}})},
        {"locations", locationsOf(venue, place.waypoints)},
        {"categoryIds", Value::list({venue.categoryIds[place.category]})},
-       {"keywords", Value::list()},
+       {"keywords", wordList(place.keywords)},
        {"tags", Value::list()},
        {"status", 1}});
 }

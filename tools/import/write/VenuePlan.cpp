@@ -183,7 +183,16 @@ class Planner {
       const auto [at, isNew] = known.try_emplace(key, list.size());
       if (isNew) list.push_back(isAmenity ? amenityOf(place) : destinationOf(place));
       list[at->second].places.push_back(i);
+      addKeywords(place, list[at->second]);
       for (const std::size_t node : place.nodes) join(list[at->second], node, isAmenity);
+    }
+  }
+
+  static void addKeywords(const DraftPlace& from, PlannedPlace& to) {
+    for (const std::string& keyword : from.keywords) {
+      if (std::ranges::find(to.keywords, keyword) == to.keywords.end()) {
+        to.keywords.push_back(keyword);
+      }
     }
   }
 

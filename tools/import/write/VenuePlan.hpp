@@ -73,6 +73,8 @@ struct PlannedPlace {
   std::vector<std::size_t> waypoints;
   // The draft's places that it is made of.
   std::vector<std::size_t> places;
+  // Of all of them, each once.
+  std::vector<std::string> keywords = {};
 };
 
 struct VenuePlan {

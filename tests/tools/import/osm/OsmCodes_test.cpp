@@ -6,6 +6,9 @@
 namespace tern::imports {
 namespace {
 
+using testing::ElementsAre;
+using testing::IsEmpty;
+
 using Tags = std::vector<OsmTags::Tag>;
 
 OsmAreaMeaning areaOf(Tags tags) {
@@ -139,6 +142,13 @@ TEST(OsmCodes, numberOfARoomStandsForItsName) {
   EXPECT_EQ(nameIn(osmNames(OsmTags(Tags{{"ref", "1.23"}})), "en"), "1.23");
   EXPECT_EQ(nameIn(osmNames(OsmTags(Tags{{"ref", "1.23"}, {"name", "Lab"}})), "en"), "Lab");
   EXPECT_TRUE(osmNames(OsmTags()).empty());
+}
+
+TEST(OsmCodes, numberOfARoomWithANameIsAKeyword) {
+  EXPECT_THAT(osmKeywords(OsmTags(Tags{{"ref", "1.23"}, {"name", "Lab"}})), ElementsAre("1.23"));
+  EXPECT_THAT(osmKeywords(OsmTags(Tags{{"ref", "1.23"}})), IsEmpty());
+  EXPECT_THAT(osmKeywords(OsmTags(Tags{{"ref", "1.23"}, {"name", "1.23"}})), IsEmpty());
+  EXPECT_THAT(osmKeywords(OsmTags(Tags{{"name", "Lab"}})), IsEmpty());
 }
 
 TEST(OsmCodes, categories) {

@@ -167,6 +167,19 @@ TEST(VenuePlan, placesOfOneNameAreOneDestination) {
               ElementsAre(plan.destinations[0].id, plan.destinations[1].id));
 }
 
+TEST(VenuePlan, aDestinationIsFoundByTheKeywordsOfAllItsPlaces) {
+  Draft draft = draftOf({{0, {0, 0}}, {1, {8, 0}}});
+  draft.categories = {{"room", {{"en", "Room"}}}};
+  draft.places = {placeOf("p", {{"en", "Lab"}}, {0}), placeOf("q", {{"en", "Lab"}}, {1}),
+                  placeOf("r", {{"en", "Lab"}}, {1})};
+  draft.places[0].keywords = {"A001"};
+  draft.places[1].keywords = {"A101"};
+  draft.places[2].keywords = {"A001"};
+  const VenuePlan plan = planOf(draft);
+  ASSERT_EQ(plan.destinations.size(), 1U);
+  EXPECT_THAT(plan.destinations[0].keywords, ElementsAre("A001", "A101"));
+}
+
 TEST(VenuePlan, placesWithoutANameAreAmenitiesOfTheirCategory) {
   Draft draft = draftOf({{0, {0, 0}}, {1, {8, 0}}});
   draft.categories = {{"toilets", {{"en", "Toilets"}, {"ja", "トイレ"}}}};

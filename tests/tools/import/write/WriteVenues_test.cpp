@@ -240,6 +240,16 @@ TEST(WriteVenues, recordsHaveTheirNamesInEveryLanguage) {
   EXPECT_EQ(locales.value["items"].size(), 5U);
 }
 
+TEST(WriteVenues, destinationsAreFoundByTheirKeywords) {
+  const test::TemporaryFolder folder;
+  std::vector<Draft> drafts{houseDraft(liftHouse())};
+  for (DraftPlace& place : drafts.front().places) place.keywords = {"E1"};
+  ASSERT_EQ(writeVenues(drafts, {}, folder.at("out")).error, std::nullopt);
+  const auto found = loaded(folder.at("out"))->destinations->getByKeyword("E1");
+  ASSERT_EQ(found.size(), 1U);
+  EXPECT_EQ(found[0]->name.text(), "東口");
+}
+
 TEST(WriteVenues, folderOfOtherThingsIsRefused) {
   const test::TemporaryFolder folder;
   folder.write("out/mine.txt", "mine");
