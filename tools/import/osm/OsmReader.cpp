@@ -42,6 +42,13 @@ std::string whyNothingIsPlaced(const OsmData& data) {
   return "its ways come without their nodes; ask the Overpass API for \"out geom;\"";
 }
 
+std::string whyNothingIsWalked(const Oddities& oddities) {
+  const auto isBarred = [](const Oddity& oddity) { return oddity.kind == "noAccess"; };
+  return std::ranges::any_of(oddities.told(), isBarred)
+             ? "nothing of it can be walked: access=no or access=private closes it to the public"
+             : "nothing of it can be walked";
+}
+
 // Into the draft, whose floors are known: first what is drawn, then the ways that are made of it.
 void readFloors(const OsmFrame& frame, const std::string& name) {
   Draft& draft = frame.draft;
@@ -87,7 +94,7 @@ ReadDraft readOsm(const SourceFiles& source) {
   draft.buildings.push_back({source.name(), {}, {}});
   const OsmFloors floors = addOsmFloors(found, draft);
   readFloors({found, nodes, floors, draft}, source.name());
-  if (draft.nodes.empty()) return {{}, "nothing of it can be walked"};
+  if (draft.nodes.empty()) return {{}, whyNothingIsWalked(draft.oddities)};
   return {std::move(draft), std::nullopt};
 }
 

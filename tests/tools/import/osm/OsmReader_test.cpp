@@ -361,6 +361,14 @@ TEST(OsmReader, stairsBehindADoorThatIsClosedToThePublicAreNotEntered) {
   EXPECT_FALSE(isJoined(draftOf(drawn), "Shop", "Office"));
 }
 
+TEST(OsmReader, whatIsClosedToThePublicAsAWholeIsRefusedWithTheReason) {
+  DrawnOsm::Tags closed = corridor("0");
+  closed.emplace_back("access", "private");
+  const ReadDraft read = readOf(DrawnOsm().box(1, {0, 0, 20, 3}, closed));
+  ASSERT_TRUE(read.error);
+  EXPECT_THAT(*read.error, HasSubstr("access=private"));
+}
+
 TEST(OsmReader, aLiftThatIsClosedToThePublicLeadsNowhere) {
   DrawnOsm drawn = twoFloors();
   drawn.point({15, 1}, {{"highway", "elevator"}, {"level", "0;1"}, {"access", "private"}});
