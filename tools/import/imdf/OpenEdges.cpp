@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "tools/import/ways/BoxGrid.hpp"
+#include "tools/import/ways/Crossings.hpp"
 #include "tools/import/ways/PlaneGeometry.hpp"
 
 namespace tern::imports {
@@ -25,12 +26,14 @@ class EdgeOpener {
  public:
   EdgeOpener(Site& site, std::span<const AreaUse> uses) : site_(site), uses_(uses) {
     for (const SiteArea& area : site.areas) boxes_.push_back(boxOfAll(area.shapes));
-    std::vector<Box> middles;
+    std::vector<Box> boxes;
     for (const SiteDoor& door : site.doors) {
-      const Point at = middleOf(door);
-      middles.push_back({at.x, at.y, at.x, at.y});
+      for (const Crossing& crossing : crossingsOf(door.line)) {
+        openings_.push_back({door.floor, crossing.at});
+        boxes.push_back({crossing.at.x, crossing.at.y, crossing.at.x, crossing.at.y});
+      }
     }
-    openings_ = BoxGrid(std::move(middles));
+    openingsByPlace_ = BoxGrid(std::move(boxes));
   }
 
   void open() {
@@ -48,10 +51,6 @@ class EdgeOpener {
            site_.areas[a].floor == site_.areas[b].floor;
   }
 
-  static Point middleOf(const SiteDoor& door) {
-    return between(door.line.front(), door.line.back(), 0.5);
-  }
-
   void openBetween(std::size_t area, std::size_t other) {
     const std::vector<Line> edges = edgesAlong(area, other);
     const std::size_t floor = site_.areas[area].floor;
@@ -63,16 +62,15 @@ class EdgeOpener {
     }
   }
 
-  // One that is drawn: `openings_` has no others.
   bool hasOpening(const Line& edge, std::size_t floor) const {
     const Point a = edge.front();
     const Point b = edge.back();
-    return std::ranges::any_of(
-        openings_.about(boxAbout(a, b).grownBy(inEdgeMetres)), [&](std::uint32_t opening) {
-          const SiteDoor& door = site_.doors[opening];
-          const Point middle = middleOf(door);
-          return door.floor == floor && apart(nearestOn(a, b, middle), middle) < inEdgeMetres;
-        });
+    const auto isIn = [&](std::uint32_t index) {
+      const Opening& opening = openings_[index];
+      return opening.floor == floor &&
+             apart(nearestOn(a, b, opening.at), opening.at) < inEdgeMetres;
+    };
+    return std::ranges::any_of(openingsByPlace_.about(boxAbout(a, b).grownBy(inEdgeMetres)), isIn);
   }
 
   static Box boxAbout(Point a, Point b) {
@@ -118,7 +116,13 @@ class EdgeOpener {
   Site& site_;
   std::span<const AreaUse> uses_;
   std::vector<Box> boxes_;
-  BoxGrid openings_{{}};
+  struct Opening {
+    std::size_t floor;
+    Point at;
+  };
+  // Those that are drawn.
+  std::vector<Opening> openings_;
+  BoxGrid openingsByPlace_{{}};
 };
 
 }  // namespace

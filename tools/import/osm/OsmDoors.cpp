@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "tools/import/osm/OsmGeometry.hpp"
+#include "tools/import/ways/Crossings.hpp"
 #include "tools/import/ways/FloorAreas.hpp"
-#include "tools/import/ways/PlaneGeometry.hpp"
 
 namespace tern::imports {
 
@@ -82,18 +82,20 @@ class DoorReader {
 
   // Whether what lies on one of its sides is closed to the public.
   bool leadsToBarred(const Line& line, std::size_t floor) const {
-    const Point way = line.back() - line.front();
-    const Point middle = between(line.front(), line.back(), 0.5);
-    const Point normal = Point{-way.y, way.x} * (1 / std::max(lengthOf(way), 1e-9));
-    const auto isBarredAt = [&](double side) {
-      for (const double metres : besideDoorMetres) {
-        const Point at = middle + normal * (side * metres);
-        if (walked_.at(floor, at)) return false;
-        if (barred_.at(floor, at)) return true;
-      }
-      return false;
+    const auto isBarred = [&](const Crossing& crossing) {
+      return isBarredBeside(floor, crossing.at, crossing.normal) ||
+             isBarredBeside(floor, crossing.at, crossing.normal * -1);
     };
-    return isBarredAt(1) || isBarredAt(-1);
+    return std::ranges::any_of(crossingsOf(line), isBarred);
+  }
+
+  bool isBarredBeside(std::size_t floor, Point at, Point normal) const {
+    for (const double metres : besideDoorMetres) {
+      const Point beside = at + normal * metres;
+      if (walked_.at(floor, beside)) return false;
+      if (barred_.at(floor, beside)) return true;
+    }
+    return false;
   }
 
   // Whether it is a door of an area, or a way leads through it.

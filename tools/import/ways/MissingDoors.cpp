@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <optional>
 #include <string>
 
+#include "tools/import/ways/Crossings.hpp"
 #include "tools/import/ways/FloorAreas.hpp"
 #include "tools/import/ways/PlaneGeometry.hpp"
 
@@ -66,21 +68,30 @@ class RoomOpener {
   }
 
   void markBeside(const SiteDoor& door, std::vector<bool>& marks) const {
-    const Point way = door.line.back() - door.line.front();
-    const Point middle = between(door.line.front(), door.line.back(), 0.5);
-    const Point normal = Point{-way.y, way.x} * (1 / std::max(lengthOf(way), 1e-9));
-    for (const double side : {1.0, -1.0}) {
-      for (const double metres : besideDoorMetres) {
-        bool isFound = false;
-        const Point at = middle + normal * (side * metres);
-        for (const std::size_t area : byPlace_.about(door.floor, {at.x, at.y, at.x, at.y})) {
-          if (!holdsAt(area, at)) continue;
-          marks[area] = true;
-          isFound = true;
+    for (const Crossing& crossing : crossingsOf(door.line)) {
+      for (const double side : {1.0, -1.0}) {
+        for (const double metres : besideDoorMetres) {
+          const std::vector<std::size_t> areas =
+              holding(door.floor, crossing.at + crossing.normal * (side * metres));
+          for (const std::size_t area : areas) {
+            if (!isAmid(area, crossing)) marks[area] = true;
+          }
+          if (!areas.empty()) break;
         }
-        if (isFound) break;
       }
     }
+  }
+
+  std::vector<std::size_t> holding(std::size_t floor, Point at) const {
+    std::vector<std::size_t> areas = byPlace_.about(floor, {at.x, at.y, at.x, at.y});
+    std::erase_if(areas, [&](std::size_t area) { return !holdsAt(area, at); });
+    return areas;
+  }
+
+  // A line on its ground, too far from its walls for a door in one.
+  bool isAmid(std::size_t area, const Crossing& crossing) const {
+    const Point far = crossing.normal * *std::rbegin(besideDoorMetres);
+    return holdsAt(area, crossing.at + far) && holdsAt(area, crossing.at - far);
   }
 
   // Corridors hang together by themselves; those that have no way out have one to outdoors.

@@ -9,6 +9,7 @@
 
 #include "tools/import/ways/AreaWays.hpp"
 #include "tools/import/ways/Climbs.hpp"
+#include "tools/import/ways/Crossings.hpp"
 #include "tools/import/ways/PlaneGeometry.hpp"
 #include "tools/import/ways/SitePieces.hpp"
 
@@ -16,37 +17,9 @@ namespace tern::imports {
 
 namespace {
 
-// One crosses a door about every so many metres.
-constexpr double crossingMetres = 1.5;
-constexpr double mostCrossings = 9;
 constexpr double sameNodeMetres = 0.01;
 
-struct Crossing {
-  Point at;
-  Point normal;
-};
-
 bool isMover(LinkKind kind) { return kind != LinkKind::walkway; }
-
-std::vector<Crossing> crossingsOf(const Line& line) {
-  double metres = 0;
-  for (std::size_t i = 1; i < line.size(); ++i) metres += apart(line[i - 1], line[i]);
-  const double count = std::clamp(std::floor(metres / crossingMetres), 1.0, mostCrossings);
-  std::vector<Crossing> crossings;
-  double before = 0;
-  for (std::size_t i = 1; i < line.size(); ++i) {
-    const Point way = line[i] - line[i - 1];
-    const double length = lengthOf(way);
-    while (length > 0 && static_cast<double>(crossings.size()) < count) {
-      const double at = metres * (static_cast<double>(crossings.size()) + 0.5) / count - before;
-      if (at > length) break;
-      crossings.push_back(
-          {between(line[i - 1], line[i], at / length), Point{-way.y, way.x} * (1 / length)});
-    }
-    before += length;
-  }
-  return crossings;
-}
 
 class WayMaker {
  public:

@@ -95,6 +95,23 @@ TEST(MissingDoors, stairsAreEnteredAtAnEnd) {
   EXPECT_NEAR(plan.site.doors[0].line[0].y, 4, 1e-9);
 }
 
+TEST(MissingDoors, aWideDoorIsThatOfAllRoomsAlongIt) {
+  Plan plan;
+  plan.area("hall", {0, 0, 20, 4}, AreaUse::corridor)
+      .area("a", {0, 4, 5, 9}, AreaUse::ownRoom)
+      .area("b", {5, 4, 10, 9}, AreaUse::ownRoom)
+      .area("c", {10, 4, 20, 9}, AreaUse::ownRoom);
+  plan.site.doors.push_back({"d", 0, {{2, 4}, {9, 4}}});
+  EXPECT_THAT(plan.opened(), ElementsAre("c"));
+}
+
+TEST(MissingDoors, aLineAmidARoomIsNoDoorOfIt) {
+  Plan plan;
+  plan.area("hall", {0, 0, 20, 4}, AreaUse::corridor).area("room", {4, 4, 9, 9}, AreaUse::ownRoom);
+  plan.site.doors.push_back({"d", 0, {{5, 5}, {6, 5}}});
+  EXPECT_THAT(plan.opened(), ElementsAre("room"));
+}
+
 TEST(MissingDoors, whatHasADoorThatIsClosedGetsNoOther) {
   Plan plan;
   plan.area("hall", {0, 0, 20, 4}, AreaUse::corridor).area("room", {4, 4, 9, 9}, AreaUse::ownRoom);
