@@ -7,12 +7,21 @@ import { modules, root } from "./support/modules.mjs";
 import { Stage, stepsIn } from "./support/page.mjs";
 
 const { nameOfFloor } = await modules("panel/Context");
+const { wrapped } = await modules("map/lines");
 
 let stage;
 before(async () => {
   stage = await Stage.open();
 });
 after(() => stage.close());
+
+test("long names are broken at blanks until their lines are short", () => {
+  assert.equal(wrapped("Quarry Bank"), "Quarry Bank");
+  assert.equal(wrapped("Kestrel Jewellers"), "Kestrel\nJewellers");
+  assert.equal(wrapped("The Old Book Shop"), "The Old\nBook Shop");
+  assert.equal(wrapped("Spindle Department Store"), "Spindle\nDepartment\nStore");
+  assert.equal(wrapped("Verkehrsamtsgebäude"), "Verkehrsamtsgebäude");
+});
 
 test("movers are called in the reader's language where the venue has no word for them", async () => {
   await stage.with({ hash: "#from=w14016&to=w12025&lang=de" }, async (page) => {

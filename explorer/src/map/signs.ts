@@ -8,24 +8,13 @@ import { plateAddress, symbolFor } from "../theme/icons.js";
 import { nameIn } from "../venue/names.js";
 import type { Sign } from "../venue/signs.js";
 import type { MapColours } from "./colours.js";
+import { wrapped } from "./lines.js";
 import { halfOf, type Target } from "./touch.js";
 
 export const labelFont = '500 12.5px "Inter", system-ui, sans-serif';
 // What keeps clear of each other, on any layer.
 export const clutter = "signs";
-const longestLine = 13;
 const symbolSize = 24;
-
-// At a blank, so that both lines are about as long.
-export function wrapped(name: string): string {
-  if (name.length <= longestLine || !name.includes(" ")) return name;
-  const words = name.split(" ");
-  const longer = (count: number) =>
-    Math.max(words.slice(0, count).join(" ").length, words.slice(count).join(" ").length);
-  let best = 1;
-  for (let count = 2; count < words.length; count += 1) if (longer(count) < longer(best)) best = count;
-  return `${words.slice(0, best).join(" ")}\n${words.slice(best).join(" ")}`;
-}
 
 export function symbolOf({ place, mover }: Sign) {
   if (mover !== null) return symbolFor([mover.type.names.name]);

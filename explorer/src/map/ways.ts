@@ -8,7 +8,8 @@ import { Circle, Fill, Icon, Stroke, Style, Text } from "ol/style.js";
 import type { Point as MapPoint } from "../venue/Venue.js";
 import type { MapColours } from "./colours.js";
 import { halfOf, type Target } from "./touch.js";
-import { clutter, labelFont, wrapped } from "./signs.js";
+import { wrapped } from "./lines.js";
+import { clutter, labelFont } from "./signs.js";
 
 // Where the way leaves the floor: to another one, by something or on foot.
 export interface Passage {

@@ -1,5 +1,6 @@
 // A part of a floor with a way on it, as SVG: sharp on paper, and what a PNG is drawn from.
-import { wrapped, symbolOf, labelFont } from "../map/signs.js";
+import { wrapped } from "../map/lines.js";
+import { symbolOf, labelFont } from "../map/signs.js";
 import { pin, type Mark, type Passage, type ShownWay } from "../map/ways.js";
 import { symbols } from "../theme/icons.js";
 import { nameIn } from "../venue/names.js";
