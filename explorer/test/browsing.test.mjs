@@ -1,7 +1,9 @@
 // What the panel offers before anybody types: categories, and what was looked at last.
 import assert from "node:assert/strict";
+import { readFileSync } from "node:fs";
+import { join } from "node:path";
 import { after, before, test } from "node:test";
-import { modules } from "./support/modules.mjs";
+import { modules, root } from "./support/modules.mjs";
 import { Stage, search } from "./support/page.mjs";
 
 const { Recent, Store, emptyState } = await modules("state/Recent", "state/Store", "state/State");
@@ -95,6 +97,21 @@ test("places are browsed by category, which the address names and back undoes", 
       (count) => document.querySelectorAll(".home > .rows .result-name").length === count,
       all.length,
     );
+  });
+});
+
+test("the list of places goes on where one comes to its end, until all are there", async () => {
+  await stage.with({}, async (page) => {
+    const rows = page.locator(".home > .rows .result-name");
+    const { items } = JSON.parse(readFileSync(join(root, "data/plaza/venue/1/full.json"), "utf8")).destinations;
+    assert.ok((await rows.count()) < items.length / 2);
+    while ((await rows.count()) < items.length) {
+      const count = await rows.count();
+      await rows.last().scrollIntoViewIfNeeded();
+      await rows.nth(count).waitFor();
+    }
+    const names = await rows.allTextContents();
+    assert.deepEqual(names.sort(), items.map(({ name }) => name).sort());
   });
 });
 

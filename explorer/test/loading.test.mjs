@@ -60,8 +60,8 @@ test("what the panel shows next begins at its top", async () => {
   await stage.with({ size: "phone" }, async (page) => {
     await page.locator(".handle").press("Enter");
     await page.locator(".panel-body").evaluate((body) => (body.scrollTop = 300));
-    await page.getByRole("button", { name: "Poppy Records" }).click();
-    await page.getByRole("heading", { name: "Poppy Records" }).waitFor();
+    await page.getByRole("button", { name: "Elmwood Coffee" }).click();
+    await page.getByRole("heading", { name: "Elmwood Coffee" }).waitFor();
     assert.equal(await page.locator(".panel-body").evaluate((body) => body.scrollTop), 0);
   });
 });

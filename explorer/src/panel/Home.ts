@@ -8,6 +8,9 @@ import { lineIcon, type Line } from "../theme/icons.js";
 import { h } from "./dom.js";
 import { endOfPlace } from "./Search.js";
 
+// What is not seen costs time whenever the panel shows something else.
+const rowsAtOnce = 30;
+
 function foot({ texts, store, share, print }: Context): HTMLElement {
   const button = (icon: Line, label: string, pressed: () => void) =>
     h(
@@ -47,6 +50,11 @@ export class Home {
   #recent: Recent;
   #recentPart = h("section", { class: "recent" });
   #list = h("ul", { class: "rows" });
+  #unlisted: Place[] = [];
+  // Goes on listing when the last row is seen.
+  #end = new IntersectionObserver((seen) => {
+    if (seen.some(({ isIntersecting }) => isIntersecting)) this.#listMore();
+  });
 
   constructor(context: Context, recent: Recent) {
     this.#context = context;
@@ -61,8 +69,9 @@ export class Home {
     const hadFocus = document.activeElement?.classList.contains("category") ?? false;
     const select = this.#categories();
     this.#showRecent();
-    const places = this.#places();
-    this.#list.replaceChildren(...places.map((place) => placeRow(this.#context, place)));
+    this.#list.replaceChildren();
+    this.#unlisted = this.#places();
+    this.#listMore();
     this.element.replaceChildren(
       this.#recentPart,
       h("div", { class: "heading-line" }, h("h2", { class: "heading", text: texts().of("places") }), select),
@@ -70,6 +79,13 @@ export class Home {
       foot(this.#context),
     );
     if (hadFocus) select?.focus();
+  }
+
+  #listMore(): void {
+    this.#end.disconnect();
+    this.#list.append(...this.#unlisted.splice(0, rowsAtOnce).map((place) => placeRow(this.#context, place)));
+    const last = this.#list.lastElementChild;
+    if (this.#unlisted.length > 0 && last !== null) this.#end.observe(last);
   }
 
   #showRecent(): void {
