@@ -113,7 +113,7 @@ class App {
     };
     store.update(this.#known(store.state));
     followClosings(store, venue, engine, (error) => this.#failed(error));
-    this.#sheet = new Sheet(byId("panel"), this.#context.texts, () => this.#layoutChanged());
+    this.#sheet = new Sheet(byId("panel"), this.#context.texts, () => setTimeout(() => this.#layoutChanged()));
     this.#way = new CurrentWay(
       engine,
       store,
@@ -250,9 +250,10 @@ class App {
     const isLeft = before.isOverview && names.some((name) => state[name] !== before[name]);
     if (state.isOverview && isLeft) return this.#context.store.update({ isOverview: false });
     if (state.data !== null && before.data === null) void this.#loadData();
+    const isChosen = state.place !== null && !isSameEnd(state.place, before.place);
     if (this.#floor(state) !== this.#floor(before)) this.#showFloor(state, null);
-    else this.#draw(state);
-    if (!isSameEnd(state.place, before.place) && state.place !== null) this.#showPlace(state);
+    else if (!isChosen) this.#draw(state);
+    if (isChosen) this.#showPlace(state);
   }
 
   #tellLanguage(): void {
@@ -340,16 +341,20 @@ class App {
   // Where it is on this floor, or on the first where it is.
   #showPlace(state: State): void {
     const { venue, store } = this.#context;
-    const ids = waypointsOf(this.#context, state.place!);
+    const { place } = state;
+    const ids = waypointsOf(this.#context, place!);
     const spots = ids.map((id) => venue.waypoints.get(id)).filter((spot) => spot !== undefined);
     const map = this.#floor(state).map;
     const here = spots.filter((spot) => spot.map === map);
     const shown = here.length > 0 ? here : spots.filter((spot) => spot.map === spots[0]!.map);
-    if (shown[0] !== undefined) store.update({ map: shown[0].map });
-    // Once the floor is shown, too, and the panel stands as it will.
-    queueMicrotask(() => {
-      this.#layoutChanged();
-      this.#map.showPoints(shown.map((spot) => spot.at));
+    if (shown[0] !== undefined && shown[0].map !== map) store.update({ map: shown[0].map });
+    // Its card is what was asked for: the map follows in the next picture.
+    requestAnimationFrame(() => {
+      setTimeout(() => {
+        this.#layoutChanged();
+        this.#draw(store.state);
+        if (isSameEnd(store.state.place, place)) this.#map.showPoints(shown.map((spot) => spot.at));
+      });
     });
   }
 
