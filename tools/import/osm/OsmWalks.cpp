@@ -30,8 +30,15 @@ OsmWalks::OsmWalks(std::vector<OsmWalk> walks, OsmNodes& nodes, const OsmOutline
     if (walk.way->refs.empty()) continue;
     state(walk.way->refs.front(), walk.floors);
     state(walk.way->refs.back(), walk.floors);
+    for (const std::size_t floor : walk.floors) {
+      ++walksAt_[{walk.way->refs.front(), floor}];
+      ++walksAt_[{walk.way->refs.back(), floor}];
+    }
     if (walk.floors.size() > 1) continue;
-    for (const std::int64_t node : walk.way->refs) state(node, walk.floors);
+    for (const std::int64_t node : walk.way->refs) {
+      state(node, walk.floors);
+      ++walksAt_[{node, walk.floors.front()}];
+    }
   }
 }
 
@@ -112,17 +119,12 @@ std::vector<OsmWalks::Anchor> OsmWalks::anchorsOf(const OsmWalk& walk) {
   return anchors;
 }
 
-// Whether one can leave the way there: another one, an outline or an area meets it on the floor.
-bool OsmWalks::isLeftAt(const OsmWalk& walk, std::int64_t node, std::size_t floor) const {
+// Whether one can leave the way at its end: another one, an outline or an area meets it there.
+bool OsmWalks::isLeftAt(const OsmWalk& walk, std::int64_t end, std::size_t floor) const {
   const auto holds = [floor](const Floors& floors) {
     return std::ranges::find(floors, floor) != floors.end();
   };
-  const auto meets = [&](const OsmWalk& other) {
-    return other.way != walk.way && holds(other.floors) &&
-           std::ranges::find(other.way->refs, node) != other.way->refs.end();
-  };
-  return holds(outlinedAt(walk, node)) || holds(heldAt(walk, node)) ||
-         (uses_.at(node) > 1 && std::ranges::any_of(walks_, meets));
+  return walksAt_.at({end, floor}) > 1 || holds(outlinedAt(walk, end)) || holds(heldAt(walk, end));
 }
 
 // A way on more than two floors leads from each that it can be left on to the next: it is drawn

@@ -68,7 +68,7 @@ class OsmWalks {
   std::optional<bool> risesBy(const OsmWalk& walk, const Floors& front, const Floors& back) const;
   bool rises(const OsmWalk& walk);
   std::vector<Anchor> anchorsOf(const OsmWalk& walk);
-  bool isLeftAt(const OsmWalk& walk, std::int64_t node, std::size_t floor) const;
+  bool isLeftAt(const OsmWalk& walk, std::int64_t end, std::size_t floor) const;
   bool addStoreys(const OsmWalk& walk, const std::vector<Anchor>& anchors);
   void addClimb(const OsmWalk& walk);
   void addFlat(const OsmWalk& walk, std::size_t from, std::size_t to, std::size_t floor);
@@ -88,6 +88,8 @@ class OsmWalks {
   // Of each node how often ways go through it, and the floors that all of them share.
   std::map<std::int64_t, int> uses_;
   std::map<std::int64_t, Floors> shared_;
+  // How many of them end at a node on a floor, or lead along that floor through it.
+  std::map<OsmStop, int> walksAt_;
   std::map<std::int64_t, int> pieces_;
 };
 
