@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <numeric>
+#include <set>
 #include <tuple>
 #include <utility>
 
@@ -206,8 +207,10 @@ class Looker {
   void joinStops() {
     Groups groups(standings_.size());
     for (const StraightWay& way : sight_.ways) groups.join(way.from, way.to);
+    std::set<std::uint32_t> alone;
     for (std::uint32_t stop = 1; stop < stops_; ++stop) {
-      while (groups.of(stop) != groups.of(0) && joinToOthers(groups, groups.of(stop))) {
+      while (groups.of(stop) != groups.of(0) && !alone.contains(groups.of(stop))) {
+        if (!joinToOthers(groups, groups.of(stop))) alone.insert(groups.of(stop));
       }
     }
   }
