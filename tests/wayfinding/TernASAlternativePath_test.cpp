@@ -385,6 +385,15 @@ TEST(TernASAlternativePath, bendsCountAsTurnsAndSharpOnesTwice) {
   for (const auto& [degrees, turns] : bends) EXPECT_EQ(turnsOfABend(degrees), turns) << degrees;
 }
 
+TEST(TernASAlternativePath, aChangeOfFloorIsNoTurn) {
+  const auto at = [](double x, double y) { return TernASNode::initASNode(1, x, y, 0, 1, {}, {}); };
+  TernRoute route(2);
+  route.front().points = {at(0, 0), at(100, 0)};
+  route.back().points = {at(200, 100), at(200, 200)};
+  TernASAlternativePath::calculateTurns(route);
+  EXPECT_EQ(route.back().cost, 0);
+}
+
 TEST(TernASAlternativePath, aLengthRatioThatIsNoNumberPasses) {
   TernASAlternativePath finder;
   TernRoute route(1);
