@@ -57,8 +57,8 @@ std::string venueText(const WrittenVenue& venue) {
           counted(venue.waypoints, "waypoint", "waypoints") + ", " +
           counted(venue.paths, "path", "paths") + ", " +
           counted(venue.destinations, "destination", "destinations") + ", " +
-          counted(venue.amenities, "kind of amenity", "kinds of amenities") + "\n ";
-  std::string_view between = " ";
+          counted(venue.amenities, "kind of amenity", "kinds of amenities");
+  std::string_view between = "\n  ";
   for (std::size_t i = 0; i < linkKindCount; ++i) {
     if (venue.kinds[i] == 0) continue;
     const auto count = static_cast<std::size_t>(venue.kinds[i]);

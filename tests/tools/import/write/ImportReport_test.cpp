@@ -52,6 +52,12 @@ TEST(ImportReport, textCountsByKindAndByReason) {
       "  1 far, as z: Far away.\n");
 }
 
+TEST(ImportReport, aVenueWithoutPathsHasNoLineOfThem) {
+  WrittenVenues all = written();
+  all.venues.front().kinds = {};
+  EXPECT_THAT(reportText(all), HasSubstr("1 kind of amenity\nAll of the source"));
+}
+
 TEST(ImportReport, textTellsWhatDidNotComeThroughFromWhatLooksOdd) {
   WrittenVenues all = written();
   all.told = {{"x", "dangling", "No node."}, {"y", "island", "No way.", true}};
