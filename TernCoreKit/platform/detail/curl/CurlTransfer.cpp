@@ -209,7 +209,6 @@ bool CurlTransfer::takeGzip(std::string& body, std::string_view bytes) {
 }
 
 bool CurlTransfer::isWhole() {
-  // libcurl takes "HTTP/200 OK" for the first line of an answer.
   if (status() == 0) {
     fail("The answer has no status");
     return false;
@@ -224,10 +223,12 @@ void CurlTransfer::fail(std::string_view error) {
   if (!attempt([&] { response_.error = error; })) response_.error = outOfMemory;
 }
 
+// 0 for none. libcurl takes "HTTP/200 OK" for the first line of an answer, and reads all digits of
+// "HTTP/2 20000 OK".
 int CurlTransfer::status() const {
   long status = 0;
   curl_easy_getinfo(handle_.get(), CURLINFO_RESPONSE_CODE, &status);
-  return static_cast<int>(status);
+  return status >= 100 && status <= 999 ? static_cast<int>(status) : 0;
 }
 
 bool CurlTransfer::goesOn(CURLcode result) {

@@ -217,6 +217,7 @@ const std::vector<Answer> answers = {
     {"noHttp", {"hello\r\n\r\n", true}, 0, std::nullopt, true},
     // Was an answer without an error, whose body counted.
     {"withoutAStatus", {"HTTP/200 OK\r\n\r\n{}", true}, 0, std::nullopt, true},
+    {"withAStatusOfFiveDigits", {"HTTP/2 20000 OK\r\n\r\n{}", true}, 0, std::nullopt, true},
     {"headersWithoutEnd",
      {"HTTP/1.1 200 OK\r\n" + std::string(2U << 20U, 'a'), true},
      200,
