@@ -27,8 +27,11 @@ const scripts = {
   chunkNames: "[name]-[hash]",
   logLevel: "warning",
 };
+// Chromium compiles what runs after the first picture whole and beside the page, not bit by bit while
+// somebody waits for the answer to a first touch.
 const rest = await esbuild.build({
   ...scripts,
+  banner: { js: "//# allFunctionsCalledOnLoad" },
   entryPoints: { app: "src/app.ts", "worker-host": join(library, "worker-host.js") },
   nodePaths: [join(packages, "node_modules")],
   alias: {
