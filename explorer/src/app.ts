@@ -1,4 +1,5 @@
 // Puts the parts together once the first floor is drawn.
+import { afterPicture } from "./afterPicture.js";
 import type { Config } from "./config.js";
 import type { DataView } from "./data/DataView.js";
 import type { Documents } from "./documents.js";
@@ -236,7 +237,7 @@ class App {
 
   #changed(state: State, before: State): void {
     // Another venue is another page, with documents and a library of its own, once the address says so.
-    if (state.venue !== before.venue) return queueMicrotask(() => location.reload());
+    if (state.venue !== before.venue) return afterPicture(() => location.reload());
     if (state.language !== before.language) {
       this.#tellLanguage();
       this.#controls.refresh();
@@ -349,12 +350,10 @@ class App {
     const shown = here.length > 0 ? here : spots.filter((spot) => spot.map === spots[0]!.map);
     if (shown[0] !== undefined && shown[0].map !== map) store.update({ map: shown[0].map });
     // Its card is what was asked for: the map follows in the next picture.
-    requestAnimationFrame(() => {
-      setTimeout(() => {
-        this.#layoutChanged();
-        this.#draw(store.state);
-        if (isSameEnd(store.state.place, place)) this.#map.showPoints(shown.map((spot) => spot.at));
-      });
+    afterPicture(() => {
+      this.#layoutChanged();
+      this.#draw(store.state);
+      if (isSameEnd(store.state.place, place)) this.#map.showPoints(shown.map((spot) => spot.at));
     });
   }
 

@@ -90,7 +90,7 @@ test("places are browsed by category, which the address names and back undoes", 
     await category.selectOption("Jewellery");
     const some = await places();
     assert.ok(some.length > 0 && some.length < all.length && some.includes("Kestrel Jewellers"));
-    assert.match(page.url(), /category=4/);
+    await page.waitForURL(/category=4/);
     assert.equal(await page.evaluate(() => document.activeElement.className), "select category");
     await page.goBack();
     await page.waitForFunction(

@@ -109,7 +109,7 @@ test("the data is shown and hidden again by keys, and the address says so", asyn
     await page.getByRole("button", { name: "Data", exact: true }).focus();
     await page.keyboard.press("Enter");
     await page.getByRole("heading", { name: "Data", exact: true }).waitFor();
-    assert.equal(await page.evaluate(() => location.hash), "#data=type");
+    await page.waitForFunction(() => location.hash === "#data=type");
     const legend = page.getByRole("list", { name: "Paths" });
     assert.match(await legend.textContent(), /Walking.*Lift.*Escalator.*Stairs/);
     await page.getByRole("radio", { name: "By accessibility" }).press("Space");
@@ -117,7 +117,7 @@ test("the data is shown and hidden again by keys, and the address says so", asyn
     assert.match(await legend.textContent(), /level 0.*level 50.*level 100/);
     await page.getByRole("button", { name: "Hide the data" }).press("Enter");
     await page.locator(".chip").first().waitFor();
-    assert.equal(await page.evaluate(() => location.hash), "");
+    await page.waitForFunction(() => location.hash === "");
   });
 });
 
@@ -182,7 +182,7 @@ test("a tapped way tells of its path", async () => {
     const middle = [(from[0] + to[0]) / 2, (from[1] + to[1]) / 2];
     await page.mouse.click(...(await pixelOf(page, middle, plazaFrame)));
     await page.getByRole("heading", { name: `path ${path.id}` }).waitFor();
-    assert.ok((await page.evaluate(() => location.hash)).includes(`path=${path.id}`));
+    await page.waitForFunction((id) => location.hash.includes(`path=${id}`), path.id);
     const links = await page.locator(".record .record-link").allTextContents();
     assert.deepEqual(links, path.waypoints.map(String));
   });

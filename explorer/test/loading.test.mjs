@@ -49,7 +49,7 @@ test("a tap is answered before the library is there, on the picture that is ther
     await page.locator("img.floor").evaluate((image) => (globalThis.first = image));
     await page.mouse.click(...(await pixelOf(page, [1900, 570], plazaFrame)));
     await page.locator(".card-name").waitFor();
-    assert.match(page.url(), /place=w\d+/);
+    await page.waitForURL(/place=w\d+/);
     const image = page.locator("img.floor");
     assert.equal(await image.evaluate((each) => each === globalThis.first), true);
     await page.unrouteAll({ behavior: "ignoreErrors" });

@@ -68,7 +68,7 @@ test("a lift that is tapped can be put out of order, and ways keep off it at onc
     await page.getByRole("heading", { name: "Lift 1" }).waitFor();
     await page.getByText("LG · G · 1 · 2, Garden Hall").waitFor();
     await page.getByRole("switch", { name: "Out of order" }).check();
-    assert.match(page.url(), /place=m11001&closed=11001/);
+    await page.waitForURL(/place=m11001&closed=11001/);
     await page.evaluate((hash) => (location.hash = `${hash}&closed=11001`), way);
     const around = await stepsIn(page);
     await closedRow(page, "Lift 1").getByRole("button", { name: "Open Lift 1 again" }).click();
@@ -80,7 +80,7 @@ test("a lift that is tapped can be put out of order, and ways keep off it at onc
     // The other lift is farther.
     assert.ok(through.length < around.length, `${through} ${around}`);
     assert.equal(await closedRow(page, "Lift 1").isVisible(), false);
-    assert.doesNotMatch(page.url(), /closed/);
+    await page.waitForURL((url) => !/closed/.test(url.href));
   });
 });
 
@@ -145,7 +145,7 @@ test("the nearest of a kind is led to from the middle of the map, which is said"
     await page.getByRole("button", { name: "Information", exact: true }).click();
     const steps = await stepsIn(page);
     assert.equal(steps.at(-1), "You have reached Information");
-    assert.match(page.url(), /from=w\d+&to=a3/);
+    await page.waitForURL(/from=w\d+&to=a3/);
     await page.getByText("This starts in the middle of the map").waitFor();
     await page.getByRole("button", { name: "Swap start and goal" }).click();
     await page.getByText("Start at Information").waitFor();
@@ -157,7 +157,7 @@ test("from a known start the nearest of a kind is that by walk, out of order one
   await stage.with({ hash: "#from=w12012" }, async (page) => {
     await page.getByRole("button", { name: "Lift", exact: true }).click();
     await stepsIn(page);
-    assert.match(page.url(), /from=w12012&to=t2/);
+    await page.waitForURL(/from=w12012&to=t2/);
     const near = await page.locator(".sum").textContent();
     await page.evaluate(() => (location.hash += "&closed=11001"));
     await page.waitForFunction(

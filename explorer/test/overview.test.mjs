@@ -83,7 +83,7 @@ test("the buildings are moved and zoomed by mouse, buttons and keys, and opened 
     near(drag.across, 40);
     near(drag.down, 30);
     near(drag.times, 1);
-    assert.equal(await page.evaluate(() => location.hash), "#overview=1");
+    await page.waitForFunction(() => location.hash === "#overview=1");
     await page.locator(".overview-building").first().focus();
     near((await change(page, () => keyboard.press("ArrowRight"))).across, -80);
     near((await change(page, () => keyboard.press("-"))).times, 1 / 1.5);
@@ -128,7 +128,7 @@ test("two fingers zoom at what is between them", async () => {
       await touch("touchEnd");
     });
     assert.ok(times > 1.8 && times < 2.2, `${times} times`);
-    assert.equal(await page.evaluate(() => location.hash), "#overview=1");
+    await page.waitForFunction(() => location.hash === "#overview=1");
   });
 });
 

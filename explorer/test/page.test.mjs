@@ -146,7 +146,7 @@ test("start and goal change places", async () => {
     await page.getByRole("button", { name: "Swap start and goal" }).click();
     await page.getByText("You have reached Foxglove Cameras").waitFor();
     assert.notDeepEqual(await stepsIn(page), there);
-    assert.match(page.url(), /from=w12025&to=w14016/);
+    await page.waitForURL(/from=w12025&to=w14016/);
   });
 });
 
@@ -164,7 +164,7 @@ test("a tap chooses the place that is there, and the nearest waypoint elsewhere"
     const [c, d] = await pixelOf(page, [2100, 570], plazaFrame);
     await page.mouse.click(c, d);
     await stepsIn(page);
-    assert.match(page.url(), /from=w\d+&to=w\d+/);
+    await page.waitForURL(/from=w\d+&to=w\d+/);
   });
 });
 
@@ -176,7 +176,7 @@ test("step-free takes the lift where any way takes what is shorter", async () =>
     await page.getByRole("radio", { name: "Step-free" }).check();
     await page.getByText(/Take the lift/).first().waitFor();
     assert.equal(await page.getByText(/escalator down/).count(), 0);
-    assert.match(page.url(), /level=0/);
+    await page.waitForURL(/level=0/);
   });
 });
 
@@ -196,7 +196,7 @@ test("the language is a choice, and all words follow it", async () => {
     await page.getByLabel("Language").selectOption("ja");
     await searchField(page, "場所を探す").waitFor();
     await page.getByRole("button", { name: "トイレ" }).waitFor();
-    assert.match(page.url(), /lang=ja/);
+    await page.waitForURL(/lang=ja/);
   });
 });
 
@@ -423,7 +423,7 @@ test("of several venues one is chosen, and back leads to the one before", async 
       assert.deepEqual([names.length, names[0]], [2, first]);
       await page.getByLabel("Venue").selectOption({ index: 1 });
       await page.waitForFunction((name) => document.title === name, names[1]);
-      assert.match(page.url(), /#venue=\d+$/);
+      await page.waitForURL(/#venue=\d+$/);
       await page.goBack();
       await page.waitForFunction((name) => document.title === name, first);
     });

@@ -65,7 +65,7 @@ test("from a place it is shown how far one gets, on every floor, and what is the
   await stage.with({ hash: "#place=w22001" }, async (page) => {
     await page.getByRole("button", { name: "How far in 5 min?" }).click();
     await page.getByText(/^Places in reach: \d+$/).first().waitFor();
-    assert.match(page.url(), /from=w22001&reach=5/);
+    await page.waitForURL(/from=w22001&reach=5/);
     const count = () => page.locator(".reach-row").count();
     const five = await count();
     const floors = await page.getByRole("button", { name: /, in reach/ }).allTextContents();
@@ -79,7 +79,7 @@ test("from a place it is shown how far one gets, on every floor, and what is the
       (before) => document.querySelectorAll(".reach-row").length < before,
       five,
     );
-    assert.match(page.url(), /reach=2/);
+    await page.waitForURL(/reach=2/);
     // Step-free without lifts it ends on its floor, and on that of the other hall.
     const two = await count();
     const lifts = "11001,11002,21001,21002";
@@ -98,7 +98,7 @@ test("what is in reach can be gone to, and pressed again the minutes show nothin
     await two.focus();
     await page.keyboard.press("Enter");
     await page.locator(".legend").waitFor({ state: "detached" });
-    assert.doesNotMatch(page.url(), /reach/);
+    await page.waitForURL((url) => !/reach/.test(url.href));
     // The focus stays on what was pressed.
     await page.keyboard.press("Enter");
     await page.locator(".reach-row").nth(1).click();

@@ -66,7 +66,7 @@ test("a stop is added, told with its own steps, and taken away", async () => {
     await search(page, "Stop 1", "Coral Books");
     await page.locator(".leg-head").nth(1).waitFor();
     assert.deepEqual(await stops(page), ["Coral Books", "Lantern Audio"]);
-    assert.match(page.url(), /from=w22001&via=d\d+&to=d40/);
+    await page.waitForURL(/from=w22001&via=d\d+&to=d40/);
     const texts = await stepsIn(page);
     assert.equal(texts.filter((text) => text.startsWith("You have reached")).length, 2);
     const field = page.locator(".end", { hasText: "1" });
@@ -91,7 +91,7 @@ test("what is tapped on the way can be made a stop", async () => {
   await stage.with({ hash: "#from=w22001&to=d40&place=d7" }, async (page) => {
     await page.getByRole("button", { name: "Add a stop" }).click();
     await page.locator(".leg-head").nth(1).waitFor();
-    assert.match(page.url(), /via=d7&to=d40/);
+    await page.waitForURL(/via=d7&to=d40/);
   });
 });
 
@@ -125,7 +125,7 @@ test("a stop that is out of reach is named with what reaches it, and the others 
     await page.getByRole("button", { name: /gets there/ }).click();
     await page.locator(".leg-head").nth(1).waitFor();
     assert.equal(await page.locator(".missed").count(), 0);
-    assert.doesNotMatch(page.url(), /level=0/);
+    await page.waitForURL((url) => !/level=0/.test(url.href));
   });
 });
 
@@ -136,7 +136,7 @@ test("other ways stand beside the best one; one that is chosen is told and drawn
     assert.equal(await page.getByRole("radio", { name: /G → 1 → 2/ }).first().isChecked(), true);
     await lift.check();
     await page.getByText(/Take the lift to Second Floor/).waitFor();
-    assert.match(page.url(), /way=1/);
+    await page.waitForURL(/way=1/);
     const steps = await stepsIn(page);
     assert.equal(steps.filter((text) => /^(Start|You have reached)/.test(text)).length, 2);
     assert.deepEqual(await page.locator(".is-on-way").allTextContents(), ["2", "G"]);
@@ -144,7 +144,7 @@ test("other ways stand beside the best one; one that is chosen is told and drawn
     await lift.focus();
     await page.keyboard.press("ArrowLeft");
     await page.getByText(/Take the escalator up to First Floor/).waitFor();
-    assert.doesNotMatch(page.url(), /way=/);
+    await page.waitForURL((url) => !/way=/.test(url.href));
     await page.keyboard.press("ArrowRight");
     await page.getByText(/Take the lift to Second Floor/).waitFor();
     // Another question begins with its best way.

@@ -164,7 +164,7 @@ test("all buildings are seen from above, north up, and one is opened by pointer 
     await page.locator("select.building").selectOption({ label: "Overview" });
     const buildings = page.locator(".overview-building");
     await buildings.nth(3).waitFor();
-    assert.equal(await page.evaluate(() => location.hash), "#overview=1");
+    await page.waitForFunction(() => location.hash === "#overview=1");
     const names = await buildings.evaluateAll((all) => all.map((each) => each.getAttribute("aria-label")));
     assert.deepEqual(names, [
       "Open Garden Hall, Meridian Quarter",
@@ -236,7 +236,7 @@ test("of venues that are not joined one is chosen", async () => {
       assert.equal(await page.title(), "Linden Plaza");
       await page.getByRole("combobox", { name: "Venue" }).selectOption({ label: "Other Plaza" });
       await page.waitForFunction(() => document.title === "Other Plaza");
-      assert.equal(await page.evaluate(() => location.hash), "#venue=2");
+      await page.waitForFunction(() => location.hash === "#venue=2");
     });
   } finally {
     await other.close();

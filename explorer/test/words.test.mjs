@@ -49,7 +49,7 @@ test("many ways to get about are a list, of which one is chosen", async () => {
       assert.equal(await list.inputValue(), "50");
       await list.selectOption("20");
       await page.getByText(/Take the lift/).first().waitFor();
-      assert.match(page.url(), /level=20/);
+      await page.waitForURL(/level=20/);
       await list.selectOption("100");
       await page.waitForFunction(() => !location.hash.includes("level"));
     });

@@ -1,4 +1,5 @@
 // Keeps the store and the browser's address in step.
+import { afterPicture } from "../afterPicture.js";
 import { decodeAddress, encodeAddress } from "./address.js";
 import type { State } from "./State.js";
 import type { Store } from "./Store.js";
@@ -23,12 +24,12 @@ export function followAddress(store: Store, known: (state: State) => State): voi
     if (isStep) history.pushState(null, "", address);
     else history.replaceState(null, "", address);
   };
-  // Changes that come at once are one.
+  // Changes that come before a picture of them are one, and browsers take a while to note an address.
   let isWaiting = false;
   store.subscribe((_, before) => {
     if (isWaiting) return;
     isWaiting = true;
-    queueMicrotask(() => {
+    afterPicture(() => {
       isWaiting = false;
       write(before);
     });
