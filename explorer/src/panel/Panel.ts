@@ -46,6 +46,7 @@ export class Panel {
   #stops: Stops;
   #reaching: Reaching;
   #home: Home;
+  #logo: HTMLElement | null = null;
   #searches: Partial<Record<EndName | "place", Search>> = {};
 
   constructor(
@@ -81,6 +82,7 @@ export class Panel {
   // Everything anew, as in another language.
   refresh(): void {
     this.#outOfOrder.refresh();
+    this.#searches = {};
     this.#show(this.#context.store.state);
   }
 
@@ -100,7 +102,6 @@ export class Panel {
 
   #show(state: State): void {
     const view = viewOf(state);
-    this.#searches = {};
     // A new one begins at its top, and nothing has to be laid out to say so.
     const body = h("div", { class: "panel-body" });
     this.#body.replaceWith(body);
@@ -149,13 +150,13 @@ export class Panel {
   }
 
   #showSearch(place: End | null): void {
-    const { texts, store } = this.#context;
+    const { store } = this.#context;
     const { state } = store;
     const data = state.data === null ? null : this.#context.data();
-    const search = this.#search(texts().of("search"), "place", (end) => store.update({ place: end }));
+    const search = this.#searches.place ?? this.#searchAlone();
+    search.close();
     search.show(place === null ? "" : nameOfEnd(this.#context, place));
-    const parts = [h("div", { class: "ends" }, search.element), search.list];
-    this.#head.replaceChildren(...(place === null ? this.#logo() : []), ...parts);
+    if (this.#logo !== null) this.#logo.hidden = place !== null;
     if (place !== null) this.#body.replaceChildren(placeCard(this.#context, place));
     else if (data !== null) this.#body.replaceChildren(...data.panel(state));
     else {
@@ -169,7 +170,18 @@ export class Panel {
     }
   }
 
+  // The field stays while places are looked at, as it takes longer to make than a card does.
+  #searchAlone(): Search {
+    const { texts, store } = this.#context;
+    const search = this.#search(texts().of("search"), "place", (end) => store.update({ place: end }));
+    const parts = [h("div", { class: "ends" }, search.element), search.list];
+    this.#logo = this.#newLogo();
+    this.#head.replaceChildren(...(this.#logo === null ? [] : [this.#logo]), ...parts);
+    return search;
+  }
+
   #showWay(state: State): void {
+    this.#searches = {};
     this.#showEnds();
     const levels = levelChoice(this.#context);
     this.#body.replaceChildren(
@@ -249,11 +261,11 @@ export class Panel {
     this.#sheet.hold("half");
   }
 
-  #logo(): HTMLElement[] {
+  #newLogo(): HTMLElement | null {
     const { logo, venue, texts } = this.#context;
-    if (logo === null) return [];
+    if (logo === null) return null;
     const alt = nameIn(texts().language, venue.names);
-    return [h("img", { class: "logo", attributes: { src: logo, alt } })];
+    return h("img", { class: "logo", attributes: { src: logo, alt } });
   }
 
   #settings(): HTMLElement[] {
