@@ -78,6 +78,20 @@ test("in another language the way is told on the floor that is shown", async () 
   });
 });
 
+test("going back closes the list of what is being typed, and names the place that is shown again", async () => {
+  await stage.with({ hash: "#place=d8" }, async (page) => {
+    await page.evaluate(() => (location.hash = "#place=w12025"));
+    await page.getByRole("heading", { name: "Near Poppy Records" }).waitFor();
+    const field = page.getByRole("combobox", { name: "Find a place" });
+    await field.fill("toilet");
+    await page.getByRole("listbox").waitFor();
+    await page.goBack();
+    await page.getByRole("heading", { name: "Otter Electronics" }).waitFor();
+    assert.equal(await page.getByRole("listbox").count(), 0);
+    assert.equal(await field.inputValue(), "Otter Electronics");
+  });
+});
+
 test("what is put out of order on its card does not take the map away from it", async () => {
   await stage.with({ hash: "#from=w12012&to=w14016&level=0&map=12&place=m11001" }, async (page) => {
     await page.getByRole("switch").click();
