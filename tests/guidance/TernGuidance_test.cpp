@@ -113,6 +113,21 @@ TEST(TernGuidance, aTurnIsToldByADestinationAtItOrByOnePassedBefore) {
   EXPECT_EQ(steps[1].landmark, TernStep::Landmark{8});
 }
 
+TEST(TernGuidance, ofSeveralLandmarksTheOneAtATurnTellsItThenTheOnePassedLast) {
+  const std::vector<Drawing::Place> passed = {{8, "E", "Coral Books"},
+                                                      {9, "F", "Olive Shoes"}};
+  Drawing drawing{.floors = {{.lines = {"              E  F              G", "",
+                                        "A                           B", "", "", "", "", "", "", "",
+                                        "                            C"}}},
+                  .paths = {"A-B", "B-C"},
+                  .destinations = passed};
+  EXPECT_EQ(stepsOn(drawing, 'A', 'C')[1].text, "Turn right after Olive Shoes on your left");
+  drawing.destinations = {passed[1], passed[0]};
+  EXPECT_EQ(stepsOn(drawing, 'A', 'C')[1].text, "Turn right after Olive Shoes on your left");
+  drawing.destinations = {passed[0], {10, "G", "Corner Cafe"}, passed[1]};
+  EXPECT_EQ(stepsOn(drawing, 'A', 'C')[1].text, "Turn right at Corner Cafe");
+}
+
 TEST(TernGuidance, whatIsPassedAtAMetresDistanceHasItsSide) {
   const Drawing drawing{.floors = {{.lines = {"A             F           B", "              E", "",
                                               "", "", "", "", "", "                          C"}}},

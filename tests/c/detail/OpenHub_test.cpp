@@ -132,6 +132,21 @@ TEST_F(COpenHub, venuesAreListed) {
   tern_hub_close(hub, nullptr);
 }
 
+TEST_F(COpenHub, aCustomerMayHaveNoVenuesAndAnAnswerWithNeitherIsNoList) {
+  const auto listOf = [this](std::string_view customer) {
+    host_.documents["full"] = customer;
+    tern_hub* const hub = open();
+    EXPECT_TRUE(tern_hub_list(hub, CLoads::takeText, &loads_, error_.out()));
+    const std::string told = loads_.await(++asked_).back();
+    tern_hub_close(hub, nullptr);
+    return told;
+  };
+  EXPECT_EQ(listOf(R"({"id":1})"), R"({"venues":[]})");
+  EXPECT_EQ(listOf(R"({"venues":{"items":[{"id":1}]}})"),
+            R"({"venues":[{"id":1,"externalId":"","name":""}]})");
+  EXPECT_EQ(listOf("{}"), "TN001 https://h: the list of venues cannot be had");
+}
+
 TEST_F(COpenHub, whatIsNotThereIsAnError) {
   tern_hub* const hub = open();
   EXPECT_THAT(load(hub, R"({"venues":[9]})"), StartsWith("TN"));

@@ -14,5 +14,10 @@ TEST(TernFont, carriesItsNameSizeAndTextColour) {
   EXPECT_NE(font.textColor(), TernColor{});
 }
 
+TEST(TernColor, isOpaqueBlackUnlessSaid) {
+  const TernColor black;
+  EXPECT_EQ(black, (TernColor{0, 0, 0, 1}));
+}
+
 }  // namespace
 }  // namespace tern::test
