@@ -277,6 +277,16 @@ TEST(TernGuidance, aForkBehindTheStartOrBeforeTheGoalIsToldWithIt) {
   EXPECT_EQ(goal[1].direction, TernDirection::slightRight);
 }
 
+TEST(TernGuidance, aForkThreeMetresBehindTheStartIsAStepOfItsOwn) {
+  const Drawing drawing{.floors = {{.lines = {"                  C", "", "", "", "A  B", "", "", "",
+                                              "                  D"}}},
+                        .paths = {"A-B", "B-C", "B-D"}};
+  const Steps steps = stepsOn(drawing, 'A', 'C');
+  ASSERT_EQ(steps.size(), 3U);
+  EXPECT_EQ(steps[1].direction, TernDirection::slightLeft);
+  EXPECT_EQ(steps[1].at, test::idOf('B'));
+}
+
 TEST(TernGuidance, aDoorBesideTheWayIsNoFork) {
   const Drawing drawing{
       .floors = {{.lines = {"                       D", "A                    B", "", "", "", "",
