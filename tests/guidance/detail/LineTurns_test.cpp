@@ -63,6 +63,8 @@ TEST(LineTurns, whereWaysPartASlightBendIsATurn) {
   EXPECT_EQ(turns[0].point, 1U);
   EXPECT_NEAR(turns[0].degrees, 21.8, 0.1);
   EXPECT_THAT(turnsOf({{0, 0}, {20, 0}, {40, 2}}, {1}), IsEmpty()) << "hardly one at all";
+  EXPECT_THAT(turnsOf({{0, 0}, {20, 0}, {40, 3.4}}, {1}), IsEmpty()) << "9.6 degrees";
+  EXPECT_EQ(turnsOf({{0, 0}, {20, 0}, {40, 3.7}}, {1}).size(), 1U) << "10.5 degrees";
 }
 
 TEST(LineTurns, pointsThatRepeatChangeNothing) {
