@@ -56,6 +56,18 @@ TEST(ArcTangent, hasTheseBits) {
   EXPECT_EQ(arcTangent(0.1F, 0.3F), 0x1.4978fap-2F);
 }
 
+// On either side of where another polynomial takes over; the wrong one is a bit off at each of these.
+TEST(ArcTangent, hasTheseBitsWhereItsPartsMeet) {
+  EXPECT_EQ(arcTangent(0x1.bfffe2p-2F, 1), 0x1.a64ed2p-2F);
+  EXPECT_EQ(arcTangent(0x1.c00052p-2F, 1), 0x1.a64f3p-2F);
+  EXPECT_EQ(arcTangent(0x1.5ffff6p-1F, 1), 0x1.345efap-1F);
+  EXPECT_EQ(arcTangent(0x1.60002ep-1F, 1), 0x1.345f22p-1F);
+  EXPECT_EQ(arcTangent(0x1.2fffe8p+0F, 1), 0x1.bde6fap-1F);
+  EXPECT_EQ(arcTangent(0x1.3p+0F, 1), 0x1.bde70ep-1F);
+  EXPECT_EQ(arcTangent(0x1.37fffcp+1F, 1), 0x1.2e7572p+0F);
+  EXPECT_EQ(arcTangent(0x1.38000ep+1F, 1), 0x1.2e7578p+0F);
+}
+
 TEST(ArcTangent, knowsTheAxesAndTheSignsOfZero) {
   constexpr float half = 0x1.921fb6p+0F;
   EXPECT_EQ(arcTangent(2, 0), half);
