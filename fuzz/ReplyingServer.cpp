@@ -103,8 +103,8 @@ std::string answerTo(int port, std::string_view bytes) {
   const sockaddr_in address = loopback(port);
   require(connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0,
           "the server listens");
-  // Some ten times as long as an answer takes; a server that waits for more is waited for no longer,
-  // or most of the time would go by with what is no whole request.
+  // Some ten times as long as an answer takes; a server that waits for more is waited for no
+  // longer, or most of the time would go by with what is no whole request.
   const timeval wait{.tv_sec = 0, .tv_usec = 20'000};
   setsockopt(connection, SOL_SOCKET, SO_RCVTIMEO, &wait, sizeof wait);
   sendAll(connection, bytes);

@@ -11,6 +11,7 @@
 #include "fuzz/VenueChecks.hpp"
 #include "tools/tern/Arguments.hpp"
 #include "tools/tern/CommandTable.hpp"
+#include "tools/tern/PlaceNames.hpp"
 
 namespace tern::fuzz {
 namespace {
@@ -46,7 +47,7 @@ void ask(const Arguments& call) {
   const auto* about = std::get_if<AboutVenue>(&call.command->about);
   const bool isLong = call.request["destinations"].size() > 10 || call.request["visit"].size() > 10;
   if (about == nullptr || !call.picture.empty() || isLong) return;
-  checkOutcome(call, about->one(call, venue));
+  checkOutcome(call, command::answerAbout(*about, call, venue));
 }
 
 void run(const std::string& text) {
@@ -75,6 +76,7 @@ std::vector<std::string> seeds() {
       R"(["route","--data","d","--from","1","--to=8","--accessibility","0","--json"])",
       R"(["alternatives","--data","d","--from","1","--to","4","--match","0.3","--distance","2"])",
       R"(["tour","--data","d","--from","1","--visit","7,8,9","--json"])",
+      R"(["route","--data","d","--from","1","--to","toilets"])",
       R"(["nearest","--data","d","--map","1","--at","-12.5,3","--amenity","8"])",
       R"(["closest","--json","--data","d","--map","1","--at=4e2,300"])",
       R"(["convert","--data","d","--point","400,300","--from","tern:local","--to","EPSG:4326"])",

@@ -114,8 +114,7 @@ TEST(TernGuidance, aTurnIsToldByADestinationAtItOrByOnePassedBefore) {
 }
 
 TEST(TernGuidance, ofSeveralLandmarksTheOneAtATurnTellsItThenTheOnePassedLast) {
-  const std::vector<Drawing::Place> passed = {{8, "E", "Coral Books"},
-                                                      {9, "F", "Olive Shoes"}};
+  const std::vector<Drawing::Place> passed = {{8, "E", "Coral Books"}, {9, "F", "Olive Shoes"}};
   Drawing drawing{.floors = {{.lines = {"              E  F              G", "",
                                         "A                           B", "", "", "", "", "", "", "",
                                         "                            C"}}},

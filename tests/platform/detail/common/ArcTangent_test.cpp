@@ -56,7 +56,8 @@ TEST(ArcTangent, hasTheseBits) {
   EXPECT_EQ(arcTangent(0.1F, 0.3F), 0x1.4978fap-2F);
 }
 
-// On either side of where another polynomial takes over; the wrong one is a bit off at each of these.
+// On either side of where another polynomial takes over; the wrong one is a bit off at each of
+// these.
 TEST(ArcTangent, hasTheseBitsWhereItsPartsMeet) {
   EXPECT_EQ(arcTangent(0x1.bfffe2p-2F, 1), 0x1.a64ed2p-2F);
   EXPECT_EQ(arcTangent(0x1.c00052p-2F, 1), 0x1.a64f3p-2F);
