@@ -448,6 +448,7 @@ TEST(TernASGrid, virtualEdgeIdHasTheSmallerIdFirst) {
   EXPECT_EQ(grid->generateVirtualEdges(31, 7).edgeId, Value(731));
   EXPECT_THAT(grid->generateVirtualEdges(31, 7).nodes, ElementsAre(31, 7));
   EXPECT_EQ(grid->generateVirtualEdges(345, 12).edgeId, Value(12345));
+  EXPECT_EQ(grid->generateVirtualEdges(31, 7).direction, Value(0)) << "it is walked both ways";
   EXPECT_TRUE(grid->generateVirtualEdges(1, 2).cost.isAbsent()) << "there is no path type 1";
 }
 
