@@ -15,6 +15,7 @@
 #include <system_error>
 #include <utility>
 
+#include "TernCoreKit/platform/Log.hpp"
 #include "TernCoreKit/platform/detail/common/Attempt.hpp"
 
 namespace tern::inline v5::detail {
@@ -338,12 +339,19 @@ std::optional<FileError> createBelow(const std::string& root, std::string_view p
   return std::nullopt;
 }
 
+// Whoever asks for its names takes the folder for an empty one.
+void logUnlisted(std::string_view path) {
+  const int code = errno;
+  if (code == ENOENT || code == ENOTDIR || code == ELOOP) return;
+  logSdk("the folder \"" + std::string(path) + "\" cannot be listed: " + errorOf(code).text);
+}
+
 Names listBelow(const std::string& root, std::string_view path) {
   const auto names = namesOf(path);
   if (!names) return {};
-  Descriptor folder = openFolder(root, *names);
-  if (!folder.isOpen()) return {};
-  Names listed = namesIn(std::move(folder)).value_or(Names());
+  auto found = namesIn(openFolder(root, *names));
+  if (!found) logUnlisted(path);
+  Names listed = std::move(found).value_or(Names());
   std::erase_if(listed, [](const std::string& name) { return name.starts_with(underWay); });
   return listed;
 }

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/CapturedLog.hpp"
 #include "tests/support/DescriptorLimit.hpp"
 #include "tests/support/FailingAllocation.hpp"
 #include "tests/support/FailingSystemCall.hpp"
@@ -24,6 +25,7 @@ namespace {
 namespace fs = std::filesystem;
 using test::callsThatReachTheDisk;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
 
@@ -121,6 +123,19 @@ TEST_F(PosixFiles, saysThatItRanOutOfDescriptorsWhenItDid) {
   }
   EXPECT_GE(shortages, 4);
   EXPECT_THAT(files_.list(""), IsEmpty()) << "the last one had enough";
+}
+
+TEST_F(PosixFiles, whatCannotBeListedIsLoggedAndWhatIsNotThereIsNot) {
+  folder_.write("documents/a/b/file", "");
+  test::CapturedLog log;
+  {
+    const test::DescriptorLimit none(0);
+    EXPECT_THAT(files_.list("a/b"), IsEmpty());
+  }
+  EXPECT_THAT(log.take(), ElementsAre(HasSubstr("the folder \"a/b\" cannot be listed: Too many")));
+  EXPECT_THAT(files_.list("a/c"), IsEmpty());
+  EXPECT_THAT(files_.list("a/b/file"), IsEmpty());
+  EXPECT_THAT(log.take(), IsEmpty());
 }
 
 TEST_F(PosixFiles, aSaveIsWholeOrAnErrorWhateverAllocationFails) {
