@@ -71,7 +71,7 @@ class Explorer {
  private:
   static Words withCommand(Words words, const std::string& secret, const std::string& diagnostics) {
     words.insert(words.begin(), {"/usr/bin/env", "TERN_CLIENT_SECRET=" + secret, "/bin/sh", "-c",
-                                 "exec \"$0\" explore \"$@\" 2>'" + diagnostics + "'",
+                                 "exec \"$0\" explore \"$@\" 2>>'" + diagnostics + "'",
                                  test::commandWithPagePath()});
     return words;
   }
