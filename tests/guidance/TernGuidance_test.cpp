@@ -242,11 +242,10 @@ TEST(TernGuidance, whereAnotherWayGoesStraighterOnASlightBendIsTold) {
 }
 
 // A way from the left that forks into B-C and B-D.
-Drawing fork(std::string_view up, std::string_view down) {
-  Drawing drawing{
-      .floors = {{.lines = {up, "", "", "", "A                    B", "", "", "", down}}},
-      .paths = {"A-B", "B-C", "B-D"}};
-  return drawing;
+Drawing fork(std::string_view up, std::string_view down,
+             std::string_view way = "A                    B") {
+  return {.floors = {{.lines = {up, "", "", "", way, "", "", "", down}}},
+          .paths = {"A-B", "B-C", "B-D"}};
 }
 
 TEST(TernGuidance, whereAnotherWayIsAboutAsStraightABendIsTold) {
@@ -262,9 +261,7 @@ TEST(TernGuidance, whereAnotherWayIsAboutAsStraightABendIsTold) {
 }
 
 TEST(TernGuidance, aForkBehindTheStartOrBeforeTheGoalIsToldWithIt) {
-  const Drawing behind{.floors = {{.lines = {"                 C", "", "", "", "A B", "", "", "",
-                                             "                 D"}}},
-                       .paths = {"A-B", "B-C", "B-D"}};
+  const Drawing behind = fork("                 C", "                 D", "A B");
   const Steps start = stepsOn(behind, 'A', 'C');
   ASSERT_EQ(start.size(), 2U);
   EXPECT_EQ(start[0].direction, TernDirection::slightLeft);
@@ -277,10 +274,7 @@ TEST(TernGuidance, aForkBehindTheStartOrBeforeTheGoalIsToldWithIt) {
 }
 
 TEST(TernGuidance, aForkThreeMetresBehindTheStartIsAStepOfItsOwn) {
-  const Drawing drawing{.floors = {{.lines = {"                  C", "", "", "", "A  B", "", "", "",
-                                              "                  D"}}},
-                        .paths = {"A-B", "B-C", "B-D"}};
-  const Steps steps = stepsOn(drawing, 'A', 'C');
+  const Steps steps = stepsOn(fork("                  C", "                  D", "A  B"), 'A', 'C');
   ASSERT_EQ(steps.size(), 3U);
   EXPECT_EQ(steps[1].direction, TernDirection::slightLeft);
   EXPECT_EQ(steps[1].at, test::idOf('B'));

@@ -170,7 +170,7 @@ export class Panel {
     }
   }
 
-  // The field stays while places are looked at, as it takes longer to make than a card does.
+  // The field stays while places are looked at, so that a tap waits for its card alone.
   #searchAlone(): Search {
     const { texts, store } = this.#context;
     const search = this.#search(texts().of("search"), "place", (end) => store.update({ place: end }));
